@@ -1,0 +1,28 @@
+# How every target of this project is compiled.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_C_STANDARD_REQUIRED ON)
+set(CMAKE_C_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_C_VISIBILITY_PRESET hidden)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# Results are promised to the last bit, so the compiler must not fuse a multiplication with an addition.
+add_compile_options(-ffp-contract=off)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+add_compile_options($<$<COMPILE_LANGUAGE:CXX>:-Wnon-virtual-dtor> $<$<COMPILE_LANGUAGE:CXX>:-Woverloaded-virtual>)
+add_compile_options($<$<COMPILE_LANGUAGE:C>:-Wstrict-prototypes>)
+if(ZRCORE_WERROR)
+  add_compile_options(-Werror)
+endif()
+
+if(ZRCORE_SANITIZE)
+  add_compile_options(-fsanitize=${ZRCORE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${ZRCORE_SANITIZE})
+endif()

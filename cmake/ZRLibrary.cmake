@@ -1,0 +1,42 @@
+# libZRCore: all rooms of ring 1 and the seam in one shared library, its installation and its package files.
+
+include(CMakePackageConfigHelpers)
+
+get_property(zr_rooms GLOBAL PROPERTY ZR_ROOMS)
+set(zr_objects "")
+foreach(room IN LISTS zr_rooms)
+  list(APPEND zr_objects $<TARGET_OBJECTS:zr_${room}>)
+endforeach()
+
+add_library(ZRCore SHARED ${zr_objects})
+add_library(ZRCore::ZRCore ALIAS ZRCore)
+set_target_properties(ZRCore PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 1 LINKER_LANGUAGE CXX)
+target_include_directories(ZRCore INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                                            $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+target_compile_features(ZRCore INTERFACE cxx_std_20)
+set(zr_version_script "${PROJECT_SOURCE_DIR}/cmake/zrcore.map")
+target_link_options(ZRCore PRIVATE "LINKER:--version-script=${zr_version_script}" "LINKER:--as-needed")
+if(NOT ZRCORE_SANITIZE)
+  target_link_options(ZRCore PRIVATE "LINKER:--no-undefined")
+endif()
+set_target_properties(ZRCore PROPERTIES LINK_DEPENDS "${zr_version_script}")
+
+# The same objects for tests that look inside, with nothing hidden from the linker.
+add_library(zr_core_objects INTERFACE)
+foreach(room IN LISTS zr_rooms)
+  target_link_libraries(zr_core_objects INTERFACE zr_${room})
+  target_sources(zr_core_objects INTERFACE $<TARGET_OBJECTS:zr_${room}>)
+endforeach()
+
+install(TARGETS ZRCore EXPORT ZRCoreTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ZRCore)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/ZRCore" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT ZRCore)
+install(EXPORT ZRCoreTargets NAMESPACE ZRCore:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZRCore COMPONENT ZRCore)
+configure_package_config_file(
+  "${PROJECT_SOURCE_DIR}/cmake/ZRCoreConfig.cmake.in" "${PROJECT_BINARY_DIR}/ZRCoreConfig.cmake"
+  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZRCore)
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/ZRCoreConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
+install(FILES "${PROJECT_BINARY_DIR}/ZRCoreConfig.cmake" "${PROJECT_BINARY_DIR}/ZRCoreConfigVersion.cmake"
+        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZRCore COMPONENT ZRCore)
+file(RELATIVE_PATH ZR_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")  # the package stays relocatable
+configure_file("${PROJECT_SOURCE_DIR}/cmake/ZRCore.pc.in" "${PROJECT_BINARY_DIR}/ZRCore.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/ZRCore.pc" DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT ZRCore)

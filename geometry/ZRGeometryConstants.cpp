@@ -1,0 +1,3 @@
+#include <ZRCore/ZRGeometry.h>
+
+const double EarthRadius = 6378137.0;

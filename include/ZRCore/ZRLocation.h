@@ -1,0 +1,100 @@
+/// @file
+/// The framework's position fix.
+#ifndef ZRCORE_ZRLOCATION_H
+#define ZRCORE_ZRLOCATION_H
+
+#include <ZRCore/CLLocation.h>
+#include <ZRCore/ZRExport.h>
+
+#include <memory>
+
+class NSCoder;
+
+/// A position fix with writable measurements and the location filter's results.
+///
+/// The record keeps the fix it was made from (its base part, immutable: `coordinate`, `timestamp`, `fix`) and, beside it,
+/// measurements of its own under the base's names. Construction does not fill these: they read 0.0 until they are set.
+/// One thread at a time.
+class ZR_EXPORT ZRLocation : public CLLocation {
+ public:
+  /// A record whose base part holds the values that `source` was constructed with. Nothing else is copied: the own fields
+  /// of a `source` that is itself a ZRLocation are not read.
+  static std::shared_ptr<ZRLocation> initWithCLLocation(const CLLocation& source);
+
+  /// A record from an archive. Beside what `encodeWithCoder` writes, it reads "lat" and "lng" where they are present,
+  /// which `encodeWithCoder` never writes: other producers' archives carry them. On purpose.
+  static std::shared_ptr<ZRLocation> initWithCoder(const NSCoder& coder);
+
+  ~ZRLocation() override;
+
+  /// Metres above the sea.
+  double altitude() const override;
+  void setAltitude(double meters) { altitude_ = meters; }
+  /// Metres, radius; the filter takes only values above 0 as valid.
+  double horizontalAccuracy() const override;
+  void setHorizontalAccuracy(double meters) { horizontalAccuracy_ = meters; }
+  /// Metres.
+  double verticalAccuracy() const override;
+  void setVerticalAccuracy(double meters) { verticalAccuracy_ = meters; }
+  /// Metres per second; negative or NaN: unknown.
+  double speed() const override;
+  void setSpeed(double metersPerSecond) { speed_ = metersPerSecond; }
+  /// Degrees clockwise from north.
+  double course() const override;
+  void setCourse(double degrees) { course_ = degrees; }
+
+  /// Metres per second: the mean of the last accepted speeds.
+  double smoothSpeed() const { return smoothSpeed_; }
+  void setSmoothSpeed(double metersPerSecond) { smoothSpeed_ = metersPerSecond; }
+  /// Degrees clockwise from north, [0, 360]: the direction from the oldest remembered significant place, or the locked
+  /// course.
+  double smoothCourse() const { return smoothCourse_; }
+  void setSmoothCourse(double degrees) { smoothCourse_ = degrees; }
+  /// Whether the fix is an implausible jump.
+  bool exceedsMovementLimit() const { return exceedsMovementLimit_; }
+  void setExceedsMovementLimit(bool exceeds) { exceedsMovementLimit_ = exceeds; }
+  /// Whether the fix lies far enough from the last such one to count as movement.
+  bool significantChange() const { return significantChange_; }
+  void setSignificantChange(bool significant) { significantChange_ = significant; }
+
+  /// Degrees. A slot of its own, independent of `coordinate`.
+  double lat() const { return lat_; }
+  void setLat(double degrees) { lat_ = degrees; }
+  /// Degrees. A slot of its own, independent of `coordinate`.
+  double lng() const { return lng_; }
+  void setLng(double degrees) { lng_ = degrees; }
+
+  /// True for a location at exactly the same coordinate; everything else may differ.
+  bool isEqual(const NSObject* other) const override;
+  std::size_t hash() const override;
+  /// Whether latitudes and longitudes compare equal. A null argument counts as the coordinate (0, 0).
+  bool isEqualToLocation(const ZRLocation* other) const;
+  /// Whether latitudes and longitudes each differ by at most `deltaDegrees`, inclusive.
+  bool isEqualToLocationWithDelta(const ZRLocation& other, double deltaDegrees) const;
+
+  /// A record with the same base part and the same four filter results; its own measurements, `lat` and `lng` start anew.
+  std::shared_ptr<ZRLocation> copy() const;
+
+  /// Writes the base part, "smoothSpeed" and "smoothCourse"; no other field.
+  void encodeWithCoder(NSCoder& coder) const override;
+
+ protected:
+  explicit ZRLocation(const ZRPositionFix& fix);
+  explicit ZRLocation(const NSCoder& coder);
+  virtual std::shared_ptr<ZRLocation> copyObject() const;
+
+ private:
+  double altitude_ = 0.0;
+  double horizontalAccuracy_ = 0.0;
+  double verticalAccuracy_ = 0.0;
+  double speed_ = 0.0;
+  double course_ = 0.0;
+  double smoothSpeed_ = 0.0;
+  double smoothCourse_ = 0.0;
+  double lat_ = 0.0;
+  double lng_ = 0.0;
+  bool exceedsMovementLimit_ = false;
+  bool significantChange_ = false;
+};
+
+#endif

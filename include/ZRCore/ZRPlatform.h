@@ -1,0 +1,69 @@
+/// @file
+/// The seam: the small services through which the framework reaches the system it runs on. A host fills a ZRPlatform and
+/// installs it once, before its first other call; a service that it leaves out answers "absent".
+#ifndef ZRCORE_ZRPLATFORM_H
+#define ZRCORE_ZRPLATFORM_H
+
+#include <ZRCore/CLLocationManager.h>
+#include <ZRCore/NSDate.h>
+#include <ZRCore/NSNotificationCenter.h>
+#include <ZRCore/ZRExport.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// Makes managers of the receiver and knows whether they may be used.
+class ZR_EXPORT ZRPositioning {
+ public:
+  virtual ~ZRPositioning();
+  virtual std::shared_ptr<CLLocationManager> makeLocationManager() = 0;
+  virtual CLAuthorizationStatus authorizationStatus() const = 0;
+};
+
+/// What the host application says about itself.
+class ZR_EXPORT ZRBundle {
+ public:
+  virtual ~ZRBundle();
+  /// Whether the information dictionary has a value, of any kind, under `key`.
+  virtual bool hasInfoValueForKey(std::string_view key) const = 0;
+};
+
+/// The system log.
+class ZR_EXPORT ZRLog {
+ public:
+  virtual ~ZRLog();
+  /// Writes one line. Any thread.
+  virtual void writeLine(std::string_view line) = 0;
+};
+
+/// Time. Everything that waits or measures takes it from here, so that tests need not wait.
+class ZR_EXPORT ZRClock {
+ public:
+  virtual ~ZRClock();
+  virtual NSDate now() const = 0;
+};
+
+/// All services. The first two fields let a library that knows more services take the platform of a host that was built
+/// before them: it reads `size` bytes and takes the rest as absent.
+struct ZRPlatform {
+  std::uint32_t size = sizeof(ZRPlatform);
+  std::uint32_t version = 1;
+
+  std::shared_ptr<ZRPositioning> positioning;
+  std::shared_ptr<ZRBundle> bundle;
+  std::shared_ptr<NSNotificationCenter> notificationCenter;
+  std::shared_ptr<ZRLog> log;
+  std::shared_ptr<ZRClock> clock;
+};
+
+/// Makes `platform` the one that the framework uses, for the rest of the process. Null members become the headless
+/// services: no receiver, no information dictionary, a log on the standard error stream, the system's clock.
+/// @return true; false, and nothing changes, when a platform is in use already (installed, or asked for before).
+[[nodiscard]] ZR_EXPORT bool ZRPlatformInstall(const ZRPlatform& platform);
+
+/// The platform in use; the headless one when none was installed. No member is null. Any thread.
+ZR_EXPORT const ZRPlatform& ZRPlatformInUse();
+
+#endif

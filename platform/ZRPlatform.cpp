@@ -1,0 +1,61 @@
+#include <ZRCore/ZRPlatform.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <mutex>
+
+#include "PlatformTestPeer.h"
+#include "headless/HeadlessPlatform.h"
+
+ZRPositioning::~ZRPositioning() = default;
+ZRBundle::~ZRBundle() = default;
+ZRLog::~ZRLog() = default;
+ZRClock::~ZRClock() = default;
+
+namespace {
+
+struct PlatformStatics {
+  std::mutex mutex;
+  std::shared_ptr<const ZRPlatform> inUse;
+};
+
+PlatformStatics& statics() {
+  static auto* const instance = new PlatformStatics;  // never destroyed: other statics' destructors may still ask
+  return *instance;
+}
+
+/// Takes over a member that the host's ZRPlatform is large enough to have, and has filled.
+template <class Service>
+void takeOver(std::shared_ptr<Service> ZRPlatform::*member, const ZRPlatform& from, ZRPlatform& to) {
+  const auto* const begin = reinterpret_cast<const std::byte*>(&from);
+  const auto* const end = reinterpret_cast<const std::byte*>(&(from.*member) + 1);
+  if (end - begin > static_cast<std::ptrdiff_t>(from.size)) return;
+  if (from.*member) to.*member = from.*member;
+}
+
+}  // namespace
+
+bool ZRPlatformInstall(const ZRPlatform& platform) {
+  auto complete = std::make_shared<ZRPlatform>(headlessPlatform());
+  takeOver(&ZRPlatform::positioning, platform, *complete);
+  takeOver(&ZRPlatform::bundle, platform, *complete);
+  takeOver(&ZRPlatform::notificationCenter, platform, *complete);
+  takeOver(&ZRPlatform::log, platform, *complete);
+  takeOver(&ZRPlatform::clock, platform, *complete);
+
+  const std::lock_guard lock(statics().mutex);
+  if (statics().inUse) return false;
+  statics().inUse = std::move(complete);
+  return true;
+}
+
+const ZRPlatform& ZRPlatformInUse() {
+  const std::lock_guard lock(statics().mutex);
+  if (!statics().inUse) statics().inUse = std::make_shared<ZRPlatform>(headlessPlatform());
+  return *statics().inUse;
+}
+
+void PlatformTestPeer::forget() {
+  const std::lock_guard lock(statics().mutex);
+  statics().inUse.reset();
+}
