@@ -112,7 +112,7 @@ TEST(GpxReader, AnUnreadableValueCostsTheValueOnly) {
 
 TEST(GpxReader, WithoutATrackThereIsOneFaultThatSaysSo) {
   for (const std::string input : {"<gpx><wpt lat='1' lon='2'/><rte><rtept lat='1' lon='2'/></rte></gpx>", "<gpx/>",
-                                  "<kml><trkpt lat='1' lon='2'/></kml>", " \n"}) {
+                                  "<kml><trkpt lat='1' lon='2'/></kml>", " \n", "x<gpx/>"}) {
     SCOPED_TRACE(input);
     const auto events = readGpx(input);
     EXPECT_TRUE(events.fixes.empty());
