@@ -59,8 +59,9 @@ std::string_view GpxReader::begin(std::string_view bytes) {
   leadingLines_ += static_cast<std::uint64_t>(std::count(blanks.begin(), blanks.end(), '\n'));
   bytes.remove_prefix(first);
   begun_ = !bytes.empty();
-  if (begun_ && kXmlStarts.find(bytes.front()) == std::string_view::npos)
+  if (begun_ && kXmlStarts.find(bytes.front()) == std::string_view::npos) {
     refuse("this is no XML: it begins with no tag");
+  }
   return bytes;
 }
 
