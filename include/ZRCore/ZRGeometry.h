@@ -149,8 +149,8 @@ ZR_EXPORT CLLocationCoordinate2D ZRCoordinateForMapPoint(ZRMapPoint mapPoint) ZR
 // ---- Scale ----------------------------------------------------------------------------------------------------------
 
 /// Metres per map point by this kit's own scale law. It falls from 0.597 at the equator to 0 at the northern limit of
-/// the world (just below 0 by rounding there) and grows to twice its equatorial value in the south. That is on purpose;
-/// for the true size of a map point ask `ZRGroundResolutionAtLatitude` of the additions.
+/// the world (just below 0 there, as that limit is rounded up) and grows to twice its equatorial value in the south.
+/// That is on purpose; for the true size of a map point ask `ZRGroundResolutionAtLatitude` of the additions.
 /// @param latitude  degrees, clamped to +-85.05112878
 ZR_EXPORT double ZRMetersPerMapPointAtLatitude(double latitude) ZR_NOEXCEPT;
 
@@ -228,8 +228,8 @@ ZR_EXPORT bool ZRMapRectContainsPoint(ZRMapRect rect, ZRMapPoint point) ZR_NOEXC
 /// here: it lies within every rectangle and contains no other. A NaN edge gives false.
 ZR_EXPORT bool ZRMapRectContainsRect(ZRMapRect a, ZRMapRect b) ZR_NOEXCEPT;
 
-/// True when they have at least one point in common, touching edges included, both standardised. A rectangle with x or y
-/// at +infinity meets nothing. A NaN edge gives false.
+/// True when they have at least one point in common, touching edges included, both standardised. A rectangle with x or
+/// y at +infinity meets nothing. A NaN edge gives false.
 ZR_EXPORT bool ZRMapRectIntersectsRect(ZRMapRect a, ZRMapRect b) ZR_NOEXCEPT;
 
 /// The point wrapped into the world, y as well as x on purpose.

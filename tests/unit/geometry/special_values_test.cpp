@@ -12,12 +12,8 @@ TEST(SpecialValues, ComeOutToTheBit) {
     double result, expected;
   } const rows[] = {
       {"the sign of a zero longitude goes through", mercatorTransform(0.0, -0.0).x, -0.0},
-      {"the sign of a zero angle goes through", degreesToRads(-0.0), -0.0},
       {"the western edge has no sign to lose", ZRCoordinateForMapPoint({-0.0, 0.0}).longitude, -180.0},
-      {"both zero latitudes have one scale", ZRMetersPerMapPointAtLatitude(-0.0), 0.5971642834779394},
       {"no distance is a positive zero", distanceBetweenPoints(ZRMapPoint{-0.0, -1.0}, ZRMapPoint{0.0, -1.0}), 0.0},
-      {"no extent is a positive zero",
-       ZRCoordinateRegionMakeWithCoordinates({-0.0, 1.0}, {0.0, 1.0}).span.latitudeDelta, 0.0},
       {"of equal edges the first rectangle's stays", ZRMapRectUnion(minusZero, zero).origin.x, -0.0},
       {"of equal edges the first rectangle's stays", ZRMapRectUnion(zero, minusZero).origin.x, 0.0},
       {"of equal edges the first rectangle's stays", ZRMapRectIntersection(minusZero, zero).origin.y, -0.0},
@@ -25,10 +21,6 @@ TEST(SpecialValues, ComeOutToTheBit) {
       {"south has one bearing from either side", ZRCoordinateUtils::bearingFromTo({1.0, 0.0}, {0.0, -0.0}), 180.0},
       {"a NaN edge of the first rectangle carries over", ZRMapRectUnion({{kNaN, 0}, {1, 1}}, zero).origin.x, kNaN},
       {"one of the second is passed over", ZRMapRectUnion(zero, {{kNaN, 0}, {1, 1}}).origin.x, 0.0},
-      {"a NaN longitude does not touch the latitude", mercatorInverseTransform(kNaN, 0.0).latitude, 0.0},
-      {"an infinite latitude has no extent",
-       ZRCoordinateRegionMakeWithCoordinates({kInf, 0}, {kInf, 0}).span.latitudeDelta, kNaN},
-      {"a place past the antimeridian is not wrapped", mercatorTransform(0.0, -181.0).x, -181.0 * 111319.49079327357},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.what);
