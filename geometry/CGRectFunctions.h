@@ -67,8 +67,7 @@ inline ZRMapRect CGRectIntersection(ZRMapRect a, ZRMapRect b) {
 }
 
 inline bool CGRectContainsRect(ZRMapRect a, ZRMapRect b) {
-  return CGRectIsNull(b) ||
-         (!CGRectIsNull(a) && holds(horizontal(a), horizontal(b)) && holds(vertical(a), vertical(b)));
+  return CGRectIsNull(b) || (holds(horizontal(a), horizontal(b)) && holds(vertical(a), vertical(b)));
 }
 
 /// Of a rectangle with a finite origin. An amount that is not above 0 cuts off nothing, one past the extent everything.

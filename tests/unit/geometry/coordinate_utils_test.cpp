@@ -110,7 +110,7 @@ TEST(ClosestCoordinate, IsTheFootOfThePerpendicularOrAnEndOfTheSegment) {
     CLLocationCoordinate2D coord, closest;
   } const rows[] = {
       {{-3, -3}, start},
-      {{30, 30}, end},
+      {{4.2, 8.3}, end},
       {{4.1, 3.2}, {2.1, 4.2}},
       {{2.1, 4.2}, {2.1, 4.2}},
   };
