@@ -8,9 +8,7 @@ namespace {
 std::atomic<long> allocations = 0;
 }
 
-long allocationsSoFar() {
-  return allocations;
-}
+long allocationsSoFar() { return allocations; }
 
 // In a file of their own: inlined next to their callers they look to the compiler like mismatched calls.
 void* operator new(std::size_t size) {
@@ -20,9 +18,5 @@ void* operator new(std::size_t size) {
   }
   throw std::bad_alloc();
 }
-void operator delete(void* memory) noexcept {
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-  std::free(memory);
-}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
