@@ -18,8 +18,8 @@ std::vector<DiagramPoint> foldCourses(const std::vector<DiagramPoint>& courses) 
       const double step = point.y - last.y;
       if (std::fabs(step) > kTurn / 2) {
         const double edge = step < 0.0 ? kTurn : 0.0;  // where the line leaves
-        const double toEdge = std::fabs(edge - last.y);
-        const double x = last.x + (point.x - last.x) * toEdge / (kTurn - std::fabs(step));
+        const double toEdge = std::fabs(edge - last.y), way = kTurn - std::fabs(step);
+        const double x = way > 0.0 ? last.x + (point.x - last.x) * toEdge / way : last.x;
         folded.push_back({x, edge, false});
         folded.push_back({x, kTurn - edge, true});
       }

@@ -2,7 +2,7 @@
 
 find_package(nlohmann_json REQUIRED)
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(cairo REQUIRED IMPORTED_TARGET cairo cairo-png cairo-svg)
+pkg_check_modules(cairo REQUIRED IMPORTED_TARGET GLOBAL cairo cairo-png cairo-svg)
 
 add_library(
   zr_trip_outputs STATIC
