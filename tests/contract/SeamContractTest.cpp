@@ -17,9 +17,7 @@ struct Implementation {
   std::function<ZRPlatform()> make;
 };
 
-void PrintTo(const Implementation& implementation, std::ostream* out) {
-  *out << implementation.name;
-}
+void PrintTo(const Implementation& implementation, std::ostream* out) { *out << implementation.name; }
 
 class SeamContract : public testing::TestWithParam<Implementation> {
  protected:
@@ -105,6 +103,8 @@ struct CoderImplementation {
   const char* name;
   std::function<std::unique_ptr<NSCoder>()> make;
 };
+
+void PrintTo(const CoderImplementation& implementation, std::ostream* out) { *out << implementation.name; }
 
 class CoderContract : public testing::TestWithParam<CoderImplementation> {
  protected:
