@@ -1,0 +1,113 @@
+/// @file
+/// Test doubles of the platform's services, shipped so that hosts can test against the framework as the framework tests
+/// itself. Link ZRCore::Fake. One thread.
+#ifndef ZRCORE_ZRPLATFORMFAKE_H
+#define ZRCORE_ZRPLATFORMFAKE_H
+
+#include <ZRCore/ZRPlatform.h>
+
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// A receiver in the test's hand. It reports what it is told to, to its delegate, while it is started; it writes what is
+/// asked of it into `calls`.
+class ZRFakeLocationManager : public CLLocationManager, public CLAuthorizationRequests {
+ public:
+  ZRFakeLocationManager();
+  ~ZRFakeLocationManager() override;
+
+  void startUpdatingLocation() override;
+  void stopUpdatingLocation() override;
+  void startUpdatingHeading() override;
+  void stopUpdatingHeading() override;
+  void requestWhenInUseAuthorization() override;
+  void requestAlwaysAuthorization() override;
+  std::shared_ptr<const CLLocation> location() const override;
+
+  /// Reports a batch. Dropped while locations are stopped.
+  void deliver(const CLLocations& locations);
+  /// Reports a heading. Dropped while headings are stopped.
+  void deliver(const CLHeading& heading);
+  /// Reports an error.
+  void fail(const NSError& error);
+  /// Reports that the user has decided.
+  void changeAuthorization(CLAuthorizationStatus status);
+
+  bool isUpdatingLocation() const { return updatesLocation_; }
+  bool isUpdatingHeading() const { return updatesHeading_; }
+
+  /// "startUpdatingLocation", "requestAlwaysAuthorization" and so on, in order.
+  std::vector<std::string> calls;
+
+ private:
+  template <class Callback>
+  std::shared_ptr<Callback> answering() const;
+
+  bool updatesLocation_ = false;
+  bool updatesHeading_ = false;
+  std::shared_ptr<const CLLocation> location_;
+};
+
+/// Hands out fake receivers and remembers them.
+class ZRFakePositioning : public ZRPositioning {
+ public:
+  ~ZRFakePositioning() override;
+  std::shared_ptr<CLLocationManager> makeLocationManager() override;
+  CLAuthorizationStatus authorizationStatus() const override { return status; }
+
+  CLAuthorizationStatus status = CLAuthorizationStatus::authorizedWhenInUse;
+  std::vector<std::shared_ptr<ZRFakeLocationManager>> made;
+};
+
+/// An information dictionary of keys.
+class ZRFakeBundle : public ZRBundle {
+ public:
+  ~ZRFakeBundle() override;
+  bool hasInfoValueForKey(std::string_view key) const override { return infoKeys.contains(key); }
+
+  std::set<std::string, std::less<>> infoKeys;
+};
+
+/// A log that keeps its lines.
+class ZRFakeLog : public ZRLog {
+ public:
+  ~ZRFakeLog() override;
+  void writeLine(std::string_view line) override { lines.emplace_back(line); }
+
+  std::vector<std::string> lines;
+};
+
+/// A clock that stands still until it is moved.
+class ZRFakeClock : public ZRClock {
+ public:
+  ~ZRFakeClock() override;
+  NSDate now() const override { return time; }
+  void advance(double seconds) { time.secondsSince1970 += seconds; }
+
+  NSDate time{1456833600.0};
+};
+
+/// All of them together, beside a notification centre of their own.
+struct ZRFakePlatform {
+  std::shared_ptr<ZRFakePositioning> positioning = std::make_shared<ZRFakePositioning>();
+  std::shared_ptr<ZRFakeBundle> bundle = std::make_shared<ZRFakeBundle>();
+  std::shared_ptr<NSNotificationCenter> notificationCenter = std::make_shared<NSNotificationCenter>();
+  std::shared_ptr<ZRFakeLog> log = std::make_shared<ZRFakeLog>();
+  std::shared_ptr<ZRFakeClock> clock = std::make_shared<ZRFakeClock>();
+
+  /// The same services as a platform to install.
+  ZRPlatform platform() const {
+    ZRPlatform filled;
+    filled.positioning = positioning;
+    filled.bundle = bundle;
+    filled.notificationCenter = notificationCenter;
+    filled.log = log;
+    filled.clock = clock;
+    return filled;
+  }
+};
+
+#endif
