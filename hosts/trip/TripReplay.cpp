@@ -1,0 +1,79 @@
+#include "TripReplay.h"
+
+namespace trip {
+
+namespace {
+
+constexpr double kHalfWayStart = 0.25, kHalfWayStop = 0.75;
+constexpr std::uint64_t kHalfWayStartOfStream = 100, kHalfWayStopOfStream = 200;
+
+TripSummary summaryAtStart(const TripReplay::Options& options, readers::Format format) {
+  TripSummary summary;
+  summary.source = options.source;
+  summary.filter = options.filter;
+  summary.format = readers::formatName(format);
+  return summary;
+}
+
+}  // namespace
+
+TripReplay::TripReplay(const Options& options, Recording& recording, TripPipeline& pipeline, Pacer& pacer,
+                       RecordingClock& clock, ReplayListener& listener)
+    : recording_(recording),
+      pipeline_(pipeline),
+      pacer_(pacer),
+      clock_(clock),
+      listener_(listener),
+      completion_(options.completion),
+      window_(options.window),
+      counter_(summaryAtStart(options, recording.format())) {}
+
+void TripReplay::run() {
+  recording_.read(*this, [this] { listener_.progress(recording_.progress()); });
+}
+
+TripSummary TripReplay::summary() const {
+  TripSummary summary = counter_.summary();
+  summary.deliveredByClient = pipeline_.deliveredByClient();
+  return summary;
+}
+
+void TripReplay::fix(const readers::SourceFix& fix) {
+  if (listener_.wantsToStop()) return;
+  const ZRPositionFix completed = completion_.complete(fix);  // also of fixes outside the window: later ones lean on them
+  const double seconds = completed.timestamp.secondsSince1970;
+  const bool isInside = window_.contains(seconds != 0.0 ? std::optional(seconds) : std::nullopt);
+  if (window_.isReversed()) throw ReversedWindow();
+  if (!isInside) return;
+
+  pacer_.waitUntilDue(fix.secondsSince1970);
+  if (listener_.wantsToStop()) return;
+  switchHalfWayClient();
+  clock_.setNow(completed.timestamp);
+  auto row = pipeline_.deliver(completed);
+  if (!row) return;
+  row->index = counter_.summary().fixes;
+  row->line = fix.line;
+  counter_.row(*row);
+  listener_.row(*row);
+}
+
+void TripReplay::remark(const readers::Remark& remark) {
+  counter_.remark(remark);
+  listener_.remark(remark);
+}
+
+void TripReplay::switchHalfWayClient() {
+  const auto progress = recording_.progress();
+  const std::uint64_t replayed = counter_.summary().fixes;
+  if (halfWay_ == HalfWay::before && (progress ? *progress >= kHalfWayStart : replayed >= kHalfWayStartOfStream)) {
+    pipeline_.startHalfWayClient();
+    halfWay_ = HalfWay::listening;
+  }
+  if (halfWay_ == HalfWay::listening && (progress ? *progress >= kHalfWayStop : replayed >= kHalfWayStopOfStream)) {
+    pipeline_.stopHalfWayClient();
+    halfWay_ = HalfWay::after;
+  }
+}
+
+}  // namespace trip
