@@ -2,13 +2,27 @@
 
 #include <cmath>
 
-namespace {
-double radians(double degrees) { return degrees * 3.141592653589793 / 180.0; }
-}  // namespace
+#include "GreatCircle.h"
+#include "Numbers.h"
 
 double ZRGreatCircleDistance(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept {
-  const double sinLat = std::sin(radians(to.latitude - from.latitude) * 0.5);
-  const double sinLon = std::sin(radians(to.longitude - from.longitude) * 0.5);
-  const double h = sinLat * sinLat + sinLon * sinLon * std::cos(radians(from.latitude)) * std::cos(radians(to.latitude));
-  return 2.0 * std::atan2(std::sqrt(h), std::sqrt(std::fmax(1.0 - h, 0.0))) * EarthRadius;
+  return geometry::greatCircleDistance(from, to);
+}
+
+double ZRGroundResolutionAtLatitude(double latitude) noexcept {
+  return std::cos(geometry::radians(geometry::clampedLatitude(latitude))) * geometry::kProjectionMetersPerMapPoint;
+}
+
+CLLocationCoordinate2D ZRDestinationCoordinate(CLLocationCoordinate2D origin, double bearingDegrees,
+                                               double distanceMeters) noexcept {
+  const double latitude = geometry::radians(origin.latitude);
+  const double bearing = geometry::radians(bearingDegrees);
+  const double angle = distanceMeters / geometry::kEarthRadius;
+  // The destination as a unit vector: towards the origin's meridian, a quarter turn east of it, and along the axis.
+  const double meridian =
+      std::cos(latitude) * std::cos(angle) - std::sin(latitude) * std::sin(angle) * std::cos(bearing);
+  const double east = std::sin(angle) * std::sin(bearing);
+  const double axis = std::sin(latitude) * std::cos(angle) + std::cos(latitude) * std::sin(angle) * std::cos(bearing);
+  const double longitude = origin.longitude + std::atan2(east, meridian) * geometry::kDegreesPerRadian;
+  return {std::atan2(axis, std::hypot(meridian, east)) * geometry::kDegreesPerRadian, std::remainder(longitude, 360.0)};
 }

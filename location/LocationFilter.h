@@ -7,8 +7,8 @@
 
 #include "LocationFilterState.h"
 
-/// Judges and smooths a stream of fixes, one at a time, in constant time and memory. It reads and writes the records' own
-/// fields, never what they were constructed with. One thread.
+/// Judges and smooths a stream of fixes, one at a time, in constant time and memory. It reads and writes the records'
+/// own fields, never what they were constructed with. One thread.
 class LocationFilter {
  public:
   /// Finds the receiver settled after three fixes in a row with an accuracy in (0, 100] metres, unsettled after three

@@ -6,8 +6,8 @@
 #include <memory>
 #include <vector>
 
-/// What the location filter remembers from fix to fix. The names are the documented ones of class-level state; nothing but
-/// this header and LocationStatics.h declares names with two leading underscores.
+/// What the location filter remembers from fix to fix. The names are the documented ones of class-level state; nothing
+/// but this header and LocationStatics.h declares names with two leading underscores.
 struct LocationFilterState {
   LocationFilterState() {
     __significantLocations.reserve(4);

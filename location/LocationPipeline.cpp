@@ -7,7 +7,8 @@
 
 namespace {
 
-/// A record of a platform fix: with nothing of its own filled in, or, when the host asked for it, with its measurements.
+/// A record of a platform fix: with nothing of its own filled in, or, when the host asked for it, with its
+/// measurements.
 std::shared_ptr<ZRLocation> recordOf(const CLLocation& location) {
   auto record = ZRLocation::initWithCLLocation(location);
   if (locationStatics().filtersMeasuredValues) {
@@ -23,11 +24,17 @@ std::shared_ptr<ZRLocation> recordOf(const CLLocation& location) {
 
 }  // namespace
 
-bool ZRLocationManager::filtersMeasuredValues() { return locationStatics().filtersMeasuredValues; }
+bool ZRLocationManager::filtersMeasuredValues() {
+  return locationStatics().filtersMeasuredValues;
+}
 
-void ZRLocationManager::setFiltersMeasuredValues(bool filters) { locationStatics().filtersMeasuredValues = filters; }
+void ZRLocationManager::setFiltersMeasuredValues(bool filters) {
+  locationStatics().filtersMeasuredValues = filters;
+}
 
-bool ZRLocationManager::receiverIsStable() { return locationStatics().filter.isStable(); }
+bool ZRLocationManager::receiverIsStable() {
+  return locationStatics().filter.isStable();
+}
 
 void ZRLocationManager::lockSmoothCourseToCourseUntilMoved(double courseDegrees, double distanceMeters) {
   locationStatics().filter.lockSmoothCourse(courseDegrees, distanceMeters);
@@ -57,7 +64,9 @@ std::shared_ptr<ZRLocation> ZRLocationManager::snapToRoute(const std::shared_ptr
   return filter ? filter(location) : location;
 }
 
-void ZRLocationManager::updateStability(ZRLocation& location) { locationStatics().filter.updateStability(location); }
+void ZRLocationManager::updateStability(ZRLocation& location) {
+  locationStatics().filter.updateStability(location);
+}
 
 void ZRLocationManager::updateDynamicProperties(const std::shared_ptr<ZRLocation>& location) {
   locationStatics().filter.updateDynamicProperties(location);

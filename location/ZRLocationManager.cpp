@@ -55,7 +55,8 @@ void stopHeadings(LocationStatics& shared) {
   shared.__isUpdatingHeading = false;
 }
 
-/// Makes `first` the permanent manager: the platform manager's delegate and the one that hears of the application's life.
+/// Makes `first` the permanent manager: the platform manager's delegate and the one that hears of the application's
+/// life.
 void becomeFirst(LocationStatics& shared, const std::shared_ptr<ZRLocationManager>& first) {
   shared.__singletonInstance = first;
   shared.__locationManager = shared.__tripSimulator ? shared.__tripSimulator : CLLocationManager::init();
@@ -98,7 +99,9 @@ void ZRLocationManager::enlist(const std::shared_ptr<ZRLocationManager>& manager
 
 // The shared manager runs on even if this was the last client that wanted updates; a later stop, or the move to the
 // background, finds that out.
-ZRLocationManager::~ZRLocationManager() { locationStatics().__instanceList.remove(instanceNode_.get()); }
+ZRLocationManager::~ZRLocationManager() {
+  locationStatics().__instanceList.remove(instanceNode_.get());
+}
 
 void ZRLocationManager::setDelegate(std::weak_ptr<CLLocationManagerDelegate> delegate) {
   const auto asked = delegate.lock();
@@ -184,11 +187,17 @@ bool ZRLocationManager::hasWhenInUseUsageDescription() {
   return ZRPlatformInUse().bundle->hasInfoValueForKey(kWhenInUseKey);
 }
 
-bool ZRLocationManager::hasAlwaysDescription() { return ZRPlatformInUse().bundle->hasInfoValueForKey(kAlwaysKey); }
+bool ZRLocationManager::hasAlwaysDescription() {
+  return ZRPlatformInUse().bundle->hasInfoValueForKey(kAlwaysKey);
+}
 
-int ZRLocationManager::instanceCount() { return locationStatics().__instanceList.count(); }
+int ZRLocationManager::instanceCount() {
+  return locationStatics().__instanceList.count();
+}
 
-std::shared_ptr<ZRLocationManager> ZRLocationManager::firstInstance() { return locationStatics().__singletonInstance; }
+std::shared_ptr<ZRLocationManager> ZRLocationManager::firstInstance() {
+  return locationStatics().__singletonInstance;
+}
 
 void ZRLocationManager::setTripSimulator(const std::shared_ptr<CLLocationManager>& simulator) {
   LocationStatics& shared = locationStatics();

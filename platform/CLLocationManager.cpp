@@ -25,6 +25,10 @@ void CLLocationManager::setDelegate(std::weak_ptr<CLLocationManagerDelegate> del
   delegate_ = std::move(delegate);
 }
 
-std::shared_ptr<const CLLocation> CLLocationManager::location() const { return nullptr; }
+std::shared_ptr<const CLLocation> CLLocationManager::location() const {
+  return nullptr;
+}
 
-void CLLocationManager::setActivityType(CLActivityType type) { activityType_ = type; }
+void CLLocationManager::setActivityType(CLActivityType type) {
+  activityType_ = type;
+}

@@ -15,7 +15,8 @@ void NSNotificationCenter::addObserver(std::weak_ptr<const void> observer, std::
   if (!handler) return;
   const std::lock_guard lock(mutex_);
   std::erase_if(observations_, [](const auto& observation) { return observation->observer.expired(); });
-  observations_.push_back(std::make_shared<const Observation>(Observation{std::move(observer), std::move(name), std::move(handler)}));
+  observations_.push_back(
+      std::make_shared<const Observation>(Observation{std::move(observer), std::move(name), std::move(handler)}));
 }
 
 void NSNotificationCenter::postNotificationName(const std::string& name) {

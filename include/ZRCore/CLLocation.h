@@ -20,7 +20,7 @@ struct ZRPositionFix {
   double verticalAccuracy = -1.0;       ///< metres; negative: the altitude is invalid
   double course = -1.0;                 ///< degrees clockwise from north, [0, 360); negative: unknown
   double speed = -1.0;                  ///< metres per second; negative: unknown
-  NSDate timestamp;                     ///< when it was measured
+  NSDate timestamp{};                   ///< when it was measured
 };
 
 /// An immutable position fix. Any thread.
@@ -70,7 +70,7 @@ struct CLHeading {
   double magneticHeading = -1.0;  ///< degrees clockwise from magnetic north, [0, 360)
   double trueHeading = -1.0;      ///< degrees clockwise from true north, [0, 360); negative: unknown
   double headingAccuracy = -1.0;  ///< degrees; negative: the reading is invalid
-  NSDate timestamp;
+  NSDate timestamp{};
 };
 
 #endif

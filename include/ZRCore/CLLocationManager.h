@@ -12,8 +12,8 @@
 
 class CLLocationManager;
 
-/// Root of everything that may stand as a location manager's delegate; managers hold it weakly. Deriving from one of the
-/// interfaces below (or of those that a subclass of the manager declares) is how a delegate answers that callback.
+/// Root of everything that may stand as a location manager's delegate; managers hold it weakly. Deriving from one of
+/// the interfaces below (or of those that a subclass of the manager declares) is how a delegate answers that callback.
 class ZR_EXPORT CLLocationManagerDelegate {
  public:
   virtual ~CLLocationManagerDelegate();

@@ -5,8 +5,8 @@
 
 #include <compare>
 
-/// Seconds since 1970-01-01 00:00:00 UTC, without leap seconds. A double, so that fractions survive and far dates do not
-/// overflow.
+/// Seconds since 1970-01-01 00:00:00 UTC, without leap seconds. A double, so that fractions survive and far dates do
+/// not overflow.
 struct NSDate {
   double secondsSince1970 = 0.0;
 

@@ -15,7 +15,8 @@
 inline constexpr const char* UIApplicationWillEnterForegroundNotification =
     "UIApplicationWillEnterForegroundNotification";
 /// Posted by the host when the application has gone to the background.
-inline constexpr const char* UIApplicationDidEnterBackgroundNotification = "UIApplicationDidEnterBackgroundNotification";
+inline constexpr const char* UIApplicationDidEnterBackgroundNotification =
+    "UIApplicationDidEnterBackgroundNotification";
 
 /// Hands each post to all observers of its name, in the order of their registration, on the poster's thread; the post
 /// returns when all have run. Any thread.

@@ -228,8 +228,8 @@ ZR_EXPORT bool ZRMapRectContainsPoint(ZRMapRect rect, ZRMapPoint point) ZR_NOEXC
 /// here: it lies within every rectangle and contains no other. A NaN edge gives false.
 ZR_EXPORT bool ZRMapRectContainsRect(ZRMapRect a, ZRMapRect b) ZR_NOEXCEPT;
 
-/// True when they have at least one point in common, touching edges included, both standardised. A rectangle with x or y
-/// at +infinity meets nothing. A NaN edge gives false.
+/// True when they have at least one point in common, touching edges included, both standardised. A rectangle with x or
+/// y at +infinity meets nothing. A NaN edge gives false.
 ZR_EXPORT bool ZRMapRectIntersectsRect(ZRMapRect a, ZRMapRect b) ZR_NOEXCEPT;
 
 /// The point wrapped into the world, y as well as x on purpose.

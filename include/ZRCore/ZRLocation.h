@@ -12,13 +12,13 @@ class NSCoder;
 
 /// A position fix with writable measurements and the location filter's results.
 ///
-/// The record keeps the fix it was made from (its base part, immutable: `coordinate`, `timestamp`, `fix`) and, beside it,
-/// measurements of its own under the base's names. Construction does not fill these: they read 0.0 until they are set.
-/// One thread at a time.
+/// The record keeps the fix it was made from (its base part, immutable: `coordinate`, `timestamp`, `fix`) and, beside
+/// it, measurements of its own under the base's names. Construction does not fill these: they read 0.0 until they are
+/// set. One thread at a time.
 class ZR_EXPORT ZRLocation : public CLLocation {
  public:
-  /// A record whose base part holds the values that `source` was constructed with. Nothing else is copied: the own fields
-  /// of a `source` that is itself a ZRLocation are not read.
+  /// A record whose base part holds the values that `source` was constructed with. Nothing else is copied: the own
+  /// fields of a `source` that is itself a ZRLocation are not read.
   static std::shared_ptr<ZRLocation> initWithCLLocation(const CLLocation& source);
 
   /// A record from an archive. Beside what `encodeWithCoder` writes, it reads "lat" and "lng" where they are present,
@@ -72,7 +72,8 @@ class ZR_EXPORT ZRLocation : public CLLocation {
   /// Whether latitudes and longitudes each differ by at most `deltaDegrees`, inclusive.
   bool isEqualToLocationWithDelta(const ZRLocation& other, double deltaDegrees) const;
 
-  /// A record with the same base part and the same four filter results; its own measurements, `lat` and `lng` start anew.
+  /// A record with the same base part and the same four filter results; its own measurements, `lat` and `lng` start
+  /// anew.
   std::shared_ptr<ZRLocation> copy() const;
 
   /// Writes the base part, "smoothSpeed" and "smoothCourse"; no other field.

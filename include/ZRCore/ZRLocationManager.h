@@ -60,8 +60,8 @@ class ZR_EXPORT ZRLocationManagerInstanceNode {
 /// platform manager running while anybody wants updates. The first manager of a process becomes that platform manager's
 /// delegate and lives as long as the process.
 ///
-/// Threads: managers may be made and released on any thread. Everything else belongs on the thread on which the receiver
-/// reports (the main thread, as a rule).
+/// Threads: managers may be made and released on any thread. Everything else belongs on the thread on which the
+/// receiver reports (the main thread, as a rule).
 class ZR_EXPORT ZRLocationManager : public CLLocationManager,
                                     public CLDidUpdateLocations,
                                     public CLDidUpdateHeading,
@@ -92,8 +92,8 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   bool shouldUpdateHeading() const { return shouldUpdateHeading_; }
   void setShouldUpdateHeading(bool should) { shouldUpdateHeading_ = should; }
 
-  /// With a snap filter this client gets, for each batch, one location: what the filter makes of the last one. It starts
-  /// from the base part of the fix; the filter results are not carried over.
+  /// With a snap filter this client gets, for each batch, one location: what the filter makes of the last one. It
+  /// starts from the base part of the fix; the filter results are not carried over.
   const SnapFilter& snapFilter() const { return snapFilter_; }
   void setSnapFilter(SnapFilter filter) { snapFilter_ = std::move(filter); }
 

@@ -1,6 +1,6 @@
 /// @file
-/// The seam: the small services through which the framework reaches the system it runs on. A host fills a ZRPlatform and
-/// installs it once, before its first other call; a service that it leaves out answers "absent".
+/// The seam: the small services through which the framework reaches the system it runs on. A host fills a ZRPlatform
+/// and installs it once, before its first other call; a service that it leaves out answers "absent".
 #ifndef ZRCORE_ZRPLATFORM_H
 #define ZRCORE_ZRPLATFORM_H
 

@@ -12,8 +12,8 @@
 #include <string_view>
 #include <vector>
 
-/// A receiver in the test's hand. It reports what it is told to, to its delegate, while it is started; it writes what is
-/// asked of it into `calls`.
+/// A receiver in the test's hand. It reports what it is told to, to its delegate, while it is started; it writes what
+/// is asked of it into `calls`.
 class ZRFakeLocationManager : public CLLocationManager, public CLAuthorizationRequests {
  public:
   ZRFakeLocationManager();

@@ -1,0 +1,44 @@
+#include <ZRCore/ZRGeometry.h>
+
+#include <cmath>
+
+#include "NullOrigin.h"
+#include "Projection.h"
+
+ZRCoordinateRegion ZRCoordinateRegionForMapRect(ZRMapRect rect) noexcept {
+  if (geometry::isNullOrigin(rect)) {
+    return ZRCoordinateRegionNull;
+  }
+  const auto [x, y] = rect.origin;
+  const auto [width, height] = rect.size;
+  const CLLocationCoordinate2D center = geometry::coordinate({x + width * 0.5, y + height * 0.5});
+  const CLLocationCoordinate2D first = geometry::coordinate(rect.origin);
+  const CLLocationCoordinate2D second = geometry::coordinate({x + width, y + height});
+  // Absolute values of each corner, on purpose: across the equator or the prime meridian the span is too small.
+  return {center,
+          {std::fabs(std::fabs(second.latitude) - std::fabs(first.latitude)),
+           std::fabs(std::fabs(second.longitude) - std::fabs(first.longitude))}};
+}
+
+ZRMapRect ZRMapRectForZRCoordinateRegion(ZRCoordinateRegion region) noexcept {
+  const auto& [center, span] = region;
+  if ((std::isinf(center.latitude) || std::isinf(center.longitude)) &&
+      (std::isinf(span.latitudeDelta) || std::isinf(span.longitudeDelta))) {
+    return ZRMapRectNull;
+  }
+  const double halfHeight = span.latitudeDelta * 0.5;
+  const double halfWidth = span.longitudeDelta * 0.5;
+  // The projection clamps both corners to the world.
+  const ZRMapPoint northWest = geometry::mapPoint({center.latitude + halfHeight, center.longitude - halfWidth});
+  const ZRMapPoint southEast = geometry::mapPoint({center.latitude - halfHeight, center.longitude + halfWidth});
+  return {northWest, {southEast.x - northWest.x, southEast.y - northWest.y}};
+}
+
+ZRCoordinateRegion ZRCoordinateRegionBetweenCoords(CLLocationCoordinate2D a, CLLocationCoordinate2D b) noexcept {
+  // The longitudes change places, on purpose: each corner has the latitude of one coordinate, the longitude of the
+  // other.
+  if (b.latitude > a.latitude) {
+    return ZRCoordinateRegionMakeWithCoordinates({b.latitude, a.longitude}, {a.latitude, b.longitude});
+  }
+  return ZRCoordinateRegionMakeWithCoordinates({a.latitude, b.longitude}, {b.latitude, a.longitude});
+}

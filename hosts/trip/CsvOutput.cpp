@@ -1,0 +1,30 @@
+#include "CsvOutput.h"
+
+#include "OutputText.h"
+
+namespace trip {
+
+CsvOutput::CsvOutput(const std::filesystem::path& target, bool force) : file_(target, force) {
+  file_.write(kRecordingHeader);
+  file_.write(",smooth_speed,smooth_course,significant,jump,stable,snapped_lat,snapped_lon\n");
+}
+
+void CsvOutput::row(const TripRow& row) {
+  line_.clear();
+  appendRecordingCells(line_, row);
+  appendCell(line_, knownSmoothSpeed(row));
+  appendCell(line_, std::optional(row.smoothCourseDegrees));
+  appendCell(line_, row.significant);
+  appendCell(line_, row.jump);
+  appendCell(line_, row.stable);
+  appendCell(line_, row.snapped ? std::optional(row.snapped->latitude) : std::nullopt);
+  appendCell(line_, row.snapped ? std::optional(row.snapped->longitude) : std::nullopt);
+  line_ += '\n';
+  file_.write(line_);
+}
+
+void CsvOutput::finish(const TripSummary&) {
+  file_.commit();
+}
+
+}  // namespace trip

@@ -1,0 +1,26 @@
+#include "Outputs.h"
+
+#include "CsvOutput.h"
+#include "GeoJsonOutput.h"
+#include "OutputError.h"
+#include "OutputFile.h"
+#include "SummaryOutput.h"
+
+namespace trip {
+
+std::vector<std::unique_ptr<TripOutput>> makeOutputs(const std::filesystem::path& dir, bool force) {
+  const auto csv = dir / "trip.csv", geoJson = dir / "trip.geojson", summary = dir / "summary.json";
+  for (const auto& target : {csv, geoJson, summary}) requireFree(target, force);
+
+  std::error_code error;
+  std::filesystem::create_directories(dir, error);
+  if (error) throw OutputError::ofSystem(dir, error.value());
+
+  std::vector<std::unique_ptr<TripOutput>> outputs;
+  outputs.push_back(std::make_unique<CsvOutput>(csv, force));
+  outputs.push_back(std::make_unique<GeoJsonOutput>(geoJson, force));
+  outputs.push_back(std::make_unique<SummaryOutput>(summary, force));
+  return outputs;
+}
+
+}  // namespace trip

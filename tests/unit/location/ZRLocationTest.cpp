@@ -1,0 +1,157 @@
+#include <ZRCore/CLLocation_Utils.h>
+#include <ZRCore/NSCoder.h>
+#include <ZRCore/ZRLocation.h>
+
+#include <cmath>
+
+#include "LocationSupport.h"
+#include "WithFakePlatform.h"
+
+namespace {
+
+ZRPositionFix wholeFix() {
+  return {.coordinate = {52.5, 13.4},
+          .altitude = 34.0,
+          .horizontalAccuracy = 5.0,
+          .verticalAccuracy = 7.0,
+          .course = 90.0,
+          .speed = 12.0,
+          .timestamp = {1456833600.25}};
+}
+
+TEST(ZRLocationTest, ARecordKeepsTheFixBesideMeasurementsOfItsOwnThatStartAtZero) {
+  const auto record = ZRLocation::initWithCLLocation(*CLLocation::initWithFix(wholeFix()));
+  EXPECT_EQ(record->coordinate().latitude, 52.5);
+  EXPECT_EQ(record->timestamp().secondsSince1970, 1456833600.25);
+  EXPECT_EQ(record->fix().speed, 12.0);
+  const CLLocation& asPlatformLocation = *record;
+  EXPECT_EQ(asPlatformLocation.speed(), 0.0) << "also when it is seen as a platform location";
+  EXPECT_EQ(record->course(), 0.0);
+  EXPECT_EQ(record->altitude(), 0.0);
+  EXPECT_EQ(record->horizontalAccuracy(), 0.0);
+  EXPECT_EQ(record->verticalAccuracy(), 0.0);
+  record->setSpeed(3.0);
+  EXPECT_EQ(asPlatformLocation.speed(), 3.0);
+  EXPECT_EQ(record->fix().speed, 12.0);
+}
+
+TEST(ZRLocationTest, ARecordOfARecordStartsFromTheSameFix) {
+  const auto source = ZRLocation::initWithCLLocation(*CLLocation::initWithFix(wholeFix()));
+  source->setSpeed(99.0);
+  source->setSmoothSpeed(98.0);
+  source->setSignificantChange(true);
+  const auto record = ZRLocation::initWithCLLocation(*source);
+  EXPECT_EQ(record->fix().speed, 12.0);
+  EXPECT_EQ(record->speed(), 0.0);
+  EXPECT_EQ(record->smoothSpeed(), 0.0);
+  EXPECT_FALSE(record->significantChange());
+}
+
+TEST(ZRLocationTest, EqualityLooksAtTheCoordinateAlone) {
+  const auto here = ZRLocation::initWithCLLocation(*fixAt(0.0, 13.0, 5.0, 1.0));
+  const auto hereAgain = ZRLocation::initWithCLLocation(*fixAt(-0.0, 13.0, 50.0, 2.0));
+  const auto there = ZRLocation::initWithCLLocation(*fixAt(0.0, 13.5));
+  EXPECT_TRUE(here->isEqual(hereAgain.get()));
+  EXPECT_EQ(here->hash(), hereAgain->hash());
+  EXPECT_FALSE(here->isEqual(there.get()));
+  EXPECT_FALSE(here->isEqual(nullptr));
+  EXPECT_FALSE(here->isEqual(fixAt(0.0, 13.0).get())) << "a platform location is no record";
+
+  const auto nowhere = ZRLocation::initWithCLLocation(*fixAt(0.0, 0.0));
+  EXPECT_TRUE(nowhere->isEqualToLocation(nullptr)) << "none counts as the coordinate (0, 0)";
+  EXPECT_FALSE(here->isEqualToLocation(nullptr));
+
+  const auto nan = ZRLocation::initWithCLLocation(*fixAt(std::nan(""), 0.0));
+  EXPECT_TRUE(nan->isEqual(nan.get())) << "the same object";
+  EXPECT_FALSE(nan->isEqualToLocation(nan.get()));
+}
+
+TEST(ZRLocationTest, ToleratedDifferencesIncludeTheBound) {
+  const auto a = ZRLocation::initWithCLLocation(*fixAt(10.0, 20.0));
+  const auto b = ZRLocation::initWithCLLocation(*fixAt(10.5, 19.75));
+  EXPECT_TRUE(a->isEqualToLocationWithDelta(*b, 0.5));
+  EXPECT_FALSE(a->isEqualToLocationWithDelta(*b, 0.49));
+  EXPECT_FALSE(a->isEqualToLocationWithDelta(*ZRLocation::initWithCLLocation(*fixAt(10.0, 20.5)), 0.25));
+  EXPECT_TRUE(a->isEqualToLocationWithDelta(*a, 0.0));
+}
+
+TEST(ZRLocationTest, ACopyHasTheFixAndTheFilterResults) {
+  const auto record = ZRLocation::initWithCLLocation(*CLLocation::initWithFix(wholeFix()));
+  record->setSmoothSpeed(1.0);
+  record->setSmoothCourse(2.0);
+  record->setExceedsMovementLimit(true);
+  record->setSignificantChange(true);
+  record->setSpeed(3.0);
+  record->setLat(4.0);
+  const auto copy = record->copy();
+  EXPECT_NE(copy, record);
+  EXPECT_TRUE(copy->isEqual(record.get()));
+  EXPECT_EQ(copy->fix().speed, 12.0);
+  EXPECT_EQ(copy->smoothSpeed(), 1.0);
+  EXPECT_EQ(copy->smoothCourse(), 2.0);
+  EXPECT_TRUE(copy->exceedsMovementLimit());
+  EXPECT_TRUE(copy->significantChange());
+  EXPECT_EQ(copy->speed(), 0.0);
+  EXPECT_EQ(copy->lat(), 0.0);
+}
+
+TEST(ZRLocationTest, AnArchiveHoldsTheFixAndTheSmoothedValues) {
+  const auto record = ZRLocation::initWithCLLocation(*CLLocation::initWithFix(wholeFix()));
+  record->setSmoothSpeed(1.5);
+  record->setSmoothCourse(2.5);
+  record->setSignificantChange(true);
+  record->setLat(4.0);
+  record->setSpeed(3.0);
+  ZRMemoryCoder archive;
+  record->encodeWithCoder(archive);
+  EXPECT_FALSE(archive.containsValueForKey("lat"));
+  EXPECT_FALSE(archive.containsValueForKey("lng"));
+
+  auto read = ZRLocation::initWithCoder(archive);
+  EXPECT_EQ(read->coordinate().longitude, 13.4);
+  EXPECT_EQ(read->fix().altitude, 34.0);
+  EXPECT_EQ(read->fix().course, 90.0);
+  EXPECT_EQ(read->fix().speed, 12.0);
+  EXPECT_EQ(read->timestamp().secondsSince1970, 1456833600.25);
+  EXPECT_EQ(read->smoothSpeed(), 1.5);
+  EXPECT_EQ(read->smoothCourse(), 2.5);
+  EXPECT_FALSE(read->significantChange());
+  EXPECT_EQ(read->lat(), 0.0);
+
+  archive.encodeDoubleForKey(47.5, "lat");  // as other producers do
+  archive.encodeDoubleForKey(8.5, "lng");
+  read = ZRLocation::initWithCoder(archive);
+  EXPECT_EQ(read->lat(), 47.5);
+  EXPECT_EQ(read->lng(), 8.5);
+  EXPECT_EQ(read->coordinate().latitude, 52.5);
+}
+
+class CLLocation_UtilsTest : public WithFakePlatform {};
+
+TEST_F(CLLocation_UtilsTest, DirectionsCarryAFullTurnTooMuch) {
+  using CLLocation_Utils::directionToLocation;
+  const auto origin = fixAt(0.0, 0.0);
+  EXPECT_EQ(directionToLocation(*origin, *fixAt(1.0, 0.0)), 360.0);
+  EXPECT_EQ(directionToLocation(*origin, *fixAt(0.0, 1.0)), 450.0);
+  EXPECT_EQ(directionToLocation(*origin, *fixAt(-1.0, 0.0)), 540.0);
+  EXPECT_EQ(directionToLocation(*origin, *fixAt(0.0, -1.0)), 270.0);
+  EXPECT_EQ(directionToLocation(*origin, *origin), 360.0);
+}
+
+TEST_F(CLLocation_UtilsTest, ALocationAtADistanceKeepsItsScale) {
+  const auto origin = fixAt(50.0, 8.0);
+  const auto towards = fixAt(51.0, 9.0);
+  const double delta = 6.37e15 / 1000.0 / 6370254000.0;  // radians: a distance large enough to be seen
+  const auto made = CLLocation_Utils::newLocationAtDistanceToLocation(*origin, 6.37e15, *towards);
+  const double direction = CLLocation_Utils::directionToLocation(*origin, *towards) * 57.29577951308232;
+  const double colatitude = 1.5707963267948966 - 50.0 * 0.017453292519943295;
+  const double x =
+      std::acos(std::cos(delta) * std::cos(colatitude) + std::sin(colatitude) * std::sin(delta) * std::cos(direction));
+  EXPECT_NEAR(made->coordinate().latitude, 90.0 - x * 57.29577951308232, 1e-9);
+  const auto near = CLLocation_Utils::newLocationAtDistanceToLocation(*origin, 1000.0, *towards);
+  EXPECT_LT(near->distanceFromLocation(*origin), 0.5) << "an ordinary distance hardly moves at all";
+  EXPECT_EQ(near->speed(), -1.0);
+  EXPECT_EQ(near->timestamp().secondsSince1970, fake.clock->time.secondsSince1970);
+}
+
+}  // namespace
