@@ -43,7 +43,8 @@ struct Remark {
   std::string text;        ///< what, why and what to do; names neither the file nor the line
 };
 
-/// Hears what a reader found, in the input's order.
+/// Hears what a reader found: the fixes in the input's order, and the remarks in theirs. A fix that later lines may add
+/// to comes after the remarks about these. Must not throw: some readers call it from within a C library.
 class Listener {
  public:
   virtual ~Listener();

@@ -106,6 +106,8 @@ struct CoderImplementation {
   std::function<std::unique_ptr<NSCoder>()> make;
 };
 
+void PrintTo(const CoderImplementation& implementation, std::ostream* out) { *out << implementation.name; }
+
 class CoderContract : public testing::TestWithParam<CoderImplementation> {
  protected:
   std::unique_ptr<NSCoder> coder = GetParam().make();

@@ -1,0 +1,14 @@
+/// @file
+/// All of ZRCore.
+#ifndef ZRCORE_ZRCORE_H
+#define ZRCORE_ZRCORE_H
+
+#include <ZRCore/CLLocation_Utils.h>
+#include <ZRCore/ZRGeometry.h>
+#include <ZRCore/ZRGeometry.hpp>
+#include <ZRCore/ZRGeometryAdditions.h>
+#include <ZRCore/ZRLocation.h>
+#include <ZRCore/ZRLocationManager.h>
+#include <ZRCore/ZRPlatform.h>
+
+#endif
