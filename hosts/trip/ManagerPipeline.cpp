@@ -81,9 +81,13 @@ std::optional<TripRow> ManagerPipeline::deliver(const ZRPositionFix& fix) {
   return row;
 }
 
-void ManagerPipeline::startHalfWayClient() { halfWay_.manager->startUpdatingLocation(); }
+void ManagerPipeline::startHalfWayClient() {
+  halfWay_.manager->startUpdatingLocation();
+}
 
-void ManagerPipeline::stopHalfWayClient() { halfWay_.manager->stopUpdatingLocation(); }
+void ManagerPipeline::stopHalfWayClient() {
+  halfWay_.manager->stopUpdatingLocation();
+}
 
 std::map<std::string, std::uint64_t> ManagerPipeline::deliveredByClient() const {
   return {{"plain", plain_.client->delivered},

@@ -12,8 +12,8 @@
 
 namespace trip {
 
-/// The location service with three clients: a plain one, one with a snap filter, and one that listens half-way only. The
-/// service's filter belongs to the process: a second pipeline goes on where the first one's filter stopped.
+/// The location service with three clients: a plain one, one with a snap filter, and one that listens half-way only.
+/// The service's filter belongs to the process: a second pipeline goes on where the first one's filter stopped.
 class ManagerPipeline final : public TripPipeline {
  public:
   struct Options {

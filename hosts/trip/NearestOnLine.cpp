@@ -10,7 +10,9 @@ namespace trip {
 
 namespace {
 
-double radians(double degrees) { return degrees * (std::numbers::pi / 180.0); }
+double radians(double degrees) {
+  return degrees * (std::numbers::pi / 180.0);
+}
 
 }  // namespace
 
@@ -49,6 +51,8 @@ std::optional<CLLocationCoordinate2D> NearestOnLine::place() const {
   return CLLocationCoordinate2D{nearest_.latitude, longitudeNear(nearest_.longitude, 0.0)};
 }
 
-double NearestOnLine::meters() const { return EarthRadius * radians(std::sqrt(nearestSquaredDegrees_)); }
+double NearestOnLine::meters() const {
+  return EarthRadius * radians(std::sqrt(nearestSquaredDegrees_));
+}
 
 }  // namespace trip

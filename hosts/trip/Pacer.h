@@ -38,8 +38,8 @@ class Pacer {
   /// @param rate  recorded seconds per real second, > 0; nullopt: as fast as possible
   Pacer(std::optional<double> rate, Waiter& waiter) : rate_(rate), waiter_(waiter) {}
 
-  /// Returns when the fix measured at `secondsSince1970` is due. The first one is due at once; so is one without a time,
-  /// or with an earlier one than the fix before it.
+  /// Returns when the fix measured at `secondsSince1970` is due. The first one is due at once; so is one without a
+  /// time, or with an earlier one than the fix before it.
   void waitUntilDue(std::optional<double> secondsSince1970);
 
  private:

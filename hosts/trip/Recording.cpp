@@ -76,8 +76,7 @@ readers::Format Recording::detect() {
   throw RecordingError("is no recording that this tool reads: GPX, NMEA 0183, gpsd JSON lines, or CSV with a header");
 }
 
-void Recording::feed(readers::FixReader& reader, readers::Listener& listener,
-                     const std::function<void()>& afterStep) {
+void Recording::feed(readers::FixReader& reader, readers::Listener& listener, const std::function<void()>& afterStep) {
   const std::uint64_t step = size_ ? std::max<std::uint64_t>(1, *size_ / kStepsPerRecording) : kReadBytes;
   std::string_view rest = buffer_;
   while (!rest.empty() && !isInterrupted_()) {

@@ -11,7 +11,8 @@
 
 namespace trip {
 
-/// A recording that can't be read, as a whole or from some point on. `what()` says why and what to do, without the name.
+/// A recording that can't be read, as a whole or from some point on. `what()` says why and what to do, without the
+/// name.
 class RecordingError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

@@ -24,9 +24,8 @@ bool isNear(CLLocationCoordinate2D place, CLLocationCoordinate2D start, CLLocati
 }  // namespace
 
 bool ReplayedRoute::isNearLineTo(CLLocationCoordinate2D end) const {
-  return std::all_of(pending_.begin(), pending_.end(), [&](CLLocationCoordinate2D passed) {
-    return isNear(passed, vertices_.back(), end);
-  });
+  return std::all_of(pending_.begin(), pending_.end(),
+                     [&](CLLocationCoordinate2D passed) { return isNear(passed, vertices_.back(), end); });
 }
 
 void ReplayedRoute::append(CLLocationCoordinate2D place) {

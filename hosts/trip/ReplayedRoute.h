@@ -20,7 +20,8 @@ class ReplayedRoute {
   /// until that part of the way is older than the last kMaximumSegments segments.
   void append(CLLocationCoordinate2D place);
 
-  /// The place on the kept part of the way that is nearest to `place`, however far away; nullopt before the first place.
+  /// The place on the kept part of the way that is nearest to `place`, however far away; nullopt before the first
+  /// place.
   std::optional<CLLocationCoordinate2D> snap(CLLocationCoordinate2D place) const;
 
   std::size_t segmentCount() const;
@@ -29,7 +30,8 @@ class ReplayedRoute {
   bool isNearLineTo(CLLocationCoordinate2D end) const;
 
   std::deque<CLLocationCoordinate2D> vertices_;  ///< final; each longitude near its predecessor's
-  std::vector<CLLocationCoordinate2D> pending_;  ///< reached since the last vertex, near the straight line to the newest
+  std::vector<CLLocationCoordinate2D>
+      pending_;  ///< reached since the last vertex, near the straight line to the newest
 };
 
 }  // namespace trip

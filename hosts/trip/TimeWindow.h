@@ -21,8 +21,8 @@ struct TimeBound {
 /// ("+90"). nullopt for anything else.
 std::optional<TimeBound> parseTimeBound(std::string_view text);
 
-/// The part of a recording between two times, both inclusive. What the bounds mean is settled by the first time that the
-/// recording tells.
+/// The part of a recording between two times, both inclusive. What the bounds mean is settled by the first time that
+/// the recording tells.
 class TimeWindow {
  public:
   TimeWindow() = default;

@@ -40,7 +40,8 @@ TripSummary TripReplay::summary() const {
 
 void TripReplay::fix(const readers::SourceFix& fix) {
   if (listener_.wantsToStop()) return;
-  const ZRPositionFix completed = completion_.complete(fix);  // also of fixes outside the window: later ones lean on them
+  const ZRPositionFix completed =
+      completion_.complete(fix);  // also of fixes outside the window: later ones lean on them
   const double seconds = completed.timestamp.secondsSince1970;
   const bool isInside = window_.contains(seconds != 0.0 ? std::optional(seconds) : std::nullopt);
   if (window_.isReversed()) throw ReversedWindow();

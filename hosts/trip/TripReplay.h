@@ -1,9 +1,9 @@
 #ifndef ZRCORE_HOSTS_TRIP_TRIPREPLAY_H
 #define ZRCORE_HOSTS_TRIP_TRIPREPLAY_H
 
+#include <ZRCore/ZRPlatform.h>
 #include <policy/FixCompletion.h>
 #include <readers/FixReader.h>
-#include <ZRCore/ZRPlatform.h>
 
 #include <cstdint>
 #include <optional>
@@ -48,8 +48,8 @@ class ReversedWindow : public std::runtime_error {
 
 /// Takes a recording through a pipeline, fix by fix.
 ///
-/// The half-way client listens from one quarter to three quarters of the recording, measured in bytes, or, with a stream,
-/// from its 101st to its 200th replayed fix.
+/// The half-way client listens from one quarter to three quarters of the recording, measured in bytes, or, with a
+/// stream, from its 101st to its 200th replayed fix.
 class TripReplay final : private readers::Listener {
  public:
   struct Options {

@@ -4,13 +4,17 @@
 
 #include <string>
 
-#include "FixedText.h"
+#include "NumberText.h"
 
-FixLines::FixLines(StandardOutput& output) : output_(output) {
-  output_.write("time\tlat\tlon\taccuracy_m\tcourse\tsmooth_course\tspeed_mps\tsmooth_speed_mps\tmark\tstable\n");
-}
+namespace {
+
+constexpr const char* kHeader =
+    "time\tlat\tlon\taccuracy_m\tcourse\tsmooth_course\tspeed_mps\tsmooth_speed_mps\tmark\tstable\n";
+
+}  // namespace
 
 void FixLines::row(const trip::TripRow& row) {
+  if (row.index == 0) output_.write(kHeader);
   std::string line = row.secondsSince1970 ? trip::timeText(*row.secondsSince1970) : "-";
   const auto add = [&line](const std::string& cell) { (line += '\t') += cell; };
   add(fixedText(row.coordinate.latitude, 7));

@@ -5,11 +5,12 @@
 
 #include "StandardOutput.h"
 
-/// One line per fix for other programs: columns separated by tabs, named by the first line, "-" for what is unknown. No
+/// One line per fix for other programs: columns separated by tabs, named by the line before the
+/// first fix, "-" for what is unknown. No
 /// value holds a blank.
 class FixLines final : public trip::TripOutput {
  public:
-  explicit FixLines(StandardOutput& output);
+  explicit FixLines(StandardOutput& output) : output_(output) {}
   void row(const trip::TripRow& row) override;
   void finish(const trip::TripSummary&) override {}
 

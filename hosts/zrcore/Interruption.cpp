@@ -1,12 +1,15 @@
 #include "Interruption.h"
 
 #include <csignal>
+#include <initializer_list>
 
 namespace {
 
 volatile std::sig_atomic_t received = 0;
 
-extern "C" void remember(int number) { received = number; }
+extern "C" void remember(int number) {
+  received = number;
+}
 
 }  // namespace
 
@@ -17,4 +20,6 @@ void interruption::listen() {
   for (const int number : {SIGINT, SIGTERM}) ::sigaction(number, &action, nullptr);
 }
 
-int interruption::signal() { return received; }
+int interruption::signal() {
+  return received;
+}

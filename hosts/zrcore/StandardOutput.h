@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-/// Where results go. A reader that goes away (`| head`) is no error: `isClosed` tells, and writing changes nothing more.
-/// Every other failure is a trip::OutputError. Needs SIGPIPE to be ignored.
+/// Where results go. A reader that goes away (`| head`) is no error: `isClosed` tells, and writing changes nothing
+/// more. Every other failure is a trip::OutputError. Needs SIGPIPE to be ignored.
 class StandardOutput {
  public:
   /// Buffered until `flush`, or until the buffer is full.

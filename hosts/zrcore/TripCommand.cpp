@@ -10,7 +10,8 @@ namespace {
 
 constexpr const char* kDescription =
     "Replays a recorded trip through the location service and shows what the filter makes of it.\n"
-    "Reads GPX, NMEA 0183, gpsd JSON lines and CSV (time,lat,lon,altitude,accuracy,speed,course), told apart by content.";
+    "Reads GPX, NMEA 0183, gpsd JSON lines and CSV (time,lat,lon,altitude,accuracy,speed,course), told apart by "
+    "content.";
 
 constexpr const char* kFooter = R"(
 Output:
@@ -51,7 +52,9 @@ void addTimeOption(CLI::App& command, const std::string& name, std::optional<tri
           name,
           [&bound, name](const std::string& text) {
             bound = trip::parseTimeBound(text);
-            if (!bound) throw CLI::ValidationError(name, "'" + text + "' is no time; give it as in 2026-05-09T09:30:00Z, 09:30:00 or +90");
+            if (!bound)
+              throw CLI::ValidationError(
+                  name, "'" + text + "' is no time; give it as in 2026-05-09T09:30:00Z, 09:30:00 or +90");
           },
           description)
       ->type_name("TIME");
@@ -65,7 +68,9 @@ void addTripCommand(CLI::App& tool, int& exitCode) {
   command.footer(kFooter);
 
   command.add_option("FILE", arguments->file, "The recording; - for standard input")->required();
-  command.add_option("--out", arguments->outputFolder, "Write trip.csv, trip.geojson, summary.json, trip.png and trip.svg there")
+  command
+      .add_option("--out", arguments->outputFolder,
+                  "Write trip.csv, trip.geojson, summary.json, trip.png and trip.svg there")
       ->type_name("DIR");
   command.add_flag("--force", arguments->force, "Let --out overwrite files");
   command
@@ -79,16 +84,18 @@ void addTripCommand(CLI::App& tool, int& exitCode) {
           "--rate", [arguments](const std::string& text) { arguments->rate = parseRate(text); },
           "Times the recorded speed: 1, 10, or max for no waiting [max]. Pauses of over a minute are cut to one")
       ->type_name("RATE");
-  addTimeOption(command, "--from", arguments->from,
-                "Leave out fixes before this time: ISO 8601, HH:MM[:SS] (UTC) on the recording's first day, or +SECONDS "
-                "after its start");
+  addTimeOption(
+      command, "--from", arguments->from,
+      "Leave out fixes before this time: ISO 8601, HH:MM[:SS] (UTC) on the recording's first day, or +SECONDS "
+      "after its start");
   addTimeOption(command, "--to", arguments->to, "Leave out fixes after this time");
   command.add_option("--assume-accuracy", arguments->assumedAccuracyMeters, "Accuracy of fixes that tell none")
       ->type_name("METRES")
       ->check(CLI::PositiveNumber);
   command.add_flag("--derive-speed", arguments->derivesSpeed, "Work out missing speeds from the places and times");
-  command.add_option("--route", arguments->routeFile,
-                     "A recording of the route that the second client snaps to; without it, the way already replayed")
+  command
+      .add_option("--route", arguments->routeFile,
+                  "A recording of the route that the second client snaps to; without it, the way already replayed")
       ->type_name("FILE");
   CLI::Option* const json =
       command.add_flag("--json", arguments->json, "One JSON object per fix; the last line is {\"summary\": ...}");

@@ -16,7 +16,9 @@
 
 namespace {
 
-bool isInterrupted() { return interruption::signal() != 0; }
+bool isInterrupted() {
+  return interruption::signal() != 0;
+}
 
 TripView::Shape shapeFor(const TripArguments& arguments) {
   if (arguments.json) return TripView::Shape::json;
@@ -57,7 +59,7 @@ class TripRun {
 
  private:
   bool readRoute(const std::string& path);
-  bool outputsSpareInputs();
+  bool openOutputs(const std::filesystem::path& folder);
   int replay(trip::Recording& recording);
 
   const TripArguments& arguments_;
@@ -88,13 +90,19 @@ bool TripRun::readRoute(const std::string& path) {
   return true;
 }
 
-/// A table that an earlier run wrote can be replayed; --force must not put the new one in its place.
-bool TripRun::outputsSpareInputs() {
-  const auto table = std::filesystem::path(*arguments_.outputFolder) / "trip.csv";
+/// False, with a message, when nothing can or may be written into the folder.
+bool TripRun::openOutputs(const std::filesystem::path& folder) {
+  // A table that an earlier run wrote can be replayed; --force must not put the new one in its place.
   for (const std::string& input : {arguments_.file, arguments_.routeFile.value_or("-")}) {
     std::error_code error;
-    if (!std::filesystem::equivalent(table, input, error)) continue;
+    if (!std::filesystem::equivalent(folder / "trip.csv", input, error)) continue;
     view_.messages().about(shownName(input), "would be overwritten by --out; choose another folder");
+    return false;
+  }
+  try {
+    view_.addOutputs(trip::makeOutputs(folder, arguments_.force));
+  } catch (const trip::OutputError& error) {
+    view_.messages().say(error.what());
     return false;
   }
   return true;
@@ -145,10 +153,7 @@ int TripRun::run() {
   try {
     trip::Recording recording(arguments_.file, isInterrupted);
     if (arguments_.routeFile && !readRoute(*arguments_.routeFile)) return kExitDataFault;
-    if (arguments_.outputFolder) {
-      if (!outputsSpareInputs()) return kExitUsage;
-      view_.addOutputs(trip::makeOutputs(*arguments_.outputFolder, arguments_.force));
-    }
+    if (arguments_.outputFolder && !openOutputs(*arguments_.outputFolder)) return kExitUsage;
     return replay(recording);
   } catch (const trip::RecordingError& error) {
     view_.messages().about(name_, error.what());
@@ -158,7 +163,7 @@ int TripRun::run() {
     return kExitUsage;
   } catch (const trip::OutputError& error) {
     view_.messages().say(error.what());
-    return error.isTaken() ? kExitUsage : kExitServiceMissing;
+    return kExitServiceMissing;
   }
 }
 

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <string_view>
 
-#include "FixedText.h"
+#include "NumberText.h"
 
 namespace {
 
@@ -44,11 +44,12 @@ const std::array<Column, 10> kColumns{{
     {"acc m", 6, [](const trip::TripRow& row) { return fixedText(row.accuracyMeters, 1); }},
     {"course", 6, [](const trip::TripRow& row) { return fixedText(row.courseDegrees, 1); }},
     {"smooth", 6, [](const trip::TripRow& row) { return fixedText(row.smoothCourseDegrees, 1); }},
-    {"km/h", 6,
-     [](const trip::TripRow& row) { return fixedText(kilometersPerHour(row.speedMetersPerSecond), 1); }},
+    {"km/h", 6, [](const trip::TripRow& row) { return fixedText(kilometersPerHour(row.speedMetersPerSecond), 1); }},
     {"smooth", 6,
      [](const trip::TripRow& row) { return fixedText(kilometersPerHour(trip::knownSmoothSpeed(row)), 1); }},
-    {"mark", 4, [](const trip::TripRow& row) -> std::string { return row.jump ? "J" : row.significant ? "S" : ""; }},
+    {"mark", 4, [](const trip::TripRow& row) -> std::string { return row.jump          ? "J"
+                                                                     : row.significant ? "S"
+                                                                                       : ""; }},
     {"stable", 6, [](const trip::TripRow& row) -> std::string { return row.stable ? "yes" : ""; }},
 }};
 
@@ -69,7 +70,9 @@ std::string colored(const Terminal& terminal, const char* color, const std::stri
   return terminal.color && *color ? color + text + kPlain : text;
 }
 
-const char* rowColor(const trip::TripRow& row) { return row.jump ? kRed : row.significant ? kGreen : ""; }
+const char* rowColor(const trip::TripRow& row) {
+  return row.jump ? kRed : row.significant ? kGreen : "";
+}
 
 std::string bar(double fraction, int width, bool unicode) {
   const int done = static_cast<int>(std::lround(std::clamp(fraction, 0.0, 1.0) * width));
@@ -93,15 +96,17 @@ void TripTable::row(const trip::TripRow& row) {
 }
 
 std::string TripTable::statusLine(const Terminal& terminal) const {
-  std::string counts = std::to_string(fixes_) + (fixes_ == 1 ? " fix" : " fixes");
-  if (faults_ > 0) counts += ", " + std::to_string(faults_) + (faults_ == 1 ? " fault" : " faults");
-  if (!fraction_) return " " + counts.substr(0, static_cast<std::size_t>(std::max(terminal.columns - 1, 0)));
+  std::string text(1, ' ');
+  if (fraction_) text += fixedText(std::floor(*fraction_ * 100.0), 0) + " %  ";
+  text += countText(fixes_, "fix", "fixes");
+  if (faults_ > 0) text += ", " + countText(faults_, "fault", "faults");
+  text.resize(std::min(text.size(), static_cast<std::size_t>(std::max(terminal.columns, 0))));
 
-  const std::string percent = fixedText(std::floor(*fraction_ * 100.0), 0) + " %";
-  const std::string text = " " + percent + "  " + counts;
-  const int width = std::min(40, terminal.columns - 2 - static_cast<int>(text.size()));
-  if (width < 5) return text.substr(0, static_cast<std::size_t>(std::max(terminal.columns, 0)));
-  return " " + colored(terminal, kGreen, bar(*fraction_, width, terminal.unicode)) + text;
+  constexpr int kWidestBar = 40, kNarrowestBar = 5;
+  const int width = std::min(kWidestBar, terminal.columns - 1 - static_cast<int>(text.size()));
+  if (!fraction_ || width < kNarrowestBar) return text;
+  std::string line(1, ' ');
+  return line += colored(terminal, kGreen, bar(*fraction_, width, terminal.unicode)) + text;
 }
 
 std::vector<std::string> TripTable::lines(const Terminal& terminal) const {

@@ -13,8 +13,8 @@
 #include "Messages.h"
 #include "StandardOutput.h"
 
-/// Shows a replay while it runs: the fixes on the standard output (a live table, lines, JSON or nothing), the messages on
-/// the standard error stream, and all of it in the files that were asked for.
+/// Shows a replay while it runs: the fixes on the standard output (a live table, lines, JSON or nothing), the messages
+/// on the standard error stream, and all of it in the files that were asked for.
 class TripView final : public trip::ReplayListener {
  public:
   enum class Shape { table, lines, json, nothing };
