@@ -14,6 +14,11 @@ double radians(double degrees) {
   return degrees * (std::numbers::pi / 180.0);
 }
 
+/// How far a value lies outside the range between two others.
+double gap(double value, double a, double b) {
+  return std::max({0.0, std::min(a, b) - value, value - std::max(a, b)});
+}
+
 }  // namespace
 
 double longitudeNear(double longitude, double reference) {
@@ -29,6 +34,9 @@ double NearestOnLine::squaredDegrees(double latitudeDifference, double longitude
 }
 
 void NearestOnLine::consider(CLLocationCoordinate2D start, CLLocationCoordinate2D end) {
+  const double north = gap(from_.latitude, start.latitude, end.latitude);
+  if (north * north >= nearestSquaredDegrees_) return;  // most segments of a long line end here, cheaply
+
   const CLLocationCoordinate2D from{from_.latitude, longitudeNear(from_.longitude, start.longitude)};
   const auto candidate =
       ZRCoordinateUtils::closestCoordToCoordAlongLineWithStartingCoordAndEndingCoord(from, start, end);
@@ -41,8 +49,8 @@ void NearestOnLine::consider(CLLocationCoordinate2D start, CLLocationCoordinate2
 
 bool NearestOnLine::mayImproveWithin(CLLocationCoordinate2D southWest, CLLocationCoordinate2D northEast) const {
   const double longitude = longitudeNear(from_.longitude, (southWest.longitude + northEast.longitude) / 2.0);
-  const double north = std::max({0.0, southWest.latitude - from_.latitude, from_.latitude - northEast.latitude});
-  const double east = std::max({0.0, southWest.longitude - longitude, longitude - northEast.longitude});
+  const double north = gap(from_.latitude, southWest.latitude, northEast.latitude);
+  const double east = gap(longitude, southWest.longitude, northEast.longitude);
   return squaredDegrees(north, east) < nearestSquaredDegrees_;
 }
 

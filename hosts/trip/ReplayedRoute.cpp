@@ -48,8 +48,9 @@ void ReplayedRoute::append(CLLocationCoordinate2D place) {
 std::optional<CLLocationCoordinate2D> ReplayedRoute::snap(CLLocationCoordinate2D place) const {
   if (vertices_.empty()) return std::nullopt;
   NearestOnLine nearest(place);
-  for (std::size_t i = 1; i < vertices_.size(); ++i) nearest.consider(vertices_[i - 1], vertices_[i]);
+  // The newest first: one of them is the nearest, as a rule, and the others are then told apart quickly.
   nearest.consider(vertices_.back(), pending_.empty() ? vertices_.back() : pending_.back());
+  for (std::size_t i = vertices_.size() - 1; i > 0; --i) nearest.consider(vertices_[i - 1], vertices_[i]);
   return nearest.place();
 }
 
