@@ -29,7 +29,9 @@ TripReplay::TripReplay(const Options& options, Recording& recording, TripPipelin
       counter_(summaryAtStart(options, recording.format())) {}
 
 void TripReplay::run() {
-  recording_.read(*this, [this] { listener_.progress(recording_.progress()); });
+  const auto tellProgress = [this] { listener_.progress(recording_.progress()); };
+  tellProgress();
+  recording_.read(*this, tellProgress);
 }
 
 TripSummary TripReplay::summary() const {
