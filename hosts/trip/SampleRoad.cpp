@@ -12,7 +12,7 @@ constexpr double kRadiansPerDegree = std::numbers::pi / 180.0;
 
 SampleRoad SampleRoad::drive() {
   constexpr double kTown = 12.5, kTurn = 4.5, kRoundabout = 6.5, kCountry = 19.0, kWinding = 14.0, kTunnel = 16.5;
-  SampleRoad road(134.0);
+  SampleRoad road(164.0);
   road.straight(260, kTown);
   road.bend(11, 90, kTurn);
   road.straight(180, kTown);
