@@ -1,6 +1,6 @@
 #include "FixEmitter.h"
 
-#include <cmath>
+#include <ZRCore/ZRGeometry.h>
 
 #include "FixFields.h"
 
@@ -8,8 +8,7 @@ namespace readers {
 
 void FixEmitter::emit(const SourceFix& fix, Listener& listener) {
   const Reporter reporter{listener, fix.line};
-  const auto [latitude, longitude] = fix.coordinate;
-  if (!(std::fabs(latitude) <= 90.0 && std::fabs(longitude) <= 180.0)) {
+  if (!CLLocationCoordinate2DIsValid(fix.coordinate)) {
     reporter.fault(
         "the position lies outside latitudes of 90 and longitudes of 180 degrees and is dropped; "
         "check that the two are not swapped");

@@ -60,7 +60,7 @@ void readQuantity(SourceFix& fix, Quantity quantity, std::string_view text, cons
   if (const auto number = parseNumber(text)) {
     setQuantity(fix, quantity, *number, reporter);
   } else {
-    reporter.fault(std::string("the ") + ruleOf(quantity).name + " " + quoted(text) +
+    reporter.fault(std::string("the ") + ruleOf(quantity).name + " " + inQuotes(text) +
                    " is not a number and is left out of the fix; write it with a decimal point and without a unit");
   }
 }
@@ -70,7 +70,7 @@ void readTime(SourceFix& fix, std::string_view text, const Reporter& reporter) {
   if (const auto seconds = secondsFromText(text)) {
     fix.secondsSince1970 = seconds;
   } else {
-    reporter.fault("the time " + quoted(text) +
+    reporter.fault("the time " + inQuotes(text) +
                    " can't be read and is left out of the fix; write it like 2022-09-11T19:15:03Z");
   }
 }
@@ -79,7 +79,7 @@ bool readCoordinate(SourceFix& fix, std::string_view latitude, std::string_view 
   const auto latitudeDegrees = parseNumber(latitude);
   const auto longitudeDegrees = parseNumber(longitude);
   if (!latitudeDegrees || !longitudeDegrees) {
-    reporter.fault("the position " + quoted(latitude) + ", " + quoted(longitude) +
+    reporter.fault("the position " + inQuotes(latitude) + ", " + inQuotes(longitude) +
                    " is not a pair of numbers and is dropped; write latitude and longitude in decimal degrees");
     return false;
   }

@@ -122,7 +122,7 @@ void GpxReader::startElement(std::string_view name, const XML_Char** attributes)
     if (!accepts(*attribute)) return;
   }
   name = localName(name);
-  if (depth_ == 1 && name != "gpx") refuse("this XML is no GPX: its outermost element is " + quoted(name));
+  if (depth_ == 1 && name != "gpx") refuse("this XML is no GPX: its outermost element is " + inQuotes(name));
   if (depth_ > kDeepestElement) refuse("the elements of the XML are nested too deeply");
   if (finished_) return;
 

@@ -25,7 +25,7 @@ void readKnots(SourceFix& fix, std::string_view text, const Reporter& reporter) 
 bool readSecondsOfDay(std::optional<double>& into, std::string_view text, const Reporter& reporter) {
   into = secondsOfDayFromNmea(text);
   if (into || text.empty()) return true;
-  reporter.fault("the sentence is skipped: its time " + quoted(text) + " is no hhmmss.sss");
+  reporter.fault("the sentence is skipped: its time " + inQuotes(text) + " is no hhmmss.sss");
   return false;
 }
 
@@ -51,7 +51,7 @@ void NmeaReader::readLine(std::string_view text, const Reporter& reporter) {
   text = trimmed(text);
   if (text.empty() || text.front() == '#' || text.front() == '!') return;  // '!': ships' positions, not ours
   if (text.front() != '$') {
-    reporter.fault("the line is skipped: no sentence begins with " + quoted(text.substr(0, 1)) +
+    reporter.fault("the line is skipped: no sentence begins with " + inQuotes(text.substr(0, 1)) +
                    "; sentences begin with $");
     return;
   }
@@ -90,7 +90,7 @@ std::optional<NmeaReader::Instant> NmeaReader::readRmc(const NmeaSentence& sente
   const auto date = sentence.field(9);
   part.midnight = secondsAtMidnightFromNmea(date);
   if (!part.midnight && !date.empty()) {
-    reporter.fault("the date " + quoted(date) + " is no ddmmyy and is left out; the date before it is carried on");
+    reporter.fault("the date " + inQuotes(date) + " is no ddmmyy and is left out; the date before it is carried on");
   }
   return part;
 }
@@ -177,8 +177,9 @@ void NmeaReader::dateCurrent() {
   if (current_->midnight) {
     time = *current_->midnight + *current_->secondsOfDay;
   } else if (lastSecondsSince1970_) {
-    // Of all days, the one on which the instant lies nearest to the last one: midnight may have passed since.
-    const double days = std::round((*lastSecondsSince1970_ - *current_->secondsOfDay) / kSecondsPerDay);
+    // Time runs forward, perhaps past midnight; only a sentence that comes late lies a little before the last instant.
+    constexpr double kLatestSeconds = 3600.0;
+    const double days = std::ceil((*lastSecondsSince1970_ - kLatestSeconds - *current_->secondsOfDay) / kSecondsPerDay);
     time = days * kSecondsPerDay + *current_->secondsOfDay;
   }
   if (time) lastSecondsSince1970_ = time;

@@ -20,7 +20,7 @@ std::string lowerCase(std::string_view text) {
   return small;
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   constexpr std::size_t kMostShown = 40;
   std::string shown = "\"";
   for (const char c : text.substr(0, kMostShown)) shown += c >= ' ' && c <= '~' ? c : '?';
