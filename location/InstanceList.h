@@ -21,15 +21,13 @@ class InstanceList {
   /// changes the list on the same thread.
   std::recursive_mutex& lock() const { return lock_; }
 
-  /// Calls `visit(manager)` for each manager that was in the list when the walk began and is still alive at its turn,
-  /// holding the lock. A manager is held for its own turn only, so one that is released by an earlier visit is gone.
+  /// Calls `visit(node)` for each node that was in the list when the walk began, holding the lock. The node of a
+  /// manager that a visit released stays in the walk; it wants nothing any more.
   template <class Visit>
   void forEach(Visit&& visit) const {
     const std::lock_guard guard(lock_);
     const std::shared_ptr<const Nodes> walked = nodes_;
-    for (const auto& node : *walked) {
-      if (const auto manager = node->instance()) visit(*manager);
-    }
+    for (const auto& node : *walked) visit(*node);
   }
 
  private:

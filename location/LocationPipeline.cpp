@@ -24,17 +24,11 @@ std::shared_ptr<ZRLocation> recordOf(const CLLocation& location) {
 
 }  // namespace
 
-bool ZRLocationManager::filtersMeasuredValues() {
-  return locationStatics().filtersMeasuredValues;
-}
+bool ZRLocationManager::filtersMeasuredValues() { return locationStatics().filtersMeasuredValues; }
 
-void ZRLocationManager::setFiltersMeasuredValues(bool filters) {
-  locationStatics().filtersMeasuredValues = filters;
-}
+void ZRLocationManager::setFiltersMeasuredValues(bool filters) { locationStatics().filtersMeasuredValues = filters; }
 
-bool ZRLocationManager::receiverIsStable() {
-  return locationStatics().filter.isStable();
-}
+bool ZRLocationManager::receiverIsStable() { return locationStatics().filter.isStable(); }
 
 void ZRLocationManager::lockSmoothCourseToCourseUntilMoved(double courseDegrees, double distanceMeters) {
   locationStatics().filter.lockSmoothCourse(courseDegrees, distanceMeters);
@@ -64,9 +58,7 @@ std::shared_ptr<ZRLocation> ZRLocationManager::snapToRoute(const std::shared_ptr
   return filter ? filter(location) : location;
 }
 
-void ZRLocationManager::updateStability(ZRLocation& location) {
-  locationStatics().filter.updateStability(location);
-}
+void ZRLocationManager::updateStability(ZRLocation& location) { locationStatics().filter.updateStability(location); }
 
 void ZRLocationManager::updateDynamicProperties(const std::shared_ptr<ZRLocation>& location) {
   locationStatics().filter.updateDynamicProperties(location);
@@ -74,21 +66,23 @@ void ZRLocationManager::updateDynamicProperties(const std::shared_ptr<ZRLocation
 
 void ZRLocationManager::locationManagerDidUpdateLocations(CLLocationManager&, const CLLocations& locations) {
   const ZRLocations smoothed = smoothLocationsWithLocations(locations);
-  locationStatics().__instanceList.forEach([&](ZRLocationManager& client) {
+  locationStatics().__instanceList.forEach([&](const ZRLocationManagerInstanceNode& client) {
     if (!client.shouldUpdateLocation_) return;
     const auto delegate = client.didUpdateLocations_.lock();
     if (!delegate) return;
-    if (!client.snapFilter_) {
+    if (!client.snaps_) {
       delegate->locationManagerDidUpdateLocations(*this, smoothed);
       return;
     }
-    const ZRLocations snapped = client.snapLocationsWithLocations(smoothed);
+    const auto manager = client.instance();
+    if (!manager) return;
+    const ZRLocations snapped = manager->snapLocationsWithLocations(smoothed);
     if (!snapped.empty()) delegate->locationManagerDidUpdateLocations(*this, snapped);
   });
 }
 
 void ZRLocationManager::locationManagerDidUpdateHeading(CLLocationManager&, const CLHeading& heading) {
-  locationStatics().__instanceList.forEach([&](ZRLocationManager& client) {
+  locationStatics().__instanceList.forEach([&](const ZRLocationManagerInstanceNode& client) {
     if (!client.shouldUpdateHeading_) return;
     if (const auto delegate = client.didUpdateHeading_.lock()) {
       delegate->locationManagerDidUpdateHeading(*this, heading);
@@ -98,7 +92,7 @@ void ZRLocationManager::locationManagerDidUpdateHeading(CLLocationManager&, cons
 
 // Errors go to every delegate that answers, whether its manager was started or not.
 void ZRLocationManager::locationManagerDidFailWithError(CLLocationManager&, const NSError& error) {
-  locationStatics().__instanceList.forEach([&](ZRLocationManager& client) {
+  locationStatics().__instanceList.forEach([&](const ZRLocationManagerInstanceNode& client) {
     if (const auto delegate = client.didFailWithError_.lock()) delegate->locationManagerDidFailWithError(*this, error);
   });
 }

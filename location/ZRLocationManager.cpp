@@ -16,13 +16,6 @@ constexpr const char* kNoUsageDescriptionLine =
     "VELMARIS ERROR:you must have a NSLocationWhenInUseUsageDescription or NSLocationAlwaysUsageDescription to request "
     "when location authorization";
 
-template <class Wants>
-int countInstances(Wants&& wants) {
-  int count = 0;
-  locationStatics().__instanceList.forEach([&](const ZRLocationManager& manager) { count += wants(manager) ? 1 : 0; });
-  return count;
-}
-
 int locationTakers(const ZRLocationManager& manager) {
   return locationStatics().__isInBackground ? manager.countInstancesGettingLocationUpdatesInBackground()
                                             : manager.countInstancesGettingLocationUpdates();
@@ -86,13 +79,12 @@ std::shared_ptr<ZRLocationManager> ZRLocationManager::init() {
   return manager;
 }
 
-ZRLocationManager::ZRLocationManager() = default;
+ZRLocationManager::ZRLocationManager() : instanceNode_(std::make_shared<ZRLocationManagerInstanceNode>()) {}
 
 void ZRLocationManager::enlist(const std::shared_ptr<ZRLocationManager>& manager) {
   LocationStatics& shared = locationStatics();
   const std::lock_guard guard(shared.__instanceList.lock());
   if (!shared.__singletonInstance) becomeFirst(shared, manager);
-  manager->instanceNode_ = std::make_shared<ZRLocationManagerInstanceNode>();
   manager->instanceNode_->setInstance(manager);
   shared.__instanceList.append(manager->instanceNode_);
 }
@@ -100,20 +92,23 @@ void ZRLocationManager::enlist(const std::shared_ptr<ZRLocationManager>& manager
 // The shared manager runs on even if this was the last client that wanted updates; a later stop, or the move to the
 // background, finds that out.
 ZRLocationManager::~ZRLocationManager() {
-  locationStatics().__instanceList.remove(instanceNode_.get());
+  InstanceList& list = locationStatics().__instanceList;
+  const std::lock_guard guard(list.lock());
+  *instanceNode_ = {};  // a walk that is under way still has it
+  list.remove(instanceNode_.get());
 }
 
 void ZRLocationManager::setDelegate(std::weak_ptr<CLLocationManagerDelegate> delegate) {
   const auto asked = delegate.lock();
-  didUpdateLocations_ = std::dynamic_pointer_cast<ZRDidUpdateLocations>(asked);
-  didUpdateHeading_ = std::dynamic_pointer_cast<ZRDidUpdateHeading>(asked);
-  didFailWithError_ = std::dynamic_pointer_cast<ZRDidFailWithError>(asked);
+  instanceNode_->didUpdateLocations_ = std::dynamic_pointer_cast<ZRDidUpdateLocations>(asked);
+  instanceNode_->didUpdateHeading_ = std::dynamic_pointer_cast<ZRDidUpdateHeading>(asked);
+  instanceNode_->didFailWithError_ = std::dynamic_pointer_cast<ZRDidFailWithError>(asked);
   CLLocationManager::setDelegate(std::move(delegate));
 }
 
 void ZRLocationManager::startUpdatingLocation() {
   if (delegate().expired()) return;
-  shouldUpdateLocation_ = true;
+  setShouldUpdateLocation(true);
   LocationStatics& shared = locationStatics();
   if (locationTakers(*this) <= 0 || shared.__isUpdatingLocation) return;
   const std::lock_guard guard(shared.locationManagerLock);
@@ -121,7 +116,7 @@ void ZRLocationManager::startUpdatingLocation() {
 }
 
 void ZRLocationManager::stopUpdatingLocation() {
-  shouldUpdateLocation_ = false;
+  setShouldUpdateLocation(false);
   LocationStatics& shared = locationStatics();
   if (locationTakers(*this) != 0 || !shared.__isUpdatingLocation) return;
   const std::lock_guard guard(shared.locationManagerLock);
@@ -129,7 +124,7 @@ void ZRLocationManager::stopUpdatingLocation() {
 }
 
 void ZRLocationManager::startUpdatingHeading() {
-  shouldUpdateHeading_ = true;
+  setShouldUpdateHeading(true);
   LocationStatics& shared = locationStatics();
   if (headingTakers(*this) < 1 || shared.__isUpdatingHeading) return;
   const std::lock_guard guard(shared.locationManagerLock);
@@ -137,11 +132,16 @@ void ZRLocationManager::startUpdatingHeading() {
 }
 
 void ZRLocationManager::stopUpdatingHeading() {
-  shouldUpdateHeading_ = false;
+  setShouldUpdateHeading(false);
   LocationStatics& shared = locationStatics();
   if (headingTakers(*this) != 0 || !shared.__isUpdatingHeading) return;
   const std::lock_guard guard(shared.locationManagerLock);
   stopHeadings(shared);
+}
+
+void ZRLocationManager::setSnapFilter(SnapFilter filter) {
+  snapFilter_ = std::move(filter);
+  instanceNode_->snaps_ = static_cast<bool>(snapFilter_);
 }
 
 void ZRLocationManager::setUseAutomotiveNavigationMode(bool use) {
@@ -150,8 +150,14 @@ void ZRLocationManager::setUseAutomotiveNavigationMode(bool use) {
                                                            : CLActivityType::other);
 }
 
+int ZRLocationManager::countInstances(bool ZRLocationManagerInstanceNode::*wanting) {
+  int count = 0;
+  locationStatics().__instanceList.forEach([&](const auto& client) { count += client.*wanting ? 1 : 0; });
+  return count;
+}
+
 int ZRLocationManager::countInstancesGettingLocationUpdates() const {
-  return countInstances([](const ZRLocationManager& manager) { return manager.shouldUpdateLocation(); });
+  return countInstances(&ZRLocationManagerInstanceNode::shouldUpdateLocation_);
 }
 
 int ZRLocationManager::countInstancesGettingLocationUpdatesInBackground() const {
@@ -159,7 +165,7 @@ int ZRLocationManager::countInstancesGettingLocationUpdatesInBackground() const 
 }
 
 int ZRLocationManager::countInstancesGettingHeadingUpdates() const {
-  return countInstances([](const ZRLocationManager& manager) { return manager.shouldUpdateHeading(); });
+  return countInstances(&ZRLocationManagerInstanceNode::shouldUpdateHeading_);
 }
 
 int ZRLocationManager::countInstancesGettingHeadingUpdatesInBackground() const {
@@ -187,17 +193,11 @@ bool ZRLocationManager::hasWhenInUseUsageDescription() {
   return ZRPlatformInUse().bundle->hasInfoValueForKey(kWhenInUseKey);
 }
 
-bool ZRLocationManager::hasAlwaysDescription() {
-  return ZRPlatformInUse().bundle->hasInfoValueForKey(kAlwaysKey);
-}
+bool ZRLocationManager::hasAlwaysDescription() { return ZRPlatformInUse().bundle->hasInfoValueForKey(kAlwaysKey); }
 
-int ZRLocationManager::instanceCount() {
-  return locationStatics().__instanceList.count();
-}
+int ZRLocationManager::instanceCount() { return locationStatics().__instanceList.count(); }
 
-std::shared_ptr<ZRLocationManager> ZRLocationManager::firstInstance() {
-  return locationStatics().__singletonInstance;
-}
+std::shared_ptr<ZRLocationManager> ZRLocationManager::firstInstance() { return locationStatics().__singletonInstance; }
 
 void ZRLocationManager::setTripSimulator(const std::shared_ptr<CLLocationManager>& simulator) {
   LocationStatics& shared = locationStatics();

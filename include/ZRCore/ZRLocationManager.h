@@ -51,7 +51,18 @@ class ZR_EXPORT ZRLocationManagerInstanceNode {
   void setInstance(std::weak_ptr<ZRLocationManager> instance);
 
  private:
+  friend class ZRLocationManager;
+
   std::weak_ptr<ZRLocationManager> instance_;
+
+  // What the client wants, and the callbacks that its delegate answers. They stand here, so that a walk over a thousand
+  // clients need not hold each manager to ask it.
+  bool shouldUpdateLocation_ = false;
+  bool shouldUpdateHeading_ = false;
+  bool snaps_ = false;
+  std::weak_ptr<ZRDidUpdateLocations> didUpdateLocations_;
+  std::weak_ptr<ZRDidUpdateHeading> didUpdateHeading_;
+  std::weak_ptr<ZRDidFailWithError> didFailWithError_;
 };
 
 /// One client's hold on the shared receiver.
@@ -87,15 +98,15 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   void startUpdatingHeading() override;
   void stopUpdatingHeading() override;
 
-  bool shouldUpdateLocation() const { return shouldUpdateLocation_; }
-  void setShouldUpdateLocation(bool should) { shouldUpdateLocation_ = should; }
-  bool shouldUpdateHeading() const { return shouldUpdateHeading_; }
-  void setShouldUpdateHeading(bool should) { shouldUpdateHeading_ = should; }
+  bool shouldUpdateLocation() const { return instanceNode_->shouldUpdateLocation_; }
+  void setShouldUpdateLocation(bool should) { instanceNode_->shouldUpdateLocation_ = should; }
+  bool shouldUpdateHeading() const { return instanceNode_->shouldUpdateHeading_; }
+  void setShouldUpdateHeading(bool should) { instanceNode_->shouldUpdateHeading_ = should; }
 
   /// With a snap filter this client gets, for each batch, one location: what the filter makes of the last one. It
   /// starts from the base part of the fix; the filter results are not carried over.
   const SnapFilter& snapFilter() const { return snapFilter_; }
-  void setSnapFilter(SnapFilter filter) { snapFilter_ = std::move(filter); }
+  void setSnapFilter(SnapFilter filter);
 
   bool useAutomotiveNavigationMode() const { return useAutomotiveNavigationMode_; }
   /// Tells the shared receiver what the positions are used for: automotive navigation, or other.
@@ -168,16 +179,11 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   static void enlist(const std::shared_ptr<ZRLocationManager>& manager);
 
  private:
+  static int countInstances(bool ZRLocationManagerInstanceNode::*wanting);
+
   std::shared_ptr<ZRLocationManagerInstanceNode> instanceNode_;
-  bool shouldUpdateLocation_ = false;
-  bool shouldUpdateHeading_ = false;
   bool useAutomotiveNavigationMode_ = false;
   SnapFilter snapFilter_;
-
-  // The callbacks that the delegate answers.
-  std::weak_ptr<ZRDidUpdateLocations> didUpdateLocations_;
-  std::weak_ptr<ZRDidUpdateHeading> didUpdateHeading_;
-  std::weak_ptr<ZRDidFailWithError> didFailWithError_;
 };
 
 /// Operations on platform managers, for code that needs no filtering.

@@ -1,0 +1,19 @@
+#ifndef ZRCORE_BENCHMARKS_GEOMETRY_RIVALS_H
+#define ZRCORE_BENCHMARKS_GEOMETRY_RIVALS_H
+
+#include <ZRCore/ZRGeometry.h>
+
+#include <cstddef>
+
+/// What one would write down without much thought: the formula and nothing else.
+namespace plain {
+ZR_EXPORT ZRMapPoint mapPoint(CLLocationCoordinate2D coordinate) noexcept;
+ZR_EXPORT CLLocationCoordinate2D coordinate(ZRMapPoint point) noexcept;
+ZR_EXPORT double haversine(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept;
+ZR_EXPORT ZRMapRect unionOf(ZRMapRect a, ZRMapRect b) noexcept;
+ZR_EXPORT ZRMapRect intersectionOf(ZRMapRect a, ZRMapRect b) noexcept;
+/// A loop over x, y, x, y, ...
+ZR_EXPORT ZRMapRect bounds(const double* coordinates, std::size_t count) noexcept;
+}  // namespace plain
+
+#endif

@@ -1,0 +1,77 @@
+#ifndef ZRCORE_TESTS_SUPPORT_EVERYGEOMETRYFUNCTION_H
+#define ZRCORE_TESTS_SUPPORT_EVERYGEOMETRYFUNCTION_H
+
+#include <ZRCore/ZRGeometryAdditions.h>
+#include <geometry/CoordinateDirections.h>
+#include <ZRCore/ZRGeometry.hpp>
+
+#include <array>
+
+/// What the functions are called with.
+struct GeometryArguments {
+  CLLocationCoordinate2D here, there, elsewhere;
+  ZRMapPoint point, otherPoint;
+  ZRMapRect rect, otherRect;
+  double amount;
+};
+
+/// Calls each function that computes something, once, and hands its name and result to `take`.
+template <class Take>
+void callEveryGeometryFunction(const GeometryArguments& with, Take&& take) {
+  const auto& [here, there, elsewhere, point, otherPoint, rect, otherRect, amount] = with;
+  const ZRCoordinateRegion region = {here, {there.latitude, there.longitude}};
+
+  take("CLLocationCoordinate2DIsValid", CLLocationCoordinate2DIsValid(here));
+  take("ZRCoordinateSpanIsZero", ZRCoordinateSpanIsZero(region.span));
+  take("mercatorTransform", mercatorTransform(here.latitude, here.longitude));
+  take("mercatorInverseTransform", mercatorInverseTransform(point.x, point.y));
+  take("ZRMapPointForCoordinate", ZRMapPointForCoordinate(here));
+  take("ZRCoordinateForMapPoint", ZRCoordinateForMapPoint(point));
+  take("ZRMetersPerMapPointAtLatitude", ZRMetersPerMapPointAtLatitude(here.latitude));
+  take("ZRMetersPerMapPointAtLatituteAndZoom", ZRMetersPerMapPointAtLatituteAndZoom(here.latitude, 7));
+  take("ZRMapPointsPerMeterAtLatitude", ZRMapPointsPerMeterAtLatitude(here.latitude));
+  take("ZRMetersBetweenMapPoints", ZRMetersBetweenMapPoints(point, otherPoint));
+  take("degreesToRads", degreesToRads(here.latitude));
+  take("degreesPerMeterAtLat", degreesPerMeterAtLat(here.latitude));
+  take("metersPerDegreeAtLat", metersPerDegreeAtLat(here.latitude));
+  take("ZRCoordinateRegionMakeWithDistance", ZRCoordinateRegionMakeWithDistance(here, amount, point.x));
+  take("ZRCoordinateRegionMakeWithCoordinates", ZRCoordinateRegionMakeWithCoordinates(here, there));
+
+  take("ZRMapRectUnion", ZRMapRectUnion(rect, otherRect));
+  take("ZRMapRectIntersection", ZRMapRectIntersection(rect, otherRect));
+  take("ZRMapRectInset", ZRMapRectInset(rect, amount, point.y));
+  take("ZRMapRectOffset", ZRMapRectOffset(rect, amount, point.y));
+  for (CGRectEdge edge = CGRectMinXEdge; edge <= CGRectMaxYEdge; ++edge) {
+    std::array<ZRMapRect, 2> pieces = {rect, otherRect};
+    ZRMapRectDivide(rect, &pieces[0], &pieces[1], amount, edge);
+    take("ZRMapRectDivide", pieces);
+  }
+  take("ZRMapRectContainsPoint", ZRMapRectContainsPoint(rect, point));
+  take("ZRMapRectContainsRect", ZRMapRectContainsRect(rect, otherRect));
+  take("ZRMapRectIntersectsRect", ZRMapRectIntersectsRect(rect, otherRect));
+  take("ZRMapPointNormalized", ZRMapPointNormalized(point));
+  take("ZRMapRectSpans180thMeridian", ZRMapRectSpans180thMeridian(rect));
+  take("ZRMapRectRemainder", ZRMapRectRemainder(rect));
+  take("ZRCoordinateRegionForMapRect", ZRCoordinateRegionForMapRect(rect));
+  take("ZRMapRectForZRCoordinateRegion", ZRMapRectForZRCoordinateRegion(region));
+  take("ZRCoordinateRegionBetweenCoords", ZRCoordinateRegionBetweenCoords(here, there));
+  const std::array<ZRMapPoint, 4> points = {point, otherPoint, rect.origin, otherRect.origin};
+  for (const std::uint64_t count : {0U, 1U, 4U}) {
+    take("ZRMBR", ZRMBR(points.data(), count));
+  }
+  take("distanceBetweenPoints", distanceBetweenPoints(point, otherPoint));
+
+  take("bearingFromTo", ZRCoordinateUtils::bearingFromTo(here, there));
+  take("approximateDistanceFromTo", ZRCoordinateUtils::approximateDistanceFromTo(here, there));
+  take("interpolateFromToPercent", ZRCoordinateUtils::interpolateFromToPercent(here, there, 0.3F));
+  take("closestCoordToCoordAlongLineWithStartingCoordAndEndingCoord",
+       ZRCoordinateUtils::closestCoordToCoordAlongLineWithStartingCoordAndEndingCoord(elsewhere, here, there));
+  take("coordIsEqualTo", ZRCoordinateUtils::coordIsEqualTo(here, there));
+  take("directionWithTurn", geometry::directionWithTurn(here, there));
+  take("coordinateAtDistance", geometry::coordinateAtDistance(here, amount * 1e6, there));
+  take("ZRGreatCircleDistance", ZRGreatCircleDistance(here, there));
+  take("ZRGroundResolutionAtLatitude", ZRGroundResolutionAtLatitude(here.latitude));
+  take("ZRDestinationCoordinate", ZRDestinationCoordinate(here, there.longitude, amount));
+}
+
+#endif
