@@ -6,9 +6,7 @@ namespace trip {
 
 namespace {
 
-std::optional<double> unlessNegative(double value) {
-  return value >= 0.0 ? std::optional(value) : std::nullopt;
-}
+std::optional<double> unlessNegative(double value) { return value >= 0.0 ? std::optional(value) : std::nullopt; }
 
 /// A row of what a client received: the fix itself from the record's base part, what the filter found from the rest.
 TripRow rowOf(const ZRLocation& location) {
@@ -81,13 +79,9 @@ std::optional<TripRow> ManagerPipeline::deliver(const ZRPositionFix& fix) {
   return row;
 }
 
-void ManagerPipeline::startHalfWayClient() {
-  halfWay_.manager->startUpdatingLocation();
-}
+void ManagerPipeline::startHalfWayClient() { halfWay_.manager->startUpdatingLocation(); }
 
-void ManagerPipeline::stopHalfWayClient() {
-  halfWay_.manager->stopUpdatingLocation();
-}
+void ManagerPipeline::stopHalfWayClient() { halfWay_.manager->stopUpdatingLocation(); }
 
 std::map<std::string, std::uint64_t> ManagerPipeline::deliveredByClient() const {
   return {{"plain", plain_.client->delivered},

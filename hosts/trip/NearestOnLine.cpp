@@ -10,14 +10,10 @@ namespace trip {
 
 namespace {
 
-double radians(double degrees) {
-  return degrees * (std::numbers::pi / 180.0);
-}
+double radians(double degrees) { return degrees * (std::numbers::pi / 180.0); }
 
 /// How far a value lies outside the range between two others.
-double gap(double value, double a, double b) {
-  return std::max({0.0, std::min(a, b) - value, value - std::max(a, b)});
-}
+double gap(double value, double a, double b) { return std::max({0.0, std::min(a, b) - value, value - std::max(a, b)}); }
 
 }  // namespace
 
@@ -59,8 +55,6 @@ std::optional<CLLocationCoordinate2D> NearestOnLine::place() const {
   return CLLocationCoordinate2D{nearest_.latitude, longitudeNear(nearest_.longitude, 0.0)};
 }
 
-double NearestOnLine::meters() const {
-  return EarthRadius * radians(std::sqrt(nearestSquaredDegrees_));
-}
+double NearestOnLine::meters() const { return EarthRadius * radians(std::sqrt(nearestSquaredDegrees_)); }
 
 }  // namespace trip

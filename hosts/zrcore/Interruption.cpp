@@ -7,9 +7,7 @@ namespace {
 
 volatile std::sig_atomic_t received = 0;
 
-extern "C" void remember(int number) {
-  received = number;
-}
+extern "C" void remember(int number) { received = number; }
 
 }  // namespace
 
@@ -20,6 +18,4 @@ void interruption::listen() {
   for (const int number : {SIGINT, SIGTERM}) ::sigaction(number, &action, nullptr);
 }
 
-int interruption::signal() {
-  return received;
-}
+int interruption::signal() { return received; }

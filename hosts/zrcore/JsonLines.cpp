@@ -9,9 +9,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json orNull(std::optional<double> value) {
-  return value ? Json(*value) : Json(nullptr);
-}
+Json orNull(std::optional<double> value) { return value ? Json(*value) : Json(nullptr); }
 
 }  // namespace
 

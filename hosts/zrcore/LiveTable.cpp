@@ -4,9 +4,7 @@
 
 namespace {
 
-std::string upwards(std::size_t lines) {
-  return lines == 0 ? "" : "\r\x1b[" + std::to_string(lines) + "A";
-}
+std::string upwards(std::size_t lines) { return lines == 0 ? "" : "\r\x1b[" + std::to_string(lines) + "A"; }
 constexpr const char* kClearRestOfLine = "\x1b[K";
 constexpr const char* kClearBelow = "\x1b[J";
 

@@ -17,9 +17,7 @@ void Messages::about(std::string_view subject, std::string_view text) {
   say(std::string(subject) + ": " + std::string(text));
 }
 
-void Messages::say(std::string_view text) {
-  writeLine_("zrcore: " + std::string(text));
-}
+void Messages::say(std::string_view text) { writeLine_("zrcore: " + std::string(text)); }
 
 std::string shownName(std::string_view path) {
   if (path == "-") return "standard input";

@@ -17,9 +17,7 @@ std::string duration(double seconds) {
   return std::to_string(whole / 3600) + twoDigits(whole / 60 % 60) + twoDigits(whole % 60);
 }
 
-std::string kilometers(double meters) {
-  return fixedText(meters / 1000.0, 3) + " km";
-}
+std::string kilometers(double meters) { return fixedText(meters / 1000.0, 3) + " km"; }
 
 }  // namespace
 

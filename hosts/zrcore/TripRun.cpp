@@ -16,9 +16,7 @@
 
 namespace {
 
-bool isInterrupted() {
-  return interruption::signal() != 0;
-}
+bool isInterrupted() { return interruption::signal() != 0; }
 
 TripView::Shape shapeFor(const TripArguments& arguments) {
   if (arguments.json) return TripView::Shape::json;

@@ -70,9 +70,7 @@ std::string colored(const Terminal& terminal, const char* color, const std::stri
   return terminal.color && *color ? color + text + kPlain : text;
 }
 
-const char* rowColor(const trip::TripRow& row) {
-  return row.jump ? kRed : row.significant ? kGreen : "";
-}
+const char* rowColor(const trip::TripRow& row) { return row.jump ? kRed : row.significant ? kGreen : ""; }
 
 std::string bar(double fraction, int width, bool unicode) {
   const int done = static_cast<int>(std::lround(std::clamp(fraction, 0.0, 1.0) * width));

@@ -49,9 +49,7 @@ void TripView::progress(std::optional<double> fraction) {
   if (live_) live_->table().setProgress(fraction);
 }
 
-bool TripView::wantsToStop() const {
-  return interruption::signal() != 0 || output_.isClosed();
-}
+bool TripView::wantsToStop() const { return interruption::signal() != 0 || output_.isClosed(); }
 
 void TripView::finish(const trip::TripSummary& summary) {
   if (live_) live_->draw();

@@ -68,9 +68,7 @@ ToolFolder::ToolFolder() {
   folder_ = ::mkdtemp(name.data());
 }
 
-ToolFolder::~ToolFolder() {
-  std::filesystem::remove_all(folder_);
-}
+ToolFolder::~ToolFolder() { std::filesystem::remove_all(folder_); }
 
 std::string ToolFolder::file(const std::string& name, const std::string& content) const {
   std::ofstream(path(name), std::ios::binary) << content;
