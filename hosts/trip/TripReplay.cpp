@@ -29,7 +29,10 @@ TripReplay::TripReplay(const Options& options, Recording& recording, TripPipelin
       counter_(summaryAtStart(options, recording.format())) {}
 
 void TripReplay::run() {
-  const auto tellProgress = [this] { listener_.progress(recording_.progress()); };
+  const auto tellProgress = [this] {
+    if (failure_) std::rethrow_exception(failure_);
+    listener_.progress(recording_.progress());
+  };
   tellProgress();
   recording_.read(*this, tellProgress);
 }
@@ -40,7 +43,29 @@ TripSummary TripReplay::summary() const {
   return summary;
 }
 
+/// Holds an exception back until the reader is done with its bytes: some readers stand on a library written in C, which
+/// none may pass through.
+void TripReplay::hold(const std::function<void()>& step) {
+  if (failure_) return;
+  try {
+    step();
+  } catch (...) {
+    failure_ = std::current_exception();
+  }
+}
+
 void TripReplay::fix(const readers::SourceFix& fix) {
+  hold([&] { replayFix(fix); });
+}
+
+void TripReplay::remark(const readers::Remark& remark) {
+  hold([&] {
+    counter_.remark(remark);
+    listener_.remark(remark);
+  });
+}
+
+void TripReplay::replayFix(const readers::SourceFix& fix) {
   if (listener_.wantsToStop()) return;
   const ZRPositionFix completed =
       completion_.complete(fix);  // also of fixes outside the window: later ones lean on them
@@ -59,11 +84,6 @@ void TripReplay::fix(const readers::SourceFix& fix) {
   row->line = fix.line;
   counter_.row(*row);
   listener_.row(*row);
-}
-
-void TripReplay::remark(const readers::Remark& remark) {
-  counter_.remark(remark);
-  listener_.remark(remark);
 }
 
 void TripReplay::switchHalfWayClient() {

@@ -6,7 +6,10 @@
 #include <readers/FixReader.h>
 
 #include <cstdint>
+#include <exception>
+#include <functional>
 #include <optional>
+#include <stdexcept>
 #include <string>
 
 #include "Pacer.h"
@@ -73,7 +76,9 @@ class TripReplay final : private readers::Listener {
  private:
   void fix(const readers::SourceFix& fix) override;
   void remark(const readers::Remark& remark) override;
+  void replayFix(const readers::SourceFix& fix);
   void switchHalfWayClient();
+  void hold(const std::function<void()>& step);
 
   Recording& recording_;
   TripPipeline& pipeline_;
@@ -83,6 +88,7 @@ class TripReplay final : private readers::Listener {
   policy::FixCompletion completion_;
   TimeWindow window_;
   SummaryCounter counter_;
+  std::exception_ptr failure_;
 
   enum class HalfWay { before, listening, after };
   HalfWay halfWay_ = HalfWay::before;

@@ -10,8 +10,13 @@ constexpr const char* kClearBelow = "\x1b[J";
 
 }  // namespace
 
+TripTable& LiveTable::changing() {
+  isStale_ = true;
+  return table_;
+}
+
 void LiveTable::refresh() {
-  if (clock_.nowSeconds() - drawnAtSeconds_ >= kSecondsBetweenDrawings) draw();
+  if (isStale_ && clock_.nowSeconds() - drawnAtSeconds_ >= kSecondsBetweenDrawings) draw();
 }
 
 void LiveTable::draw() {
@@ -22,6 +27,7 @@ void LiveTable::draw() {
   output_.flush();
   linesDrawn_ = lines.size();
   drawnAtSeconds_ = clock_.nowSeconds();
+  isStale_ = false;
 }
 
 void LiveTable::erase() {
@@ -29,4 +35,5 @@ void LiveTable::erase() {
   output_.write(upwards(linesDrawn_) + kClearBelow);
   output_.flush();
   linesDrawn_ = 0;
+  isStale_ = true;
 }

@@ -18,9 +18,9 @@ class LiveTable {
   LiveTable(StandardOutput& output, trip::Waiter& clock, std::function<Terminal()> terminal)
       : output_(output), clock_(clock), terminal_(std::move(terminal)) {}
 
-  TripTable& table() { return table_; }
-
-  /// The table changed, or time went by: draws it when the last drawing is old enough.
+  /// For whoever changes the table: it will be drawn again.
+  TripTable& changing();
+  /// Time went by: draws the table if it changed and the last drawing is old enough.
   void refresh();
   /// Draws it as it is, without asking for the time.
   void draw();
@@ -34,6 +34,7 @@ class LiveTable {
   TripTable table_;
   std::size_t linesDrawn_ = 0;
   double drawnAtSeconds_ = 0.0;
+  bool isStale_ = false;
 };
 
 #endif

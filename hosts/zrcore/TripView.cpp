@@ -35,18 +35,18 @@ void TripView::row(const trip::TripRow& row) {
   for (const auto& output : outputs_) output->row(row);
   if (isPaced_) output_.flush();
   if (!live_) return;
-  live_->table().row(row);
+  live_->changing().row(row);
   live_->refresh();
 }
 
 void TripView::remark(const readers::Remark& remark) {
-  if (live_ && remark.severity == readers::Severity::fault) live_->table().fault();
+  if (live_ && remark.severity == readers::Severity::fault) live_->changing().fault();
   messages_.remark(name_, remark);
 }
 
 void TripView::progress(std::optional<double> fraction) {
   output_.flush();
-  if (live_) live_->table().setProgress(fraction);
+  if (live_) live_->changing().setProgress(fraction);
 }
 
 bool TripView::wantsToStop() const { return interruption::signal() != 0 || output_.isClosed(); }

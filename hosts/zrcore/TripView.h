@@ -21,6 +21,8 @@ class TripView final : public trip::ReplayListener {
 
   /// @param isPaced  fixes come in their own time, so each is shown at once
   TripView(Shape shape, bool isPaced);
+  TripView(const TripView&) = delete;
+  TripView& operator=(const TripView&) = delete;
 
   /// The recording's name in messages.
   void setName(std::string name) { name_ = std::move(name); }

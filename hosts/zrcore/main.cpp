@@ -1,10 +1,24 @@
+#include <fcntl.h>
+
 #include <CLI/CLI.hpp>
 #include <clocale>
 
 #include "ExitCodes.h"
 #include "TripCommand.h"
 
+namespace {
+
+/// A standard stream that was closed by the caller must not become the first file that is opened.
+void fillStandardStreams() {
+  for (int stream = 0; stream <= 2; ++stream) {
+    if (::fcntl(stream, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) < 0) return;
+  }
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  fillStandardStreams();
   std::setlocale(LC_CTYPE, "");  // which characters the terminal shows; numbers stay as they are
 
   CLI::App tool("The ZRCore navigation kit on the command line", "zrcore");

@@ -65,12 +65,5 @@ TEST(Pacer, ANightBetweenTwoDrivesIsCutShort) {
   EXPECT_THAT(waiter.waits, ElementsAre(DoubleNear(Pacer::kLongestPauseSeconds / 2.0, 1e-9)));
 }
 
-TEST(Pacer, WithoutARateNothingWaits) {
-  FakeWaiter waiter;
-  Pacer pacer(std::nullopt, waiter);
-  for (const double second : {0.0, 10.0, 20.0}) pacer.waitUntilDue(kStart + second);
-  EXPECT_THAT(waiter.waits, IsEmpty());
-}
-
 }  // namespace
 }  // namespace trip

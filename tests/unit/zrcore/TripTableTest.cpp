@@ -9,7 +9,6 @@ namespace {
 
 using testing::AllOf;
 using testing::HasSubstr;
-using testing::Not;
 
 trip::TripRow rowOf(std::uint64_t index) {
   trip::TripRow row;
@@ -57,20 +56,6 @@ TEST(TripTable, ShowsTheNewestRowsThatFitWithRawAndSmoothedValues) {
   EXPECT_THAT(lines[6], AllOf(HasSubstr("=."), HasSubstr(" 42 %"), HasSubstr("11 fixes, 1 fault")));
 }
 
-TEST(TripTable, ColorsOnlyWhereTheyAreWanted) {
-  TripTable table;
-  trip::TripRow row = rowOf(0);
-  row.significant = true;
-  table.row(row);
-  const auto joined = [&table](bool color) {
-    std::string text;
-    for (const auto& line : table.lines({.columns = 80, .rows = 24, .color = color, .unicode = true})) text += line;
-    return text;
-  };
-  EXPECT_THAT(joined(true), HasSubstr("\x1b[32m"));
-  EXPECT_THAT(joined(false), Not(HasSubstr("\x1b")));
-}
-
 /// A clock that is set by hand.
 class HandClock final : public trip::Waiter {
  public:
@@ -88,7 +73,7 @@ TEST(LiveTable, IsDrawnAtABoundedRate) {
     return Terminal{};
   });
   for (std::uint64_t i = 0; i < 1000; ++i) {
-    live.table().row(rowOf(i));
+    live.changing().row(rowOf(i));
     live.refresh();
     clock.now += LiveTable::kSecondsBetweenDrawings / 100.0;
   }
