@@ -1,5 +1,7 @@
 #include "CsvReader.h"
 
+#include "Text.h"
+
 namespace readers {
 
 void CsvReader::readLine(std::string_view text, const Reporter& reporter) {

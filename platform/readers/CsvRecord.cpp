@@ -4,7 +4,7 @@ namespace readers {
 
 bool CsvRecord::append(std::string_view line) {
   bytes_ += line.size() + 1;
-  bool atCellStart = !quoted_;
+  bool atCellStart = true;
   if (quoted_) {
     cells_.back() += '\n';
   } else {

@@ -3,12 +3,18 @@
 
 #include "CsvRecord.h"
 #include "FixReader.h"
-#include "LineReader.h"
+#include "LineSplitter.h"
 #include "NmeaSentence.h"
 #include "Text.h"
 
 namespace readers {
 namespace {
+
+/// Looked up in the bytes, not in a line: a whole GPX file is often one long line.
+bool beginsWithTag(std::string_view text) {
+  const auto first = text.find_first_not_of("\xEF\xBB\xBF \t\r\n");
+  return first != std::string_view::npos && text[first] == '<';
+}
 
 /// Whether a tag `<gpx` or `<prefix:gpx` begins in the text.
 bool hasGpxTag(std::string_view text) {
@@ -42,14 +48,13 @@ bool isSoundSentence(std::string_view line) {
 }  // namespace
 
 std::optional<Format> detectFormat(std::string_view head) {
-  bool isFirst = true, xml = false, csv = false, json = false, nmea = false;
+  if (beginsWithTag(head)) return hasGpxTag(head) ? std::optional(Format::gpx) : std::nullopt;
+
+  bool isFirst = true, csv = false, json = false, nmea = false;
   const auto look = [&](const Line& line) {
     const auto text = trimmed(line.text);
     if (text.empty() || text.front() == '#') return;
-    if (isFirst) {
-      xml = text.front() == '<';
-      csv = isCsvHeader(text);
-    }
+    if (isFirst) csv = isCsvHeader(text);
     isFirst = false;
     // A daemon's log also holds its receiver's sentences, so one report decides over any number of these.
     json = json || (text.front() == '{' && text.find("\"class\"") != std::string_view::npos);
@@ -59,7 +64,6 @@ std::optional<Format> detectFormat(std::string_view head) {
   lines.feed(head, look);
   lines.finish(look);
 
-  if (xml) return hasGpxTag(head) ? std::optional(Format::gpx) : std::nullopt;
   if (csv) return Format::csv;
   if (json) return Format::gpsdJson;
   if (nmea) return Format::nmea;

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "Text.h"
 #include "TimeText.h"
 
 namespace readers {
@@ -50,7 +51,7 @@ void setTime(SourceFix& fix, const json& report, const Reporter& reporter) {
   const auto time = report.find("time");
   if (time == report.end()) return;
   if (time->is_string()) readTime(fix, time->get_ref<const std::string&>(), reporter);
-  if (time->is_number()) fix.secondsSince1970 = time->get<double>();  // as daemons before 2011 wrote it
+  if (time->is_number()) readTime(fix, time->dump(), reporter);  // seconds, as daemons before 2011 wrote it
 }
 
 void setAccuracy(SourceFix& fix, const json& report, const Reporter& reporter) {

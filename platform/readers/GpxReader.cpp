@@ -33,7 +33,7 @@ GpxReader::GpxReader() : parser_(XML_ParserCreate(nullptr)) {
 void GpxReader::feed(std::string_view bytes, Listener& listener) {
   constexpr std::size_t kSlice = std::size_t{16} * 1024;
   listener_ = &listener;
-  bytes = withoutLeadingBlanks(bytes);
+  if (!begun_) bytes = begin(bytes);
   while (!bytes.empty() && !finished_) {
     parse(bytes.substr(0, kSlice), false);
     bytes.remove_prefix(std::min(kSlice, bytes.size()));
@@ -48,14 +48,20 @@ void GpxReader::finish(Listener& listener) {
   }
 }
 
-/// The parser insists on its declaration being first; editors and pasted text don't.
-std::string_view GpxReader::withoutLeadingBlanks(std::string_view bytes) {
-  if (begun_) return bytes;
-  const auto first = std::min(bytes.find_first_not_of("\xEF\xBB\xBF \t\r\n"), bytes.size());
-  leadingLines_ +=
-      static_cast<std::uint64_t>(std::count(bytes.begin(), bytes.begin() + static_cast<long>(first), '\n'));
+/// Looks at the input up to its first byte that is no blank. The parser insists on the XML declaration being first;
+/// editors and pasted text don't. And when the first bytes come one by one it may take another encoding than when they
+/// come together, unless they can begin XML.
+std::string_view GpxReader::begin(std::string_view bytes) {
+  constexpr std::string_view kBlanks = "\xEF\xBB\xBF \t\r\n";
+  constexpr std::string_view kXmlStarts("<\xFE\xFF\0", 4);  // a tag, or the first byte of UTF-16
+  const auto first = std::min(bytes.find_first_not_of(kBlanks), bytes.size());
+  const auto blanks = bytes.substr(0, first);
+  leadingLines_ += static_cast<std::uint64_t>(std::count(blanks.begin(), blanks.end(), '\n'));
   bytes.remove_prefix(first);
   begun_ = !bytes.empty();
+  if (begun_ && kXmlStarts.find(bytes.front()) == std::string_view::npos) {
+    refuse("this is no XML: it begins with no tag");
+  }
   return bytes;
 }
 

@@ -44,7 +44,7 @@ class GpxReader final : public FixReader {
   void takeValue();
   Value valueNamed(std::string_view name) const;
 
-  std::string_view withoutLeadingBlanks(std::string_view bytes);
+  std::string_view begin(std::string_view bytes);
   void parse(std::string_view bytes, bool last);
   void tellError();
   bool accepts(std::string_view name);

@@ -2,18 +2,6 @@
 
 namespace readers {
 
-void LineSplitter::hold(std::string_view piece) {
-  // Room for a byte order mark and a CR, which do not count, so that the verdict doesn't depend on how the line
-  // arrives.
-  constexpr std::size_t kMostHeld = kLongestText + 4;
-  if (tooLong_ || held_.size() + piece.size() > kMostHeld) {
-    tooLong_ = true;
-    held_.clear();
-  } else {
-    held_ += piece;
-  }
-}
-
 void LineReader::feed(std::string_view bytes, Listener& listener) {
   splitter_.feed(bytes, [&](const Line& line) { take(line, listener); });
 }

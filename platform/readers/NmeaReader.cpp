@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "Text.h"
 #include "TimeText.h"
 
 namespace readers {
@@ -12,8 +13,13 @@ constexpr double kMetersPerSecondPerKnot = 1852.0 / 3600.0;
 
 constexpr unsigned kRmc = 1, kGga = 2, kGll = 4;
 
-bool isRead(std::string_view kind) {
-  return kind == "RMC" || kind == "GGA" || kind == "GLL" || kind == "VTG" || kind == "GSA";
+/// How many fields a sentence that is read has at least, old versions of the standard included; 0 for the others.
+std::size_t fewestFields(std::string_view kind) {
+  if (kind == "RMC" || kind == "GGA") return 9;
+  if (kind == "GLL") return 4;
+  if (kind == "VTG") return 4;
+  if (kind == "GSA") return 16;
+  return 0;
 }
 
 void readKnots(SourceFix& fix, std::string_view text, const Reporter& reporter) {
@@ -62,7 +68,13 @@ void NmeaReader::readLine(std::string_view text, const Reporter& reporter) {
     return;
   }
   const auto& sentence = std::get<NmeaSentence>(parsed);
-  if (!isRead(sentence.kind)) return;
+  sawChecksum_ = sawChecksum_ || sentence.hasChecksum;
+  const bool cut = reporter.cut && sawChecksum_ && !sentence.hasChecksum;
+  if (cut || sentence.fields.size() < fewestFields(sentence.kind)) {
+    reporter.fault("the sentence is skipped: it is not whole");
+    return;
+  }
+  if (fewestFields(sentence.kind) == 0) return;
   if (!sentence.hasChecksum && !std::exchange(toldMissingChecksum_, true)) {
     reporter.warning("a sentence has no checksum, so damage in it can't be seen; such sentences are taken as they are");
   }

@@ -43,6 +43,7 @@ class NmeaReader final : public LineReader {
 
   std::optional<Instant> current_;
   std::optional<double> lastSecondsSince1970_;
+  bool sawChecksum_ = false;
   bool toldMissingChecksum_ = false;
 };
 

@@ -13,6 +13,7 @@ TEST(DetectFormat, TellsByTheContent) {
   const Row rows[] = {
       {"<?xml version=\"1.0\"?><gpx version=\"1.1\">", Format::gpx},
       {"\xEF\xBB\xBF\n <!-- c -->\n<g:gpx xmlns:g='x'", Format::gpx},
+      {"<gpx>" + std::string(100000, ' '), Format::gpx},
       {"<?xml version=\"1.0\"?><kml><name>gpx</name>", std::nullopt},
       {"<html>" + sound, std::nullopt},
       {sound, Format::nmea},

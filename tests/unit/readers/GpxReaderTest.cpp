@@ -13,7 +13,8 @@ constexpr const char* kTrip = R"(<?xml version="1.0" encoding="UTF-8"?>
       <ele>211.5</ele><time>2020-12-18T06:15:50Z</time><hdop>1.5</hdop>
       <extensions><x:Track><x:speed>2.5</x:speed><x:course> 90 </x:course><x:time>x</x:time></x:Track></extensions>
     </trkpt>
-    <trkpt lon="13" lat="46"><speed>3.5</speed><course>180</course></trkpt>
+    <trkpt lon="13" lat="46"><extensions/><other><speed>9</speed></other><hdop>0</hdop>
+      <speed>3.5</speed><course>180</course></trkpt>
   </trkseg><trkseg><trkpt lat="47" lon="13"/></trkseg></trk>
   <trk><trkseg><trkpt lat="48" lon="13"><time><!-- c -->2020-12-18<![CDATA[T06:15:51Z]]></time></trkpt></trkseg></trk>
 </gpx>
@@ -42,6 +43,7 @@ TEST(GpxReader, ReadsTheTrackPointsOfAllSegmentsInOrder) {
     EXPECT_EQ(first.line, start.size() > 3 ? 9u : 7u);
     EXPECT_EQ(events.fixes[1].speedMetersPerSecond, 3.5);
     EXPECT_EQ(events.fixes[1].courseDegrees, 180.0);
+    EXPECT_FALSE(events.fixes[1].hdop) << "0 means unknown";
     EXPECT_FALSE(events.fixes[2].altitudeMeters || events.fixes[2].secondsSince1970);
     EXPECT_EQ(events.fixes[3].secondsSince1970, 1608272151.0);
   }
@@ -112,7 +114,7 @@ TEST(GpxReader, AnUnreadableValueCostsTheValueOnly) {
 
 TEST(GpxReader, WithoutATrackThereIsOneFaultThatSaysSo) {
   for (const std::string input : {"<gpx><wpt lat='1' lon='2'/><rte><rtept lat='1' lon='2'/></rte></gpx>", "<gpx/>",
-                                  "<kml><trkpt lat='1' lon='2'/></kml>", " \n"}) {
+                                  "<kml><trkpt lat='1' lon='2'/></kml>", " \n", "x<gpx/>"}) {
     SCOPED_TRACE(input);
     const auto events = readGpx(input);
     EXPECT_TRUE(events.fixes.empty());

@@ -110,7 +110,9 @@ TEST(NmeaReader, DamageIsReportedWhereItStandsAndTheRestIsRead) {
                   "001,A\n",
                   16),  // a NUL
       "$\n",
-      "$GPRMC*4B\n" + sentence("GPRMC,106001,A,5100.000,N,00730.000,E,,,110922,,,A"),
+      "$GPGGA,100000\n",  // too short to void the fix of its instant
+      "$GPRMC*4B\n",
+      sentence("GPRMC,106001,A,5100.000,N,00730.000,E,,,110922,,,A"),
       sentence("GPRMC,1000,A,5100.000,N,00730.000,E,,,110922,,,A"),
       sentence("GPRMC,100001,A,5160.000,N,00730.000,E,,,110922,,,A"),
       sentence("GPRMC,100001,A,00730.000,E,5100.000,N,,,110922,,,A"),
@@ -123,9 +125,27 @@ TEST(NmeaReader, DamageIsReportedWhereItStandsAndTheRestIsRead) {
     SCOPED_TRACE(line.substr(0, 80));
     const auto events = readNmea(before + line + after);
     ASSERT_EQ(events.faults.size(), 1u);
-    EXPECT_EQ(events.faults[0].line, line.starts_with("$GPRMC*") ? 3u : 2u);
+    EXPECT_EQ(events.faults[0].line, 2u);
     ASSERT_EQ(events.fixes.size(), 2u);
     EXPECT_EQ(events.fixes[1].secondsSince1970, kSeptember11 + 36002);
+  }
+}
+
+TEST(NmeaReader, CutAnywhereItKeepsWhatWasWholeAndTellsOneFault) {
+  const auto gga = [](const std::string& time) {
+    return sentence("GPGGA," + time + ",5100.000,N,00730.000,E,1,05,1.0,100.0,M,47.0,M,,");
+  };
+  const std::string start = gga("100000") + rmc("100000", "110922");
+  const std::string input = start + gga("100001") + rmc("100001", "110922");
+  for (std::size_t length = start.size(); length <= input.size(); ++length) {
+    SCOPED_TRACE(length);
+    const auto read = input.substr(0, length);
+    const auto lastLine = read.substr(read.rfind('\n') + 1);
+    const auto star = lastLine.find('*');
+    const bool broken = !lastLine.empty() && (star == std::string::npos || star + 3 > lastLine.size());
+    const auto events = readNmea(read);
+    ASSERT_EQ(events.faults.size(), broken ? 1u : 0u);
+    ASSERT_EQ(events.fixes.size(), length < start.size() + gga("100001").size() - 2 ? 1u : 2u);
   }
 }
 
