@@ -110,9 +110,7 @@ void Canvas::clip(const Area& area, double cornerRadius) {
   cairo_clip(context_.get());
 }
 
-void Canvas::unclip() {
-  cairo_restore(context_.get());
-}
+void Canvas::unclip() { cairo_restore(context_.get()); }
 
 void Canvas::rectangle(const Area& area, double cornerRadius) {
   cairo_t* const context = context_.get();

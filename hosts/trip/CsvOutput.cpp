@@ -14,17 +14,15 @@ void CsvOutput::row(const TripRow& row) {
   appendRecordingCells(line_, row);
   appendCell(line_, knownSmoothSpeed(row));
   appendCell(line_, std::optional(row.smoothCourseDegrees));
-  appendCell(line_, row.significant);
-  appendCell(line_, row.jump);
-  appendCell(line_, row.stable);
+  appendMark(line_, row.significant);
+  appendMark(line_, row.jump);
+  appendMark(line_, row.stable);
   appendCell(line_, row.snapped ? std::optional(row.snapped->latitude) : std::nullopt);
   appendCell(line_, row.snapped ? std::optional(row.snapped->longitude) : std::nullopt);
   line_ += '\n';
   file_.write(line_);
 }
 
-void CsvOutput::finish(const TripSummary&) {
-  file_.commit();
-}
+void CsvOutput::finish(const TripSummary&) { file_.commit(); }
 
 }  // namespace trip

@@ -27,9 +27,7 @@ double latitudeAtAntimeridian(CLLocationCoordinate2D from, CLLocationCoordinate2
   return from.latitude + (to.latitude - from.latitude) * toEdge / (toEdge + fromEdge);
 }
 
-Json numberOrNull(std::optional<double> value) {
-  return value ? Json(*value) : Json(nullptr);
-}
+Json numberOrNull(std::optional<double> value) { return value ? Json(*value) : Json(nullptr); }
 
 std::string pointFeature(const TripRow& row) {
   const Json properties{

@@ -49,9 +49,7 @@ OutputFile::~OutputFile() {
   ::unlink(partial_.c_str());
 }
 
-void OutputFile::write(std::string_view bytes) {
-  writeTo(file_.get(), bytes, target_);
-}
+void OutputFile::write(std::string_view bytes) { writeTo(file_.get(), bytes, target_); }
 
 void OutputFile::commit() {
   // The last bytes may find the disk full only now; the handle stays open, so that the destructor clears the partial
@@ -78,9 +76,7 @@ ScratchFile::ScratchFile(const std::filesystem::path& beside) : folder_(beside.p
   }
 }
 
-void ScratchFile::write(std::string_view bytes) {
-  writeTo(file_.get(), bytes, folder_);
-}
+void ScratchFile::write(std::string_view bytes) { writeTo(file_.get(), bytes, folder_); }
 
 void ScratchFile::copyTo(OutputFile& target) {
   if (std::fseek(file_.get(), 0, SEEK_SET) != 0) throw OutputError::ofSystem(folder_, errno);

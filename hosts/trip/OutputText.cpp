@@ -53,9 +53,7 @@ void appendCell(std::string& out, std::optional<double> value) {
   if (value && std::isfinite(*value)) appendNumber(out, *value);
 }
 
-void appendCell(std::string& out, bool value) {
-  out += value ? ",1" : ",0";
-}
+void appendMark(std::string& out, bool isMarked) { out += isMarked ? ",1" : ",0"; }
 
 std::optional<double> knownSmoothSpeed(const TripRow& row) {
   if (!(row.smoothSpeedMetersPerSecond >= 0.0)) return std::nullopt;

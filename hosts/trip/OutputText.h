@@ -23,7 +23,7 @@ void appendRecordingCells(std::string& out, const TripRow& row);
 
 /// Appends a comma and a cell; empty when missing or not finite.
 void appendCell(std::string& out, std::optional<double> value);
-void appendCell(std::string& out, bool value);
+void appendMark(std::string& out, bool isMarked);  ///< the same for a mark: 1 or 0
 
 /// The smoothed speed, or nothing where the filter says "unknown" with a negative value.
 std::optional<double> knownSmoothSpeed(const TripRow& row);

@@ -7,9 +7,7 @@ namespace trip {
 PictureOutput::PictureOutput(const std::filesystem::path& png, const std::filesystem::path& svg, bool force)
     : png_(png, force), svg_(svg, force) {}
 
-void PictureOutput::row(const TripRow& row) {
-  picture_.add(row);
-}
+void PictureOutput::row(const TripRow& row) { picture_.add(row); }
 
 void PictureOutput::finish(const TripSummary& summary) {
   png_.write(drawPng(picture_, summary));

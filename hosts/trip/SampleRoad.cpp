@@ -71,9 +71,7 @@ RoadPosition SampleRoad::at(double meters) const {
   return along(piece, std::clamp(meters - piece.startMeters, 0.0, piece.lengthMeters));
 }
 
-double SampleRoad::speedLimitAt(double meters) const {
-  return pieceAt(meters).metersPerSecond;
-}
+double SampleRoad::speedLimitAt(double meters) const { return pieceAt(meters).metersPerSecond; }
 
 void SampleRoad::bend(double radiusMeters, double degrees, double metersPerSecond) {
   const double meters = radiusMeters * std::fabs(degrees) * kRadiansPerDegree;

@@ -63,9 +63,7 @@ class DriftingError {
   double value_;
 };
 
-double rounded(double value, double stepsPerUnit) {
-  return std::round(value * stepsPerUnit) / stepsPerUnit;
-}
+double rounded(double value, double stepsPerUnit) { return std::round(value * stepsPerUnit) / stepsPerUnit; }
 
 /// [0, 360) in tenths of a degree.
 double roundedCourse(double degrees) {

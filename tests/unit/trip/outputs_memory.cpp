@@ -27,9 +27,7 @@ void operator delete(void* memory) noexcept {
   liveBytes -= static_cast<std::int64_t>(*static_cast<std::size_t*>(block));
   std::free(block);
 }
-void operator delete(void* memory, std::size_t) noexcept {
-  operator delete(memory);
-}
+void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
 namespace trip {
 namespace {
@@ -44,8 +42,8 @@ TripRow restlessRow(std::uint64_t i) {
   row.speedMetersPerSecond = 20.0 + 10.0 * std::sin(t * 0.7);
   row.courseDegrees = std::fmod(t * 0.37, 360.0);
   row.smoothCourseDegrees = row.courseDegrees.value();
-  row.significant = i % 2 == 0;
-  row.jump = i % 9 == 0;
+  row.significant = i % 10 == 0;
+  row.jump = i % 99 == 0;
   return row;
 }
 

@@ -34,9 +34,7 @@ TEST(SampleTrip, HoldsWhatAFilterHasToCopeWith) {
   EXPECT_NEAR(duration, 720.0, 60.0);
 }
 
-TEST(SampleTrip, FollowsItsSeed) {
-  EXPECT_NE(sampleTripCsv(1), sampleTripCsv(2));
-}
+TEST(SampleTrip, FollowsItsSeed) { EXPECT_NE(sampleTripCsv(1), sampleTripCsv(2)); }
 
 }  // namespace
 }  // namespace trip
