@@ -37,6 +37,11 @@ std::string timeOfDay(const trip::TripRow& row) {
   return separator == std::string::npos ? "-" : time.substr(separator + 1, 8);
 }
 
+std::string mark(const trip::TripRow& row) {
+  if (row.jump) return "J";
+  return row.significant ? "S" : "";
+}
+
 const std::array<Column, 10> kColumns{{
     {"UTC", 8, timeOfDay},
     {"latitude", 10, [](const trip::TripRow& row) { return fixedText(row.coordinate.latitude, 5); }},
@@ -47,9 +52,7 @@ const std::array<Column, 10> kColumns{{
     {"km/h", 6, [](const trip::TripRow& row) { return fixedText(kilometersPerHour(row.speedMetersPerSecond), 1); }},
     {"smooth", 6,
      [](const trip::TripRow& row) { return fixedText(kilometersPerHour(trip::knownSmoothSpeed(row)), 1); }},
-    {"mark", 4, [](const trip::TripRow& row) -> std::string { return row.jump          ? "J"
-                                                                     : row.significant ? "S"
-                                                                                       : ""; }},
+    {"mark", 4, mark},
     {"stable", 6, [](const trip::TripRow& row) -> std::string { return row.stable ? "yes" : ""; }},
 }};
 
