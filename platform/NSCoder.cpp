@@ -76,9 +76,7 @@ void ZRMemoryCoder::encodeObjectForKey(const std::shared_ptr<const NSObject>& ob
   put(archived(object.get()), key);
 }
 
-bool ZRMemoryCoder::containsValueForKey(std::string_view key) const {
-  return values_.contains(key);
-}
+bool ZRMemoryCoder::containsValueForKey(std::string_view key) const { return values_.contains(key); }
 
 double ZRMemoryCoder::decodeDoubleForKey(std::string_view key) const {
   return doubleFrom(valueFor(key));
