@@ -5,6 +5,7 @@
 
 #include <ZRCore/CLLocation_Utils.h>
 #include <ZRCore/ZRArchive.h>
+#include <ZRCore/ZRCoreLoad.h>
 #include <ZRCore/ZRGeometry.h>
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <ZRCore/ZRLocation.h>
