@@ -1,4 +1,5 @@
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -6,11 +7,10 @@
 
 namespace {
 
-NSError failure(std::string sentence, std::size_t position) {
-  return {
-      NSCocoaErrorDomain,
-      NSJSONFailureCode,
-      {{NSLocalizedDescriptionKey, std::move(sentence)}, {NSJSONSerializationErrorIndex, std::to_string(position)}}};
+NSError failure(std::string sentence, std::optional<std::size_t> position = {}) {
+  NSError error{NSCocoaErrorDomain, NSJSONFailureCode, {{NSLocalizedDescriptionKey, std::move(sentence)}}};
+  if (position) error.userInfo.emplace(NSJSONSerializationErrorIndex, std::to_string(*position));
+  return error;
 }
 
 /// Builds the value while the document is read; there is no second tree.
