@@ -51,8 +51,6 @@ void timeEach(benchmark::State& state, Compute compute) {
 }
 
 /// The same for what takes two neighbouring places.
-inline std::size_t neighbour(std::size_t i) {
-  return (i + 1) % kPlaces;
-}
+inline std::size_t neighbour(std::size_t i) { return (i + 1) % kPlaces; }
 
 #endif

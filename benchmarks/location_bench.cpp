@@ -73,9 +73,7 @@ void fanOut(benchmark::State& state) {
       static_cast<double>(state.range(0)), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-void BM_FanOut(benchmark::State& state) {
-  fanOut(state);
-}
+void BM_FanOut(benchmark::State& state) { fanOut(state); }
 BENCHMARK(BM_FanOut)->Arg(1)->Arg(10)->Arg(1000);
 
 /// The same once the process has ever had a second thread: reference counts are atomic from then on. Runs last.

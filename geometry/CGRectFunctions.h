@@ -20,22 +20,12 @@ struct Interval {
 inline Interval interval(double origin, double length) {
   return length < 0.0 ? Interval{origin + length, origin, -length} : Interval{origin, origin + length, length};
 }
-inline Interval horizontal(ZRMapRect r) {
-  return interval(r.origin.x, r.size.width);
-}
-inline Interval vertical(ZRMapRect r) {
-  return interval(r.origin.y, r.size.height);
-}
+inline Interval horizontal(ZRMapRect r) { return interval(r.origin.x, r.size.width); }
+inline Interval vertical(ZRMapRect r) { return interval(r.origin.y, r.size.height); }
 
-inline bool meets(Interval a, Interval b) {
-  return a.low <= b.high && b.low <= a.high;
-}
-inline bool holds(Interval a, Interval b) {
-  return a.low <= b.low && b.high <= a.high;
-}
-inline bool holds(Interval a, double value) {
-  return a.low <= value && value <= a.high;
-}
+inline bool meets(Interval a, Interval b) { return a.low <= b.high && b.low <= a.high; }
+inline bool holds(Interval a, Interval b) { return a.low <= b.low && b.high <= a.high; }
+inline bool holds(Interval a, double value) { return a.low <= value && value <= a.high; }
 
 /// Of two intervals that meet. One that lies within the other comes out with its own length, unrounded.
 inline Interval common(Interval a, Interval b) {
@@ -67,8 +57,7 @@ inline ZRMapRect CGRectIntersection(ZRMapRect a, ZRMapRect b) {
 }
 
 inline bool CGRectContainsRect(ZRMapRect a, ZRMapRect b) {
-  return CGRectIsNull(b) ||
-         (!CGRectIsNull(a) && holds(horizontal(a), horizontal(b)) && holds(vertical(a), vertical(b)));
+  return CGRectIsNull(b) || (holds(horizontal(a), horizontal(b)) && holds(vertical(a), vertical(b)));
 }
 
 /// Of a rectangle with a finite origin. An amount that is not above 0 cuts off nothing, one past the extent everything.

@@ -8,9 +8,7 @@
 namespace geometry {
 
 /// The test for "no rectangle": an infinite origin, of either sign. The size does not matter, and NaN does not count.
-inline bool isNullOrigin(ZRMapRect r) {
-  return std::isinf(r.origin.x) || std::isinf(r.origin.y);
-}
+inline bool isNullOrigin(ZRMapRect r) { return std::isinf(r.origin.x) || std::isinf(r.origin.y); }
 
 }  // namespace geometry
 

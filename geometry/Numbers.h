@@ -38,17 +38,11 @@ constexpr double clamped(double value, double low, double high) {
   return raised < high ? raised : high;
 }
 
-constexpr double clampedLatitude(double degrees) {
-  return clamped(degrees, -kLatitudeLimit, kLatitudeLimit);
-}
-constexpr double clampedLongitude(double degrees) {
-  return clamped(degrees, -kLongitudeLimit, kLongitudeLimit);
-}
+constexpr double clampedLatitude(double degrees) { return clamped(degrees, -kLatitudeLimit, kLatitudeLimit); }
+constexpr double clampedLongitude(double degrees) { return clamped(degrees, -kLongitudeLimit, kLongitudeLimit); }
 
 /// Rounds differently from a multiplication by `kRadiansPerDegree`; both are in use on purpose.
-constexpr double radians(double degrees) {
-  return degrees * kPi / 180.0;
-}
+constexpr double radians(double degrees) { return degrees * kPi / 180.0; }
 
 }  // namespace geometry
 

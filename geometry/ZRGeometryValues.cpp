@@ -4,13 +4,9 @@ CLLocationCoordinate2D CLLocationCoordinate2DMake(double latitude, double longit
   return {latitude, longitude};
 }
 
-ZRDoublePoint ZRDoublePointMake(double x, double y) noexcept {
-  return {x, y};
-}
+ZRDoublePoint ZRDoublePointMake(double x, double y) noexcept { return {x, y}; }
 
-ZRBoundingBox ZRBoundingBoxMake(double a, double b, double c, double d) noexcept {
-  return {a, b, c, d};
-}
+ZRBoundingBox ZRBoundingBoxMake(double a, double b, double c, double d) noexcept { return {a, b, c, d}; }
 
 ZRCoordinateSpan ZRCoordinateSpanMake(double latitudeDelta, double longitudeDelta) noexcept {
   return {latitudeDelta, longitudeDelta};

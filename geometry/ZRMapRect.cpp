@@ -56,10 +56,6 @@ bool ZRMapRectContainsPoint(ZRMapRect rect, ZRMapPoint point) noexcept {
   return geometry::holds(geometry::horizontal(rect), point.x) && geometry::holds(geometry::vertical(rect), point.y);
 }
 
-bool ZRMapRectContainsRect(ZRMapRect a, ZRMapRect b) noexcept {
-  return geometry::CGRectContainsRect(a, b);
-}
+bool ZRMapRectContainsRect(ZRMapRect a, ZRMapRect b) noexcept { return geometry::CGRectContainsRect(a, b); }
 
-bool ZRMapRectIntersectsRect(ZRMapRect a, ZRMapRect b) noexcept {
-  return geometry::CGRectIntersectsRect(a, b);
-}
+bool ZRMapRectIntersectsRect(ZRMapRect a, ZRMapRect b) noexcept { return geometry::CGRectIntersectsRect(a, b); }

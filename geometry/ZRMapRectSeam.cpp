@@ -15,20 +15,14 @@ double wrapped(double value) {
   return rest < 0.0 ? rest + geometry::kWorldWidth : rest;
 }
 
-bool crossesItsWestEnd(ZRMapRect r) {
-  return r.origin.x < 0.0 && geometry::horizontal(r).high > 0.0;
-}
+bool crossesItsWestEnd(ZRMapRect r) { return r.origin.x < 0.0 && geometry::horizontal(r).high > 0.0; }
 
 /// A rectangle of negative width that reaches over the western end. The raw sum is meant, not the standardised edge.
-bool reachesBackOverItsWestEnd(ZRMapRect r) {
-  return r.origin.x > 0.0 && r.origin.x + r.size.width < 0.0;
-}
+bool reachesBackOverItsWestEnd(ZRMapRect r) { return r.origin.x > 0.0 && r.origin.x + r.size.width < 0.0; }
 
 }  // namespace
 
-ZRMapPoint ZRMapPointNormalized(ZRMapPoint point) noexcept {
-  return {wrapped(point.x), wrapped(point.y)};
-}
+ZRMapPoint ZRMapPointNormalized(ZRMapPoint point) noexcept { return {wrapped(point.x), wrapped(point.y)}; }
 
 bool ZRMapRectSpans180thMeridian(ZRMapRect rect) noexcept {
   // The wrapped left side goes with the raw right side, on purpose: a rectangle past the world's end spans too.

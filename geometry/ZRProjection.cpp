@@ -6,14 +6,10 @@ ZRDoublePoint mercatorTransform(double latitude, double longitude) noexcept {
   return geometry::mercator(latitude, longitude);
 }
 
-CLLocationCoordinate2D mercatorInverseTransform(double x, double y) noexcept {
-  return geometry::inverseMercator(x, y);
-}
+CLLocationCoordinate2D mercatorInverseTransform(double x, double y) noexcept { return geometry::inverseMercator(x, y); }
 
 ZRMapPoint ZRMapPointForCoordinate(CLLocationCoordinate2D coordinate) noexcept {
   return geometry::mapPoint(coordinate);
 }
 
-CLLocationCoordinate2D ZRCoordinateForMapPoint(ZRMapPoint mapPoint) noexcept {
-  return geometry::coordinate(mapPoint);
-}
+CLLocationCoordinate2D ZRCoordinateForMapPoint(ZRMapPoint mapPoint) noexcept { return geometry::coordinate(mapPoint); }

@@ -13,51 +13,33 @@ double metersPerMapPoint(double latitude) {
   return (1.0 - std::log(std::tan(phi) + 1.0 / std::cos(phi)) / geometry::kPi) * geometry::kScaleMetersPerMapPoint;
 }
 
-double secant(double latitude) {
-  return 1.0 / std::cos(geometry::radians(latitude));
-}
+double secant(double latitude) { return 1.0 / std::cos(geometry::radians(latitude)); }
 
-double degreesOfLongitudePerMeter(double latitude) {
-  return secant(latitude) * geometry::kDegreesPerMeterOfLatitude;
-}
+double degreesOfLongitudePerMeter(double latitude) { return secant(latitude) * geometry::kDegreesPerMeterOfLatitude; }
 
 }  // namespace
 
-double ZRMetersPerMapPointAtLatitude(double latitude) noexcept {
-  return metersPerMapPoint(latitude);
-}
+double ZRMetersPerMapPointAtLatitude(double latitude) noexcept { return metersPerMapPoint(latitude); }
 
 double ZRMetersPerMapPointAtLatituteAndZoom(double latitude, int32_t zoom) noexcept {
   return metersPerMapPoint(latitude) / (std::ldexp(1.0, zoom) * 256.0 * geometry::kPerWorldWidth);
 }
 
-double ZRMapPointsPerMeterAtLatitude(double latitude) noexcept {
-  return 1.0 / metersPerMapPoint(latitude);
-}
+double ZRMapPointsPerMeterAtLatitude(double latitude) noexcept { return 1.0 / metersPerMapPoint(latitude); }
 
 double ZRMetersBetweenMapPoints(ZRMapPoint a, ZRMapPoint b) noexcept {
   return geometry::greatCircleDistance(geometry::coordinate(a), geometry::coordinate(b));
 }
 
-double degreesToRads(double degrees) noexcept {
-  return geometry::radians(degrees);
-}
+double degreesToRads(double degrees) noexcept { return geometry::radians(degrees); }
 
-double degreesPerMeterAtLon() noexcept {
-  return geometry::kDegreesPerMeterOfLatitude;
-}
+double degreesPerMeterAtLon() noexcept { return geometry::kDegreesPerMeterOfLatitude; }
 
-double metersPerDegreeAtLon() noexcept {
-  return geometry::kMetersPerDegreeOfLatitude;
-}
+double metersPerDegreeAtLon() noexcept { return geometry::kMetersPerDegreeOfLatitude; }
 
-double degreesPerMeterAtLat(double latitude) noexcept {
-  return degreesOfLongitudePerMeter(latitude);
-}
+double degreesPerMeterAtLat(double latitude) noexcept { return degreesOfLongitudePerMeter(latitude); }
 
-double metersPerDegreeAtLat(double latitude) noexcept {
-  return geometry::kEquator / secant(latitude) / 360.0;
-}
+double metersPerDegreeAtLat(double latitude) noexcept { return geometry::kEquator / secant(latitude) / 360.0; }
 
 ZRCoordinateRegion ZRCoordinateRegionMakeWithDistance(CLLocationCoordinate2D center, double latitudinalMeters,
                                                       double longitudinalMeters) noexcept {

@@ -11,21 +11,15 @@ std::shared_ptr<CLLocationManager> sharedInstanceMadeBy(
   return shared.sharedInstance;
 }
 
-std::shared_ptr<const CLLocation> lastLocation() {
-  return sharedInstance()->location();
-}
+std::shared_ptr<const CLLocation> lastLocation() { return sharedInstance()->location(); }
 
 bool locationIsAuthorized() {
   const CLAuthorizationStatus status = CLLocationManager::authorizationStatus();
   return status == CLAuthorizationStatus::authorizedAlways || status == CLAuthorizationStatus::authorizedWhenInUse;
 }
 
-bool shouldUpdateInBackground() {
-  return locationStatics().__shouldUpdateInBackground;
-}
+bool shouldUpdateInBackground() { return locationStatics().__shouldUpdateInBackground; }
 
-void setShouldUpdateInBackground(bool should) {
-  locationStatics().__shouldUpdateInBackground = should;
-}
+void setShouldUpdateInBackground(bool should) { locationStatics().__shouldUpdateInBackground = should; }
 
 }  // namespace CLLocationManager_ZR

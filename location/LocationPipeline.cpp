@@ -24,17 +24,11 @@ std::shared_ptr<ZRLocation> recordOf(const CLLocation& location) {
 
 }  // namespace
 
-bool ZRLocationManager::filtersMeasuredValues() {
-  return locationStatics().filtersMeasuredValues;
-}
+bool ZRLocationManager::filtersMeasuredValues() { return locationStatics().filtersMeasuredValues; }
 
-void ZRLocationManager::setFiltersMeasuredValues(bool filters) {
-  locationStatics().filtersMeasuredValues = filters;
-}
+void ZRLocationManager::setFiltersMeasuredValues(bool filters) { locationStatics().filtersMeasuredValues = filters; }
 
-bool ZRLocationManager::receiverIsStable() {
-  return locationStatics().filter.isStable();
-}
+bool ZRLocationManager::receiverIsStable() { return locationStatics().filter.isStable(); }
 
 void ZRLocationManager::lockSmoothCourseToCourseUntilMoved(double courseDegrees, double distanceMeters) {
   locationStatics().filter.lockSmoothCourse(courseDegrees, distanceMeters);
@@ -64,9 +58,7 @@ std::shared_ptr<ZRLocation> ZRLocationManager::snapToRoute(const std::shared_ptr
   return filter ? filter(location) : location;
 }
 
-void ZRLocationManager::updateStability(ZRLocation& location) {
-  locationStatics().filter.updateStability(location);
-}
+void ZRLocationManager::updateStability(ZRLocation& location) { locationStatics().filter.updateStability(location); }
 
 void ZRLocationManager::updateDynamicProperties(const std::shared_ptr<ZRLocation>& location) {
   locationStatics().filter.updateDynamicProperties(location);

@@ -9,9 +9,7 @@ std::unique_ptr<LocationStatics>& holder() {
 }
 }  // namespace
 
-LocationStatics& locationStatics() {
-  return *holder();
-}
+LocationStatics& locationStatics() { return *holder(); }
 
 void LocationTestPeer::forget() {
   // The old state goes last: the managers in it look for their nodes in the new one.

@@ -30,21 +30,11 @@ ZRLocation::ZRLocation(const NSCoder& coder) : CLLocation(coder) {
 
 ZRLocation::~ZRLocation() = default;
 
-double ZRLocation::altitude() const {
-  return altitude_;
-}
-double ZRLocation::horizontalAccuracy() const {
-  return horizontalAccuracy_;
-}
-double ZRLocation::verticalAccuracy() const {
-  return verticalAccuracy_;
-}
-double ZRLocation::speed() const {
-  return speed_;
-}
-double ZRLocation::course() const {
-  return course_;
-}
+double ZRLocation::altitude() const { return altitude_; }
+double ZRLocation::horizontalAccuracy() const { return horizontalAccuracy_; }
+double ZRLocation::verticalAccuracy() const { return verticalAccuracy_; }
+double ZRLocation::speed() const { return speed_; }
+double ZRLocation::course() const { return course_; }
 
 bool ZRLocation::isEqual(const NSObject* other) const {
   if (this == other) return true;
@@ -76,9 +66,7 @@ std::shared_ptr<ZRLocation> ZRLocation::copy() const {
   return made;
 }
 
-std::shared_ptr<ZRLocation> ZRLocation::copyObject() const {
-  return initWithCLLocation(*this);
-}
+std::shared_ptr<ZRLocation> ZRLocation::copyObject() const { return initWithCLLocation(*this); }
 
 void ZRLocation::encodeWithCoder(NSCoder& coder) const {
   CLLocation::encodeWithCoder(coder);

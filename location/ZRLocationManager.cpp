@@ -193,17 +193,11 @@ bool ZRLocationManager::hasWhenInUseUsageDescription() {
   return ZRPlatformInUse().bundle->hasInfoValueForKey(kWhenInUseKey);
 }
 
-bool ZRLocationManager::hasAlwaysDescription() {
-  return ZRPlatformInUse().bundle->hasInfoValueForKey(kAlwaysKey);
-}
+bool ZRLocationManager::hasAlwaysDescription() { return ZRPlatformInUse().bundle->hasInfoValueForKey(kAlwaysKey); }
 
-int ZRLocationManager::instanceCount() {
-  return locationStatics().__instanceList.count();
-}
+int ZRLocationManager::instanceCount() { return locationStatics().__instanceList.count(); }
 
-std::shared_ptr<ZRLocationManager> ZRLocationManager::firstInstance() {
-  return locationStatics().__singletonInstance;
-}
+std::shared_ptr<ZRLocationManager> ZRLocationManager::firstInstance() { return locationStatics().__singletonInstance; }
 
 void ZRLocationManager::setTripSimulator(const std::shared_ptr<CLLocationManager>& simulator) {
   LocationStatics& shared = locationStatics();

@@ -43,21 +43,11 @@ CLLocation::CLLocation(const ZRPositionFix& fix) : fix_(fix) {}
 CLLocation::CLLocation(const NSCoder& coder) : fix_(fixFrom(coder)) {}
 CLLocation::~CLLocation() = default;
 
-double CLLocation::altitude() const {
-  return fix_.altitude;
-}
-double CLLocation::horizontalAccuracy() const {
-  return fix_.horizontalAccuracy;
-}
-double CLLocation::verticalAccuracy() const {
-  return fix_.verticalAccuracy;
-}
-double CLLocation::course() const {
-  return fix_.course;
-}
-double CLLocation::speed() const {
-  return fix_.speed;
-}
+double CLLocation::altitude() const { return fix_.altitude; }
+double CLLocation::horizontalAccuracy() const { return fix_.horizontalAccuracy; }
+double CLLocation::verticalAccuracy() const { return fix_.verticalAccuracy; }
+double CLLocation::course() const { return fix_.course; }
+double CLLocation::speed() const { return fix_.speed; }
 
 double CLLocation::distanceFromLocation(const CLLocation& other) const {
   return ZRGreatCircleDistance(coordinate(), other.coordinate());

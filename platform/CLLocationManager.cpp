@@ -25,10 +25,6 @@ void CLLocationManager::setDelegate(std::weak_ptr<CLLocationManagerDelegate> del
   delegate_ = std::move(delegate);
 }
 
-std::shared_ptr<const CLLocation> CLLocationManager::location() const {
-  return nullptr;
-}
+std::shared_ptr<const CLLocation> CLLocationManager::location() const { return nullptr; }
 
-void CLLocationManager::setActivityType(CLActivityType type) {
-  activityType_ = type;
-}
+void CLLocationManager::setActivityType(CLActivityType type) { activityType_ = type; }

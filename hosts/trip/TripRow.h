@@ -22,17 +22,17 @@ struct TripRow {
   std::optional<double> courseDegrees;         ///< as the receiver gave it
   double smoothSpeedMetersPerSecond = 0.0;
   double smoothCourseDegrees = 0.0;
-  bool significant = false;  ///< far enough from the last significant place
-  bool jump = false;         ///< implausibly fast
-  bool stable = false;       ///< the receiver has settled
+  bool significant = false;                       ///< far enough from the last significant place
+  bool jump = false;                              ///< implausibly fast
+  bool stable = false;                            ///< the receiver has settled
   std::optional<CLLocationCoordinate2D> snapped;  ///< what the client with the snap filter got
 };
 
 /// What is known at the end.
 struct TripSummary {
-  std::string source;      ///< the recording's file name without folders; "-" for standard input
-  std::string format;      ///< as readers::formatName says it
-  std::string filter;      ///< "documented" or "measured"
+  std::string source;  ///< the recording's file name without folders; "-" for standard input
+  std::string format;  ///< as readers::formatName says it
+  std::string filter;  ///< "documented" or "measured"
   std::uint64_t fixes = 0;
   std::uint64_t significant = 0;
   std::uint64_t jumps = 0;
@@ -40,8 +40,8 @@ struct TripSummary {
   std::uint64_t faults = 0;    ///< places in the recording where something was dropped
   std::uint64_t warnings = 0;  ///< places where something was odd but kept
   std::optional<double> firstSecondsSince1970, lastSecondsSince1970;
-  double distanceMeters = 0.0;             ///< along all fixes
-  double significantDistanceMeters = 0.0;  ///< along the significant ones
+  double distanceMeters = 0.0;                             ///< along all fixes
+  double significantDistanceMeters = 0.0;                  ///< along the significant ones
   std::map<std::string, std::uint64_t> deliveredByClient;  ///< client name -> fixes delivered to it
 };
 

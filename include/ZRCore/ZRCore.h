@@ -5,10 +5,10 @@
 
 #include <ZRCore/CLLocation_Utils.h>
 #include <ZRCore/ZRGeometry.h>
-#include <ZRCore/ZRGeometry.hpp>
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <ZRCore/ZRLocation.h>
 #include <ZRCore/ZRLocationManager.h>
 #include <ZRCore/ZRPlatform.h>
+#include <ZRCore/ZRGeometry.hpp>
 
 #endif

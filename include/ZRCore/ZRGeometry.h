@@ -149,8 +149,8 @@ ZR_EXPORT CLLocationCoordinate2D ZRCoordinateForMapPoint(ZRMapPoint mapPoint) ZR
 // ---- Scale ----------------------------------------------------------------------------------------------------------
 
 /// Metres per map point by this kit's own scale law. It falls from 0.597 at the equator to 0 at the northern limit of
-/// the world (just below 0 by rounding there) and grows to twice its equatorial value in the south. That is on purpose;
-/// for the true size of a map point ask `ZRGroundResolutionAtLatitude` of the additions.
+/// the world (just below 0 there, as that limit is rounded up) and grows to twice its equatorial value in the south.
+/// That is on purpose; for the true size of a map point ask `ZRGroundResolutionAtLatitude` of the additions.
 /// @param latitude  degrees, clamped to +-85.05112878
 ZR_EXPORT double ZRMetersPerMapPointAtLatitude(double latitude) ZR_NOEXCEPT;
 

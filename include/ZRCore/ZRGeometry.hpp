@@ -42,19 +42,4 @@ class ZR_EXPORT ZRCoordinateUtils {
   static bool coordIsEqualTo(CLLocationCoordinate2D a, CLLocationCoordinate2D b) noexcept;
 };
 
-/// The arithmetic behind the directions between locations. Pure, any thread.
-struct ZR_EXPORT ZRCoordinateDirections {
-  /// Initial great-circle direction plus a full turn, on purpose.
-  /// @return  degrees clockwise from north, in [180, 540]: 450 is due east. Callers reduce it if they need to.
-  static double directionFromCoordinateToCoordinate(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept;
-
-  /// A coordinate at a distance from `from` towards `to`. Its scale is fixed as it is, factor and divisor included: for
-  /// any distance on the Earth the result lies within a hair of `from`, and not always on the side of `to`. For the
-  /// true destination ask `ZRDestinationCoordinate` of the additions.
-  /// @param distance  metres
-  /// @return          degrees, not wrapped. NaN where `from` is a pole.
-  static CLLocationCoordinate2D coordinateAtDistanceToCoordinate(CLLocationCoordinate2D from, double distance,
-                                                                 CLLocationCoordinate2D to) noexcept;
-};
-
 #endif

@@ -27,17 +27,11 @@ void ZRFakeLocationManager::stopUpdatingHeading() {
   updatesHeading_ = false;
 }
 
-void ZRFakeLocationManager::requestWhenInUseAuthorization() {
-  calls.emplace_back("requestWhenInUseAuthorization");
-}
+void ZRFakeLocationManager::requestWhenInUseAuthorization() { calls.emplace_back("requestWhenInUseAuthorization"); }
 
-void ZRFakeLocationManager::requestAlwaysAuthorization() {
-  calls.emplace_back("requestAlwaysAuthorization");
-}
+void ZRFakeLocationManager::requestAlwaysAuthorization() { calls.emplace_back("requestAlwaysAuthorization"); }
 
-std::shared_ptr<const CLLocation> ZRFakeLocationManager::location() const {
-  return location_;
-}
+std::shared_ptr<const CLLocation> ZRFakeLocationManager::location() const { return location_; }
 
 template <class Callback>
 std::shared_ptr<Callback> ZRFakeLocationManager::answering() const {

@@ -17,9 +17,7 @@ static void expect(bool holds, const char* what) {
 }
 #define EXPECT(condition) expect(condition, #condition)
 
-static bool near(double a, double b) {
-  return fabs(a - b) <= 1e-6;
-}
+static bool near(double a, double b) { return fabs(a - b) <= 1e-6; }
 
 static bool rectIs(ZRMapRect r, double x, double y, double width, double height) {
   return r.origin.x == x && r.origin.y == y && r.size.width == width && r.size.height == height;

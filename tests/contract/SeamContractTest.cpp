@@ -17,9 +17,7 @@ struct Implementation {
   std::function<ZRPlatform()> make;
 };
 
-void PrintTo(const Implementation& implementation, std::ostream* out) {
-  *out << implementation.name;
-}
+void PrintTo(const Implementation& implementation, std::ostream* out) { *out << implementation.name; }
 
 class SeamContract : public testing::TestWithParam<Implementation> {
  protected:

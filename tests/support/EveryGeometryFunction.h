@@ -2,6 +2,7 @@
 #define ZRCORE_TESTS_SUPPORT_EVERYGEOMETRYFUNCTION_H
 
 #include <ZRCore/ZRGeometryAdditions.h>
+#include <geometry/CoordinateDirections.h>
 #include <ZRCore/ZRGeometry.hpp>
 
 #include <array>
@@ -66,9 +67,8 @@ void callEveryGeometryFunction(const GeometryArguments& with, Take&& take) {
   take("closestCoordToCoordAlongLineWithStartingCoordAndEndingCoord",
        ZRCoordinateUtils::closestCoordToCoordAlongLineWithStartingCoordAndEndingCoord(elsewhere, here, there));
   take("coordIsEqualTo", ZRCoordinateUtils::coordIsEqualTo(here, there));
-  take("directionFromCoordinateToCoordinate", ZRCoordinateDirections::directionFromCoordinateToCoordinate(here, there));
-  take("coordinateAtDistanceToCoordinate",
-       ZRCoordinateDirections::coordinateAtDistanceToCoordinate(here, amount * 1e6, there));
+  take("directionWithTurn", geometry::directionWithTurn(here, there));
+  take("coordinateAtDistance", geometry::coordinateAtDistance(here, amount * 1e6, there));
   take("ZRGreatCircleDistance", ZRGreatCircleDistance(here, there));
   take("ZRGroundResolutionAtLatitude", ZRGroundResolutionAtLatitude(here.latitude));
   take("ZRDestinationCoordinate", ZRDestinationCoordinate(here, there.longitude, amount));

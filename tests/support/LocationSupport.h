@@ -14,9 +14,7 @@ inline std::shared_ptr<CLLocation> fixAt(double latitude, double longitude, doub
 }
 
 /// A coordinate that lies `meters` north of the equator, by the distance that locations measure.
-inline double latitudeNorth(double meters) {
-  return meters / EarthRadius * 57.29577951308232;
-}
+inline double latitudeNorth(double meters) { return meters / EarthRadius * 57.29577951308232; }
 
 /// A delegate that answers every callback and remembers what it was told.
 class Client : public ZRDidUpdateLocations, public ZRDidUpdateHeading, public ZRDidFailWithError {

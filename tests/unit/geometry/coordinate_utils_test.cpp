@@ -1,4 +1,5 @@
 #include <ZRCore/ZRGeometryAdditions.h>
+#include <geometry/CoordinateDirections.h>
 #include <gtest/gtest.h>
 #include <ZRCore/ZRGeometry.hpp>
 
@@ -9,7 +10,6 @@
 namespace {
 
 using Utils = ZRCoordinateUtils;
-using Directions = ZRCoordinateDirections;
 
 TEST(Bearing, RunsClockwiseFromNorthAndCanRoundUpToAFullTurn) {
   struct {
@@ -38,10 +38,10 @@ TEST(Bearing, RunsClockwiseFromNorthAndCanRoundUpToAFullTurn) {
 }
 
 TEST(Directions, AreBearingsPlusAFullTurn) {
-  EXPECT_DOUBLE_EQ(Directions::directionFromCoordinateToCoordinate({0, 0}, {0, 1}), 450.0);
-  EXPECT_DOUBLE_EQ(Directions::directionFromCoordinateToCoordinate({0, 0}, {0, -1}), 270.0);
-  EXPECT_DOUBLE_EQ(Directions::directionFromCoordinateToCoordinate({0, 0}, {-1, 0}), 540.0);
-  EXPECT_EQ(Directions::directionFromCoordinateToCoordinate({50, 7}, {50, 7}), 360.0);
+  EXPECT_DOUBLE_EQ(geometry::directionWithTurn({0, 0}, {0, 1}), 450.0);
+  EXPECT_DOUBLE_EQ(geometry::directionWithTurn({0, 0}, {0, -1}), 270.0);
+  EXPECT_DOUBLE_EQ(geometry::directionWithTurn({0, 0}, {-1, 0}), 540.0);
+  EXPECT_EQ(geometry::directionWithTurn({50, 7}, {50, 7}), 360.0);
 }
 
 TEST(Directions, CoordinateAtDistanceKeepsItsFactorAndItsDivisor) {
@@ -57,7 +57,7 @@ TEST(Directions, CoordinateAtDistanceKeepsItsFactorAndItsDivisor) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.distance);
-    const CLLocationCoordinate2D result = Directions::coordinateAtDistanceToCoordinate(row.from, row.distance, row.to);
+    const CLLocationCoordinate2D result = geometry::coordinateAtDistance(row.from, row.distance, row.to);
     EXPECT_NEAR(result.latitude, row.result.latitude, 1e-9);
     EXPECT_NEAR(result.longitude, row.result.longitude, 1e-9);
   }
@@ -110,7 +110,7 @@ TEST(ClosestCoordinate, IsTheFootOfThePerpendicularOrAnEndOfTheSegment) {
     CLLocationCoordinate2D coord, closest;
   } const rows[] = {
       {{-3, -3}, start},
-      {{30, 30}, end},
+      {{4.2, 8.3}, end},
       {{4.1, 3.2}, {2.1, 4.2}},
       {{2.1, 4.2}, {2.1, 4.2}},
   };
@@ -164,7 +164,7 @@ TEST(Destination, LiesAtTheDistanceAndInTheDirectionAskedFor) {
     SCOPED_TRACE(testing::PrintToString(values(origin)) + testing::PrintToString(values(there)));
     EXPECT_TRUE(CLLocationCoordinate2DIsValid(there));
     EXPECT_NEAR(ZRGreatCircleDistance(origin, there), distance, 1e-3);
-    const double found = Directions::directionFromCoordinateToCoordinate(origin, there);
+    const double found = geometry::directionWithTurn(origin, there);
     EXPECT_NEAR(std::remainder(found - bearing, 360.0), 0.0, 1e-4);
   }
 }

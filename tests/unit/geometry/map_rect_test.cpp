@@ -37,26 +37,22 @@ TEST(MapRectUnion, TestsTheOriginOnlyAndPassesTheOtherRectangleOnAsItIs) {
   }
 }
 
-struct PairOfRects {
-  ZRMapRect a, b;
-  ZRMapRect intersection;  // kNull: they are apart
-  bool contains;
-};
-
 TEST(MapRectPairs, MeetAtTouchingEdgesAndContainWhatDoesNotReachOut) {
-  const PairOfRects rows[] = {
+  struct {
+    ZRMapRect a, b, intersection;  // kNull: they are apart
+    bool contains;
+  } const rows[] = {
       {kTen, {{5, 5}, {10, 10}}, {{5, 5}, {5, 5}}, false},
       {kTen, {{10, 0}, {5, 10}}, {{10, 0}, {0, 10}}, false},
       {kTen, {{10, 10}, {5, 5}}, {{10, 10}, {0, 0}}, false},
       {kTen, {{11, 0}, {5, 5}}, kNull, false},
-      {kTen, {{0, -6}, {5, 5}}, kNull, false},
       {kTen, {{2, 2}, {3, 3}}, {{2, 2}, {3, 3}}, true},
       {kTen, {{10, 10}, {-10, -10}}, kTen, true},
       {{{10, 10}, {-10, -10}}, {{5, 5}, {10, 10}}, {{5, 5}, {5, 5}}, false},
       {kTen, {{10, 10}, {0, 0}}, {{10, 10}, {0, 0}}, true},
-      {kTen, {{11, 5}, {0, 0}}, kNull, false},
       {kTen, kNull, kNull, true},
       {kTen, {{0, kInf}, {1, 1}}, kNull, true},
+      {{{0, 0}, {kInf, kInf}}, {{kInf, 0}, {1, 1}}, kNull, true},
       {kNull, kTen, kNull, false},
       {kNull, kNull, kNull, true},
       {{{-5, -5}, {kInf, kInf}}, {{0, 0}, {kInf, kInf}}, {{0, 0}, {kInf, kInf}}, true},
@@ -67,7 +63,7 @@ TEST(MapRectPairs, MeetAtTouchingEdgesAndContainWhatDoesNotReachOut) {
       // 0.1 + 0.2 - 0.1 is not 0.2: the size must come through unrounded
       {{{0.1, 0}, {0.2, 1}}, {{0.1, 0}, {0.2, 1}}, {{0.1, 0}, {0.2, 1}}, true},
   };
-  for (const PairOfRects& row : rows) {
+  for (const auto& row : rows) {
     SCOPED_TRACE(testing::PrintToString(values(row.a)) + testing::PrintToString(values(row.b)));
     EXPECT_EQ(values(ZRMapRectIntersection(row.a, row.b)), values(row.intersection));
     EXPECT_EQ(ZRMapRectIntersectsRect(row.a, row.b), values(row.intersection) != values(kNull));
@@ -92,7 +88,6 @@ TEST(MapRectPairs, KeepTheLawsOfUnionIntersectionAndContainment) {
 }
 
 TEST(MapRectMoving, InsetsByHalfOnEachSideAndKeepsNegativeSizes) {
-  EXPECT_EQ(values(ZRMapRectInset({{0, 0}, {100, 100}}, 10, 20)), values(ZRMapRect{{5, 10}, {90, 80}}));
   EXPECT_EQ(values(ZRMapRectInset(kTen, 30, -2)), values(ZRMapRect{{15, -1}, {-20, 12}}));
   EXPECT_EQ(values(ZRMapRectOffset({{1, 2}, {-3, 4}}, 10, 20)), values(ZRMapRect{{11, 22}, {-3, 4}}));
   const ZRMapRect nowhere = {{0.0, -kInf}, {1.0, 1.0}};
@@ -114,7 +109,6 @@ TEST(MapRectDivide, CutsAStripOffTheStandardisedRectangle) {
       {rect, 10, CGRectMaxYEdge, {{10, 50}, {30, 10}}, {{10, 20}, {30, 30}}},
       {rect, 31, CGRectMinXEdge, {{10, 20}, {30, 40}}, {{40, 20}, {0, 40}}},
       {rect, 41, CGRectMaxYEdge, {{10, 20}, {30, 40}}, {{10, 20}, {30, 0}}},
-      {rect, -5, CGRectMinYEdge, {{10, 20}, {30, 0}}, {{10, 20}, {30, 40}}},
       {rect, -5, CGRectMaxXEdge, {{40, 20}, {0, 40}}, {{10, 20}, {30, 40}}},
       {rect, kNaN, CGRectMinXEdge, {{10, 20}, {0, 40}}, {{10, 20}, {30, 40}}},
       {reversed, 10, CGRectMinXEdge, {{-40, -60}, {10, 40}}, {{-30, -60}, {20, 40}}},
@@ -168,10 +162,7 @@ TEST(MapPointNormalized, WrapsBothAxesIntoTheWorld) {
     double value, wrapped;
   } const rows[] = {
       {-1.5, kWorld - 1.5},
-      {kWorld + 2.0, 2.0},
-      {kWorld, 0.0},
       {-kWorld, 0.0},
-      {0.25, 0.25},
       {-3 * kWorld - 7.0, kWorld - 7.0},
       {5 * kWorld + 0.5, 0.5},
       {-1e-20, kWorld},
