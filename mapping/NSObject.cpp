@@ -1,17 +1,42 @@
 #include <ZRCore/NSObject.h>
+#include <ZRCore/ZROHMClassInfo.h>
 
 #include <functional>
 #include <sstream>
-#include <typeinfo>
+
+NSUndefinedKeyException::NSUndefinedKeyException(const std::string& reason, std::string_view key)
+    : std::runtime_error(reason), key_(key) {}
+NSUndefinedKeyException::~NSUndefinedKeyException() = default;
+
+NSInvalidArgumentException::NSInvalidArgumentException(const std::string& reason, std::string_view key)
+    : std::invalid_argument(reason), key_(key) {}
+NSInvalidArgumentException::~NSInvalidArgumentException() = default;
 
 NSObject::~NSObject() = default;
 
-bool NSObject::isEqual(const NSObject* other) const { return this == other; }
+bool NSObject::isEqual(const NSObject* other) const {
+  return this == other;
+}
 
-std::size_t NSObject::hash() const { return std::hash<const void*>{}(this); }
+std::size_t NSObject::hash() const {
+  return std::hash<const void*>{}(this);
+}
 
 std::string NSObject::description() const {
   std::ostringstream text;
-  text << '<' << typeid(*this).name() << ' ' << static_cast<const void*>(this) << '>';
+  text << '<' << classInfo().name() << ' ' << static_cast<const void*>(this) << '>';
   return text.str();
+}
+
+ZROHMClassInfo& NSObject::classInfo() const {
+  return staticClassInfo();
+}
+
+ZROHMClassInfo& NSObject::staticClassInfo() {
+  static auto* const root = new ZROHMClassInfo({.name = "NSObject",
+                                                .superclass = nullptr,
+                                                .factory = [] { return std::make_shared<NSObject>(); },
+                                                .coderFactory = {},
+                                                .properties = {}});
+  return *root;
 }

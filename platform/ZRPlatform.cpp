@@ -11,6 +11,7 @@ ZRPositioning::~ZRPositioning() = default;
 ZRBundle::~ZRBundle() = default;
 ZRLog::~ZRLog() = default;
 ZRClock::~ZRClock() = default;
+ZRJSONService::~ZRJSONService() = default;
 
 namespace {
 
@@ -42,6 +43,7 @@ bool ZRPlatformInstall(const ZRPlatform& platform) {
   takeOver(&ZRPlatform::notificationCenter, platform, *complete);
   takeOver(&ZRPlatform::log, platform, *complete);
   takeOver(&ZRPlatform::clock, platform, *complete);
+  takeOver(&ZRPlatform::json, platform, *complete);
 
   const std::lock_guard lock(statics().mutex);
   if (statics().inUse) return false;

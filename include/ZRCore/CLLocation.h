@@ -3,14 +3,13 @@
 #ifndef ZRCORE_CLLOCATION_H
 #define ZRCORE_CLLOCATION_H
 
+#include <ZRCore/NSCoder.h>
 #include <ZRCore/NSDate.h>
 #include <ZRCore/NSObject.h>
 #include <ZRCore/ZRExport.h>
 #include <ZRCore/ZRGeometry.h>
 
 #include <memory>
-
-class NSCoder;
 
 /// What a receiver measured at one instant. A negative value of the fields below altitude means "unknown".
 struct ZRPositionFix {
@@ -24,7 +23,7 @@ struct ZRPositionFix {
 };
 
 /// An immutable position fix. Any thread.
-class ZR_EXPORT CLLocation : public NSObject {
+class ZR_EXPORT CLLocation : public NSObject, public NSCoding {
  public:
   /// A fix with every field given.
   static std::shared_ptr<CLLocation> initWithFix(const ZRPositionFix& fix);
@@ -53,7 +52,7 @@ class ZR_EXPORT CLLocation : public NSObject {
   double distanceFromLocation(const CLLocation& other) const;
 
   /// Writes the values given at construction.
-  virtual void encodeWithCoder(NSCoder& coder) const;
+  void encodeWithCoder(NSCoder& coder) const override;
 
   std::string description() const override;
 

@@ -59,7 +59,8 @@ class ZR_EXPORT NSCoder {
 };
 
 /// An archive in memory: a dictionary of plain values. A nested object is a dictionary of its own, with the name of its
-/// class under "class".
+/// class under "class", which no object should use itself. Infinities and NaN are the texts "Infinity", "-Infinity" and
+/// "NaN", so that every archive can be written as a document.
 class ZR_EXPORT ZRMemoryCoder : public NSCoder {
  public:
   /// An empty archive; `classes` may be read from it.
@@ -86,6 +87,11 @@ class ZR_EXPORT ZRMemoryCoder : public NSCoder {
   const ZROHMDictionary& values() const { return values_; }
 
  private:
+  ZROHMValue archived(const NSObject* object) const;
+  const ZROHMClassInfo* classOf(const ZROHMDictionary& values) const;
+  void put(ZROHMValue value, std::string_view key);
+  const ZROHMValue& valueFor(std::string_view key) const;
+
   ZROHMDictionary values_;
   ZRArchivableClasses classes_;
   int depth_ = 0;

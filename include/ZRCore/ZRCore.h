@@ -4,10 +4,14 @@
 #define ZRCORE_ZRCORE_H
 
 #include <ZRCore/CLLocation_Utils.h>
+#include <ZRCore/ZRArchive.h>
 #include <ZRCore/ZRGeometry.h>
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <ZRCore/ZRLocation.h>
 #include <ZRCore/ZRLocationManager.h>
+#include <ZRCore/ZROHMClassInfo.h>
+#include <ZRCore/ZROHMRegistry.h>
+#include <ZRCore/ZROHMValue.h>
 #include <ZRCore/ZRPlatform.h>
 #include <ZRCore/ZRGeometry.hpp>
 

@@ -26,16 +26,18 @@ enum class ZROHMPropertyKind {
 };
 
 /// One property of a type.
-struct ZROHMProperty {
+struct ZR_EXPORT ZROHMProperty {
   ZROHMPropertyKind kind = ZROHMPropertyKind::object;
 
-  /// The declared class of an object-typed property: "NSString", "NSArray", "NSDictionary", or a model type's name.
-  /// Empty for scalars and for properties that take anything.
-  std::string declaredClassName;
+  /// The name of the declared class where it has no descriptor ("NSString", "NSArray", "NSDictionary"); else empty.
+  std::string foundationClassName;
 
   /// The descriptor of the declared class where that is a model type; null otherwise. A function, because a type may
   /// have a property of its own type.
   ZROHMClassInfo& (*declaredClass)() = nullptr;
+
+  /// The declared class of an object-typed property. Empty for scalars and for properties that take anything.
+  const std::string& declaredClassName() const;
 
   std::function<void(NSObject&, const ZROHMValue&)> set;  ///< never given null when `kind` is scalar
   std::function<ZROHMValue(const NSObject&)> get;
@@ -88,8 +90,11 @@ class ZR_EXPORT ZROHMClassInfo {
 
  private:
   friend class ZROHMRegistry;
-  /// One stored table. Older ones stay reachable behind it, because a reader may still be using them.
-  struct Snapshot;
+  /// A stored table. Older ones are kept behind it, because a reader may still be using them.
+  struct ZR_EXPORT Snapshot {
+    virtual ~Snapshot();
+    const Snapshot* older = nullptr;
+  };
   static constexpr std::size_t kSlots = 5;
 
   ZROHMClassParts parts_;
@@ -114,7 +119,7 @@ class ZR_EXPORT ZROHMClassInfo {
 /// Integers keep the low bits of the number without its fraction (`ZROHMValue::integerBits`); a `bool` is true when the
 /// lowest eight bits are not all zero, as in a boolean of eight bits.
 template <class Getter, class Setter>
-ZROHMProperty ZROHMMakeProperty(Getter get, Setter set, std::string declaredClassName = {});
+ZROHMProperty ZROHMMakeProperty(Getter get, Setter set, std::string foundationClassName = {});
 
 /// Declares a type in a few lines:
 /// @code
@@ -130,10 +135,10 @@ class ZROHMClassBuilder {
  public:
   ZROHMClassBuilder(std::string name, ZROHMClassInfo& superclass);
 
-  /// Adds a property; see `ZROHMMakeProperty`. `declaredClassName` is for properties of type `ZROHMValue`.
+  /// Adds a property; see `ZROHMMakeProperty`. `foundationClassName` is for properties of type `ZROHMValue`.
   template <class Getter, class Setter>
-  ZROHMClassBuilder& property(std::string name, Getter get, Setter set, std::string declaredClassName = {}) {
-    parts_.properties.set(std::move(name), ZROHMMakeProperty(get, set, std::move(declaredClassName)));
+  ZROHMClassBuilder& property(std::string name, Getter get, Setter set, std::string foundationClassName = {}) {
+    parts_.properties.set(std::move(name), ZROHMMakeProperty(get, set, std::move(foundationClassName)));
     return *this;
   }
 

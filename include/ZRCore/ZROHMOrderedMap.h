@@ -32,13 +32,26 @@ class ZROHMOrderedMap {
   const_iterator end() const { return entries_.end(); }
   void reserve(std::size_t count) { entries_.reserve(count); }
 
+  /// The position of `key`; `size()` when there is none.
+  std::size_t indexOf(std::string_view key) const {
+    if (entries_.size() <= kLinear) {
+      std::size_t position = 0;
+      while (position < entries_.size() && entries_[position].first != key) ++position;
+      return position;
+    }
+    for (std::size_t slot = slotOf(key); index_[slot] != 0; slot = (slot + 1) & (index_.size() - 1)) {
+      if (entries_[index_[slot] - 1].first == key) return index_[slot] - 1;
+    }
+    return entries_.size();
+  }
+
   /// The value under `key`; null when there is none.
   const Value* find(std::string_view key) const {
-    const std::size_t position = positionOf(key);
+    const std::size_t position = indexOf(key);
     return position < entries_.size() ? &entries_[position].second : nullptr;
   }
   Value* find(std::string_view key) {
-    const std::size_t position = positionOf(key);
+    const std::size_t position = indexOf(key);
     return position < entries_.size() ? &entries_[position].second : nullptr;
   }
   bool contains(std::string_view key) const { return find(key) != nullptr; }
@@ -59,7 +72,7 @@ class ZROHMOrderedMap {
 
   /// Removes `key`. @return whether it was there.
   bool erase(std::string_view key) {
-    const std::size_t position = positionOf(key);
+    const std::size_t position = indexOf(key);
     if (position >= entries_.size()) return false;
     entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(position));
     index_.clear();
@@ -70,18 +83,6 @@ class ZROHMOrderedMap {
  private:
   /// Up to this many entries comparing them one by one is faster than hashing.
   static constexpr std::size_t kLinear = 8;
-
-  std::size_t positionOf(std::string_view key) const {
-    if (entries_.size() <= kLinear) {
-      std::size_t position = 0;
-      while (position < entries_.size() && entries_[position].first != key) ++position;
-      return position;
-    }
-    for (std::size_t slot = slotOf(key); index_[slot] != 0; slot = (slot + 1) & (index_.size() - 1)) {
-      if (entries_[index_[slot] - 1].first == key) return index_[slot] - 1;
-    }
-    return entries_.size();
-  }
 
   std::size_t slotOf(std::string_view key) const { return std::hash<std::string_view>{}(key) & (index_.size() - 1); }
 

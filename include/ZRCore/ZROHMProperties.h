@@ -31,7 +31,7 @@ struct Conversion;
 template <>
 struct Conversion<std::optional<std::string>> {
   static constexpr auto kind = ZROHMPropertyKind::object;
-  static constexpr const char* declaredClassName = "NSString";
+  static constexpr const char* foundationClassName = "NSString";
   static std::optional<std::string> from(const ZROHMValue& value) {
     if (const std::string* const text = value.string()) return *text;
     if (value.isNumber()) return value.text();
@@ -44,7 +44,7 @@ template <class Number>
 requires std::is_arithmetic_v<Number>
 struct Conversion<Number> {
   static constexpr auto kind = ZROHMPropertyKind::scalar;
-  static constexpr const char* declaredClassName = "";
+  static constexpr const char* foundationClassName = "";
   static Number from(const ZROHMValue& value) {
     if constexpr (std::same_as<Number, bool>) {
       return (value.integerBits() & 0xFF) != 0;
@@ -60,7 +60,7 @@ struct Conversion<Number> {
 template <>
 struct Conversion<CLLocationCoordinate2D> {
   static constexpr auto kind = ZROHMPropertyKind::scalar;
-  static constexpr const char* declaredClassName = "";
+  static constexpr const char* foundationClassName = "";
   static CLLocationCoordinate2D from(const ZROHMValue& value) {
     const CLLocationCoordinate2D* const coordinate = value.coordinate();
     return coordinate ? *coordinate : CLLocationCoordinate2D{};
@@ -71,7 +71,7 @@ struct Conversion<CLLocationCoordinate2D> {
 template <std::derived_from<NSObject> Object>
 struct Conversion<std::shared_ptr<Object>> {
   static constexpr auto kind = ZROHMPropertyKind::object;
-  static constexpr const char* declaredClassName = "";  // the descriptor's
+  static constexpr const char* foundationClassName = "";
   static std::shared_ptr<Object> from(const ZROHMValue& value) {
     return std::dynamic_pointer_cast<Object>(value.object());
   }
@@ -82,7 +82,7 @@ struct Conversion<std::shared_ptr<Object>> {
 template <>
 struct Conversion<ZROHMValue> {
   static constexpr auto kind = ZROHMPropertyKind::object;
-  static constexpr const char* declaredClassName = "";
+  static constexpr const char* foundationClassName = "";
   static const ZROHMValue& from(const ZROHMValue& value) { return value; }
   static ZROHMValue to(const ZROHMValue& value) { return value; }
 };
@@ -90,12 +90,13 @@ struct Conversion<ZROHMValue> {
 }  // namespace ZROHMDetail
 
 template <class Getter, class Setter>
-ZROHMProperty ZROHMMakeProperty(Getter get, Setter set, std::string declaredClassName) {
+ZROHMProperty ZROHMMakeProperty(Getter get, Setter set, std::string foundationClassName) {
   using Object = typename ZROHMDetail::GetterOf<Getter>::Object;
   using Conversion = ZROHMDetail::Conversion<typename ZROHMDetail::GetterOf<Getter>::Type>;
   ZROHMProperty property;
   property.kind = Conversion::kind;
-  property.declaredClassName = declaredClassName.empty() ? Conversion::declaredClassName : std::move(declaredClassName);
+  property.foundationClassName =
+      foundationClassName.empty() ? Conversion::foundationClassName : std::move(foundationClassName);
   if constexpr (requires { Conversion::declaredClass(); }) property.declaredClass = &Conversion::declaredClass;
   property.set = [set](NSObject& object, const ZROHMValue& value) {
     (static_cast<Object&>(object).*set)(Conversion::from(value));

@@ -48,6 +48,9 @@ class ZR_EXPORT ZROHMRegistry {
 
   /// Stores a copy of `table`; nothing empties the slot.
   static void store(ZROHMClassInfo& type, Slot slot, std::optional<ZROHMTable> table);
+
+ private:
+  struct Stored;
 };
 
 /// A table to change: an empty one for nothing (null), a copy of a stored one, and a modifiable one as it is.

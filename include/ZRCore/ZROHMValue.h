@@ -136,8 +136,8 @@ class ZR_EXPORT ZROHMValue {
 
   bool isBoxed() const noexcept { return tag_ >= Tag::string; }
   void release() noexcept;
-  static void destroy(Tag tag, Box* box) noexcept;
-  bool equalsButForChildren(const ZROHMValue& other) const;
+  void giveUpContainer(Box*& orphans) noexcept;
+  static void destroy(Box* box) noexcept;
 
   Tag tag_ = Tag::null;
   Payload payload_{};

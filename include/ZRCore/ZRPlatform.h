@@ -8,6 +8,7 @@
 #include <ZRCore/NSDate.h>
 #include <ZRCore/NSNotificationCenter.h>
 #include <ZRCore/ZRExport.h>
+#include <ZRCore/ZRJSONService.h>
 
 #include <cstdint>
 #include <memory>
@@ -56,10 +57,12 @@ struct ZRPlatform {
   std::shared_ptr<NSNotificationCenter> notificationCenter;
   std::shared_ptr<ZRLog> log;
   std::shared_ptr<ZRClock> clock;
+  std::shared_ptr<ZRJSONService> json;
 };
 
 /// Makes `platform` the one that the framework uses, for the rest of the process. Null members become the headless
-/// services: no receiver, no information dictionary, a log on the standard error stream, the system's clock.
+/// services: no receiver, no information dictionary, a log on the standard error stream, the system's clock,
+/// no JSON.
 /// @return true; false, and nothing changes, when a platform is in use already (installed, or asked for before).
 [[nodiscard]] ZR_EXPORT bool ZRPlatformInstall(const ZRPlatform& platform);
 

@@ -4,6 +4,7 @@
 #ifndef ZRCORE_ZRPLATFORMFAKE_H
 #define ZRCORE_ZRPLATFORMFAKE_H
 
+#include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZRPlatform.h>
 
 #include <memory>
@@ -97,6 +98,7 @@ struct ZRFakePlatform {
   std::shared_ptr<NSNotificationCenter> notificationCenter = std::make_shared<NSNotificationCenter>();
   std::shared_ptr<ZRFakeLog> log = std::make_shared<ZRFakeLog>();
   std::shared_ptr<ZRFakeClock> clock = std::make_shared<ZRFakeClock>();
+  std::shared_ptr<ZRJSONService> json = ZRMakeJSONService();  ///< a real one: it needs no system
 
   /// The same services as a platform to install.
   ZRPlatform platform() const {
@@ -106,6 +108,7 @@ struct ZRFakePlatform {
     filled.notificationCenter = notificationCenter;
     filled.log = log;
     filled.clock = clock;
+    filled.json = json;
     return filled;
   }
 };

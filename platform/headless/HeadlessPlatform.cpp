@@ -47,6 +47,19 @@ class SystemClock final : public ZRClock {
   }
 };
 
+class HeadlessJSON final : public ZRJSONService {
+ public:
+  std::variant<ZROHMValue, NSError> valueFromJSON(std::string_view, ZRJSONFragments) const override { return absent(); }
+  std::variant<std::string, NSError> JSONFromValue(const ZROHMValue&, ZRJSONLayout) const override { return absent(); }
+
+ private:
+  static NSError absent() {
+    return {NSCocoaErrorDomain,
+            NSJSONFailureCode,
+            {{NSLocalizedDescriptionKey, "No JSON service: install a platform with its `json` member filled."}}};
+  }
+};
+
 }  // namespace
 
 ZRPlatform headlessPlatform() {
@@ -56,5 +69,6 @@ ZRPlatform headlessPlatform() {
   platform.notificationCenter = std::make_shared<NSNotificationCenter>();
   platform.log = std::make_shared<StandardErrorLog>();
   platform.clock = std::make_shared<SystemClock>();
+  platform.json = std::make_shared<HeadlessJSON>();
   return platform;
 }

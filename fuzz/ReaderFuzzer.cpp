@@ -1,0 +1,63 @@
+// One program per format: reads any bytes as a recording, and checks what holds for all of them.
+#include <readers/FixReader.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+
+#include "ReaderEvents.h"
+
+namespace {
+
+constexpr readers::Format kFormat = readers::Format::ZRCORE_FUZZ_FORMAT;
+
+void require(bool holds, const char* law) {
+  if (holds) return;
+  std::fprintf(stderr, "broken: %s\n", law);
+  std::abort();
+}
+
+void requireSameEvents(const ReaderEvents& whole, const ReaderEvents& pieces, const char* law) {
+  for (std::size_t i = 0; whole.log != pieces.log && i < std::max(whole.log.size(), pieces.log.size()); ++i) {
+    std::fprintf(stderr, "whole:  %s\npieces: %s\n", i < whole.log.size() ? whole.log[i].c_str() : "-",
+                 i < pieces.log.size() ? pieces.log[i].c_str() : "-");
+  }
+  require(whole.log == pieces.log, law);
+}
+
+void requireSoundFix(const readers::SourceFix& fix) {
+  require(std::fabs(fix.coordinate.latitude) <= 90.0 && std::fabs(fix.coordinate.longitude) <= 180.0,
+          "a fix is a place on the Earth");
+  require(fix.line > 0, "a fix stands on a line");
+  for (const auto& value : {fix.secondsSince1970, fix.altitudeMeters}) {
+    require(!value || std::isfinite(*value), "no value is NaN or infinite");
+  }
+  for (const auto& value : {fix.accuracyMeters, fix.verticalAccuracyMeters, fix.hdop, fix.speedMetersPerSecond}) {
+    require(!value || (std::isfinite(*value) && *value >= 0.0), "no measure is negative");
+  }
+  require(!fix.courseDegrees || (*fix.courseDegrees >= 0.0 && *fix.courseDegrees < 360.0), "a course lies in [0, 360)");
+}
+
+/// A place within the input that its bytes choose.
+std::size_t splitOf(std::string_view input) {
+  std::size_t hash = 5381;
+  for (const char c : input) hash = hash * 33 + static_cast<unsigned char>(c);
+  return input.empty() ? 0 : hash % input.size();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view input(reinterpret_cast<const char*>(data), size);
+  static_cast<void>(readers::detectFormat(input));
+
+  const auto whole = readPieces(kFormat, {input});
+  for (const auto& fix : whole.fixes) requireSoundFix(fix);
+  requireSameEvents(whole, readPieces(kFormat, bytesOf(input)), "single bytes tell the same as the whole");
+  const auto split = splitOf(input);
+  requireSameEvents(whole, readPieces(kFormat, {input.substr(0, split), input.substr(split)}),
+                    "two pieces tell the same as the whole");
+  return 0;
+}

@@ -1,0 +1,13 @@
+#ifndef ZRCORE_PLATFORM_JSON_JSON_H
+#define ZRCORE_PLATFORM_JSON_JSON_H
+
+#include <ZRCore/ZRJSONService.h>
+
+#include <string>
+#include <string_view>
+#include <variant>
+
+std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments);
+std::variant<std::string, NSError> writeJSON(const ZROHMValue& value, ZRJSONLayout layout);
+
+#endif

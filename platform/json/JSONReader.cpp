@@ -1,0 +1,103 @@
+#include <nlohmann/json.hpp>
+#include <utility>
+#include <vector>
+
+#include "JSON.h"
+
+namespace {
+
+NSError failure(std::string sentence, std::size_t position) {
+  return {
+      NSCocoaErrorDomain,
+      NSJSONFailureCode,
+      {{NSLocalizedDescriptionKey, std::move(sentence)}, {NSJSONSerializationErrorIndex, std::to_string(position)}}};
+}
+
+/// Builds the value while the document is read; there is no second tree.
+class Builder final : public nlohmann::json_sax<nlohmann::json> {
+ public:
+  bool null() override { return add(nullptr); }
+  bool boolean(bool value) override { return add(value); }
+  bool number_integer(number_integer_t value) override { return add(value); }
+  /// Comes for every integer without a sign.
+  bool number_unsigned(number_unsigned_t value) override {
+    return value <= static_cast<number_unsigned_t>(INT64_MAX) ? add(static_cast<std::int64_t>(value)) : add(value);
+  }
+  bool number_float(number_float_t value, const string_t&) override { return add(value); }
+  bool string(string_t& text) override { return add(std::move(text)); }
+  bool binary(binary_t&) override { return false; }  // not in texts
+
+  bool start_object(std::size_t) override { return open(false); }
+  bool start_array(std::size_t) override { return open(true); }
+  bool key(string_t& text) override {
+    levels_.back().key = std::move(text);
+    return true;
+  }
+  bool end_object() override {
+    ZROHMDictionary entries = std::move(levels_.back().entries);
+    levels_.pop_back();
+    return add(std::move(entries));
+  }
+  bool end_array() override {
+    ZROHMArray elements = std::move(levels_.back().elements);
+    levels_.pop_back();
+    return add(std::move(elements));
+  }
+
+  bool parse_error(std::size_t position, const std::string&, const nlohmann::detail::exception& what) override {
+    // The library counts from 1, its sentence begins with a code of its own in brackets.
+    const std::string_view sentence = what.what();
+    const std::size_t afterCode = sentence.find("] ");
+    error = failure("The JSON document cannot be read: " +
+                        std::string(sentence.substr(afterCode == sentence.npos ? 0 : afterCode + 2)),
+                    position > 0 ? position - 1 : 0);
+    return false;
+  }
+
+  ZROHMValue root;
+  std::optional<NSError> error;
+  bool isTooDeep = false;
+
+ private:
+  struct Level {
+    bool isArray;
+    ZROHMArray elements;
+    ZROHMDictionary entries;
+    std::string key;
+  };
+
+  bool open(bool isArray) {
+    isTooDeep = levels_.size() >= ZRJSONDeepestNesting;
+    if (!isTooDeep) levels_.push_back({isArray, {}, {}, {}});
+    return !isTooDeep;
+  }
+
+  bool add(ZROHMValue value) {
+    if (levels_.empty()) {
+      root = std::move(value);
+    } else if (levels_.back().isArray) {
+      levels_.back().elements.push_back(std::move(value));
+    } else {
+      levels_.back().entries.set(std::move(levels_.back().key), std::move(value));
+    }
+    return true;
+  }
+
+  std::vector<Level> levels_;
+};
+
+}  // namespace
+
+std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments) {
+  Builder builder;
+  const bool isRead = nlohmann::json::sax_parse(bytes.begin(), bytes.end(), &builder);
+  if (builder.error) return *std::move(builder.error);
+  if (!isRead) {
+    return failure("The JSON document is nested deeper than " + std::to_string(ZRJSONDeepestNesting) + " levels.", 0);
+  }
+  const bool isFragment = builder.root.array() == nullptr && builder.root.dictionary() == nullptr;
+  if (isFragment && fragments == ZRJSONFragments::refused) {
+    return failure("The JSON document is neither an object nor an array.", 0);
+  }
+  return std::move(builder.root);
+}

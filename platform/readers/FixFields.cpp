@@ -1,0 +1,102 @@
+#include "FixFields.h"
+
+#include <array>
+#include <utility>
+
+#include "Text.h"
+#include "TimeText.h"
+
+namespace readers {
+namespace {
+
+struct QuantityRule {
+  const char* name;
+  std::optional<double> SourceFix::*field;
+};
+
+/// In the order of Quantity.
+constexpr std::array<QuantityRule, 6> kRules{{
+    {"altitude", &SourceFix::altitudeMeters},
+    {"accuracy", &SourceFix::accuracyMeters},
+    {"vertical accuracy", &SourceFix::verticalAccuracyMeters},
+    {"HDOP", &SourceFix::hdop},
+    {"speed", &SourceFix::speedMetersPerSecond},
+    {"course", &SourceFix::courseDegrees},
+}};
+
+const QuantityRule& ruleOf(Quantity quantity) {
+  return kRules.at(static_cast<std::size_t>(quantity));
+}
+
+void tell(const Reporter& reporter, Severity severity, std::string text) {
+  if (reporter.cut) text.insert(0, "the input breaks off in this line: ");
+  reporter.listener.remark({severity, reporter.line, std::move(text)});
+}
+
+}  // namespace
+
+void Reporter::fault(std::string text) const {
+  tell(*this, Severity::fault, std::move(text));
+}
+void Reporter::warning(std::string text) const {
+  tell(*this, Severity::warning, std::move(text));
+}
+
+void setQuantity(SourceFix& fix, Quantity quantity, double value, const Reporter& reporter) {
+  if (quantity != Quantity::altitude && value < 0.0) return;
+  if (quantity == Quantity::hdop && value == 0.0) return;
+  if (quantity == Quantity::course) {
+    if (value > 360.0) {
+      reporter.fault("the course lies beyond 360 degrees and is left out of the fix");
+      return;
+    }
+    if (value == 360.0) value = 0.0;
+  }
+  fix.*ruleOf(quantity).field = value;
+}
+
+void readQuantity(SourceFix& fix, Quantity quantity, std::string_view text, const Reporter& reporter) {
+  if (trimmed(text).empty()) return;
+  if (const auto number = parseNumber(text)) {
+    setQuantity(fix, quantity, *number, reporter);
+  } else {
+    reporter.fault(std::string("the ") + ruleOf(quantity).name + " " + inQuotes(text) +
+                   " is not a number and is left out of the fix; write it with a decimal point and without a unit");
+  }
+}
+
+void readTime(SourceFix& fix, std::string_view text, const Reporter& reporter) {
+  if (trimmed(text).empty()) return;
+  if (const auto seconds = secondsFromText(text)) {
+    fix.secondsSince1970 = seconds;
+  } else {
+    reporter.fault("the time " + inQuotes(text) +
+                   " can't be read and is left out of the fix; write it like 2022-09-11T19:15:03Z");
+  }
+}
+
+bool readCoordinate(SourceFix& fix, std::string_view latitude, std::string_view longitude, const Reporter& reporter) {
+  const auto latitudeDegrees = parseNumber(latitude);
+  const auto longitudeDegrees = parseNumber(longitude);
+  if (!latitudeDegrees || !longitudeDegrees) {
+    reporter.fault("the position " + inQuotes(latitude) + ", " + inQuotes(longitude) +
+                   " is not a pair of numbers and is dropped; write latitude and longitude in decimal degrees");
+    return false;
+  }
+  fix.coordinate = {*latitudeDegrees, *longitudeDegrees};
+  return true;
+}
+
+void fillMissing(SourceFix& fix, const SourceFix& other) {
+  for (const auto field : {&SourceFix::secondsSince1970, &SourceFix::altitudeMeters, &SourceFix::accuracyMeters,
+                           &SourceFix::verticalAccuracyMeters, &SourceFix::hdop, &SourceFix::speedMetersPerSecond,
+                           &SourceFix::courseDegrees}) {
+    if (!(fix.*field)) fix.*field = other.*field;
+  }
+}
+
+bool samePlace(const SourceFix& a, const SourceFix& b) {
+  return a.coordinate.latitude == b.coordinate.latitude && a.coordinate.longitude == b.coordinate.longitude;
+}
+
+}  // namespace readers

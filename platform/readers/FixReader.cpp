@@ -1,0 +1,34 @@
+#include "FixReader.h"
+
+#include <array>
+
+#include "CsvReader.h"
+#include "GpsdReader.h"
+#include "GpxReader.h"
+#include "NmeaReader.h"
+
+namespace readers {
+
+Listener::~Listener() = default;
+FixReader::~FixReader() = default;
+
+std::string_view formatName(Format format) {
+  constexpr std::array<std::string_view, 4> kNames{"GPX", "NMEA 0183", "gpsd JSON", "CSV"};
+  return kNames.at(static_cast<std::size_t>(format));
+}
+
+std::unique_ptr<FixReader> makeReader(Format format) {
+  switch (format) {
+    case Format::gpx:
+      return std::make_unique<GpxReader>();
+    case Format::nmea:
+      return std::make_unique<NmeaReader>();
+    case Format::gpsdJson:
+      return std::make_unique<GpsdReader>();
+    case Format::csv:
+      break;
+  }
+  return std::make_unique<CsvReader>();
+}
+
+}  // namespace readers

@@ -1,0 +1,81 @@
+/// @file
+/// Readers of recorded and live position streams: bytes in, fixes out.
+#ifndef ZRCORE_PLATFORM_READERS_FIXREADER_H
+#define ZRCORE_PLATFORM_READERS_FIXREADER_H
+
+#include <ZRCore/ZRGeometry.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace readers {
+
+enum class Format { gpx, nmea, gpsdJson, csv };
+
+/// For messages: "GPX", "NMEA 0183", "gpsd JSON", "CSV".
+std::string_view formatName(Format format);
+
+/// One position as a source tells it; what it does not tell is empty. No value is NaN or infinite.
+struct SourceFix {
+  CLLocationCoordinate2D coordinate{};           ///< degrees, always a place on the Earth
+  std::optional<double> secondsSince1970;        ///< UTC, without leap seconds
+  std::optional<double> altitudeMeters;          ///< above the sea
+  std::optional<double> accuracyMeters;          ///< the receiver's own horizontal estimate, >= 0
+  std::optional<double> verticalAccuracyMeters;  ///< >= 0
+  std::optional<double> hdop;                    ///< horizontal dilution of precision, > 0
+  std::optional<double> speedMetersPerSecond;    ///< >= 0
+  std::optional<double> courseDegrees;           ///< clockwise from true north, [0, 360)
+  std::uint64_t line = 0;                        ///< 1-based, where it stands (GPX: the line of its `trkpt`)
+};
+
+enum class Severity {
+  warning,  ///< nothing was lost
+  fault,    ///< something was dropped
+};
+
+/// What a reader has to say about its input.
+struct Remark {
+  Severity severity = Severity::warning;
+  std::uint64_t line = 0;  ///< 1-based
+  std::string text;        ///< what, why and what to do; names neither the file nor the line
+};
+
+/// Hears what a reader found: the fixes in the input's order, and the remarks in theirs. A fix that later lines may add
+/// to comes after the remarks about these. Must not throw: some readers call it from within a C library.
+class Listener {
+ public:
+  virtual ~Listener();
+  virtual void fix(const SourceFix& fix) = 0;
+  virtual void remark(const Remark& remark) = 0;
+};
+
+/// A push parser of one input, from its first byte to its end. It holds a bounded part of the input, however long that
+/// is, and takes any bytes: what it can't use becomes a remark. One thread at a time; it calls the listener only from
+/// within `feed` and `finish`, and no listener may call back into it.
+class FixReader {
+ public:
+  virtual ~FixReader();
+
+  /// The next bytes of the input. The fixes and remarks do not depend on where the input is split.
+  virtual void feed(std::string_view bytes, Listener& listener) = 0;
+
+  /// The end of the input: what was held back is told, and an input that breaks off in the middle is a fault. Called
+  /// once, after the last `feed`.
+  virtual void finish(Listener& listener) = 0;
+};
+
+/// Tells the format by the content: a byte order mark, leading blanks, comment lines and, for NMEA, a few damaged lines
+/// before the first sound one do not matter.
+/// @param head  the first bytes of the input; 64 KiB are plenty. The last line may be cut.
+/// @return      nullopt when it is none of the formats, or when the bytes do not suffice to tell.
+std::optional<Format> detectFormat(std::string_view head);
+
+/// A reader at the start of an input. Never null.
+std::unique_ptr<FixReader> makeReader(Format format);
+
+}  // namespace readers
+
+#endif
