@@ -115,11 +115,7 @@ void ConfigurationStore::fetchWithId(const ZRPlatform& platform, ZRConfiguration
 
 void ConfigurationStore::startFetch(const ZRPlatform& platform, ZRConfigurationBase::Completion completion) {
   // A key that makes no address (a stray "%") leaves the request without one: the session then reports a failure.
-  NSMutableURLRequest request{.URL = NSURL::URLWithString(mapConfigUrl()),
-                              .timeoutSeconds = 30.0,
-                              .HTTPMethod = "GET",
-                              .HTTPHeaders = {},
-                              .HTTPBody = {}};
+  NSMutableURLRequest request{.URL = NSURL::URLWithString(mapConfigUrl()), .timeoutSeconds = 30.0};
   auto success = [this, log = platform.log, completion](const auto&, const ZROHMValue& document) {
     const auto configuration = take(document);
     if (!configuration) {

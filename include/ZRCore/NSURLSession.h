@@ -35,18 +35,18 @@ inline constexpr long NSURLErrorNotConnectedToInternet = -1009;
 inline constexpr long NSURLErrorBadServerResponse = -1011;
 
 struct NSMutableURLRequest {
-  std::optional<NSURL> URL;      ///< without one the task fails with NSURLErrorBadURL
-  double timeoutSeconds = 60.0;  ///< how long nothing may come before the task fails with NSURLErrorTimedOut
+  std::optional<NSURL> URL = {};  ///< without one the task fails with NSURLErrorBadURL
+  double timeoutSeconds = 60.0;   ///< how long nothing may come before the task fails with NSURLErrorTimedOut
   std::string HTTPMethod = "GET";
-  ZRHTTPHeaders HTTPHeaders;
-  std::optional<NSData> HTTPBody;
+  ZRHTTPHeaders HTTPHeaders = {};
+  std::optional<NSData> HTTPBody = {};
 };
 
 /// What a server answered, but for the body.
 struct NSURLResponse {
-  std::optional<NSURL> URL;  ///< where the answer came from, after redirections
-  int statusCode = 0;        ///< of HTTP; 0 when the answer came over another protocol
-  ZRHTTPHeaders headers;
+  std::optional<NSURL> URL = {};  ///< where the answer came from, after redirections
+  int statusCode = 0;             ///< of HTTP; 0 when the answer came over another protocol
+  ZRHTTPHeaders headers = {};
 
   /// The value of the first field of that name, whatever its case.
   ZR_EXPORT const std::string* valueForHTTPHeaderField(std::string_view name) const;

@@ -72,8 +72,7 @@ void ZRFakeDataTask::complete(std::optional<NSData> data, std::shared_ptr<const 
 
 void ZRFakeDataTask::answer(int statusCode, std::optional<NSData> body) {
   complete(std::move(body),
-           std::make_shared<NSURLResponse>(NSURLResponse{.URL = request_.URL, .statusCode = statusCode, .headers = {}}),
-           std::nullopt);
+           std::make_shared<NSURLResponse>(NSURLResponse{.URL = request_.URL, .statusCode = statusCode}), std::nullopt);
 }
 
 void ZRFakeDataTask::fail(long code) { complete(std::nullopt, nullptr, NSError{NSURLErrorDomain, code, {}}); }
