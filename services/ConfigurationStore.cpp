@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "DataTasks.h"
+#include "Deployment.h"
 
 namespace {
 
@@ -46,6 +47,8 @@ std::shared_ptr<ZRConfigurationBase> configurationFromDocument(const ZROHMValue&
   configuration->setGuidanceBaseURL(textAt(*services, "guidance", "url"));
   return configuration;
 }
+
+ConfigurationStore::ConfigurationStore() { initialize(); }
 
 void ConfigurationStore::initialize() {
   const std::lock_guard lock(mutex_);

@@ -11,8 +11,6 @@
 #include <string>
 #include <string_view>
 
-#include "Deployment.h"
-
 /// The configuration in an answer of the service, or in the packaged file; absent when there is no object for `type`.
 std::shared_ptr<ZRConfigurationBase> configurationFromDocument(const ZROHMValue& document, std::int64_t type);
 
@@ -20,6 +18,7 @@ std::shared_ptr<ZRConfigurationBase> configurationFromDocument(const ZROHMValue&
 /// starts. Any thread; callbacks run without the lock, so that they may call anything here.
 class ConfigurationStore {
  public:
+  ConfigurationStore();
   void initialize();
   void setConfigurationService(std::int64_t service);
   std::int64_t configurationService() const;
@@ -36,7 +35,7 @@ class ConfigurationStore {
   std::shared_ptr<ZRConfigurationBase> take(const ZROHMValue& document);
 
   mutable std::mutex mutex_;
-  std::string_view origin_ = deployment::kProductionOrigin;
+  std::string_view origin_;  ///< scheme and host, up to the path
   std::int64_t service_ = 1;
   std::int64_t type_ = 1;
   std::optional<std::string> productKey_;
