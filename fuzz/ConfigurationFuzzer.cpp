@@ -7,7 +7,7 @@
 #include <variant>
 
 #include "ConfigurationStore.h"
-#include "Require.h"
+#include "FuzzLaws.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string input(reinterpret_cast<const char*>(data), size);

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "FuzzLaws.h"
 #include "InformalInterval.h"
-#include "Require.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string input(reinterpret_cast<const char*>(data), size);

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "Require.h"
+#include "FuzzLaws.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "FuzzLaws.h"
 #include "ReaderEvents.h"
-#include "Require.h"
 
 namespace {
 

@@ -1,5 +1,6 @@
 #include <ZRCore/NSCoder.h>
 #include <ZRCore/ZRLocation.h>
+#include <ZRCore/ZROHMClassInfo.h>
 
 #include <cmath>
 #include <functional>
@@ -67,6 +68,16 @@ std::shared_ptr<ZRLocation> ZRLocation::copy() const {
 }
 
 std::shared_ptr<ZRLocation> ZRLocation::copyObject() const { return initWithCLLocation(*this); }
+
+ZROHMClassInfo& ZRLocation::staticClassInfo() {
+  static auto* const info =
+      ZROHMClassBuilder<ZRLocation>("ZRLocation", NSObject::staticClassInfo()).build().release();
+  return *info;
+}
+
+ZROHMClassInfo& ZRLocation::classInfo() const {
+  return staticClassInfo();
+}
 
 void ZRLocation::encodeWithCoder(NSCoder& coder) const {
   CLLocation::encodeWithCoder(coder);

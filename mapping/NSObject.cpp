@@ -14,13 +14,9 @@ NSInvalidArgumentException::~NSInvalidArgumentException() = default;
 
 NSObject::~NSObject() = default;
 
-bool NSObject::isEqual(const NSObject* other) const {
-  return this == other;
-}
+bool NSObject::isEqual(const NSObject* other) const { return this == other; }
 
-std::size_t NSObject::hash() const {
-  return std::hash<const void*>{}(this);
-}
+std::size_t NSObject::hash() const { return std::hash<const void*>{}(this); }
 
 std::string NSObject::description() const {
   std::ostringstream text;
@@ -28,15 +24,10 @@ std::string NSObject::description() const {
   return text.str();
 }
 
-ZROHMClassInfo& NSObject::classInfo() const {
-  return staticClassInfo();
-}
+ZROHMClassInfo& NSObject::classInfo() const { return staticClassInfo(); }
 
 ZROHMClassInfo& NSObject::staticClassInfo() {
-  static auto* const root = new ZROHMClassInfo({.name = "NSObject",
-                                                .superclass = nullptr,
-                                                .factory = [] { return std::make_shared<NSObject>(); },
-                                                .coderFactory = {},
-                                                .properties = {}});
+  static auto* const root =
+      new ZROHMClassInfo({.name = "NSObject", .factory = [] { return std::make_shared<NSObject>(); }});
   return *root;
 }

@@ -16,7 +16,7 @@ inline std::size_t longestJoined(std::string_view base, std::optional<std::strin
 /// Appends `base` and, unless it is blank, `path`, with one "/" put between them when `base` does not end in one.
 inline void appendJoined(std::string& to, std::string_view base, std::optional<std::string_view> path) {
   to.append(base);
-  if (!path || trimmedOfWhitespace(*path).empty()) return;
+  if (!path || trimmed(*path).empty()) return;
   if (!base.ends_with('/')) to += '/';
   to.append(*path);
 }

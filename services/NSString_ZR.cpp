@@ -38,9 +38,9 @@ const char* englishOrdinalSuffix(std::int64_t number) {
 
 namespace NSString_ZR {
 
-bool isBlank(std::optional<std::string_view> string) { return !string || trimmedOfWhitespace(*string).empty(); }
+bool isBlank(std::optional<std::string_view> string) { return !string || trimmed(*string).empty(); }
 
-std::string stripWhitespace(std::string_view string) { return std::string(trimmedOfWhitespace(string)); }
+std::string stripWhitespace(std::string_view string) { return std::string(trimmed(string)); }
 
 std::string stringOrdinalFor(std::int64_t number) {
   std::string text = std::to_string(static_cast<std::int32_t>(number));

@@ -11,6 +11,7 @@
 #include <ZRCore/ZRApplicationKey.h>
 #include <ZRCore/ZRArchive.h>
 #include <ZRCore/ZRConfigurationBase.h>
+#include <ZRCore/ZRCoreLoad.h>
 #include <ZRCore/ZRGeometry.h>
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <ZRCore/ZRLocation.h>

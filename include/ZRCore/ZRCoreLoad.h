@@ -6,8 +6,8 @@
 #include <ZRCore/ZRExport.h>
 
 ZR_EXTERN_C_BEGIN
-/// Registers the mapping tables of the framework's own model types, as their first use does otherwise. Never necessary,
-/// harmless when called again; for hosts that want start-up work done at start-up. Any thread.
+/// Makes the descriptors of the framework's own types, with their mapping tables, as their first use does otherwise.
+/// Never necessary, harmless when called again; for hosts that want start-up work done at start-up. Any thread.
 ZR_EXPORT void ZRCoreLoad(void);
 ZR_EXTERN_C_END
 

@@ -8,8 +8,6 @@
 
 #include <memory>
 
-class NSCoder;
-
 /// A position fix with writable measurements and the location filter's results.
 ///
 /// The record keeps the fix it was made from (its base part, immutable: `coordinate`, `timestamp`, `fix`) and, beside
@@ -77,6 +75,10 @@ class ZR_EXPORT ZRLocation : public CLLocation {
   std::shared_ptr<ZRLocation> copy() const;
 
   /// Writes the base part, "smoothSpeed" and "smoothCourse"; no other field.
+  /// The record's descriptor: its name in archives, and how one is read. No properties.
+  static ZROHMClassInfo& staticClassInfo();
+  ZROHMClassInfo& classInfo() const override;
+
   void encodeWithCoder(NSCoder& coder) const override;
 
  protected:

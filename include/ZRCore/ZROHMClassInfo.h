@@ -45,11 +45,11 @@ struct ZR_EXPORT ZROHMProperty {
 
 /// What a descriptor is made of; `ZROHMClassBuilder` fills it from member functions.
 struct ZROHMClassParts {
-  std::string name;
+  std::string name{};
   ZROHMClassInfo* superclass = nullptr;
-  std::function<std::shared_ptr<NSObject>()> factory;                     ///< empty: no instances by default
-  std::function<std::shared_ptr<NSObject>(const NSCoder&)> coderFactory;  ///< empty: not archivable
-  ZROHMOrderedMap<ZROHMProperty> properties;                              ///< the type's own, as declared
+  std::function<std::shared_ptr<NSObject>()> factory{};                     ///< empty: no instances by default
+  std::function<std::shared_ptr<NSObject>(const NSCoder&)> coderFactory{};  ///< empty: not archivable
+  ZROHMOrderedMap<ZROHMProperty> properties{};                              ///< the type's own, as declared
 };
 
 /// The descriptor of one type. Descriptors are compared by identity: make one per type and keep it for the process.

@@ -1,4 +1,5 @@
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -6,11 +7,10 @@
 
 namespace {
 
-NSError failure(std::string sentence, std::size_t position) {
-  return {
-      NSCocoaErrorDomain,
-      NSJSONFailureCode,
-      {{NSLocalizedDescriptionKey, std::move(sentence)}, {NSJSONSerializationErrorIndex, std::to_string(position)}}};
+NSError failure(std::string sentence, std::optional<std::size_t> position = {}) {
+  NSError error{NSCocoaErrorDomain, NSJSONFailureCode, {{NSLocalizedDescriptionKey, std::move(sentence)}}};
+  if (position) error.userInfo.emplace(NSJSONSerializationErrorIndex, std::to_string(*position));
+  return error;
 }
 
 /// Builds the value while the document is read; there is no second tree.
@@ -56,7 +56,6 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
 
   ZROHMValue root;
   std::optional<NSError> error;
-  bool isTooDeep = false;
 
  private:
   struct Level {
@@ -67,9 +66,12 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
   };
 
   bool open(bool isArray) {
-    isTooDeep = levels_.size() >= ZRJSONDeepestNesting;
-    if (!isTooDeep) levels_.push_back({isArray, {}, {}, {}});
-    return !isTooDeep;
+    if (levels_.size() >= ZRJSONDeepestNesting) {
+      error = failure("The JSON document is nested deeper than " + std::to_string(ZRJSONDeepestNesting) + " levels.");
+      return false;
+    }
+    levels_.push_back({isArray, {}, {}, {}});
+    return true;
   }
 
   bool add(ZROHMValue value) {
@@ -90,14 +92,15 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
 
 std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments) {
   Builder builder;
-  const bool isRead = nlohmann::json::sax_parse(bytes.begin(), bytes.end(), &builder);
+  nlohmann::json::sax_parse(bytes.begin(), bytes.end(), &builder);
   if (builder.error) return *std::move(builder.error);
-  if (!isRead) {
-    return failure("The JSON document is nested deeper than " + std::to_string(ZRJSONDeepestNesting) + " levels.", 0);
+  // The library takes a NUL byte for the end and looks no further.
+  if (const std::size_t position = bytes.find('\0'); position != bytes.npos) {
+    return failure("The JSON document cannot be read: it has a NUL byte.", position);
   }
   const bool isFragment = builder.root.array() == nullptr && builder.root.dictionary() == nullptr;
   if (isFragment && fragments == ZRJSONFragments::refused) {
-    return failure("The JSON document is neither an object nor an array.", 0);
+    return failure("The JSON document is neither an object nor an array.");
   }
   return std::move(builder.root);
 }
