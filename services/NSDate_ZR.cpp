@@ -13,62 +13,38 @@ namespace {
 
 constexpr double kSecondsPerDay = 86400.0;
 
-struct Fields {
-  int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+/// Two decimal digits as a number; more than 99 when one is none.
+unsigned pairOfDigits(const char* text) {
+  const unsigned tens = static_cast<unsigned char>(text[0]) - unsigned{'0'};
+  const unsigned ones = static_cast<unsigned char>(text[1]) - unsigned{'0'};
+  return tens <= 9 && ones <= 9 ? 10 * tens + ones : 100;
+}
 
-  /// Reads `text`, as long as `shape`, by it: "Y" is a digit of the year and so on, anything else stands for itself.
-  /// @return whether `text` has that shape.
-  bool read(std::string_view text, std::string_view shape) {
-    for (std::size_t i = 0; i < shape.size(); ++i) {
-      int* const field = fieldOf(shape[i]);
-      if (!field) {
-        if (text[i] != shape[i]) return false;
-        continue;
-      }
-      if (text[i] < '0' || text[i] > '9') return false;
-      *field = *field * 10 + (text[i] - '0');
-    }
-    return true;
-  }
-
- private:
-  int* fieldOf(char letter) {
-    switch (letter) {
-      case 'Y':
-        return &year;
-      case 'M':
-        return &month;
-      case 'D':
-        return &day;
-      case 'h':
-        return &hour;
-      case 'm':
-        return &minute;
-      case 's':
-        return &second;
-      default:
-        return nullptr;
-    }
-  }
-};
+bool hasISOSeparators(const char* text) {
+  return text[4] == '-' && text[7] == '-' && text[10] == 'T' && text[13] == ':' && text[16] == ':' && text[19] == 'Z';
+}
 
 }  // namespace
 
 namespace NSDate_ZR {
 
 std::optional<NSDate> dateWithISO8601String(std::optional<std::string_view> string) {
-  constexpr std::string_view kShape = "YYYY-MM-DDThh:mm:ssZ";
-  Fields fields;
-  if (!string || string->size() != kShape.size() || !fields.read(*string, kShape)) return std::nullopt;
-  const std::chrono::year_month_day date(std::chrono::year(fields.year),
-                                         std::chrono::month(static_cast<unsigned>(fields.month)),
-                                         std::chrono::day(static_cast<unsigned>(fields.day)));
-  if (!date.ok() || fields.year == 0 || fields.hour > 23 || fields.minute > 59 || fields.second > 59) {
-    return std::nullopt;
-  }
+  if (!string || string->size() != std::string_view("2016-03-01T12:00:00Z").size()) return std::nullopt;
+  const char* const text = string->data();
+  const unsigned century = pairOfDigits(text);
+  const unsigned yearOfCentury = pairOfDigits(text + 2);
+  const unsigned year = 100 * century + yearOfCentury;
+  const unsigned hour = pairOfDigits(text + 11);
+  const unsigned minute = pairOfDigits(text + 14);
+  const unsigned second = pairOfDigits(text + 17);
+  const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(year)),
+                                         std::chrono::month(pairOfDigits(text + 5)),
+                                         std::chrono::day(pairOfDigits(text + 8)));
   const std::int64_t days = std::chrono::sys_days(date).time_since_epoch().count();
-  const std::int64_t seconds = ((days * 24 + fields.hour) * 60 + fields.minute) * 60 + fields.second;
-  return NSDate{static_cast<double>(seconds)};
+  const bool isYear = century <= 99 && yearOfCentury <= 99 && year > 0;
+  const bool isTime = hour <= 23 && minute <= 59 && second <= 59;
+  if (!hasISOSeparators(text) || !isYear || !isTime || !date.ok()) return std::nullopt;
+  return NSDate{static_cast<double>(days * 86400 + hour * 3600 + minute * 60 + second)};
 }
 
 std::optional<std::string> monthDayYear(NSDate date) {

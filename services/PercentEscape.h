@@ -2,15 +2,14 @@
 #define ZRCORE_SERVICES_PERCENTESCAPE_H
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 
 /// What of a query a text stands for: the two leave different characters alone.
 enum class QueryPart { value, key };
 
-/// The length of `text` (UTF-8) once it is escaped; absent when it is not UTF-8.
-std::optional<std::size_t> escapedLength(std::string_view text, QueryPart part) noexcept;
+/// The length of `text` once it is escaped.
+std::size_t escapedLength(std::string_view text, QueryPart part) noexcept;
 
 /// Appends `text`, escaped, with at most one allocation. @return whether it is UTF-8; nothing is appended when it is
 /// not.
