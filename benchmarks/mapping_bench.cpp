@@ -130,7 +130,7 @@ BENCHMARK(handWrittenCodeFillsAnObject);
 void engineExportsAnObject(benchmark::State& state) {
   Shop shop;
   shop.setValuesForKeysWithDictionary(shopContent());
-  const auto& keys = ZROHMMappableKeys(Shop::staticClassInfo());
+  const auto& keys = *ZROHMMappableKeys(Shop::staticClassInfo());
   for (auto _ : state) benchmark::DoNotOptimize(shop.dictionaryWithValuesForKeys(keys));
 }
 BENCHMARK(engineExportsAnObject);

@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (const NSUndefinedKeyException&) {
     require(false, "a mappable object has no undefined keys");
   }
-  const auto& keys = ZROHMMappableKeys(Item::staticClassInfo());
+  const auto& keys = *ZROHMMappableKeys(Item::staticClassInfo());
   const ZROHMDictionary exported = item.dictionaryWithValuesForKeys(keys);
   Item copy;
   copy.setValuesForKeysWithDictionary(exported);
