@@ -12,6 +12,17 @@ ZRBundle::~ZRBundle() = default;
 ZRLog::~ZRLog() = default;
 ZRClock::~ZRClock() = default;
 ZRJSONService::~ZRJSONService() = default;
+ZRMainQueue::~ZRMainQueue() = default;
+ZRXML::~ZRXML() = default;
+NSXMLParser::~NSXMLParser() = default;
+NSXMLParserDelegate::~NSXMLParserDelegate() = default;
+ZRImages::~ZRImages() = default;
+ZRUserDefaults::~ZRUserDefaults() = default;
+ZRDevice::~ZRDevice() = default;
+
+void NSXMLParserDelegate::parserDidStartElement(NSXMLParser&, std::string_view, const ZRXMLAttributes&) {}
+void NSXMLParserDelegate::parserDidEndElement(NSXMLParser&, std::string_view) {}
+void NSXMLParserDelegate::parserFoundCharacters(NSXMLParser&, std::string_view) {}
 
 namespace {
 
@@ -44,6 +55,12 @@ bool ZRPlatformInstall(const ZRPlatform& platform) {
   takeOver(&ZRPlatform::log, platform, *complete);
   takeOver(&ZRPlatform::clock, platform, *complete);
   takeOver(&ZRPlatform::json, platform, *complete);
+  takeOver(&ZRPlatform::mainQueue, platform, *complete);
+  takeOver(&ZRPlatform::httpSession, platform, *complete);
+  takeOver(&ZRPlatform::xml, platform, *complete);
+  takeOver(&ZRPlatform::images, platform, *complete);
+  takeOver(&ZRPlatform::userDefaults, platform, *complete);
+  takeOver(&ZRPlatform::device, platform, *complete);
 
   const std::lock_guard lock(statics().mutex);
   if (statics().inUse) return false;

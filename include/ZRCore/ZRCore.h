@@ -4,7 +4,13 @@
 #define ZRCORE_ZRCORE_H
 
 #include <ZRCore/CLLocation_Utils.h>
+#include <ZRCore/NSDate_ZR.h>
+#include <ZRCore/NSString_ZR.h>
+#include <ZRCore/NSURLSession_ZR.h>
+#include <ZRCore/NSURL_ZR.h>
+#include <ZRCore/ZRApplicationKey.h>
 #include <ZRCore/ZRArchive.h>
+#include <ZRCore/ZRConfigurationBase.h>
 #include <ZRCore/ZRCoreLoad.h>
 #include <ZRCore/ZRGeometry.h>
 #include <ZRCore/ZRGeometryAdditions.h>
@@ -14,6 +20,7 @@
 #include <ZRCore/ZROHMRegistry.h>
 #include <ZRCore/ZROHMValue.h>
 #include <ZRCore/ZRPlatform.h>
+#include <ZRCore/ZRTrackingIdentity.h>
 #include <ZRCore/ZRGeometry.hpp>
 
 #endif

@@ -7,12 +7,18 @@
 #include <ZRCore/CLLocationManager.h>
 #include <ZRCore/NSDate.h>
 #include <ZRCore/NSNotificationCenter.h>
+#include <ZRCore/NSURLSession.h>
+#include <ZRCore/NSXMLParser.h>
+#include <ZRCore/UIImage.h>
+#include <ZRCore/ZRBundle.h>
+#include <ZRCore/ZRDevice.h>
 #include <ZRCore/ZRExport.h>
 #include <ZRCore/ZRJSONService.h>
+#include <ZRCore/ZRMainQueue.h>
+#include <ZRCore/ZRUserDefaults.h>
 
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <string_view>
 
 /// Makes managers of the receiver and knows whether they may be used.
@@ -21,14 +27,6 @@ class ZR_EXPORT ZRPositioning {
   virtual ~ZRPositioning();
   virtual std::shared_ptr<CLLocationManager> makeLocationManager() = 0;
   virtual CLAuthorizationStatus authorizationStatus() const = 0;
-};
-
-/// What the host application says about itself.
-class ZR_EXPORT ZRBundle {
- public:
-  virtual ~ZRBundle();
-  /// Whether the information dictionary has a value, of any kind, under `key`.
-  virtual bool hasInfoValueForKey(std::string_view key) const = 0;
 };
 
 /// The system log.
@@ -58,11 +56,18 @@ struct ZRPlatform {
   std::shared_ptr<ZRLog> log;
   std::shared_ptr<ZRClock> clock;
   std::shared_ptr<ZRJSONService> json;
+  std::shared_ptr<ZRMainQueue> mainQueue;
+  std::shared_ptr<NSURLSession> httpSession;
+  std::shared_ptr<ZRXML> xml;
+  std::shared_ptr<ZRImages> images;
+  std::shared_ptr<ZRUserDefaults> userDefaults;
+  std::shared_ptr<ZRDevice> device;
 };
 
 /// Makes `platform` the one that the framework uses, for the rest of the process. Null members become the headless
-/// services: no receiver, no information dictionary, a log on the standard error stream, the system's clock,
-/// no JSON.
+/// services: no receiver, no bundle, a log on the standard error stream, the system's clock, no JSON, a main queue that
+/// drops what is posted, a network that is not connected (which it tells through the platform's main queue), no XML, no
+/// images, settings that last as long as the process, nothing known of the device.
 /// @return true; false, and nothing changes, when a platform is in use already (installed, or asked for before).
 [[nodiscard]] ZR_EXPORT bool ZRPlatformInstall(const ZRPlatform& platform);
 

@@ -6,8 +6,11 @@
 
 #include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZRPlatform.h>
+#include <ZRCore/ZRServicesFake.h>
 
+#include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -63,13 +66,35 @@ class ZRFakePositioning : public ZRPositioning {
   std::vector<std::shared_ptr<ZRFakeLocationManager>> made;
 };
 
-/// An information dictionary of keys.
+/// A bundle of the test's making.
 class ZRFakeBundle : public ZRBundle {
  public:
-  ~ZRFakeBundle() override;
-  bool hasInfoValueForKey(std::string_view key) const override { return infoKeys.contains(key); }
+  using Strings = std::map<std::string, std::string, std::less<>>;
 
-  std::set<std::string, std::less<>> infoKeys;
+  ~ZRFakeBundle() override;
+  bool hasInfoValueForKey(std::string_view key) const override {
+    return infoKeys.contains(key) || infoStrings.contains(key);
+  }
+  std::optional<std::string> infoStringForKey(std::string_view key) const override { return find(infoStrings, key); }
+  std::optional<std::string> bundleIdentifier() const override { return identifier; }
+  std::optional<std::string> localizedStringForKey(std::string_view key) const override {
+    return find(translations, key);
+  }
+  std::optional<std::string> frameworkResource(std::string_view name, std::string_view type) const override {
+    return find(resources, std::string(name).append(1, '.').append(type));
+  }
+
+  std::set<std::string, std::less<>> infoKeys;  ///< keys of values that are no texts
+  Strings infoStrings;
+  std::optional<std::string> identifier;
+  Strings translations;
+  Strings resources;  ///< by file name
+
+ private:
+  static std::optional<std::string> find(const Strings& strings, std::string_view key) {
+    const auto found = strings.find(key);
+    return found != strings.end() ? std::optional(found->second) : std::nullopt;
+  }
 };
 
 /// A log that keeps its lines.
@@ -99,6 +124,12 @@ struct ZRFakePlatform {
   std::shared_ptr<ZRFakeLog> log = std::make_shared<ZRFakeLog>();
   std::shared_ptr<ZRFakeClock> clock = std::make_shared<ZRFakeClock>();
   std::shared_ptr<ZRJSONService> json = ZRMakeJSONService();  ///< a real one: it needs no system
+  std::shared_ptr<ZRFakeMainQueue> mainQueue = std::make_shared<ZRFakeMainQueue>();
+  std::shared_ptr<ZRFakeURLSession> httpSession = std::make_shared<ZRFakeURLSession>(mainQueue);
+  std::shared_ptr<ZRFakeXML> xml = std::make_shared<ZRFakeXML>();
+  std::shared_ptr<ZRFakeImages> images = std::make_shared<ZRFakeImages>();
+  std::shared_ptr<ZRFakeUserDefaults> userDefaults = std::make_shared<ZRFakeUserDefaults>();
+  std::shared_ptr<ZRFakeDevice> device = std::make_shared<ZRFakeDevice>();
 
   /// The same services as a platform to install.
   ZRPlatform platform() const {
@@ -109,6 +140,12 @@ struct ZRFakePlatform {
     filled.log = log;
     filled.clock = clock;
     filled.json = json;
+    filled.mainQueue = mainQueue;
+    filled.httpSession = httpSession;
+    filled.xml = xml;
+    filled.images = images;
+    filled.userDefaults = userDefaults;
+    filled.device = device;
     return filled;
   }
 };

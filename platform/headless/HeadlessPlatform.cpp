@@ -2,7 +2,10 @@
 
 #include <chrono>
 #include <iostream>
+#include <map>
 #include <mutex>
+
+#include "HeadlessSession.h"
 
 namespace {
 
@@ -26,6 +29,12 @@ class HeadlessPositioning final : public ZRPositioning {
 class HeadlessBundle final : public ZRBundle {
  public:
   bool hasInfoValueForKey(std::string_view) const override { return false; }
+  std::optional<std::string> infoStringForKey(std::string_view) const override { return std::nullopt; }
+  std::optional<std::string> bundleIdentifier() const override { return std::nullopt; }
+  std::optional<std::string> localizedStringForKey(std::string_view) const override { return std::nullopt; }
+  std::optional<std::string> frameworkResource(std::string_view, std::string_view) const override {
+    return std::nullopt;
+  }
 };
 
 class StandardErrorLog final : public ZRLog {
@@ -60,6 +69,50 @@ class HeadlessJSON final : public ZRJSONService {
   }
 };
 
+/// Without a loop nothing can run later, and inside the posting call nothing may.
+class DroppingMainQueue final : public ZRMainQueue {
+ public:
+  void post(std::function<void()>) override {}
+};
+
+class HeadlessXML final : public ZRXML {
+ public:
+  std::shared_ptr<NSXMLParser> parserWithData(std::string) override { return nullptr; }
+};
+
+class HeadlessImages final : public ZRImages {
+ public:
+  std::shared_ptr<const UIImage> imageWithData(std::string_view) const override { return nullptr; }
+};
+
+class PassingUserDefaults final : public ZRUserDefaults {
+ public:
+  std::optional<std::string> stringForKey(std::string_view key) const override {
+    const std::lock_guard lock(mutex_);
+    const auto found = values_.find(key);
+    return found != values_.end() ? std::optional(found->second) : std::nullopt;
+  }
+  void setStringForKey(std::string_view value, std::string_view key) override {
+    const std::lock_guard lock(mutex_);
+    values_.insert_or_assign(std::string(key), value);
+  }
+  bool synchronize() override { return false; }
+
+ private:
+  mutable std::mutex mutex_;
+  std::map<std::string, std::string, std::less<>> values_;
+};
+
+class HeadlessDevice final : public ZRDevice {
+ public:
+  bool isAdvertisingTrackingEnabled() const override { return false; }
+  std::optional<std::string> advertisingIdentifier() const override { return std::nullopt; }
+  std::optional<std::string> identifierForVendor() const override { return std::nullopt; }
+  std::optional<std::string> systemVersion() const override { return std::nullopt; }
+  std::optional<std::string> machineIdentifier() const override { return std::nullopt; }
+  std::optional<std::string> systemLanguageCode() const override { return std::nullopt; }
+};
+
 }  // namespace
 
 ZRPlatform headlessPlatform() {
@@ -70,5 +123,11 @@ ZRPlatform headlessPlatform() {
   platform.log = std::make_shared<StandardErrorLog>();
   platform.clock = std::make_shared<SystemClock>();
   platform.json = std::make_shared<HeadlessJSON>();
+  platform.mainQueue = std::make_shared<DroppingMainQueue>();
+  platform.httpSession = std::make_shared<HeadlessSession>();
+  platform.xml = std::make_shared<HeadlessXML>();
+  platform.images = std::make_shared<HeadlessImages>();
+  platform.userDefaults = std::make_shared<PassingUserDefaults>();
+  platform.device = std::make_shared<HeadlessDevice>();
   return platform;
 }

@@ -18,7 +18,8 @@ hits=$(sources geometry mapping location load services model audio browser inclu
 [ -n "$hits" ] && breach 'The operating system is asked for outside platform/' "$hits"
 
 # Class-level state keeps its documented names, which are reserved in C++: they are declared in these headers alone.
-declared=$(grep -hoE '\b__[a-z][A-Za-z]+( = [^;]*)?;' location/LocationFilterState.h location/LocationStatics.h |
+declared=$(grep -hoE '\b__[a-z][A-Za-z]+( = [^;]*)?;' location/LocationFilterState.h location/LocationStatics.h \
+  services/TrackingIdentity.h |
   grep -oE '__[a-zA-Z]+' | sort -u)
 hits=$(sources geometry mapping location load services model audio browser platform hosts include tests |
   xargs -0 grep -noE '\b__[a-z][A-Za-z]*[A-Z][A-Za-z]*\b' | while IFS=: read -r file line name; do

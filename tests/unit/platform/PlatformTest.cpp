@@ -26,6 +26,15 @@ TEST_F(InstallTest, ServicesThatTheHostLeavesOutAreHeadless) {
   EXPECT_EQ(CLLocationManager::init()->location(), nullptr);
 }
 
+TEST_F(InstallTest, WithoutAMainQueueRequestsAreNeverAnsweredAndNothingIsKept) {
+  auto held = std::make_shared<int>();
+  auto task = NSURLSession::sharedSession()->dataTaskWithRequest(
+      {}, [held](const auto&, const auto&, const auto&) { FAIL() << "there is no loop to run this"; });
+  task->resume();
+  task.reset();
+  EXPECT_EQ(held.use_count(), 1);
+}
+
 TEST_F(InstallTest, TheFirstPlatformStays) {
   ZRFakePlatform first, second;
   ASSERT_TRUE(ZRPlatformInstall(first.platform()));

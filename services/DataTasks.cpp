@@ -1,0 +1,71 @@
+#include "DataTasks.h"
+
+#include <utility>
+#include <variant>
+
+using NSURLSession_ZR::Failure;
+using NSURLSession_ZR::Response;
+using NSURLSession_ZR::Task;
+
+Task DataTasks::data(const std::shared_ptr<NSURLSession>& session, NSMutableURLRequest request,
+                     NSURLSession_ZR::DataSuccess success, Failure failure) const {
+  if (!session) return nullptr;
+  auto completion = [queue = platform_.mainQueue, success = std::move(success), failure = std::move(failure)](
+                        std::optional<NSData> body, Response response, std::optional<NSError> error) mutable {
+    if (error) {
+      if (!failure) return;
+      queue->post([failure = std::move(failure), response = std::move(response), error = std::move(error)] {
+        failure(response, error);
+      });
+    } else if (success) {
+      queue->post([success = std::move(success), response = std::move(response), body = std::move(body)]() mutable {
+        success(response, std::move(body));
+      });
+    }
+  };
+  return session->dataTaskWithRequest(std::move(request), std::move(completion));
+}
+
+Task DataTasks::json(const std::shared_ptr<NSURLSession>& session, NSMutableURLRequest request,
+                     NSURLSession_ZR::JSONSuccess success, Failure failure) const {
+  auto parse = [json = platform_.json, success = std::move(success), failure](const Response& response,
+                                                                              std::optional<NSData> body) {
+    auto parsed = json->valueFromJSON(body.value_or(NSData()), ZRJSONFragments::refused);
+    auto* const document = std::get_if<ZROHMValue>(&parsed);
+    if (document && !document->isNull()) {
+      if (success) success(response, std::move(*document));
+    } else if (failure) {
+      failure(response, document ? std::nullopt : std::optional(std::get<NSError>(std::move(parsed))));
+    }
+  };
+  return data(session, std::move(request), std::move(parse), std::move(failure));
+}
+
+Task DataTasks::image(const std::shared_ptr<NSURLSession>& session, NSMutableURLRequest request,
+                      NSURLSession_ZR::ImageSuccess success, Failure failure) const {
+  auto decode = [images = platform_.images, success = std::move(success), failure](const Response& response,
+                                                                                   std::optional<NSData> body) {
+    if (auto image = images->imageWithData(body.value_or(NSData()))) {
+      if (success) success(response, std::move(image));
+    } else if (failure) {
+      failure(response,
+              NSURLSession_ZR::errorWithErrorCodeDescription(ZRURLSessionErrorImage, "Error parsing image data"));
+    }
+  };
+  return data(session, std::move(request), std::move(decode), std::move(failure));
+}
+
+Task DataTasks::xmlParser(const std::shared_ptr<NSURLSession>& session, NSMutableURLRequest request,
+                          NSURLSession_ZR::XMLParserSuccess success, Failure failure) const {
+  auto makeParser = [xml = platform_.xml, success = std::move(success), failure](const Response& response,
+                                                                                 std::optional<NSData> body) {
+    // A parser over no bytes could only fail, and later.
+    auto parser = body && !body->empty() ? xml->parserWithData(*std::move(body)) : nullptr;
+    if (parser) {
+      if (success) success(response, std::move(parser));
+    } else if (failure) {
+      failure(response, NSURLSession_ZR::errorWithErrorCodeDescription(ZRURLSessionErrorXML, "Error parsing xml data"));
+    }
+  };
+  return data(session, std::move(request), std::move(makeParser), std::move(failure));
+}

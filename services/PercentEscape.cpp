@@ -1,0 +1,117 @@
+#include "PercentEscape.h"
+
+#include <platform/URLCharacters.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+namespace {
+
+/// What a byte becomes: one character, or "%" and two digits. In the order of memory, so that four bytes are copied at
+/// once; the last tells how many of the others count.
+struct Escape {
+  char text[3];
+  unsigned char length;
+};
+static_assert(sizeof(Escape) == 4);
+
+using EscapeTable = std::array<Escape, 256>;
+
+constexpr EscapeTable makeTable(std::string_view leftAlone) {
+  constexpr std::string_view kEscapedThoughLegal = ":/?&=;+!@#$()',*";
+  constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+  EscapeTable table{};
+  for (std::size_t byte = 0; byte < table.size(); ++byte) {
+    const char c = static_cast<char>(byte);
+    const bool passes =
+        isLegalURLCharacter(static_cast<unsigned char>(byte)) && kEscapedThoughLegal.find(c) == std::string_view::npos;
+    if (passes || leftAlone.find(c) != std::string_view::npos) {
+      table[byte] = {{c, 0, 0}, 1};
+    } else {
+      table[byte] = {{'%', kHexDigits[byte >> 4U], kHexDigits[byte & 0xFU]}, 3};
+    }
+  }
+  return table;
+}
+
+constexpr EscapeTable kValueTable = makeTable("%");
+constexpr EscapeTable kKeyTable = makeTable("%[].");
+
+const EscapeTable& tableOf(QueryPart part) { return part == QueryPart::value ? kValueTable : kKeyTable; }
+
+/// The length of the UTF-8 sequence that `text` begins with; 0 when it begins with none (RFC 3629: no overlong forms,
+/// no surrogates, nothing past U+10FFFF).
+std::size_t sequenceLength(std::string_view text) {
+  const auto at = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
+  const auto continues = [&](std::size_t i) { return (at(i) & 0xC0U) == 0x80U; };
+  const unsigned first = at(0);
+  const unsigned second = at(1);
+  if (first < 0x80) return 1;
+  if (first >= 0xC2 && first <= 0xDF) return continues(1) ? 2 : 0;
+  if (first >= 0xE0 && first <= 0xEF) {
+    const bool isOddRange = (first == 0xE0 && second < 0xA0) || (first == 0xED && second > 0x9F);
+    return !isOddRange && continues(1) && continues(2) ? 3 : 0;
+  }
+  if (first >= 0xF0 && first <= 0xF4) {
+    const bool isOddRange = (first == 0xF0 && second < 0x90) || (first == 0xF4 && second > 0x8F);
+    return !isOddRange && continues(1) && continues(2) && continues(3) ? 4 : 0;
+  }
+  return 0;
+}
+
+bool isUTF8(std::string_view text) {
+  while (!text.empty()) {
+    // Eight bytes of ASCII at once; else characters, until eight bytes are passed.
+    std::uint64_t eight = 0;
+    if (text.size() >= sizeof eight) {
+      std::memcpy(&eight, text.data(), sizeof eight);
+      if ((eight & 0x8080808080808080U) == 0) {
+        text.remove_prefix(sizeof eight);
+        continue;
+      }
+    }
+    for (std::size_t passed = 0; passed < sizeof eight && !text.empty();) {
+      const std::size_t length = sequenceLength(text);
+      if (length == 0) return false;
+      text.remove_prefix(length);
+      passed += length;
+    }
+  }
+  return true;
+}
+
+/// Texts of up to this size are escaped without having been measured.
+constexpr std::size_t kChunk = 4096;
+
+/// Escapes up to kChunk bytes. @param begin  has room for three times as many, and one more. @return how much it took.
+std::size_t escapeChunk(std::string_view chunk, const EscapeTable& table, char* const begin) {
+  char* out = begin;
+  for (const char c : chunk) {
+    // Copied whole, because a branch on the length would be foreseen by no processor.
+    const Escape& escape = table[static_cast<unsigned char>(c)];
+    std::memcpy(out, &escape, sizeof escape);
+    out += escape.length;
+  }
+  return static_cast<std::size_t>(out - begin);
+}
+
+}  // namespace
+
+std::size_t escapedLength(std::string_view text, QueryPart part) noexcept {
+  const EscapeTable& table = tableOf(part);
+  std::size_t length = 0;
+  for (const char c : text) length += table[static_cast<unsigned char>(c)].length;
+  return length;
+}
+
+bool appendEscaped(std::string& to, std::string_view text, QueryPart part) {
+  if (!isUTF8(text)) return false;
+  if (text.size() > kChunk) to.reserve(to.size() + escapedLength(text, part));
+  std::array<char, 3 * kChunk + 1> buffer;
+  for (; !text.empty(); text.remove_prefix(std::min(kChunk, text.size()))) {
+    to.append(buffer.data(), escapeChunk(text.substr(0, kChunk), tableOf(part), buffer.data()));
+  }
+  return true;
+}

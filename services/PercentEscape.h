@@ -1,0 +1,18 @@
+#ifndef ZRCORE_SERVICES_PERCENTESCAPE_H
+#define ZRCORE_SERVICES_PERCENTESCAPE_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// What of a query a text stands for: the two leave different characters alone.
+enum class QueryPart { value, key };
+
+/// The length of `text` once it is escaped.
+std::size_t escapedLength(std::string_view text, QueryPart part) noexcept;
+
+/// Appends `text`, escaped, with at most one allocation. @return whether it is UTF-8; nothing is appended when it is
+/// not.
+[[nodiscard]] bool appendEscaped(std::string& to, std::string_view text, QueryPart part);
+
+#endif

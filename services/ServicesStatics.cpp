@@ -1,0 +1,6 @@
+#include "ServicesStatics.h"
+
+ServicesStatics& servicesStatics() {
+  static auto* const instance = new ServicesStatics;
+  return *instance;
+}
