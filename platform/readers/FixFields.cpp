@@ -24,9 +24,7 @@ constexpr std::array<QuantityRule, 6> kRules{{
     {"course", &SourceFix::courseDegrees},
 }};
 
-const QuantityRule& ruleOf(Quantity quantity) {
-  return kRules.at(static_cast<std::size_t>(quantity));
-}
+const QuantityRule& ruleOf(Quantity quantity) { return kRules.at(static_cast<std::size_t>(quantity)); }
 
 void tell(const Reporter& reporter, Severity severity, std::string text) {
   if (reporter.cut) text.insert(0, "the input breaks off in this line: ");
@@ -35,12 +33,8 @@ void tell(const Reporter& reporter, Severity severity, std::string text) {
 
 }  // namespace
 
-void Reporter::fault(std::string text) const {
-  tell(*this, Severity::fault, std::move(text));
-}
-void Reporter::warning(std::string text) const {
-  tell(*this, Severity::warning, std::move(text));
-}
+void Reporter::fault(std::string text) const { tell(*this, Severity::fault, std::move(text)); }
+void Reporter::warning(std::string text) const { tell(*this, Severity::warning, std::move(text)); }
 
 void setQuantity(SourceFix& fix, Quantity quantity, double value, const Reporter& reporter) {
   if (quantity != Quantity::altitude && value < 0.0) return;

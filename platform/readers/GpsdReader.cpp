@@ -101,9 +101,7 @@ void GpsdReader::readLine(std::string_view text, const Reporter& reporter) {
   }
 }
 
-void GpsdReader::readEnd(const Reporter& reporter) {
-  emitCurrent(reporter.listener);
-}
+void GpsdReader::readEnd(const Reporter& reporter) { emitCurrent(reporter.listener); }
 
 void GpsdReader::emitCurrent(Listener& listener) {
   if (current_) emitter_.emit(*current_, listener);

@@ -15,9 +15,7 @@ std::string_view localName(std::string_view name) {
   return colon == std::string_view::npos ? name : name.substr(colon + 1);
 }
 
-GpxReader& from(void* reader) {
-  return *static_cast<GpxReader*>(reader);
-}
+GpxReader& from(void* reader) { return *static_cast<GpxReader*>(reader); }
 
 }  // namespace
 
@@ -85,8 +83,12 @@ void GpxReader::tellError() {
   const auto error = XML_GetErrorCode(parser_.get());
   const bool cut = error == XML_ERROR_NO_ELEMENTS || error == XML_ERROR_UNCLOSED_TOKEN ||
                    error == XML_ERROR_PARTIAL_CHAR || error == XML_ERROR_UNCLOSED_CDATA_SECTION;
-  const std::string reason = XML_ErrorString(error);
-  if (cut) {
+  // Outside the document, which error the parser sees first depends on how the input is split, so the reason is left
+  // out.
+  const bool documentEnded = depth_ == 0 && begunDocument_;
+  std::string reason = XML_ErrorString(error);
+  if (depth_ == 0) reason = documentEnded ? "after its outermost element" : "before its outermost element";
+  if (cut && !documentEnded) {
     here().fault("the XML breaks off (" + reason + "); the complete points before are kept");
   } else {
     here().fault("the XML is damaged (" + reason + ") and is not read from here on; export it again or mend this line");
@@ -100,9 +102,7 @@ void GpxReader::refuse(const std::string& why) {
   XML_StopParser(parser_.get(), XML_FALSE);
 }
 
-Reporter GpxReader::here() const {
-  return {*listener_, leadingLines_ + XML_GetCurrentLineNumber(parser_.get())};
-}
+Reporter GpxReader::here() const { return {*listener_, leadingLines_ + XML_GetCurrentLineNumber(parser_.get())}; }
 
 bool GpxReader::tokenFits() {
   if (XML_GetCurrentByteCount(parser_.get()) <= static_cast<int>(kLongestText)) return true;
@@ -123,6 +123,7 @@ bool GpxReader::accepts(std::string_view name) {
 
 void GpxReader::startElement(std::string_view name, const XML_Char** attributes) {
   ++depth_;
+  begunDocument_ = true;
   if (!tokenFits() || !accepts(name)) return;
   for (auto attribute = attributes; *attribute; attribute += 2) {
     if (!accepts(*attribute)) return;

@@ -59,8 +59,9 @@ class GpxReader final : public FixReader {
   Listener* listener_ = nullptr;  // whose call we are in
   FixEmitter emitter_;
 
-  bool begun_ = false;     // something other than blanks has come
-  bool finished_ = false;  // the XML was damaged or refused
+  bool begun_ = false;          // something other than blanks has come
+  bool begunDocument_ = false;  // the outermost element has come
+  bool finished_ = false;       // the XML was damaged or refused
   std::uint64_t leadingLines_ = 0;
   std::uint64_t fedBytes_ = 0;
 

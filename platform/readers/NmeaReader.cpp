@@ -85,9 +85,7 @@ void NmeaReader::readLine(std::string_view text, const Reporter& reporter) {
   if (sentence.kind == "GSA") addGsa(sentence, reporter);
 }
 
-void NmeaReader::readEnd(const Reporter& reporter) {
-  emitCurrent(reporter.listener);
-}
+void NmeaReader::readEnd(const Reporter& reporter) { emitCurrent(reporter.listener); }
 
 std::optional<NmeaReader::Instant> NmeaReader::readRmc(const NmeaSentence& sentence, const Reporter& reporter) const {
   Instant part;

@@ -9,9 +9,7 @@
 namespace readers {
 namespace {
 
-bool isCapitalOrDigit(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
-}
+bool isCapitalOrDigit(char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
 
 /// Nothing when it isn't two hexadecimal digits.
 std::optional<unsigned char> parseChecksum(std::string_view text) {

@@ -3,9 +3,7 @@
 namespace readers {
 namespace {
 
-ReaderEvents readCsv(const std::string& input) {
-  return readInput(Format::csv, input);
-}
+ReaderEvents readCsv(const std::string& input) { return readInput(Format::csv, input); }
 
 TEST(CsvReader, FindsColumnsByNameInAnyOrder) {
   const auto events = readCsv(

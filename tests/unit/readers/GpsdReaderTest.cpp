@@ -3,9 +3,7 @@
 namespace readers {
 namespace {
 
-ReaderEvents readGpsd(const std::string& input) {
-  return readInput(Format::gpsdJson, input);
-}
+ReaderEvents readGpsd(const std::string& input) { return readInput(Format::gpsdJson, input); }
 
 TEST(GpsdReader, ReportsOfOneTimeAndPlaceMakeOneFixAndFillEachOthersGaps) {
   const auto events = readGpsd(

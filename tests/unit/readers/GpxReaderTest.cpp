@@ -20,12 +20,8 @@ constexpr const char* kTrip = R"(<?xml version="1.0" encoding="UTF-8"?>
 </gpx>
 )";
 
-ReaderEvents readGpx(const std::string& input) {
-  return readInput(Format::gpx, input);
-}
-std::string track(const std::string& points) {
-  return "<gpx><trk><trkseg>" + points + "</trkseg></trk></gpx>";
-}
+ReaderEvents readGpx(const std::string& input) { return readInput(Format::gpx, input); }
+std::string track(const std::string& points) { return "<gpx><trk><trkseg>" + points + "</trkseg></trk></gpx>"; }
 
 TEST(GpxReader, ReadsTheTrackPointsOfAllSegmentsInOrder) {
   for (const std::string start : {"", "\xEF\xBB\xBF", "\xEF\xBB\xBF \r\n\n"}) {
@@ -60,6 +56,13 @@ TEST(GpxReader, CutAnywhereItKeepsTheCompletePointsAndTellsOneFault) {
     EXPECT_NE(events.faults[0].text.find("breaks off"), std::string::npos) << events.faults[0].text;
     ASSERT_TRUE(std::equal(events.log.begin(), events.log.end() - 1, whole.log.begin()));
   }
+}
+
+TEST(GpxReader, WhatFollowsTheDocumentIsAFault) {
+  const auto events = readGpx(std::string(kTrip) + "<gpx/>");
+  EXPECT_EQ(events.fixes.size(), 4u);
+  ASSERT_EQ(events.faults.size(), 1u);
+  EXPECT_EQ(events.faults[0].text.find("breaks off"), std::string::npos);
 }
 
 TEST(GpxReader, DamageEndsTheReadingWithItsLine) {

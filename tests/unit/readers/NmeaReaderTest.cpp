@@ -23,9 +23,7 @@ std::string rmc(const std::string& time, const std::string& date) {
   return sentence("GPRMC," + time + ",A,5100.000,N,00730.000,E,,," + date + ",,,A");
 }
 
-ReaderEvents readNmea(const std::string& input) {
-  return readInput(Format::nmea, input);
-}
+ReaderEvents readNmea(const std::string& input) { return readInput(Format::nmea, input); }
 
 TEST(NmeaReader, TheSentencesOfOneInstantMakeOneFixInWhateverOrder) {
   std::array<std::string, 5> parts{

@@ -1,0 +1,93 @@
+#include "Axis.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdarg>
+#include <cstdio>
+
+#include "OutputText.h"
+
+namespace trip {
+
+namespace {
+constexpr double kMinute = 60.0, kHour = 3600.0, kDay = 86400.0;
+
+[[gnu::format(printf, 1, 2)]] std::string formatted(const char* format, ...) {
+  std::array<char, 64> buffer{};
+  std::va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
+  va_end(arguments);
+  return buffer.data();
+}
+
+double timeStep(double span, int maxTicks) {
+  constexpr std::array kSteps{1.0,     2.0,         5.0,         10.0,         15.0,         30.0,
+                              kMinute, 2 * kMinute, 5 * kMinute, 10 * kMinute, 15 * kMinute, 30 * kMinute,
+                              kHour,   2 * kHour,   3 * kHour,   6 * kHour,    12 * kHour,   kDay};
+  const double atLeast = span / maxTicks;
+  const auto step = std::lower_bound(kSteps.begin(), kSteps.end(), atLeast);
+  return step != kSteps.end() ? *step : roundUp(atLeast / kDay) * kDay;
+}
+
+template <class Label>
+std::vector<Tick> ticks(double from, double to, double step, int maxTicks, Label label) {
+  std::vector<Tick> result;
+  const double first = std::ceil(from / step) * step;
+  for (int i = 0; i <= maxTicks; ++i) {  // counted, because far from zero a step may be too small to get anywhere
+    const double value = first + i * step;
+    if (value <= to) result.push_back({value, label(value)});
+  }
+  return result;
+}
+}  // namespace
+
+double roundUp(double value) {
+  const double decade = std::pow(10.0, std::floor(std::log10(value)));
+  for (const double factor : {1.0, 2.0, 5.0}) {
+    if (factor * decade >= value) return factor * decade;
+  }
+  return 10.0 * decade;
+}
+
+double roundDown(double value) {
+  const double decade = std::pow(10.0, std::floor(std::log10(value)));
+  for (const double factor : {5.0, 2.0}) {
+    if (factor * decade <= value) return factor * decade;
+  }
+  return decade;
+}
+
+std::vector<Tick> countTicks(double from, double to, int maxTicks) {
+  const double step = std::max(1.0, roundUp((to - from) / maxTicks));
+  return ticks(from, to, step, maxTicks, [](double value) { return formatted("%.0f", value); });
+}
+
+std::vector<Tick> timeTicks(double from, double to, int maxTicks) {
+  const double step = timeStep(to - from, maxTicks);
+  return ticks(from, to, step, maxTicks, [&](double value) {
+    const std::string text = timeText(value);  // 2026-05-09T09:30:00.000Z, or a plain number for far years
+    if (text.find('T') == std::string::npos) return std::string();
+    if (to - from >= 365 * kDay) return text.substr(0, 10);
+    if (step >= kDay) return text.substr(5, 5);
+    return text.substr(11, step < kMinute ? 8 : 5);
+  });
+}
+
+std::string lengthText(double meters) {
+  if (meters < 1.0) return formatted("%g cm", meters * 100.0);
+  return meters < 1000.0 ? formatted("%g m", meters) : formatted("%g km", meters / 1000.0);
+}
+
+std::string durationText(double seconds) {
+  const double whole = std::round(std::fabs(seconds));
+  const auto part = [whole](double unit, double within) { return std::floor(std::fmod(whole, within) / unit); };
+  const char* sign = seconds < 0.0 && whole > 0.0 ? "-" : "";
+  if (whole < kMinute) return formatted("%s%.0f s", sign, whole);
+  if (whole < kHour) return formatted("%s%.0f min %02.0f s", sign, part(kMinute, kHour), part(1.0, kMinute));
+  if (whole < kDay) return formatted("%s%.0f h %02.0f min", sign, part(kHour, kDay), part(kMinute, kHour));
+  return formatted("%s%.0f d %.0f h", sign, std::floor(whole / kDay), part(kHour, kDay));
+}
+
+}  // namespace trip

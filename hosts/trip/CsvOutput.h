@@ -1,0 +1,24 @@
+#ifndef ZRCORE_HOSTS_TRIP_CSVOUTPUT_H
+#define ZRCORE_HOSTS_TRIP_CSVOUTPUT_H
+
+#include "OutputFile.h"
+#include "TripRow.h"
+
+namespace trip {
+
+/// A table with a line per fix. Its first columns are those of a recording, so that it can be replayed in turn.
+/// Units: metres, metres per second, degrees; marks are 1 or 0; what is missing is an empty cell.
+class CsvOutput : public TripOutput {
+ public:
+  CsvOutput(const std::filesystem::path& target, bool force);
+  void row(const TripRow& row) override;
+  void finish(const TripSummary& summary) override;
+
+ private:
+  OutputFile file_;
+  std::string line_;
+};
+
+}  // namespace trip
+
+#endif

@@ -1,0 +1,54 @@
+#ifndef ZRCORE_HOSTS_TRIP_PACER_H
+#define ZRCORE_HOSTS_TRIP_PACER_H
+
+#include <functional>
+#include <optional>
+#include <utility>
+
+namespace trip {
+
+/// Real time and the waiting for it. Tests bring their own.
+class Waiter {
+ public:
+  virtual ~Waiter() = default;
+  /// Seconds on a clock that never goes back; only differences mean something.
+  virtual double nowSeconds() = 0;
+  /// Returns after `seconds`, or earlier when waiting has lost its point.
+  virtual void wait(double seconds) = 0;
+};
+
+/// The system's time.
+class SystemWaiter final : public Waiter {
+ public:
+  /// @param whileWaiting  called several times a second during a wait; true ends it
+  explicit SystemWaiter(std::function<bool()> whileWaiting) : whileWaiting_(std::move(whileWaiting)) {}
+  double nowSeconds() override;
+  void wait(double seconds) override;
+
+ private:
+  std::function<bool()> whileWaiting_;
+};
+
+/// Holds a replay to a multiple of the speed at which it was recorded.
+class Pacer {
+ public:
+  /// A pause of the recording that is longer than this is cut to it: nobody waits for a night between two drives.
+  static constexpr double kLongestPauseSeconds = 60.0;
+
+  /// @param rate  recorded seconds per real second, > 0; nullopt: as fast as possible
+  Pacer(std::optional<double> rate, Waiter& waiter) : rate_(rate), waiter_(waiter) {}
+
+  /// Returns when the fix measured at `secondsSince1970` is due. The first one is due at once; so is one without a
+  /// time, or with an earlier one than the fix before it.
+  void waitUntilDue(std::optional<double> secondsSince1970);
+
+ private:
+  std::optional<double> rate_;
+  Waiter& waiter_;
+  std::optional<double> previousSecondsSince1970_;
+  double dueSeconds_ = 0.0;  ///< on the waiter's clock; summed up from the start, so that no delay adds up
+};
+
+}  // namespace trip
+
+#endif

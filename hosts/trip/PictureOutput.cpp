@@ -1,0 +1,19 @@
+#include "PictureOutput.h"
+
+#include "TripDrawing.h"
+
+namespace trip {
+
+PictureOutput::PictureOutput(const std::filesystem::path& png, const std::filesystem::path& svg, bool force)
+    : png_(png, force), svg_(svg, force) {}
+
+void PictureOutput::row(const TripRow& row) { picture_.add(row); }
+
+void PictureOutput::finish(const TripSummary& summary) {
+  png_.write(drawPng(picture_, summary));
+  svg_.write(drawSvg(picture_, summary));
+  png_.commit();
+  svg_.commit();
+}
+
+}  // namespace trip

@@ -1,0 +1,102 @@
+#include "Recording.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
+namespace trip {
+
+namespace {
+
+constexpr std::size_t kReadBytes = std::size_t{64} * 1024;
+constexpr std::uint64_t kStepsPerRecording = 256;
+
+int opened(const std::string& path) {
+  if (path == "-") return STDIN_FILENO;
+  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
+  if (descriptor >= 0) return descriptor;
+  const int error = errno;
+  throw RecordingError(std::string("can't be opened: ") + std::strerror(error) +
+                       (error == ENOENT ? "; check the name" : ""));
+}
+
+}  // namespace
+
+Recording::Recording(const std::string& path, std::function<bool()> isInterrupted)
+    : isInterrupted_(std::move(isInterrupted)), descriptor_(opened(path)), format_{} {
+  try {
+    struct stat status {};
+    if (::fstat(descriptor_, &status) != 0) throw RecordingError(std::strerror(errno));
+    if (S_ISDIR(status.st_mode)) throw RecordingError("is a folder; give a recording in it");
+    if (S_ISREG(status.st_mode)) size_ = static_cast<std::uint64_t>(status.st_size);
+    format_ = detect();
+  } catch (...) {
+    if (descriptor_ != STDIN_FILENO) ::close(descriptor_);
+    throw;
+  }
+}
+
+Recording::~Recording() {
+  if (descriptor_ != STDIN_FILENO) ::close(descriptor_);
+}
+
+std::optional<double> Recording::progress() const {
+  if (!size_ || *size_ == 0) return std::nullopt;
+  return std::min(1.0, static_cast<double>(handedOver_) / static_cast<double>(*size_));
+}
+
+/// Appends what the system has next to the buffer. False at the end.
+bool Recording::readMore() {
+  std::array<char, kReadBytes> bytes;
+  for (;;) {
+    const ssize_t count = ::read(descriptor_, bytes.data(), bytes.size());
+    if (count >= 0) {
+      buffer_.append(bytes.data(), static_cast<std::size_t>(count));
+      return count > 0;
+    }
+    if (errno != EINTR) throw RecordingError(std::string("can't be read on: ") + std::strerror(errno));
+    if (isInterrupted_()) return false;
+  }
+}
+
+readers::Format Recording::detect() {
+  // A stream may give a few bytes at a time, and must be told as soon as it can be: the next ones may take long.
+  while (buffer_.size() < kReadBytes) {
+    const bool more = readMore();
+    if (const auto format = readers::detectFormat(buffer_)) return *format;
+    if (!more) break;
+  }
+  if (buffer_.empty()) throw RecordingError("is empty; nothing was recorded");
+  throw RecordingError("is no recording that this tool reads: GPX, NMEA 0183, gpsd JSON lines, or CSV with a header");
+}
+
+void Recording::feed(readers::FixReader& reader, readers::Listener& listener, const std::function<void()>& afterStep) {
+  const std::uint64_t step = size_ ? std::max<std::uint64_t>(1, *size_ / kStepsPerRecording) : kReadBytes;
+  std::string_view rest = buffer_;
+  while (!rest.empty() && !isInterrupted_()) {
+    const std::string_view bytes = rest.substr(0, step);
+    rest.remove_prefix(bytes.size());
+    reader.feed(bytes, listener);
+    handedOver_ += bytes.size();
+    afterStep();
+  }
+  buffer_.clear();
+}
+
+void Recording::read(readers::Listener& listener, const std::function<void()>& afterStep) {
+  const auto reader = readers::makeReader(format_);
+  do {
+    feed(*reader, listener, afterStep);
+  } while (!isInterrupted_() && readMore());
+  if (isInterrupted_()) return;  // the end that is missing now is no fault of the recording
+  reader->finish(listener);
+  afterStep();
+}
+
+}  // namespace trip

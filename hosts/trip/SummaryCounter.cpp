@@ -1,0 +1,34 @@
+#include "SummaryCounter.h"
+
+#include <ZRCore/ZRGeometryAdditions.h>
+
+namespace trip {
+
+namespace {
+
+/// Adds the way from the previous place, if there was one, and moves on.
+void addLeg(double& meters, std::optional<CLLocationCoordinate2D>& previous, CLLocationCoordinate2D place) {
+  if (previous) meters += ZRGreatCircleDistance(*previous, place);
+  previous = place;
+}
+
+}  // namespace
+
+void SummaryCounter::row(const TripRow& row) {
+  ++summary_.fixes;
+  summary_.significant += row.significant;
+  summary_.jumps += row.jump;
+  summary_.stableFixes += row.stable;
+  if (row.secondsSince1970) {
+    if (!summary_.firstSecondsSince1970) summary_.firstSecondsSince1970 = row.secondsSince1970;
+    summary_.lastSecondsSince1970 = row.secondsSince1970;
+  }
+  addLeg(summary_.distanceMeters, previous_, row.coordinate);
+  if (smoothedTrack_.takes(row)) addLeg(summary_.significantDistanceMeters, previousSmoothed_, row.coordinate);
+}
+
+void SummaryCounter::remark(const readers::Remark& remark) {
+  ++(remark.severity == readers::Severity::fault ? summary_.faults : summary_.warnings);
+}
+
+}  // namespace trip

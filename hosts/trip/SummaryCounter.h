@@ -1,0 +1,30 @@
+#ifndef ZRCORE_HOSTS_TRIP_SUMMARYCOUNTER_H
+#define ZRCORE_HOSTS_TRIP_SUMMARYCOUNTER_H
+
+#include <readers/FixReader.h>
+
+#include "SmoothedTrack.h"
+#include "TripRow.h"
+
+namespace trip {
+
+/// Sums a trip up while it goes by.
+class SummaryCounter {
+ public:
+  /// @param start  the fields that are known beforehand
+  explicit SummaryCounter(TripSummary start) : summary_(std::move(start)) {}
+
+  void row(const TripRow& row);
+  void remark(const readers::Remark& remark);
+
+  const TripSummary& summary() const { return summary_; }
+
+ private:
+  TripSummary summary_;
+  SmoothedTrack smoothedTrack_;
+  std::optional<CLLocationCoordinate2D> previous_, previousSmoothed_;
+};
+
+}  // namespace trip
+
+#endif

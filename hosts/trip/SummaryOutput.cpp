@@ -1,0 +1,54 @@
+#include "SummaryOutput.h"
+
+#include <nlohmann/json.hpp>
+
+#include "OutputText.h"
+
+namespace trip {
+
+namespace {
+nlohmann::ordered_json timeOrNull(std::optional<double> secondsSince1970) {
+  if (!secondsSince1970) return nullptr;
+  return timeText(*secondsSince1970);
+}
+}  // namespace
+
+std::string summaryJson(const TripSummary& summary, int indent) {
+  using Json = nlohmann::ordered_json;
+  const auto duration = durationSeconds(summary);
+  const Json json{
+      {"source", summary.source},
+      {"format", summary.format},
+      {"filter", summary.filter},
+      {"fixes", summary.fixes},
+      {"significant", summary.significant},
+      {"jumps", summary.jumps},
+      {"stableFixes", summary.stableFixes},
+      {"faults", summary.faults},
+      {"warnings", summary.warnings},
+      {"firstTime", timeOrNull(summary.firstSecondsSince1970)},
+      {"lastTime", timeOrNull(summary.lastSecondsSince1970)},
+      {"durationSeconds", duration ? Json(*duration) : Json(nullptr)},
+      {"distanceMeters", summary.distanceMeters},
+      {"significantDistanceMeters", summary.significantDistanceMeters},
+      {"deliveredByClient", Json(summary.deliveredByClient)},
+  };
+  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+SummaryOutput::SummaryOutput(const std::filesystem::path& target, bool force) : file_(target, force) {}
+
+void SummaryOutput::row(const TripRow&) {}
+
+void SummaryOutput::finish(const TripSummary& summary) {
+  file_.write(summaryJson(summary, 2));
+  file_.write("\n");
+  file_.commit();
+}
+
+std::optional<double> durationSeconds(const TripSummary& summary) {
+  if (!summary.firstSecondsSince1970 || !summary.lastSecondsSince1970) return std::nullopt;
+  return *summary.lastSecondsSince1970 - *summary.firstSecondsSince1970;
+}
+
+}  // namespace trip

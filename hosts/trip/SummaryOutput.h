@@ -1,0 +1,29 @@
+#ifndef ZRCORE_HOSTS_TRIP_SUMMARYOUTPUT_H
+#define ZRCORE_HOSTS_TRIP_SUMMARYOUTPUT_H
+
+#include "OutputFile.h"
+#include "TripRow.h"
+
+namespace trip {
+
+/// The summary as a JSON object: all its fields, the times in ISO 8601 (null when unknown) and the duration.
+/// @param indent blanks per level; -1: everything in one line.
+std::string summaryJson(const TripSummary& summary, int indent);
+
+/// The summary as a file.
+class SummaryOutput : public TripOutput {
+ public:
+  SummaryOutput(const std::filesystem::path& target, bool force);
+  void row(const TripRow& row) override;
+  void finish(const TripSummary& summary) override;
+
+ private:
+  OutputFile file_;
+};
+
+/// Seconds between the first and the last known time; nothing when a time is missing.
+std::optional<double> durationSeconds(const TripSummary& summary);
+
+}  // namespace trip
+
+#endif

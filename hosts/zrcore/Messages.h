@@ -1,0 +1,41 @@
+#ifndef ZRCORE_HOSTS_ZRCORE_MESSAGES_H
+#define ZRCORE_HOSTS_ZRCORE_MESSAGES_H
+
+#include <readers/FixReader.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// What the tool has to say beside its results, a line each: "zrcore: FILE:LINE: text".
+class Messages {
+ public:
+  /// A damaged file has as many faults as lines: so many are told one by one, the others are counted.
+  static constexpr std::uint64_t kMostRemarks = 20;
+
+  /// @param writeLine  takes a line without its end
+  explicit Messages(std::function<void(std::string_view line)> writeLine) : writeLine_(std::move(writeLine)) {}
+
+  /// About one line of a file; of the first kMostRemarks only.
+  void remark(std::string_view file, const readers::Remark& remark);
+
+  /// How many remarks were not told, if any. Then the next file starts anew.
+  void endRemarks(std::string_view file);
+
+  /// About a file, a folder or an option as a whole.
+  void about(std::string_view subject, std::string_view text);
+
+  /// About the run.
+  void say(std::string_view text);
+
+ private:
+  std::function<void(std::string_view)> writeLine_;
+  std::uint64_t remarks_ = 0;
+};
+
+/// A file's name as messages show it: "standard input" for "-", and no bytes that a terminal would obey.
+std::string shownName(std::string_view path);
+
+#endif

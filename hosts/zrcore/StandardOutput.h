@@ -1,0 +1,21 @@
+#ifndef ZRCORE_HOSTS_ZRCORE_STANDARDOUTPUT_H
+#define ZRCORE_HOSTS_ZRCORE_STANDARDOUTPUT_H
+
+#include <string_view>
+
+/// Where results go. A reader that goes away (`| head`) is no error: `isClosed` tells, and writing changes nothing
+/// more. Every other failure is a trip::OutputError. Needs SIGPIPE to be ignored.
+class StandardOutput {
+ public:
+  /// Buffered until `flush`, or until the buffer is full.
+  void write(std::string_view bytes);
+  void flush();
+  bool isClosed() const { return isClosed_; }
+
+ private:
+  void failed();
+
+  bool isClosed_ = false;
+};
+
+#endif

@@ -1,0 +1,34 @@
+#include "Terminal.h"
+
+#include <langinfo.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string_view>
+
+namespace {
+
+std::string_view environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value ? value : "";
+}
+
+}  // namespace
+
+bool Terminal::canRedraw() {
+  const std::string_view kind = environment("TERM");
+  return ::isatty(STDOUT_FILENO) == 1 && !kind.empty() && kind != "dumb";
+}
+
+Terminal Terminal::current() {
+  Terminal terminal;
+  winsize size{};
+  if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 && size.ws_row > 0) {
+    terminal.columns = size.ws_col;
+    terminal.rows = size.ws_row;
+  }
+  terminal.color = environment("NO_COLOR").empty();
+  terminal.unicode = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
+  return terminal;
+}

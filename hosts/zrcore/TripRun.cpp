@@ -1,0 +1,177 @@
+#include "TripRun.h"
+
+#include <ZRCore/ZRPlatform.h>
+#include <trip/ManagerPipeline.h>
+#include <trip/OutputError.h>
+#include <trip/Outputs.h>
+#include <trip/Recording.h>
+
+#include <csignal>
+#include <filesystem>
+#include <utility>
+
+#include "ExitCodes.h"
+#include "Interruption.h"
+#include "TripView.h"
+
+namespace {
+
+bool isInterrupted() { return interruption::signal() != 0; }
+
+int exitOfInterruption() { return 128 + interruption::signal(); }
+
+TripView::Shape shapeFor(const TripArguments& arguments) {
+  if (arguments.json) return TripView::Shape::json;
+  if (arguments.quiet) return TripView::Shape::nothing;
+  return Terminal::canRedraw() ? TripView::Shape::table : TripView::Shape::lines;
+}
+
+/// Takes the places of another recording as a route.
+class RouteReader final : public readers::Listener {
+ public:
+  RouteReader(Messages& messages, std::string name) : messages_(messages), name_(std::move(name)) {}
+
+  void fix(const readers::SourceFix& fix) override { route.append(fix.coordinate); }
+  void remark(const readers::Remark& remark) override {
+    hasFaults = hasFaults || remark.severity == readers::Severity::fault;
+    messages_.remark(name_, remark);
+  }
+
+  trip::RouteSnapper route;
+  bool hasFaults = false;
+
+ private:
+  Messages& messages_;
+  std::string name_;
+};
+
+class TripRun {
+ public:
+  explicit TripRun(const TripArguments& arguments)
+      : arguments_(arguments),
+        name_(shownName(arguments.file)),
+        view_(shapeFor(arguments), arguments.rate.has_value()),
+        pacer_(arguments.rate, view_.waiter()) {
+    view_.setName(name_);
+  }
+
+  int run();
+
+ private:
+  bool readRoute(const std::string& path);
+  bool openOutputs(const std::filesystem::path& folder);
+  int replay(trip::Recording& recording);
+
+  const TripArguments& arguments_;
+  std::string name_;
+  TripView view_;
+  trip::Pacer pacer_;
+  trip::ManagerPipeline::Options pipelineOptions_;
+  bool routeHasFaults_ = false;
+};
+
+/// False, with a message, when there is no route in the file.
+bool TripRun::readRoute(const std::string& path) {
+  const std::string name = shownName(path);
+  RouteReader reader(view_.messages(), name);
+  try {
+    trip::Recording(path, isInterrupted).read(reader, [] {});
+    view_.messages().endRemarks(name);
+  } catch (const trip::RecordingError& error) {
+    view_.messages().about(name, error.what());
+    return false;
+  }
+  if (reader.route.empty()) {
+    view_.messages().about(name, "holds no position to make a route of");
+    return false;
+  }
+  routeHasFaults_ = reader.hasFaults;
+  pipelineOptions_.route = std::move(reader.route);
+  return true;
+}
+
+/// False, with a message, when nothing can or may be written into the folder.
+bool TripRun::openOutputs(const std::filesystem::path& folder) {
+  // A table that an earlier run wrote can be replayed; --force must not put the new one in its place.
+  for (const std::string& input : {arguments_.file, arguments_.routeFile.value_or("-")}) {
+    std::error_code error;
+    if (!std::filesystem::equivalent(folder / "trip.csv", input, error)) continue;
+    view_.messages().about(shownName(input), "would be overwritten by --out; choose another folder");
+    return false;
+  }
+  try {
+    view_.addOutputs(trip::makeOutputs(folder, arguments_.force));
+  } catch (const trip::OutputError& error) {
+    view_.messages().say(error.what());
+    return false;
+  }
+  return true;
+}
+
+int TripRun::replay(trip::Recording& recording) {
+  const auto clock = std::make_shared<trip::RecordingClock>();
+  ZRPlatform platform;
+  platform.clock = clock;
+  if (!ZRPlatformInstall(platform)) {
+    view_.messages().say("the location service is in use already");
+    return kExitServiceMissing;
+  }
+  pipelineOptions_.filtersMeasuredValues = arguments_.filter == "measured";
+  trip::ManagerPipeline pipeline(std::move(pipelineOptions_));
+
+  trip::TripReplay::Options options;
+  options.source = arguments_.file == "-" ? "-" : std::filesystem::path(arguments_.file).filename().string();
+  options.filter = arguments_.filter;
+  options.completion.assumedAccuracyMeters = arguments_.assumedAccuracyMeters;
+  options.completion.derivesSpeed = arguments_.derivesSpeed;
+  options.window = trip::TimeWindow(arguments_.from, arguments_.to);
+  trip::TripReplay replay(options, recording, pipeline, pacer_, *clock, view_);
+
+  bool isCutShort = false;
+  try {
+    replay.run();
+  } catch (const trip::RecordingError& error) {
+    view_.messages().about(name_, error.what());
+    isCutShort = true;
+  }
+  const trip::TripSummary summary = replay.summary();
+  view_.finish(summary);
+
+  if (isInterrupted()) {
+    view_.messages().about(name_, "interrupted; what was replayed until then is complete");
+    return exitOfInterruption();
+  }
+  if (summary.fixes == 0 && !view_.wantsToStop()) {
+    const bool isWindowed = arguments_.from || arguments_.to;
+    view_.messages().about(name_, isWindowed ? "no fix between --from and --to" : "no fix to replay");
+    return kExitDataFault;
+  }
+  return isCutShort || routeHasFaults_ || summary.faults > 0 ? kExitDataFault : kExitDone;
+}
+
+int TripRun::run() {
+  try {
+    trip::Recording recording(arguments_.file, isInterrupted);
+    if (arguments_.routeFile && !readRoute(*arguments_.routeFile)) return kExitDataFault;
+    if (arguments_.outputFolder && !openOutputs(*arguments_.outputFolder)) return kExitUsage;
+    return replay(recording);
+  } catch (const trip::RecordingError& error) {
+    if (isInterrupted()) return exitOfInterruption();  // before it could even be told what was coming in
+    view_.messages().about(name_, error.what());
+    return kExitDataFault;
+  } catch (const trip::ReversedWindow& error) {
+    view_.messages().say(error.what());
+    return kExitUsage;
+  } catch (const trip::OutputError& error) {
+    view_.messages().say(error.what());
+    return kExitServiceMissing;
+  }
+}
+
+}  // namespace
+
+int runTrip(const TripArguments& arguments) {
+  interruption::listen();
+  std::signal(SIGPIPE, SIG_IGN);  // a reader of the results that goes away is seen where they are written
+  return TripRun(arguments).run();
+}

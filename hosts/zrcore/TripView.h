@@ -1,0 +1,55 @@
+#ifndef ZRCORE_HOSTS_ZRCORE_TRIPVIEW_H
+#define ZRCORE_HOSTS_ZRCORE_TRIPVIEW_H
+
+#include <trip/Pacer.h>
+#include <trip/TripReplay.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "LiveTable.h"
+#include "Messages.h"
+#include "StandardOutput.h"
+
+/// Shows a replay while it runs: the fixes on the standard output (a live table, lines, JSON or nothing), the messages
+/// on the standard error stream, and all of it in the files that were asked for.
+class TripView final : public trip::ReplayListener {
+ public:
+  enum class Shape { table, lines, json, nothing };
+
+  /// @param isPaced  fixes come in their own time, so each is shown at once
+  TripView(Shape shape, bool isPaced);
+  TripView(const TripView&) = delete;
+  TripView& operator=(const TripView&) = delete;
+
+  /// The recording's name in messages.
+  void setName(std::string name) { name_ = std::move(name); }
+  void addOutputs(std::vector<std::unique_ptr<trip::TripOutput>> outputs);
+
+  trip::Waiter& waiter() { return waiter_; }
+  Messages& messages() { return messages_; }
+
+  void row(const trip::TripRow& row) override;
+  void remark(const readers::Remark& remark) override;
+  void progress(std::optional<double> fraction) override;
+  bool wantsToStop() const override;
+
+  /// Completes everything that is shown or written.
+  void finish(const trip::TripSummary& summary);
+
+ private:
+  void writeMessage(std::string_view line);
+
+  bool isPaced_;
+  bool saysSummary_;
+  std::string name_;
+  StandardOutput output_;
+  trip::SystemWaiter waiter_;
+  Messages messages_;
+  std::unique_ptr<LiveTable> live_;
+  std::vector<std::unique_ptr<trip::TripOutput>> outputs_;
+};
+
+#endif

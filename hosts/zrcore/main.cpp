@@ -1,0 +1,35 @@
+#include <fcntl.h>
+
+#include <CLI/CLI.hpp>
+#include <clocale>
+
+#include "ExitCodes.h"
+#include "TripCommand.h"
+
+namespace {
+
+/// A standard stream that was closed by the caller must not become the first file that is opened.
+void fillStandardStreams() {
+  for (int stream = 0; stream <= 2; ++stream) {
+    if (::fcntl(stream, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) < 0) return;
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  fillStandardStreams();
+  std::setlocale(LC_CTYPE, "");  // which characters the terminal shows; numbers stay as they are
+
+  CLI::App tool("The ZRCore navigation kit on the command line", "zrcore");
+  tool.set_version_flag("--version", "zrcore " ZRCORE_VERSION);
+  tool.require_subcommand(1);
+  int exitCode = kExitDone;
+  addTripCommand(tool, exitCode);
+  try {
+    tool.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return tool.exit(error) == 0 ? kExitDone : kExitUsage;  // it prints help and version, too
+  }
+  return exitCode;
+}
