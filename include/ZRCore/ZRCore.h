@@ -4,8 +4,11 @@
 #define ZRCORE_ZRCORE_H
 
 #include <ZRCore/CLLocation_Utils.h>
+#include <ZRCore/ZRAnnotation.h>
 #include <ZRCore/ZRArchive.h>
 #include <ZRCore/ZRCoreLoad.h>
+#include <ZRCore/ZRGeoAddress.h>
+#include <ZRCore/ZRGeoAddressDialects.h>
 #include <ZRCore/ZRGeometry.h>
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <ZRCore/ZRLocation.h>
@@ -13,6 +16,7 @@
 #include <ZRCore/ZROHMClassInfo.h>
 #include <ZRCore/ZROHMRegistry.h>
 #include <ZRCore/ZROHMValue.h>
+#include <ZRCore/ZRPlace.h>
 #include <ZRCore/ZRPlatform.h>
 #include <ZRCore/ZRGeometry.hpp>
 
