@@ -47,7 +47,7 @@ const ZROHMValue* DialectFields::value(std::string_view key) {
 std::optional<std::string> DialectFields::text(std::string_view key) {
   const ZROHMValue* const found = value(key);
   if (found == nullptr) return std::nullopt;
-  if (found->string() == nullptr && !found->isNumber()) {
+  if (found->string() == nullptr && (!found->isNumber() || found->isBoolean())) {
     noteUnusable(key);
     return std::nullopt;
   }

@@ -21,7 +21,7 @@ class DialectFields {
   DialectFields(const DialectFields&) = delete;
   DialectFields& operator=(const DialectFields&) = delete;
 
-  /// A text or a number as text; nothing when it is missing, empty or of another kind.
+  /// A text or a number (no boolean) as text; nothing when it is missing, empty or of another kind.
   std::optional<std::string> text(std::string_view key);
   /// The first of these that there is. All of them are known.
   std::optional<std::string> firstText(std::initializer_list<std::string_view> keys);

@@ -4,6 +4,7 @@
 #include <clocale>
 
 #include "ExitCodes.h"
+#include "PlaceCommand.h"
 #include "TripCommand.h"
 
 namespace {
@@ -26,6 +27,7 @@ int main(int argc, char** argv) {
   tool.require_subcommand(1);
   int exitCode = kExitDone;
   addTripCommand(tool, exitCode);
+  addPlaceCommand(tool, exitCode);
   try {
     tool.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
