@@ -11,7 +11,7 @@ std::optional<double> finiteNumber(const ZROHMValue& value) {
     const char* const end = text->data() + text->size();
     const auto [rest, error] = std::from_chars(text->data(), end, number);
     if (error != std::errc() || rest != end) return std::nullopt;
-  } else if (value.isNumber()) {
+  } else if (value.isNumber() && !value.isBoolean()) {
     number = value.doubleValue();
   } else {
     return std::nullopt;

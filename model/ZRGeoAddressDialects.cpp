@@ -19,7 +19,9 @@ std::string inCapitals(std::string text) {
 std::optional<std::string> openStreetMapIdentifier(DialectFields& fields) {
   const auto type = fields.text("osm_type");
   const auto number = fields.text("osm_id");
-  return type && number ? std::optional(inCapitals(type->substr(0, 1)) + *number) : std::nullopt;
+  if (!type || !number) return std::nullopt;
+  const std::string letter = inCapitals(type->substr(0, 1));
+  return letter == "N" || letter == "W" || letter == "R" ? std::optional(letter + *number) : std::nullopt;
 }
 
 std::optional<std::string> countryFrom(DialectFields& fields, std::string_view codeKey) {
@@ -51,11 +53,10 @@ std::optional<std::string> qualityOfType(const std::optional<std::string>& type)
   return row != kRows.end() ? std::optional<std::string>(row->quality) : std::nullopt;
 }
 
-void addTypeAndQuality(DocumentedKeys& keys, const std::optional<std::string>& type, bool hasHouseNumber) {
+void addQuality(DocumentedKeys& keys, const std::optional<std::string>& type, bool hasHouseNumber) {
   auto quality = qualityOfType(type);
   if (!quality && hasHouseNumber) quality = "address";
   keys.add("geoQuality", std::move(quality));
-  keys.add("type", type);
 }
 
 /// A result that is a street, a city and so on has that part's text as its own name.
@@ -104,7 +105,8 @@ void addNamedParts(DocumentedKeys& keys, DialectFields& parts, std::string_view 
   keys.add("zip", parts.text("postcode"));
   keys.add("country", countryFrom(parts, countryCodeKey));
   const auto type = parts.text("type");
-  addTypeAndQuality(keys, type, houseNumber.has_value());
+  addQuality(keys, type, houseNumber.has_value());
+  keys.add("type", type);
   nameThePart(keys, type, parts.text("name"));
 }
 
@@ -122,7 +124,9 @@ void readNominatim(DialectFields& result, DocumentedKeys& keys) {
   keys.add("state", parts.firstText({"state", "province", "region"}));
   keys.add("zip", parts.text("postcode"));
   keys.add("country", countryFrom(parts, "country_code"));
-  addTypeAndQuality(keys, result.firstText({"addresstype", "type"}), houseNumber.has_value());
+  const auto type = result.firstText({"addresstype", "type"});
+  addQuality(keys, type, houseNumber.has_value());
+  keys.add("type", type);
 }
 
 void readPhoton(DialectFields& feature, DialectFields& properties, DocumentedKeys& keys) {
@@ -149,7 +153,8 @@ void readPelias(DialectFields& feature, DialectFields& properties, DocumentedKey
   keys.add("country", code ? inCapitals(*code) : longCode ? std::move(longCode) : std::move(name));
 
   const auto layer = properties.text("layer");
-  addTypeAndQuality(keys, layer == "locality" ? "city" : layer, houseNumber.has_value());
+  addQuality(keys, layer == "locality" ? "city" : layer, houseNumber.has_value());
+  keys.add("type", layer);
 }
 
 void readGeocodeJSON(DialectFields& feature, DialectFields& properties, DocumentedKeys& keys) {

@@ -24,7 +24,7 @@ Exit codes:
   2  the command line must be changed
 
 Examples:
-  zrcore place samples/places/nominatim.json
+  zrcore place samples/places/nominatim/house.json
   zrcore place answer.json --geojson > places.geojson
   curl -s 'https://geocoder.example/search?q=...' | zrcore place - --dialect photon --json)";
 
