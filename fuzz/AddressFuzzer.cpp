@@ -6,21 +6,14 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <vector>
+
+#include "FuzzLaws.h"
 
 namespace {
 
 constexpr std::array kDialects{ZRGeoAddressDialect::documented, ZRGeoAddressDialect::nominatim,
                                ZRGeoAddressDialect::photon, ZRGeoAddressDialect::pelias,
                                ZRGeoAddressDialect::geocodeJSON};
-
-void require(bool holds, const char* law) {
-  if (holds) return;
-  std::fprintf(stderr, "broken: %s\n", law);
-  std::abort();
-}
 
 ZROHMDictionary contentOf(const ZRGeoAddress& address) {
   return address.dictionaryWithValuesForKeys(ZRGeoAddress::staticClassInfo().propertyNames());

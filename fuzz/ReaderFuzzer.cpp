@@ -7,17 +7,12 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "FuzzLaws.h"
 #include "ReaderEvents.h"
 
 namespace {
 
 constexpr readers::Format kFormat = readers::Format::ZRCORE_FUZZ_FORMAT;
-
-void require(bool holds, const char* law) {
-  if (holds) return;
-  std::fprintf(stderr, "broken: %s\n", law);
-  std::abort();
-}
 
 void requireSameEvents(const ReaderEvents& whole, const ReaderEvents& pieces, const char* law) {
   for (std::size_t i = 0; whole.log != pieces.log && i < std::max(whole.log.size(), pieces.log.size()); ++i) {

@@ -9,9 +9,7 @@ namespace {
 
 constexpr double kTwoTo63 = 9223372036854775808.0;
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::string_view withoutLeadingBlanks(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));

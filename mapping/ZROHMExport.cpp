@@ -31,7 +31,7 @@ bool isExportable(const ZROHMValue& value) {
 
 void exportObject(ZROHMValue& value) {
   const std::shared_ptr<NSObject> object = value.object();
-  value = object->dictionaryWithValuesForKeys(ZROHMMappableKeys(object->classInfo()));
+  value = object->dictionaryWithValuesForKeys(*ZROHMMappableKeys(object->classInfo()));
 }
 
 /// Turns an object, or the objects directly in an array or a dictionary, into dictionaries. What holds none is not

@@ -55,20 +55,14 @@ void ZROHMRegistry::store(ZROHMClassInfo& type, Slot slot, std::optional<ZROHMTa
   }
 }
 
-ZROHMTable ohm_mutableDictionary(const ZROHMTable* table) {
-  return table != nullptr ? *table : ZROHMTable();
-}
+ZROHMTable ohm_mutableDictionary(const ZROHMTable* table) { return table != nullptr ? *table : ZROHMTable(); }
 
-ZROHMTable& ohm_mutableDictionary(ZROHMTable& table) {
-  return table;
-}
+ZROHMTable& ohm_mutableDictionary(ZROHMTable& table) { return table; }
 
 void ZROHMSetMapping(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table) {
   ZROHMRegistry::store(type, Slot::mapping, table);
 }
-void ZROHMAddMapping(ZROHMClassInfo& type, const ZROHMTable& table) {
-  add(type, Slot::mapping, table);
-}
+void ZROHMAddMapping(ZROHMClassInfo& type, const ZROHMTable& table) { add(type, Slot::mapping, table); }
 void ZROHMRemoveMapping(ZROHMClassInfo& type, const std::vector<std::string>& keys) {
   storeMappingWithout(type, Slot::mapping, keys);
 }
@@ -76,9 +70,7 @@ void ZROHMRemoveMapping(ZROHMClassInfo& type, const std::vector<std::string>& ke
 void ZROHMSetAdapter(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table) {
   ZROHMRegistry::store(type, Slot::adapter, table);
 }
-void ZROHMAddAdapter(ZROHMClassInfo& type, const ZROHMTable& table) {
-  add(type, Slot::adapter, table);
-}
+void ZROHMAddAdapter(ZROHMClassInfo& type, const ZROHMTable& table) { add(type, Slot::adapter, table); }
 void ZROHMRemoveAdapter(ZROHMClassInfo& type, const std::vector<std::string>& keys) {
   storeMappingWithout(type, Slot::adapter, keys);
 }
@@ -86,9 +78,7 @@ void ZROHMRemoveAdapter(ZROHMClassInfo& type, const std::vector<std::string>& ke
 void ZROHMSetReverseAdapter(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table) {
   ZROHMRegistry::store(type, Slot::reverseAdapter, table);
 }
-void ZROHMAddReverseAdapter(ZROHMClassInfo& type, const ZROHMTable& table) {
-  add(type, Slot::reverseAdapter, table);
-}
+void ZROHMAddReverseAdapter(ZROHMClassInfo& type, const ZROHMTable& table) { add(type, Slot::reverseAdapter, table); }
 void ZROHMRemoveReverseAdapter(ZROHMClassInfo& type, const std::vector<std::string>& keys) {
   storeMappingWithout(type, Slot::reverseAdapter, keys);
 }
@@ -96,9 +86,7 @@ void ZROHMRemoveReverseAdapter(ZROHMClassInfo& type, const std::vector<std::stri
 void ZROHMSetArrayClasses(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table) {
   ZROHMRegistry::store(type, Slot::arrayClasses, table);
 }
-void ZROHMAddArrayClasses(ZROHMClassInfo& type, const ZROHMTable& table) {
-  add(type, Slot::arrayClasses, table);
-}
+void ZROHMAddArrayClasses(ZROHMClassInfo& type, const ZROHMTable& table) { add(type, Slot::arrayClasses, table); }
 void ZROHMRemoveArray(ZROHMClassInfo& type, const std::vector<std::string>& keys) {
   storeMappingWithout(type, Slot::arrayClasses, keys);
 }
@@ -118,9 +106,7 @@ bool ZROHMMappable(ZROHMClassInfo& type) {
   return type.adoptMappable();
 }
 
-const std::vector<std::string>& ZROHMMappableKeys(const ZROHMClassInfo& type) {
-  return type.propertyNames();
-}
+const std::vector<std::string>* ZROHMMappableKeys(const ZROHMClassInfo& type) { return &type.propertyNames(); }
 
 void zrohm_setMappingDictionary_Class_IMP(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table) {
   ZROHMSetMapping(type, table);

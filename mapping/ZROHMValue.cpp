@@ -65,9 +65,7 @@ ZROHMValue::ZROHMValue(const ZROHMValue& other) noexcept : tag_(other.tag_), pay
   if (isBoxed()) payload_.box->references.fetch_add(1, std::memory_order_relaxed);
 }
 
-ZROHMValue& ZROHMValue::operator=(const ZROHMValue& other) noexcept {
-  return *this = ZROHMValue(other);
-}
+ZROHMValue& ZROHMValue::operator=(const ZROHMValue& other) noexcept { return *this = ZROHMValue(other); }
 
 ZROHMValue& ZROHMValue::operator=(ZROHMValue&& other) noexcept {
   // `other` is taken before anything is released, because it may lie in what is replaced.

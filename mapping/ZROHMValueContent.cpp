@@ -30,10 +30,24 @@ bool isSameNumber(const ZROHMValue& a, const ZROHMValue& b) {
 
 using Pairs = std::vector<std::pair<const ZROHMValue*, const ZROHMValue*>>;
 
-/// Compares two arrays or dictionaries but for their content, which it adds to the pairs still to compare.
-template <class Container, class Add>
-bool sizesMatch(const Container* a, const Container* b, Add addContent) {
-  return a == b || (a->size() == b->size() && addContent(*a, *b));
+// Arrays and dictionaries are compared but for their content, which joins the pairs still to compare.
+
+bool sameShallowly(const ZROHMArray& a, const ZROHMArray& b, Pairs& pairs) {
+  if (&a == &b) return true;
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) pairs.emplace_back(&a[i], &b[i]);
+  return true;
+}
+
+bool sameShallowly(const ZROHMDictionary& a, const ZROHMDictionary& b, Pairs& pairs) {
+  if (&a == &b) return true;
+  if (a.size() != b.size()) return false;
+  for (const auto& [key, value] : a) {
+    const ZROHMValue* const other = b.find(key);
+    if (other == nullptr) return false;
+    pairs.emplace_back(&value, other);
+  }
+  return true;
 }
 
 bool sameShallowly(const ZROHMValue& a, const ZROHMValue& b, Pairs& pairs) {
@@ -51,19 +65,9 @@ bool sameShallowly(const ZROHMValue& a, const ZROHMValue& b, Pairs& pairs) {
     case ZROHMValue::Kind::object:
       return a.object()->isEqual(b.object().get());
     case ZROHMValue::Kind::array:
-      return sizesMatch(a.array(), b.array(), [&](const ZROHMArray& left, const ZROHMArray& right) {
-        for (std::size_t i = 0; i < left.size(); ++i) pairs.emplace_back(&left[i], &right[i]);
-        return true;
-      });
+      return sameShallowly(*a.array(), *b.array(), pairs);
     case ZROHMValue::Kind::dictionary:
-      return sizesMatch(a.dictionary(), b.dictionary(), [&](const ZROHMDictionary& left, const ZROHMDictionary& right) {
-        for (const auto& [key, value] : left) {
-          const ZROHMValue* const other = right.find(key);
-          if (other == nullptr) return false;
-          pairs.emplace_back(&value, other);
-        }
-        return true;
-      });
+      return sameShallowly(*a.dictionary(), *b.dictionary(), pairs);
   }
   return false;
 }

@@ -107,15 +107,15 @@ class ZR_EXPORT ZROHMClassInfo {
 /// The property `name` set and read as `get` and `set` do, members of a class derived from NSObject. What becomes of a
 /// value depends on what the getter returns:
 ///
-/// | the getter returns            | declared class | from a number   | from a text      | null      | other kinds |
-/// |-------------------------------|----------------|-----------------|------------------|-----------|-------------|
-/// | `std::optional<std::string>`  | NSString       | its text        | itself           | absent    | absent      |
-/// | a number or `bool`            | none, scalar   | converted       | numeric prefix   | raises    | 0           |
-/// | `CLLocationCoordinate2D`      | none, scalar   | (0, 0)          | (0, 0)           | raises    | itself or (0, 0)
-/// | | `std::shared_ptr<Object>`     | Object's       | absent          | absent           | absent    | an Object or
-/// absent | | `ZROHMValue`                  | as given       | itself          | itself           | null      | itself
-/// |
+/// | the getter returns           | declared class | a number  | a text         | null   | another kind        |
+/// |------------------------------|----------------|-----------|----------------|--------|---------------------|
+/// | `std::optional<std::string>` | NSString       | its text  | itself         | absent | absent              |
+/// | a number or `bool`           | none, scalar   | converted | numeric prefix | raises | 0                   |
+/// | `CLLocationCoordinate2D`     | none, scalar   | (0, 0)    | (0, 0)         | raises | a coordinate itself |
+/// | `std::shared_ptr<Object>`    | Object's       | absent    | absent         | absent | an Object itself    |
+/// | `ZROHMValue`                 | as given       | itself    | itself         | null   | itself              |
 ///
+/// Whatever else is given to a coordinate is (0, 0), to an object absent.
 /// Integers keep the low bits of the number without its fraction (`ZROHMValue::integerBits`); a `bool` is true when the
 /// lowest eight bits are not all zero, as in a boolean of eight bits.
 template <class Getter, class Setter>

@@ -87,8 +87,8 @@ ZR_EXPORT void ZROHMRemoveDictionary(ZROHMClassInfo& type, const std::vector<std
 ZR_EXPORT bool ZROHMMappable(ZROHMClassInfo& type);
 
 /// The property names of the type, in declaration order, then those of its supertype, and so on; without the root's. A
-/// property that a subtype declares again is listed once for each. Valid as long as the descriptor.
-ZR_EXPORT const std::vector<std::string>& ZROHMMappableKeys(const ZROHMClassInfo& type);
+/// property that a subtype declares again is listed once for each. Never null; valid as long as the descriptor.
+ZR_EXPORT const std::vector<std::string>* ZROHMMappableKeys(const ZROHMClassInfo& type);
 
 // The type-level operations of mappable types; each does what the Set function of the same table does.
 ZR_EXPORT void zrohm_setMappingDictionary_Class_IMP(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table);

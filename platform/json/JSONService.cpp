@@ -16,6 +16,4 @@ class JSONService final : public ZRJSONService {
 
 }  // namespace
 
-std::shared_ptr<ZRJSONService> ZRMakeJSONService() {
-  return std::make_shared<JSONService>();
-}
+std::shared_ptr<ZRJSONService> ZRMakeJSONService() { return std::make_shared<JSONService>(); }

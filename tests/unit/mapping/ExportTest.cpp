@@ -113,10 +113,10 @@ TEST_F(Export, WhatWasExportedFillsAnEqualObject) {
   item->setPlace({52.5, 13.4});
   item->setNext(std::make_shared<Item>());
   item->setTags(ZROHMArray{std::make_shared<Item>()});
-  const ZROHMDictionary exported = item->dictionaryWithValuesForKeys(ZROHMMappableKeys(type));
+  const ZROHMDictionary exported = item->dictionaryWithValuesForKeys(*ZROHMMappableKeys(type));
   Item copy;
   copy.setValuesForKeysWithDictionary(exported);
-  EXPECT_EQ(ZROHMValue(copy.dictionaryWithValuesForKeys(ZROHMMappableKeys(type))), ZROHMValue(exported));
+  EXPECT_EQ(ZROHMValue(copy.dictionaryWithValuesForKeys(*ZROHMMappableKeys(type))), ZROHMValue(exported));
   EXPECT_EQ(copy.level(), item->level());
 }
 

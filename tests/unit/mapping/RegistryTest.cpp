@@ -130,11 +130,11 @@ TEST_F(Registry, ReadersSeeWholeTablesWhileAWriterReplacesThem) {
 }
 
 TEST(MappableKeys, ListOwnPropertiesThenTheSupertypesAgainWhereRedeclared) {
-  EXPECT_THAT(ZROHMMappableKeys(PlainItem::staticClassInfo()), ElementsAre("label", "count"));
-  EXPECT_THAT(ZROHMMappableKeys(NamedItem::staticClassInfo()),
+  EXPECT_THAT(*ZROHMMappableKeys(PlainItem::staticClassInfo()), ElementsAre("label", "count"));
+  EXPECT_THAT(*ZROHMMappableKeys(NamedItem::staticClassInfo()),
               ElementsAre("title", "name", "name", "count", "level", "weight", "isOpen", "place", "next", "plain",
                           "tags", "extras"));
-  EXPECT_THAT(ZROHMMappableKeys(NSObject::staticClassInfo()), IsEmpty());
+  EXPECT_THAT(*ZROHMMappableKeys(NSObject::staticClassInfo()), IsEmpty());
 }
 
 TEST(ClassInfo, TellsNamesDeclaredClassesAndMakesInstancesOfTheExactType) {

@@ -42,7 +42,6 @@ TEST(Value, TextsOfValuesAreThePlatforms) {
       {false, "0"},
       {nullptr, "<null>"},
       {"text", "text"},
-      {std::optional<std::string>(), "<null>"},
   };
   for (const auto& [value, text] : rows) EXPECT_EQ(value.text(), text);
 }

@@ -1,0 +1,48 @@
+// Any bytes as a JSON document: what is read once reads the same for ever after, and fills any object without harm.
+#include <ZRCore/ZRJSON.h>
+
+#include <cstdint>
+
+#include "FuzzLaws.h"
+#include "MappingModel.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const auto json = ZRMakeJSONService();
+  const auto read = json->valueFromJSON({reinterpret_cast<const char*>(data), size}, ZRJSONFragments::allowed);
+  if (std::holds_alternative<NSError>(read)) return 0;
+  const ZROHMValue& value = std::get<ZROHMValue>(read);
+
+  for (const ZRJSONLayout layout : {ZRJSONLayout::compact, ZRJSONLayout::pretty}) {
+    const auto written = json->JSONFromValue(value, layout);
+    require(std::holds_alternative<std::string>(written), "what was read can be written");
+    const auto again = json->valueFromJSON(std::get<std::string>(written), ZRJSONFragments::allowed);
+    require(std::holds_alternative<ZROHMValue>(again), "what was written can be read");
+    require(std::get<ZROHMValue>(again) == value, "it is the same value");
+    require(json->JSONFromValue(std::get<ZROHMValue>(again), layout) == written, "it is the same document");
+  }
+
+  if (value.dictionary() == nullptr) return 0;
+  static const bool isRegistered = [] {
+    ZROHMSetMapping(Item::staticClassInfo(),
+                    ZROHMTable{{"n", "name"}, {"c", "count"}, {"loop", "pool"}, {"pool", "loop"}});
+    ZROHMSetArrayClasses(Item::staticClassInfo(), ZROHMTable{{"tags", &Item::staticClassInfo()}});
+    ZROHMSetDictionaryClasses(Item::staticClassInfo(), ZROHMTable{{"extras", &Item::staticClassInfo()}});
+    return true;
+  }();
+  static_cast<void>(isRegistered);
+  Item item;
+  try {
+    item.setValuesForKeysWithDictionary(*value.dictionary());
+  } catch (const NSInvalidArgumentException&) {
+    return 0;  // nothing into a number
+  } catch (const NSUndefinedKeyException&) {
+    require(false, "a mappable object has no undefined keys");
+  }
+  const auto& keys = *ZROHMMappableKeys(Item::staticClassInfo());
+  const ZROHMDictionary exported = item.dictionaryWithValuesForKeys(keys);
+  Item copy;
+  copy.setValuesForKeysWithDictionary(exported);
+  require(ZROHMValue(copy.dictionaryWithValuesForKeys(keys)) == ZROHMValue(exported),
+          "what was exported fills an equal object");
+  return 0;
+}
