@@ -70,14 +70,11 @@ std::shared_ptr<ZRLocation> ZRLocation::copy() const {
 std::shared_ptr<ZRLocation> ZRLocation::copyObject() const { return initWithCLLocation(*this); }
 
 ZROHMClassInfo& ZRLocation::staticClassInfo() {
-  static auto* const info =
-      ZROHMClassBuilder<ZRLocation>("ZRLocation", NSObject::staticClassInfo()).build().release();
+  static auto* const info = ZROHMClassBuilder<ZRLocation>("ZRLocation", NSObject::staticClassInfo()).build().release();
   return *info;
 }
 
-ZROHMClassInfo& ZRLocation::classInfo() const {
-  return staticClassInfo();
-}
+ZROHMClassInfo& ZRLocation::classInfo() const { return staticClassInfo(); }
 
 void ZRLocation::encodeWithCoder(NSCoder& coder) const {
   CLLocation::encodeWithCoder(coder);

@@ -27,9 +27,7 @@ double doubleFrom(const ZROHMValue& value) {
 }
 
 /// Whether a number is negative; -0 and NaN are not.
-bool isNegative(const ZROHMValue& number) {
-  return number.doubleValue() < 0.0;
-}
+bool isNegative(const ZROHMValue& number) { return number.doubleValue() < 0.0; }
 
 std::int64_t int64From(const ZROHMValue& value) {
   if (!value.isNumber()) return 0;
@@ -56,17 +54,11 @@ void ZRMemoryCoder::encodeDoubleForKey(double value, std::string_view key) {
   }
 }
 
-void ZRMemoryCoder::encodeInt32ForKey(std::int32_t value, std::string_view key) {
-  put(value, key);
-}
+void ZRMemoryCoder::encodeInt32ForKey(std::int32_t value, std::string_view key) { put(value, key); }
 
-void ZRMemoryCoder::encodeInt64ForKey(std::int64_t value, std::string_view key) {
-  put(value, key);
-}
+void ZRMemoryCoder::encodeInt64ForKey(std::int64_t value, std::string_view key) { put(value, key); }
 
-void ZRMemoryCoder::encodeBoolForKey(bool value, std::string_view key) {
-  put(value, key);
-}
+void ZRMemoryCoder::encodeBoolForKey(bool value, std::string_view key) { put(value, key); }
 
 void ZRMemoryCoder::encodeStringForKey(const std::optional<std::string>& value, std::string_view key) {
   put(value, key);
@@ -78,9 +70,7 @@ void ZRMemoryCoder::encodeObjectForKey(const std::shared_ptr<const NSObject>& ob
 
 bool ZRMemoryCoder::containsValueForKey(std::string_view key) const { return values_.contains(key); }
 
-double ZRMemoryCoder::decodeDoubleForKey(std::string_view key) const {
-  return doubleFrom(valueFor(key));
-}
+double ZRMemoryCoder::decodeDoubleForKey(std::string_view key) const { return doubleFrom(valueFor(key)); }
 
 std::int32_t ZRMemoryCoder::decodeInt32ForKey(std::string_view key) const {
   using Limits = std::numeric_limits<std::int32_t>;
@@ -88,13 +78,9 @@ std::int32_t ZRMemoryCoder::decodeInt32ForKey(std::string_view key) const {
   return static_cast<std::int32_t>(std::clamp<std::int64_t>(value, Limits::min(), Limits::max()));
 }
 
-std::int64_t ZRMemoryCoder::decodeInt64ForKey(std::string_view key) const {
-  return int64From(valueFor(key));
-}
+std::int64_t ZRMemoryCoder::decodeInt64ForKey(std::string_view key) const { return int64From(valueFor(key)); }
 
-bool ZRMemoryCoder::decodeBoolForKey(std::string_view key) const {
-  return int64From(valueFor(key)) != 0;
-}
+bool ZRMemoryCoder::decodeBoolForKey(std::string_view key) const { return int64From(valueFor(key)) != 0; }
 
 std::optional<std::string> ZRMemoryCoder::decodeStringForKey(std::string_view key) const {
   const std::string* const text = valueFor(key).string();
@@ -131,9 +117,7 @@ const ZROHMClassInfo* ZRMemoryCoder::classOf(const ZROHMDictionary& values) cons
   return found != classes_.end() ? *found : nullptr;
 }
 
-void ZRMemoryCoder::put(ZROHMValue value, std::string_view key) {
-  values_.set(std::string(key), std::move(value));
-}
+void ZRMemoryCoder::put(ZROHMValue value, std::string_view key) { values_.set(std::string(key), std::move(value)); }
 
 const ZROHMValue& ZRMemoryCoder::valueFor(std::string_view key) const {
   static const auto* const absent = new ZROHMValue;

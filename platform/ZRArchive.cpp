@@ -15,9 +15,7 @@ NSError failure(long code, std::string sentence) {
   return {NSCocoaErrorDomain, code, {{NSLocalizedDescriptionKey, std::move(sentence)}}};
 }
 
-NSError corrupt(std::string sentence) {
-  return failure(NSCoderReadCorruptError, std::move(sentence));
-}
+NSError corrupt(std::string sentence) { return failure(NSCoderReadCorruptError, std::move(sentence)); }
 
 /// Why the document's head is not one of ours; nothing when it is.
 std::optional<NSError> faultInHead(const ZRMemoryCoder& document) {

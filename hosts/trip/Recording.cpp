@@ -29,7 +29,7 @@ int opened(const std::string& path) {
 }  // namespace
 
 Recording::Recording(const std::string& path, std::function<bool()> isInterrupted)
-    : isInterrupted_(std::move(isInterrupted)), descriptor_(opened(path)), format_{} {
+    : isInterrupted_(std::move(isInterrupted)), descriptor_(opened(path)) {
   try {
     struct stat status {};
     if (::fstat(descriptor_, &status) != 0) throw RecordingError(std::strerror(errno));

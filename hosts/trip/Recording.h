@@ -49,7 +49,7 @@ class Recording {
   std::optional<std::uint64_t> size_;  ///< bytes; of regular files only
   std::uint64_t handedOver_ = 0;       ///< bytes
   std::string buffer_;                 ///< read and not yet handed over
-  readers::Format format_;
+  readers::Format format_{};
 };
 
 }  // namespace trip

@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <clocale>
+#include <cstdio>
+#include <exception>
 
 #include "ExitCodes.h"
 #include "PlaceCommand.h"
@@ -16,12 +18,7 @@ void fillStandardStreams() {
   }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  fillStandardStreams();
-  std::setlocale(LC_CTYPE, "");  // which characters the terminal shows; numbers stay as they are
-
+int runTool(int argc, char** argv) {
   CLI::App tool("The ZRCore navigation kit on the command line", "zrcore");
   tool.set_version_flag("--version", "zrcore " ZRCORE_VERSION);
   tool.require_subcommand(1);
@@ -34,4 +31,17 @@ int main(int argc, char** argv) {
     return tool.exit(error) == 0 ? kExitDone : kExitUsage;  // it prints help and version, too
   }
   return exitCode;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  fillStandardStreams();
+  std::setlocale(LC_CTYPE, "");  // which characters the terminal shows; numbers stay as they are
+  try {
+    return runTool(argc, argv);
+  } catch (const std::exception& error) {  // no memory left, above all
+    std::fprintf(stderr, "zrcore: %s\n", error.what());
+    return kExitServiceMissing;
+  }
 }
