@@ -1,11 +1,12 @@
 #include "Messages.h"
 
-#include <algorithm>
-
 void Messages::remark(std::string_view file, const readers::Remark& remark) {
-  if (++remarks_ > kMostRemarks) return;
   const std::string_view kind = remark.severity == readers::Severity::warning ? "warning: " : "";
-  about(std::string(file) + ":" + std::to_string(remark.line), std::string(kind) + remark.text);
+  oneOfMany(std::string(file) + ":" + std::to_string(remark.line), std::string(kind) + remark.text);
+}
+
+void Messages::oneOfMany(std::string_view subject, std::string_view text) {
+  if (++remarks_ <= kMostRemarks) about(subject, text);
 }
 
 void Messages::endRemarks(std::string_view file) {
@@ -19,10 +20,17 @@ void Messages::about(std::string_view subject, std::string_view text) {
 
 void Messages::say(std::string_view text) { writeLine_("zrcore: " + std::string(text)); }
 
-std::string shownName(std::string_view path) {
-  if (path == "-") return "standard input";
-  std::string name(path);
-  std::replace_if(
-      name.begin(), name.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }, '?');
-  return name;
+std::string harmless(std::string_view text) {
+  std::string shown;
+  for (const char byte : text) {
+    const auto code = static_cast<unsigned char>(byte);
+    if (code >= 0x80 && code < 0xa0 && !shown.empty() && shown.back() == '\xc2') {
+      shown.back() = '?';  // U+0080 to U+009F
+    } else {
+      shown += code < 0x20 || code == 0x7f ? '?' : byte;
+    }
+  }
+  return shown;
 }
+
+std::string shownName(std::string_view path) { return path == "-" ? "standard input" : harmless(path); }

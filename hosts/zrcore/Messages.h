@@ -21,6 +21,9 @@ class Messages {
   /// About one line of a file; of the first kMostRemarks only.
   void remark(std::string_view file, const readers::Remark& remark);
 
+  /// About one part of a file, of which there may be as many faults as parts; of the first kMostRemarks only.
+  void oneOfMany(std::string_view subject, std::string_view text);
+
   /// How many remarks were not told, if any. Then the next file starts anew.
   void endRemarks(std::string_view file);
 
@@ -35,7 +38,10 @@ class Messages {
   std::uint64_t remarks_ = 0;
 };
 
-/// A file's name as messages show it: "standard input" for "-", and no bytes that a terminal would obey.
+/// A text from outside as it may be shown: without the bytes that a terminal would obey.
+std::string harmless(std::string_view text);
+
+/// A file's name as messages show it: "standard input" for "-".
 std::string shownName(std::string_view path);
 
 #endif

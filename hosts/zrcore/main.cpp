@@ -6,6 +6,7 @@
 #include <exception>
 
 #include "ExitCodes.h"
+#include "PlaceCommand.h"
 #include "TripCommand.h"
 
 namespace {
@@ -23,6 +24,7 @@ int runTool(int argc, char** argv) {
   tool.require_subcommand(1);
   int exitCode = kExitDone;
   addTripCommand(tool, exitCode);
+  addPlaceCommand(tool, exitCode);
   try {
     tool.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -9,9 +9,12 @@
 #include <ZRCore/NSURLSession_ZR.h>
 #include <ZRCore/NSURL_ZR.h>
 #include <ZRCore/ZRApplicationKey.h>
+#include <ZRCore/ZRAnnotation.h>
 #include <ZRCore/ZRArchive.h>
 #include <ZRCore/ZRConfigurationBase.h>
 #include <ZRCore/ZRCoreLoad.h>
+#include <ZRCore/ZRGeoAddress.h>
+#include <ZRCore/ZRGeoAddressDialects.h>
 #include <ZRCore/ZRGeometry.h>
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <ZRCore/ZRLocation.h>
@@ -19,6 +22,7 @@
 #include <ZRCore/ZROHMClassInfo.h>
 #include <ZRCore/ZROHMRegistry.h>
 #include <ZRCore/ZROHMValue.h>
+#include <ZRCore/ZRPlace.h>
 #include <ZRCore/ZRPlatform.h>
 #include <ZRCore/ZRTrackingIdentity.h>
 #include <ZRCore/ZRGeometry.hpp>

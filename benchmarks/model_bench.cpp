@@ -1,0 +1,237 @@
+// From the bytes of a service's answer to addresses, against the two libraries that a programmer would take with a
+// plain struct; the mapping engine alone against code written by hand for the one type; and the display texts.
+#include <ZRCore/ZRGeoAddress.h>
+#include <ZRCore/ZRJSON.h>
+#include <benchmark/benchmark.h>
+#include <rapidjson/document.h>
+
+#include <nlohmann/json.hpp>
+
+#include "model_answer.h"
+
+namespace {
+
+constexpr int kResults = 100;
+
+/// What both libraries fill: the same fields as an address.
+struct PlainAddress {
+  std::optional<std::string> zrid, street, neighborhood, city, county, state, zip, country, sideOfStreet, resultCode,
+      qualityCode, type;
+  double latitude = 0.0, longitude = 0.0, displayLatitude = 0.0, displayLongitude = 0.0;
+};
+
+std::string textOf(const nlohmann::json& value) { return value.is_string() ? value.get<std::string>() : value.dump(); }
+
+void read(const nlohmann::json& json, const char* key, std::optional<std::string>& text) {
+  const auto found = json.find(key);
+  if (found != json.end() && !found->is_null()) text = textOf(*found);
+}
+
+void read(const nlohmann::json& json, const char* key, double& latitude, double& longitude) {
+  const auto found = json.find(key);
+  if (found == json.end() || !found->is_object()) return;
+  latitude = found->value("lat", 0.0);
+  longitude = found->value("lng", 0.0);
+}
+
+void from_json(const nlohmann::json& json, PlainAddress& address) {
+  read(json, "zrID", address.zrid);
+  read(json, "streetAddress", address.street);
+  read(json, "adminArea6", address.neighborhood);
+  read(json, "adminArea5", address.city);
+  read(json, "adminArea4", address.county);
+  read(json, "adminArea3", address.state);
+  read(json, "postalCode", address.zip);
+  read(json, "adminArea1", address.country);
+  read(json, "SideOfStreet", address.sideOfStreet);
+  read(json, "resultCode", address.resultCode);
+  read(json, "geocodeQualityCode", address.qualityCode);
+  read(json, "type", address.type);
+  read(json, "latLng", address.latitude, address.longitude);
+  read(json, "displayLatLng", address.displayLatitude, address.displayLongitude);
+}
+
+void read(const rapidjson::Value& value, std::optional<std::string>& text) {
+  if (value.IsString()) text.emplace(value.GetString(), value.GetStringLength());
+  if (value.IsInt64()) text = std::to_string(value.GetInt64());
+}
+
+void read(const rapidjson::Value& value, double& latitude, double& longitude) {
+  if (!value.IsObject()) return;
+  const auto degrees = [&value](const char* key) {
+    const auto found = value.FindMember(key);
+    return found != value.MemberEnd() && found->value.IsNumber() ? found->value.GetDouble() : 0.0;
+  };
+  latitude = degrees("lat");
+  longitude = degrees("lng");
+}
+
+PlainAddress addressFrom(const rapidjson::Value& object) {
+  PlainAddress address;
+  for (const auto& member : object.GetObject()) {
+    const std::string_view key(member.name.GetString(), member.name.GetStringLength());
+    const rapidjson::Value& value = member.value;
+    if (key == "zrID")
+      read(value, address.zrid);
+    else if (key == "streetAddress")
+      read(value, address.street);
+    else if (key == "adminArea6")
+      read(value, address.neighborhood);
+    else if (key == "adminArea5")
+      read(value, address.city);
+    else if (key == "adminArea4")
+      read(value, address.county);
+    else if (key == "adminArea3")
+      read(value, address.state);
+    else if (key == "postalCode")
+      read(value, address.zip);
+    else if (key == "adminArea1")
+      read(value, address.country);
+    else if (key == "SideOfStreet")
+      read(value, address.sideOfStreet);
+    else if (key == "resultCode")
+      read(value, address.resultCode);
+    else if (key == "geocodeQualityCode")
+      read(value, address.qualityCode);
+    else if (key == "type")
+      read(value, address.type);
+    else if (key == "latLng")
+      read(value, address.latitude, address.longitude);
+    else if (key == "displayLatLng")
+      read(value, address.displayLatitude, address.displayLongitude);
+  }
+  return address;
+}
+
+std::optional<std::string> text(const ZROHMValue& value) {
+  return value.string() != nullptr ? *value.string() : value.isNumber() ? std::optional(value.text()) : std::nullopt;
+}
+
+CLLocationCoordinate2D coordinate(const ZROHMValue& value) {
+  const ZROHMDictionary* const position = value.dictionary();
+  if (position == nullptr) return {};
+  const ZROHMValue* const latitude = position->find("lat");
+  const ZROHMValue* const longitude = position->find("lng");
+  return {latitude != nullptr ? latitude->doubleValue() : 0.0, longitude != nullptr ? longitude->doubleValue() : 0.0};
+}
+
+/// What the engine does, written by hand for these keys.
+std::shared_ptr<ZRGeoAddress> addressByHand(const ZROHMDictionary& dictionary) {
+  auto address = ZRGeoAddress::init();
+  for (const auto& [key, value] : dictionary) {
+    if (key == "zrID")
+      address->setZrid(text(value));
+    else if (key == "streetAddress")
+      address->setStreet(text(value));
+    else if (key == "adminArea6")
+      address->setNeighborhood(text(value));
+    else if (key == "adminArea5")
+      address->setCity(text(value));
+    else if (key == "adminArea4")
+      address->setCounty(text(value));
+    else if (key == "adminArea3")
+      address->setState(text(value));
+    else if (key == "postalCode")
+      address->setZip(text(value));
+    else if (key == "adminArea1")
+      address->setCountry(text(value));
+    else if (key == "SideOfStreet")
+      address->setSideOfStreet(text(value));
+    else if (key == "resultCode")
+      address->setResultCode(text(value));
+    else if (key == "geocodeQualityCode")
+      address->setQualityCode(text(value));
+    else if (key == "type")
+      address->setType(text(value));
+    else if (key == "latLng")
+      address->setCoordinate(coordinate(value));
+    else if (key == "displayLatLng")
+      address->setDisplayCoordinate(coordinate(value));
+  }
+  return address;
+}
+
+void reportPerAddress(benchmark::State& state) {
+  state.SetItemsProcessed(state.iterations() * kResults);
+  state.counters["s/address"] =
+      benchmark::Counter(kResults, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+void BM_BytesToAddresses(benchmark::State& state) {
+  const std::string answer = answerOf(kResults);
+  const auto json = ZRMakeJSONService();
+  for (auto _ : state) {
+    const auto parsed = json->valueFromJSON(answer, ZRJSONFragments::refused);
+    std::vector<std::shared_ptr<ZRGeoAddress>> addresses;
+    for (const ZROHMValue& result : *std::get<ZROHMValue>(parsed).array()) {
+      addresses.push_back(ZRGeoAddress::geoAddressFromDictionary(*result.dictionary()));
+    }
+    benchmark::DoNotOptimize(addresses);
+  }
+  reportPerAddress(state);
+}
+BENCHMARK(BM_BytesToAddresses);
+
+void BM_BytesToPlainStructsByNlohmann(benchmark::State& state) {
+  const std::string answer = answerOf(kResults);
+  for (auto _ : state) {
+    auto addresses = nlohmann::json::parse(answer).get<std::vector<PlainAddress>>();
+    benchmark::DoNotOptimize(addresses);
+  }
+  reportPerAddress(state);
+}
+BENCHMARK(BM_BytesToPlainStructsByNlohmann);
+
+void BM_BytesToPlainStructsByRapidJSON(benchmark::State& state) {
+  const std::string answer = answerOf(kResults);
+  for (auto _ : state) {
+    rapidjson::Document document;
+    document.Parse(answer.data(), answer.size());
+    std::vector<PlainAddress> addresses;
+    for (const rapidjson::Value& result : document.GetArray()) addresses.push_back(addressFrom(result));
+    benchmark::DoNotOptimize(addresses);
+  }
+  reportPerAddress(state);
+}
+BENCHMARK(BM_BytesToPlainStructsByRapidJSON);
+
+void BM_BytesToValues(benchmark::State& state) {
+  const std::string answer = answerOf(kResults);
+  const auto json = ZRMakeJSONService();
+  for (auto _ : state) {
+    auto parsed = json->valueFromJSON(answer, ZRJSONFragments::refused);
+    benchmark::DoNotOptimize(parsed);
+  }
+  reportPerAddress(state);
+}
+BENCHMARK(BM_BytesToValues);
+
+/// Addresses from values that are there already, by `make`.
+template <class Make>
+void fromReadyValues(benchmark::State& state, Make make) {
+  const auto parsed = ZRMakeJSONService()->valueFromJSON(answerOf(kResults), ZRJSONFragments::refused);
+  const ZROHMArray& results = *std::get<ZROHMValue>(parsed).array();
+  for (auto _ : state) {
+    for (const ZROHMValue& result : results) {
+      auto address = make(*result.dictionary());
+      benchmark::DoNotOptimize(address);
+    }
+  }
+  reportPerAddress(state);
+}
+
+void BM_EngineAlone(benchmark::State& state) { fromReadyValues(state, ZRGeoAddress::geoAddressFromDictionary); }
+BENCHMARK(BM_EngineAlone);
+
+void BM_ByHandAlone(benchmark::State& state) { fromReadyValues(state, addressByHand); }
+BENCHMARK(BM_ByHandAlone);
+
+void BM_StringForFormat(benchmark::State& state) {
+  const auto parsed = ZRMakeJSONService()->valueFromJSON(answerOf(1), ZRJSONFragments::refused);
+  const auto address =
+      ZRGeoAddress::geoAddressFromDictionary(*std::get<ZROHMValue>(parsed).array()->front().dictionary());
+  for (auto _ : state) benchmark::DoNotOptimize(address->stringForFormat(2));
+}
+BENCHMARK(BM_StringForFormat);
+
+}  // namespace

@@ -1,0 +1,52 @@
+#include "PlaceCommand.h"
+
+#include <place/PlaceDocument.h>
+
+#include <memory>
+
+#include "PlaceRun.h"
+
+namespace {
+
+constexpr const char* kDescription =
+    "Shows what a geocoding or search service answered as places.\n"
+    "Reads JSON: one result, an array of results, or an object with a list of them under \"results\" or \"features\".";
+
+constexpr const char* kFooter = R"(
+Output:
+  On a terminal a table: each place's first line, second line and single line, where it is shown on a map, how exact the
+  result is, and the zoom level that suits it. Otherwise one line per place, columns separated by tabs, named by the
+  first line, "-" for what there is not. Messages go to the standard error stream: zrcore: FILE: result N: text.
+
+Exit codes:
+  0  done
+  1  a file can't be read, part of it was dropped, or it holds no result
+  2  the command line must be changed
+
+Examples:
+  zrcore place samples/places/nominatim/house.json
+  zrcore place answer.json --geojson > places.geojson
+  curl -s 'https://geocoder.example/search?q=...' | zrcore place - --dialect photon --json)";
+
+}  // namespace
+
+void addPlaceCommand(CLI::App& tool, int& exitCode) {
+  const auto arguments = std::make_shared<PlaceArguments>();
+  CLI::App& command = *tool.add_subcommand("place", kDescription);
+  command.footer(kFooter);
+
+  command.add_option("FILE", arguments->files, "The answers; - for standard input")->required();
+  command
+      .add_option_function<std::string>(
+          "--dialect", [arguments](const std::string& name) { arguments->dialect = place::dialectNamed(name); },
+          "auto: told by what each result looks like; documented, nominatim, photon, pelias, geocodejson [auto]")
+      ->type_name("NAME")
+      ->check(CLI::IsMember({"auto", "documented", "nominatim", "photon", "pelias", "geocodejson"}));
+  CLI::Option* const json =
+      command.add_flag("--json", arguments->json, "The addresses as an array of dictionaries, which can be read again");
+  command.add_flag("--tambrel", arguments->tambrel, "Let --json use the keys of the second dialect")->needs(json);
+  command.add_flag("--geojson", arguments->geoJson, "The places as a GeoJSON feature collection")->excludes(json);
+  command.add_flag("--verbose", arguments->verbose, "Name the entries that are not used");
+
+  command.callback([arguments, &exitCode] { exitCode = runPlace(*arguments); });
+}

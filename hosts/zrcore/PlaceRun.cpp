@@ -1,0 +1,143 @@
+#include "PlaceRun.h"
+
+#include <ZRCore/ZRJSON.h>
+#include <place/PlaceDocument.h>
+#include <place/PlaceFile.h>
+#include <place/PlaceJson.h>
+#include <trip/OutputError.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <iterator>
+#include <numeric>
+#include <utility>
+#include <variant>
+
+#include "ExitCodes.h"
+#include "Messages.h"
+#include "NumberText.h"
+#include "PlaceTable.h"
+#include "StandardOutput.h"
+
+namespace {
+
+class PlaceRun {
+ public:
+  explicit PlaceRun(const PlaceArguments& arguments)
+      : arguments_(arguments),
+        json_(ZRMakeJSONService()),
+        isDocument_(arguments.json || arguments.geoJson),
+        isTable_(Terminal::canRedraw()),
+        messages_([](std::string_view line) {
+          std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+        }) {}
+
+  int run();
+
+ private:
+  void read(const std::string& path);
+  void tell(const std::string& name, const place::Document& document);
+  void tellUnknownKeys(const std::string& name, const place::Document& document);
+  void showOneFile(const std::string& name, const std::vector<place::Result>& results);
+  void showDocument();
+
+  const PlaceArguments& arguments_;
+  std::shared_ptr<ZRJSONService> json_;
+  bool isDocument_;
+  bool isTable_;
+  Messages messages_;
+  StandardOutput output_;
+  std::vector<place::Result> all_;  // of all files, for one document
+  bool hasShown_ = false;
+  bool hasFaults_ = false;
+};
+
+void PlaceRun::tellUnknownKeys(const std::string& name, const place::Document& document) {
+  const auto& unknown = document.unknownKeys;
+  if (unknown.empty()) return;
+  const std::uint64_t total = std::accumulate(unknown.begin(), unknown.end(), std::uint64_t{0},
+                                              [](std::uint64_t sum, const auto& row) { return sum + row.second; });
+  std::string text = countText(total, "entry was", "entries were") + " not used";
+  if (arguments_.verbose) {
+    const char* separator = ": ";
+    for (const auto& [key, count] : unknown) {
+      text += std::exchange(separator, ", ") + harmless(key) + (count > 1 ? " (" + std::to_string(count) + ")" : "");
+    }
+  } else {
+    text += "; --verbose names them";
+  }
+  messages_.about(name, text);
+}
+
+void PlaceRun::tell(const std::string& name, const place::Document& document) {
+  for (const place::Fault& fault : document.faults) {
+    const std::string subject = fault.number > 0 ? name + ": result " + std::to_string(fault.number) : name;
+    messages_.oneOfMany(subject, harmless(fault.text));
+  }
+  messages_.endRemarks(name);
+  tellUnknownKeys(name, document);
+  hasFaults_ = hasFaults_ || !document.faults.empty();
+}
+
+void PlaceRun::showOneFile(const std::string& name, const std::vector<place::Result>& results) {
+  if (results.empty()) return;
+  if (isTable_) {
+    if (arguments_.files.size() > 1) output_.write((hasShown_ ? "\n" : "") + name + ":\n");
+    output_.write(placeTable(results, Terminal::current()));
+  } else {
+    if (!hasShown_) output_.write(kPlaceLinesHeader);
+    output_.write(placeLines(name, results));
+  }
+  output_.flush();
+  hasShown_ = true;
+}
+
+void PlaceRun::showDocument() {
+  const ZROHMValue value =
+      arguments_.geoJson ? place::featuresOf(all_) : place::dictionariesOf(all_, arguments_.tambrel);
+  const auto written = json_->JSONFromValue(value, ZRJSONLayout::pretty);
+  if (const NSError* const error = std::get_if<NSError>(&written)) {
+    messages_.say(error->localizedDescription());
+    hasFaults_ = true;
+    return;
+  }
+  output_.write(std::get<std::string>(written) + "\n");
+  output_.flush();
+}
+
+void PlaceRun::read(const std::string& path) {
+  const std::string name = shownName(path);
+  try {
+    place::Document document = place::readDocument(*json_, place::readFile(path), arguments_.dialect);
+    if (isDocument_) {
+      std::move(document.results.begin(), document.results.end(), std::back_inserter(all_));
+    } else {
+      showOneFile(name, document.results);
+    }
+    tell(name, document);
+  } catch (const place::FileError& error) {
+    messages_.about(name, error.what());
+    hasFaults_ = true;
+  }
+}
+
+int PlaceRun::run() {
+  try {
+    for (const std::string& path : arguments_.files) {
+      if (!output_.isClosed()) read(path);
+    }
+    if (isDocument_) showDocument();
+  } catch (const trip::OutputError& error) {
+    messages_.say(error.what());
+    return kExitServiceMissing;
+  }
+  return hasFaults_ ? kExitDataFault : kExitDone;
+}
+
+}  // namespace
+
+int runPlace(const PlaceArguments& arguments) {
+  std::signal(SIGPIPE, SIG_IGN);  // a reader of the results that goes away is seen where they are written
+  return PlaceRun(arguments).run();
+}

@@ -1,0 +1,19 @@
+#ifndef ZRCORE_HOSTS_ZRCORE_PLACETABLE_H
+#define ZRCORE_HOSTS_ZRCORE_PLACETABLE_H
+
+#include <place/PlaceDocument.h>
+
+#include <string>
+#include <vector>
+
+#include "Terminal.h"
+
+/// Places for people: one place takes three lines, its first line beside the numbers, its second line and its single
+/// line below. No line is longer than the terminal is wide; texts are cut.
+std::string placeTable(const std::vector<place::Result>& results, const Terminal& terminal);
+
+/// Places for other programs: one line each, columns separated by tabs, "-" for what there is not.
+std::string placeLines(const std::string& file, const std::vector<place::Result>& results);
+extern const char* const kPlaceLinesHeader;
+
+#endif

@@ -1,0 +1,52 @@
+/// @file
+/// Addresses from what public geocoding services answer. An addition: `ZRGeoAddress` itself reads the documented keys
+/// and no others.
+#ifndef ZRCORE_ZRGEOADDRESSDIALECTS_H
+#define ZRCORE_ZRGEOADDRESSDIALECTS_H
+
+#include <ZRCore/ZRExport.h>
+#include <ZRCore/ZRGeoAddress.h>
+#include <ZRCore/ZROHMValue.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// How a service writes one result.
+enum class ZRGeoAddressDialect : std::uint8_t {
+  documented,  ///< the keys of `ZRGeoAddress::geoAddressFromDictionary`
+  nominatim,   ///< an object with "lat", "lon" and, inside "address", the parts
+  photon,      ///< a GeoJSON feature with the parts in its properties, "countrycode" among them
+  pelias,      ///< a GeoJSON feature with the parts in its properties, "gid" among them
+  geocodeJSON  ///< a GeoJSON feature with the parts inside "geocoding" in its properties
+};
+
+// One result as an address; null for what is no object (of the GeoJSON dialects: for what has no properties). The parts
+// are put under the documented keys, and the address is then made by `geoAddressFromDictionary`:
+//
+// - the street is "house number street"; a result that is itself a street, a city and so on gives its name to that
+// part;
+// - the country is the two-letter code in capitals where there is one, because the display texts know codes, not names;
+// - the identifier is the OpenStreetMap one ("N42", "W42", "R42") where there is one, else the service's own;
+// - the quality is taken from the type of the result, or from the presence of a house number.
+//
+// A part that is neither a text nor a number is left out, and so is a position of which a number is missing. Pure; any
+// thread; nothing throws.
+ZR_EXPORT std::shared_ptr<ZRGeoAddress> ZRGeoAddressFromNominatim(const ZROHMValue& result);
+ZR_EXPORT std::shared_ptr<ZRGeoAddress> ZRGeoAddressFromPhoton(const ZROHMValue& result);
+ZR_EXPORT std::shared_ptr<ZRGeoAddress> ZRGeoAddressFromPelias(const ZROHMValue& result);
+ZR_EXPORT std::shared_ptr<ZRGeoAddress> ZRGeoAddressFromGeocodeJSON(const ZROHMValue& result);
+
+/// An address and what became of the entries it was made from. Entries are named by key path ("address.road").
+struct ZRGeoAddressReading {
+  std::shared_ptr<ZRGeoAddress> address{};  ///< null as above
+  std::vector<std::string> unknownKeys{};   ///< the dialect has no use for these
+  std::vector<std::string> unusableKeys{};  ///< these it has, but the value is of a wrong kind (null is not)
+  bool hasKnownKeys = false;                ///< whether there is anything that the dialect knows
+};
+
+/// Reads one result in that dialect and tells what was in it, for tools that show people their data.
+ZR_EXPORT ZRGeoAddressReading ZRReadGeoAddress(const ZROHMValue& result, ZRGeoAddressDialect dialect);
+
+#endif

@@ -1,0 +1,31 @@
+#ifndef ZRCORE_MODEL_DOCUMENTEDKEYS_H
+#define ZRCORE_MODEL_DOCUMENTEDKEYS_H
+
+#include <ZRCore/ZRGeoAddressDialects.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// Collects the parts of an address under the documented keys.
+class DocumentedKeys {
+ public:
+  void add(const char* key, std::optional<std::string> part) {
+    if (part) entries_.set(key, *std::move(part));
+  }
+  void addPosition(std::optional<double> latitude, std::optional<double> longitude) {
+    if (latitude && longitude) entries_.set("latLng", ZROHMDictionary{{"lat", *latitude}, {"lng", *longitude}});
+  }
+  bool has(std::string_view key) const { return entries_.contains(key); }
+
+  std::shared_ptr<ZRGeoAddress> address() const { return ZRGeoAddress::geoAddressFromDictionary(entries_); }
+
+ private:
+  ZROHMDictionary entries_;
+};
+
+/// Reads a dictionary that has the documented keys already.
+ZRGeoAddressReading readDocumented(const ZROHMValue& result);
+
+#endif

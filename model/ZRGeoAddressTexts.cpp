@@ -1,0 +1,18 @@
+#include <ZRCore/ZRGeoAddress.h>
+#include <mapping/Whitespace.h>
+
+#include "AddressTexts.h"
+
+namespace {
+
+std::string_view orEmpty(const std::optional<std::string>& text) {
+  return text ? std::string_view(*text) : std::string_view();
+}
+
+}  // namespace
+
+std::string ZRGeoAddress::stringForFormat(std::uint64_t format) const {
+  const AddressTexts texts = addressTexts({orEmpty(street_), orEmpty(city_), orEmpty(state_), orEmpty(zip_),
+                                           orEmpty(county_), orEmpty(neighborhood_), orEmpty(country_)});
+  return std::string(trimmed(format == 0 ? texts.firstLine : format == 1 ? texts.secondLine : texts.singleLine));
+}

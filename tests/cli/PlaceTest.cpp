@@ -1,0 +1,103 @@
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "RunTool.h"
+
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+const std::filesystem::path kPlaces = std::filesystem::path(ZRCORE_SAMPLES) / "places";
+
+class PlaceCommand : public testing::Test {
+ protected:
+  ToolFolder folder;
+};
+
+TEST_F(PlaceCommand, ReadsEverySampleAndToldItsDialectReadsTheSame) {
+  std::size_t files = 0;
+  for (const char* dialect : {"documented", "nominatim", "photon", "pelias", "geocodejson"}) {
+    for (const auto& entry : std::filesystem::directory_iterator(kPlaces / dialect)) {
+      SCOPED_TRACE(entry.path());
+      ++files;
+      const std::string name = entry.path().filename();
+      const ToolRun run = folder.run({"place", entry.path(), "--json"});
+      const bool isFaulty = name == "damaged.json" || name == "wrong-kinds.json" || name == "nothing.json";
+      EXPECT_EQ(run.exitCode, isFaulty ? 1 : 0) << run.err;
+      EXPECT_EQ(json::parse(run.out).empty(), name == "nothing.json");
+      EXPECT_EQ(folder.run({"place", entry.path(), "--json", "--dialect", dialect}).out, run.out);
+      const std::string again = folder.file("again.json", run.out);
+      EXPECT_EQ(folder.run({"place", again, "--json"}).out, run.out);
+    }
+  }
+  EXPECT_GE(files, 25U);
+}
+
+TEST_F(PlaceCommand, ShowsLinesToPrograms) {
+  const ToolRun run = folder.run({"place", kPlaces / "documented" / "capitals.json"});
+  EXPECT_EQ(run.exitCode, 0);
+  const auto lines = linesOf(run.out);
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0], "file\tresult\tfirst_line\tsecond_line\tsingle_line\tlat\tlon\tquality\tzoom");
+  EXPECT_THAT(lines[1], testing::EndsWith("\t1\t14 Lantern Row\tQuillmere, IL 62999\t14 Lantern Row, Quillmere, IL "
+                                          "62999\t39.9013100\t-89.4472200\taddress\t16"));
+}
+
+TEST_F(PlaceCommand, NamesFaultsByPositionAndUnknownKeysWhenAsked) {
+  const std::string file =
+      folder.file("a.json", R"([{"city":"a\tb\u001b\u009b2J","state":"x"},null,{"zip":"1","t":2}])");
+  const ToolRun run = folder.run({"place", "-", "--verbose"}, file);
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(linesOf(run.out).size(), 3U);
+  EXPECT_THAT(run.out, HasSubstr("\ta?b??2J, x\t"));
+  EXPECT_EQ(run.err,
+            "zrcore: standard input: result 2: is no object\n"
+            "zrcore: standard input: 1 entry was not used: t\n");
+  EXPECT_THAT(folder.run({"place", "-"}, file).err, Not(HasSubstr(": t")));
+}
+
+TEST_F(PlaceCommand, GoesOnAfterAFileThatCannotBeRead) {
+  const std::string good = folder.file("good.json", R"({"zip":"1"})");
+  const std::string cut = folder.file("cut.json", R"([{"zip":)");
+  const ToolRun run = folder.run({"place", folder.path("none.json"), cut, folder.path(""), good, "--geojson"});
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_EQ(json::parse(run.out)["features"].size(), 1U);
+  EXPECT_THAT(run.err, HasSubstr("none.json: can't be opened"));
+  EXPECT_THAT(run.err, HasSubstr("is a folder"));
+  EXPECT_EQ(linesOf(run.err).size(), 3U) << run.err;
+}
+
+TEST_F(PlaceCommand, CountsFaultsBeyondTheFirstTwenty) {
+  std::string list = "[null";
+  for (int i = 1; i < 50; ++i) list += ",null";
+  const ToolRun run = folder.run({"place", folder.file("nulls.json", list + "]")});
+  EXPECT_EQ(linesOf(run.err).size(), 21U);
+  EXPECT_THAT(run.err, HasSubstr("and 30 more"));
+}
+
+TEST_F(PlaceCommand, RefusesOptionsThatMakeNoSense) {
+  for (const std::vector<std::string>& arguments : {std::vector<std::string>{"place"},
+                                                    {"place", "-", "--json", "--geojson"},
+                                                    {"place", "-", "--tambrel"},
+                                                    {"place", "-", "--dialect", "other"}}) {
+    EXPECT_EQ(folder.run(arguments).exitCode, 2) << arguments.back();
+  }
+  EXPECT_THAT(folder.run({"place", "--help"}).out, HasSubstr("zrcore place "));
+}
+
+TEST_F(PlaceCommand, ReadsARealServicesAnswer) {
+  const std::filesystem::path answer = std::filesystem::path(ZRCORE_SHARED_SAMPLES) / "geocode-nominatim-berlin.json";
+  if (!std::filesystem::exists(answer)) GTEST_SKIP() << answer << " is not there";
+  const ToolRun run = folder.run({"place", answer});
+  EXPECT_EQ(run.exitCode, 0);
+  EXPECT_THAT(run.out, HasSubstr("1 Unter den Linden\tBerlin,  10117, DE\t"));
+  EXPECT_THAT(run.out, HasSubstr("52.5172077\t13.3978344\taddress\t16"));
+}
+
+}  // namespace
