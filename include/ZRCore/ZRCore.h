@@ -8,8 +8,8 @@
 #include <ZRCore/NSString_ZR.h>
 #include <ZRCore/NSURLSession_ZR.h>
 #include <ZRCore/NSURL_ZR.h>
-#include <ZRCore/ZRApplicationKey.h>
 #include <ZRCore/ZRAnnotation.h>
+#include <ZRCore/ZRApplicationKey.h>
 #include <ZRCore/ZRArchive.h>
 #include <ZRCore/ZRConfigurationBase.h>
 #include <ZRCore/ZRCoreLoad.h>
