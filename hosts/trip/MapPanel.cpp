@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "Axis.h"
+#include "OutputText.h"
 #include "Theme.h"
 
 namespace trip {
@@ -104,6 +105,21 @@ void drawEnds(Canvas& canvas, DiagramPoint start, DiagramPoint end) {
   canvas.text(end.x + (startIsLeft ? 14.0 : -14.0), end.y + 5.0, "end", startIsLeft ? right : left);
 }
 
+/// Marks the places that lie on the map, wherever around the world the track has gone.
+void drawPlaces(Canvas& canvas, const Area& panel, const TripPicture& picture, const Fit& fit) {
+  const TextStyle style{.size = theme::kLabelSize, .color = theme::kPlace, .bold = true, .halo = true};
+  const double world = ZRMapSizeWorld.width;
+  const double centerX = (picture.envelope().minX + picture.envelope().maxX) / 2;
+  for (const auto& [coordinate, title] : picture.places()) {
+    ZRMapPoint point = ZRMapPointForCoordinate(coordinate);
+    point.x += world * std::round((centerX - point.x) / world);
+    const DiagramPoint at = fit(point);
+    if (at.x < panel.x || at.x > panel.right() || at.y < panel.y || at.y > panel.bottom()) continue;
+    canvas.disc(at.x, at.y, theme::kMarkRadius, theme::kPlace, theme::kPaper, 2.0);
+    canvas.text(at.x + 13.0, at.y + 5.0, asUtf8(title), style);
+  }
+}
+
 }  // namespace
 
 void drawMap(Canvas& canvas, const Area& panel, const TripPicture& picture) {
@@ -122,6 +138,7 @@ void drawMap(Canvas& canvas, const Area& panel, const TripPicture& picture) {
     for (const DiagramPoint& jump : fitted(picture.jumps().marks(), fit)) {
       canvas.cross(jump.x, jump.y, theme::kMarkRadius - 1.0, theme::kJump, 3.0);
     }
+    drawPlaces(canvas, panel, picture, fit);
     drawEnds(canvas, raw.front(), raw.back());
     drawScaleBar(canvas, panel, fit, barMeters);
     drawNorthArrow(canvas, panel);

@@ -1,5 +1,7 @@
 #include "Outputs.h"
 
+#include <utility>
+
 #include "CsvOutput.h"
 #include "GeoJsonOutput.h"
 #include "OutputError.h"
@@ -9,7 +11,8 @@
 
 namespace trip {
 
-std::vector<std::unique_ptr<TripOutput>> makeOutputs(const std::filesystem::path& dir, bool force) {
+std::vector<std::unique_ptr<TripOutput>> makeOutputs(const std::filesystem::path& dir, bool force,
+                                                     std::vector<PlaceMark> places) {
   const auto csv = dir / "trip.csv", geoJson = dir / "trip.geojson", summary = dir / "summary.json",
              png = dir / "trip.png", svg = dir / "trip.svg";
   for (const auto& target : {csv, geoJson, summary, png, svg}) requireFree(target, force);
@@ -22,7 +25,7 @@ std::vector<std::unique_ptr<TripOutput>> makeOutputs(const std::filesystem::path
   outputs.push_back(std::make_unique<CsvOutput>(csv, force));
   outputs.push_back(std::make_unique<GeoJsonOutput>(geoJson, force));
   outputs.push_back(std::make_unique<SummaryOutput>(summary, force));
-  outputs.push_back(std::make_unique<PictureOutput>(png, svg, force));
+  outputs.push_back(std::make_unique<PictureOutput>(png, svg, force, std::move(places)));
   return outputs;
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "PlaceMark.h"
 #include "TripRow.h"
 
 namespace trip {
@@ -16,7 +17,9 @@ namespace trip {
 /// @throws OutputError when one of the files is there and `force` is false, before anything is written; and when one
 /// cannot
 ///         be written, now or later.
-std::vector<std::unique_ptr<TripOutput>> makeOutputs(const std::filesystem::path& dir, bool force);
+/// @param places  marked in the pictures
+std::vector<std::unique_ptr<TripOutput>> makeOutputs(const std::filesystem::path& dir, bool force,
+                                                     std::vector<PlaceMark> places = {});
 
 }  // namespace trip
 

@@ -1,11 +1,16 @@
 #include "PictureOutput.h"
 
+#include <utility>
+
 #include "TripDrawing.h"
 
 namespace trip {
 
-PictureOutput::PictureOutput(const std::filesystem::path& png, const std::filesystem::path& svg, bool force)
-    : png_(png, force), svg_(svg, force) {}
+PictureOutput::PictureOutput(const std::filesystem::path& png, const std::filesystem::path& svg, bool force,
+                             std::vector<PlaceMark> places)
+    : png_(png, force), svg_(svg, force) {
+  picture_.setPlaces(std::move(places));
+}
 
 void PictureOutput::row(const TripRow& row) { picture_.add(row); }
 

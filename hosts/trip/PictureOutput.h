@@ -10,7 +10,8 @@ namespace trip {
 /// The picture of a trip, as PNG and as SVG.
 class PictureOutput : public TripOutput {
  public:
-  PictureOutput(const std::filesystem::path& png, const std::filesystem::path& svg, bool force);
+  PictureOutput(const std::filesystem::path& png, const std::filesystem::path& svg, bool force,
+                std::vector<PlaceMark> places = {});
   void row(const TripRow& row) override;
   void finish(const TripSummary& summary) override;
 

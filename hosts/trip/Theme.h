@@ -20,6 +20,7 @@ inline constexpr Color kQuiet = rgb(0x5a6b7b);  ///< labels
 inline constexpr Color kRaw = rgb(0xa3bcd2);
 inline constexpr Color kSmoothed = rgb(0x0a5fd1);
 inline constexpr Color kJump = rgb(0xd9580d);
+inline constexpr Color kPlace = rgb(0x1a6b3c);
 
 inline constexpr double kWidth = 1600.0, kHeight = 1200.0;
 inline constexpr double kMargin = 56.0;

@@ -5,6 +5,7 @@
 
 #include "LineSimplifier.h"
 #include "MarkThinner.h"
+#include "PlaceMark.h"
 #include "SeriesThinner.h"
 #include "SmoothedTrack.h"
 #include "TripRow.h"
@@ -24,11 +25,13 @@ class TripPicture {
  public:
   TripPicture();
   void add(const TripRow& row);
+  void setPlaces(std::vector<PlaceMark> places) { places_ = std::move(places); }
 
   const LineSimplifier& rawTrack() const { return rawTrack_; }
   const LineSimplifier& smoothedTrack() const { return smoothedTrack_; }
   const MarkThinner& jumps() const { return jumps_; }
-  const Envelope& envelope() const { return envelope_; }  ///< of all fixes
+  const std::vector<PlaceMark>& places() const { return places_; }
+  const Envelope& envelope() const { return envelope_; }  ///< of all fixes; places do not widen it
 
   const SeriesThinner& rawCourse() const { return rawCourse_; }            ///< degrees
   const SeriesThinner& smoothedCourse() const { return smoothedCourse_; }  ///< degrees
@@ -44,6 +47,7 @@ class TripPicture {
 
   LineSimplifier rawTrack_, smoothedTrack_;
   MarkThinner jumps_;
+  std::vector<PlaceMark> places_;
   Envelope envelope_;
   SeriesThinner rawCourse_, smoothedCourse_, rawSpeed_, smoothedSpeed_;
   SmoothedTrack smoothedFixes_;

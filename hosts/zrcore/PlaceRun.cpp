@@ -17,6 +17,7 @@
 #include "ExitCodes.h"
 #include "Messages.h"
 #include "NumberText.h"
+#include "PlaceFaults.h"
 #include "PlaceTable.h"
 #include "StandardOutput.h"
 
@@ -71,13 +72,8 @@ void PlaceRun::tellUnknownKeys(const std::string& name, const place::Document& d
 }
 
 void PlaceRun::tell(const std::string& name, const place::Document& document) {
-  for (const place::Fault& fault : document.faults) {
-    const std::string subject = fault.number > 0 ? name + ": result " + std::to_string(fault.number) : name;
-    messages_.oneOfMany(subject, harmless(fault.text));
-  }
-  messages_.endRemarks(name);
+  if (tellFaults(messages_, name, document)) hasFaults_ = true;
   tellUnknownKeys(name, document);
-  hasFaults_ = hasFaults_ || !document.faults.empty();
 }
 
 void PlaceRun::showOneFile(const std::string& name, const std::vector<place::Result>& results) {

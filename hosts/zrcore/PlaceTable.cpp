@@ -68,13 +68,15 @@ std::string atRight(const std::string& text, std::size_t columns) {
   return std::string(columns > text.size() ? columns - text.size() : 0, ' ') + text;
 }
 
+constexpr std::size_t kLatitudeColumns = 11, kLongitudeColumns = 12, kQualityColumns = 15, kZoomColumns = 4;
+constexpr std::size_t kNumberColumns = kLatitudeColumns + kLongitudeColumns + 2 + kQualityColumns + kZoomColumns;
+
 std::string numbers(const std::string& latitude, const std::string& longitude, const std::string& quality,
                     const std::string& zoom) {
-  return atRight(latitude, 11) + atRight(longitude, 12) + "  " + quality +
-         std::string(quality.size() < 15 ? 15 - quality.size() : 0, ' ') + atRight(zoom, 4);
+  return atRight(latitude, kLatitudeColumns) + atRight(longitude, kLongitudeColumns) + "  " +
+         padded({quality, quality.size()}, kQualityColumns) + atRight(zoom, kZoomColumns);
 }
 
-constexpr std::size_t kNumberColumns = 11 + 12 + 2 + 15 + 4;
 constexpr std::size_t kMostTextColumns = 60;
 constexpr std::size_t kLeastTextColumns = 8;
 

@@ -97,13 +97,22 @@ void addTripCommand(CLI::App& tool, int& exitCode) {
       .add_option("--route", arguments->routeFile,
                   "A recording of the route that the second client snaps to; without it, the way already replayed")
       ->type_name("FILE");
+  command
+      .add_option("--places", arguments->placesFile,
+                  "Mark these places in the pictures: what a geocoding service answered, as 'zrcore place' reads it")
+      ->type_name("FILE")
+      ->needs("--out");
   CLI::Option* const json =
       command.add_flag("--json", arguments->json, "One JSON object per fix; the last line is {\"summary\": ...}");
   command.add_flag("--quiet", arguments->quiet, "Show no fixes")->excludes(json);
 
   command.callback([arguments, &exitCode] {
-    if (arguments->file == "-" && arguments->routeFile == "-") {
+    const bool isRouteStandardInput = arguments->routeFile == "-";
+    if (arguments->file == "-" && isRouteStandardInput) {
       throw CLI::ValidationError("--route", "the recording already takes the standard input");
+    }
+    if (arguments->placesFile == "-" && (arguments->file == "-" || isRouteStandardInput)) {
+      throw CLI::ValidationError("--places", "the standard input is taken already");
     }
     exitCode = runTrip(*arguments);
   });

@@ -1,6 +1,10 @@
 #include "TripRun.h"
 
+#include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZRPlatform.h>
+#include <place/PlaceDocument.h>
+#include <place/PlaceFile.h>
+#include <place/PlaceJson.h>
 #include <trip/ManagerPipeline.h>
 #include <trip/OutputError.h>
 #include <trip/Outputs.h>
@@ -12,6 +16,7 @@
 
 #include "ExitCodes.h"
 #include "Interruption.h"
+#include "PlaceFaults.h"
 #include "TripView.h"
 
 namespace {
@@ -59,6 +64,7 @@ class TripRun {
 
  private:
   bool readRoute(const std::string& path);
+  bool readPlaces(const std::string& path);
   bool openOutputs(const std::filesystem::path& folder);
   int replay(trip::Recording& recording);
 
@@ -67,7 +73,8 @@ class TripRun {
   TripView view_;
   trip::Pacer pacer_;
   trip::ManagerPipeline::Options pipelineOptions_;
-  bool routeHasFaults_ = false;
+  std::vector<trip::PlaceMark> places_;
+  bool inputsHaveFaults_ = false;  // of the route and the places
 };
 
 /// False, with a message, when there is no route in the file.
@@ -85,9 +92,28 @@ bool TripRun::readRoute(const std::string& path) {
     view_.messages().about(name, "holds no position to make a route of");
     return false;
   }
-  routeHasFaults_ = reader.hasFaults;
+  if (reader.hasFaults) inputsHaveFaults_ = true;
   pipelineOptions_.route = std::move(reader.route);
   return true;
+}
+
+/// False, with a message, when there is no place to mark in the file.
+bool TripRun::readPlaces(const std::string& path) {
+  const std::string name = shownName(path);
+  try {
+    const place::Document document = place::readDocument(*ZRMakeJSONService(), place::readFile(path), std::nullopt);
+    if (tellFaults(view_.messages(), name, document)) inputsHaveFaults_ = true;
+    for (const place::Result& result : document.results) {
+      if (const auto position = place::position(*result.place)) {
+        places_.push_back({*position, result.place->title().value_or("")});
+      }
+    }
+  } catch (const place::FileError& error) {
+    view_.messages().about(name, error.what());
+    return false;
+  }
+  if (places_.empty()) view_.messages().about(name, "holds no place with a position");
+  return !places_.empty();
 }
 
 /// False, with a message, when nothing can or may be written into the folder.
@@ -100,7 +126,7 @@ bool TripRun::openOutputs(const std::filesystem::path& folder) {
     return false;
   }
   try {
-    view_.addOutputs(trip::makeOutputs(folder, arguments_.force));
+    view_.addOutputs(trip::makeOutputs(folder, arguments_.force, std::move(places_)));
   } catch (const trip::OutputError& error) {
     view_.messages().say(error.what());
     return false;
@@ -146,13 +172,14 @@ int TripRun::replay(trip::Recording& recording) {
     view_.messages().about(name_, isWindowed ? "no fix between --from and --to" : "no fix to replay");
     return kExitDataFault;
   }
-  return isCutShort || routeHasFaults_ || summary.faults > 0 ? kExitDataFault : kExitDone;
+  return isCutShort || inputsHaveFaults_ || summary.faults > 0 ? kExitDataFault : kExitDone;
 }
 
 int TripRun::run() {
   try {
     trip::Recording recording(arguments_.file, isInterrupted);
     if (arguments_.routeFile && !readRoute(*arguments_.routeFile)) return kExitDataFault;
+    if (arguments_.placesFile && !readPlaces(*arguments_.placesFile)) return kExitDataFault;
     if (arguments_.outputFolder && !openOutputs(*arguments_.outputFolder)) return kExitUsage;
     return replay(recording);
   } catch (const trip::RecordingError& error) {

@@ -15,7 +15,8 @@ struct TripArguments {
   std::optional<trip::TimeBound> from, to;
   std::optional<double> assumedAccuracyMeters;
   bool derivesSpeed = false;
-  std::optional<std::string> routeFile;  ///< "-": standard input
+  std::optional<std::string> routeFile;   ///< "-": standard input
+  std::optional<std::string> placesFile;  ///< "-": standard input; marked in the pictures
   bool json = false;
   bool quiet = false;
   bool force = false;

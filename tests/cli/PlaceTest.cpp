@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
@@ -11,7 +10,6 @@ namespace {
 using nlohmann::json;
 using testing::HasSubstr;
 using testing::Not;
-using testing::StartsWith;
 
 const std::filesystem::path kPlaces = std::filesystem::path(ZRCORE_SAMPLES) / "places";
 
@@ -89,6 +87,32 @@ TEST_F(PlaceCommand, RefusesOptionsThatMakeNoSense) {
     EXPECT_EQ(folder.run(arguments).exitCode, 2) << arguments.back();
   }
   EXPECT_THAT(folder.run({"place", "--help"}).out, HasSubstr("zrcore place "));
+}
+
+TEST_F(PlaceCommand, GivesItsPlacesToATripsPictures) {
+  const std::string drive = (std::filesystem::path(ZRCORE_SAMPLES) / "drive.csv").string();
+  const auto trip = [&](const char* out, const std::string& places) {
+    return folder.run({"trip", drive, "--quiet", "--out", folder.path(out), "--places", places});
+  };
+  const std::string second = linesOf(textOfFile(drive)).at(400);
+  const auto comma = second.find(','), next = second.find(',', comma + 1);
+  const std::string lat = second.substr(comma + 1, next - comma - 1);
+  const std::string lng = second.substr(next + 1, second.find(',', next + 1) - next - 1);
+  const std::string good = R"({"city":"Here","latLng":{"lat":)" + lat + R"(,"lng":)" + lng + "}}";
+  EXPECT_EQ(trip("marked", folder.file("good.json", good)).exitCode, 0);
+  EXPECT_EQ(folder.run({"trip", drive, "--quiet", "--out", folder.path("bare")}).exitCode, 0);
+  EXPECT_NE(textOfFile(folder.path("marked/trip.png")), textOfFile(folder.path("bare/trip.png")));
+  EXPECT_EQ(textOfFile(folder.path("marked/trip.csv")), textOfFile(folder.path("bare/trip.csv")));
+
+  const ToolRun partly = trip("partly", folder.file("partly.json", "[" + good + ",7]"));
+  EXPECT_EQ(partly.exitCode, 1);
+  EXPECT_THAT(partly.err, HasSubstr("partly.json: result 2: is no object"));
+  EXPECT_EQ(textOfFile(folder.path("partly/trip.png")), textOfFile(folder.path("marked/trip.png")));
+
+  EXPECT_EQ(trip("none", folder.file("none.json", R"({"city":"Nowhere"})")).exitCode, 1);
+  EXPECT_FALSE(std::filesystem::exists(folder.path("none")));
+  EXPECT_EQ(folder.run({"trip", drive, "--places", "x.json"}).exitCode, 2);
+  EXPECT_EQ(folder.run({"trip", "-", "--out", folder.path("o"), "--places", "-"}).exitCode, 2);
 }
 
 TEST_F(PlaceCommand, ReadsARealServicesAnswer) {

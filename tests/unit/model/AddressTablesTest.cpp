@@ -110,6 +110,7 @@ TEST(AddressKeys, NothingThatAServiceSendsMakesParsingFail) {
   EXPECT_EQ(address->geoQuality(), 0U);
   EXPECT_EQ(address->state(), "IL");
   EXPECT_EQ(addressOf(R"({"geoQuality":null})")->geoQuality(), 0U);
+  EXPECT_NE(addressOf(R"({"ZrId":[1]})")->zrid(), std::nullopt) << "any identifier has a text";
 }
 
 // A host's own static, initialised in whatever order the linker chose.

@@ -94,6 +94,21 @@ TripPicture pictureOf(const std::vector<TripRow>& rows) {
   return picture;
 }
 
+TEST(Picture, MarksThePlacesOnItsMapAndNoOthers) {
+  const auto rows = markedSampleTrip();
+  const CLLocationCoordinate2D start = rows.front().coordinate;
+  auto picture = pictureOf(rows);
+  const int bare = boxOf(decodePng(drawPng(picture, {})), theme::kPlace).count;
+  picture.setPlaces({{{start.latitude + 40.0, start.longitude}, "far away"}, {{-start.latitude, start.longitude}, ""}});
+  EXPECT_EQ(boxOf(decodePng(drawPng(picture, {})), theme::kPlace).count, bare);
+  // Beside the middle of the track, so that no other mark covers it.
+  const CLLocationCoordinate2D there = rows[rows.size() / 2].coordinate;
+  picture.setPlaces({{{there.latitude, there.longitude + 0.002}, "Caf\xC3\xA9\xFF"}});
+  const Box marked = boxOf(decodePng(drawPng(picture, {})), theme::kPlace);
+  EXPECT_GT(marked.count, bare + 100);
+  EXPECT_GT(countSvgElements(drawSvg(picture, {})), 100);
+}
+
 TEST(Picture, ShowsBothTracksInBothFormatsAndTheJumpsOnlyWhenThereAreAny) {
   auto rows = markedSampleTrip();
   const Pixels withJumps = decodePng(drawPng(pictureOf(rows), {}));
