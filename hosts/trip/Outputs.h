@@ -14,10 +14,9 @@ namespace trip {
 /// missing.
 ///
 /// Rows and the summary go to each output in turn. A file stands under its name once its output is finished.
+/// @param places       marked in the pictures
 /// @throws OutputError when one of the files is there and `force` is false, before anything is written; and when one
-/// cannot
-///         be written, now or later.
-/// @param places  marked in the pictures
+///                     cannot be written, now or later.
 std::vector<std::unique_ptr<TripOutput>> makeOutputs(const std::filesystem::path& dir, bool force,
                                                      std::vector<PlaceMark> places = {});
 

@@ -25,8 +25,7 @@ enum class ZRGeoAddressDialect : std::uint8_t {
 // One result as an address; null for what is no object (of the GeoJSON dialects: for what has no properties). The parts
 // are put under the documented keys, and the address is then made by `geoAddressFromDictionary`:
 //
-// - the street is "house number street"; a result that is itself a street, a city and so on gives its name to that
-// part;
+// - the street is "house number street"; a result that is itself a street, a city and so on gives that part its name;
 // - the country is the two-letter code in capitals where there is one, because the display texts know codes, not names;
 // - the identifier is the OpenStreetMap one ("N42", "W42", "R42") where there is one, else the service's own;
 // - the quality is taken from the type of the result, or from the presence of a house number.

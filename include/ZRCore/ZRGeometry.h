@@ -262,9 +262,8 @@ ZR_EXPORT ZRCoordinateRegion ZRCoordinateRegionBetweenCoords(CLLocationCoordinat
 
 /// The minimum bounding rectangle of a set of points.
 /// @param points  `count` map points; may be null when count is 0. NaN coordinates are passed over.
-/// @return        the null rectangle for no point; for one, a square of 2000 map points round it (a NaN stays); for
-/// more,
-///                their bounds. The search starts at +-2^63, so points farther out than that are not followed.
+/// @return        the null rectangle for no point; for one, a square of 2000 map points round it (a NaN stays);
+///                for more, their bounds. The search starts at +-2^63: points farther out are not followed.
 ZR_EXPORT ZRMapRect ZRMBR(const ZRMapPoint* points, uint64_t count) ZR_NOEXCEPT;
 
 /// Straight distance in the plane, in the unit of its arguments. (`ZRGeometry.hpp` has it for `ZRDoublePoint` too.)

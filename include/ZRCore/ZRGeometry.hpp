@@ -17,8 +17,7 @@ class ZR_EXPORT ZRCoordinateUtils {
   ZRCoordinateUtils() = delete;
 
   /// Initial great-circle bearing.
-  /// @return  degrees clockwise from north, in [0, 360]: 360 itself comes out for a course a hair west of north,
-  /// because
+  /// @return  degrees clockwise from north, in [0, 360]: 360 itself comes out for a course a hair west of north, because
   ///          the angle is rounded to single precision before the full turn is added. 0 between equal coordinates.
   static float bearingFromTo(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept;
 

@@ -24,9 +24,8 @@ class FixCompletion {
 
   /// The fix with the platform's value for each thing that the source did not tell:
   /// - horizontal accuracy: the receiver's estimate; else HDOP times 5 m, the error of a plain receiver under a good
-  /// sky;
-  ///   else the assumed accuracy; else 0, as a location has that is made from latitude and longitude alone. Negative it
-  ///   never is: that would call the coordinate invalid.
+  ///   sky; else the assumed accuracy; else 0, as a location has that is made from latitude and longitude alone.
+  ///   Negative it never is: that would call the coordinate invalid.
   /// - altitude: 0 with a vertical accuracy of -1, "invalid". An altitude that is known, but not how well, gets a
   ///   vertical accuracy of 0 for the same reason.
   /// - speed: -1, "unknown"; with `derivesSpeed` the great-circle distance from the previous timed fix over the time
