@@ -5,7 +5,7 @@
 
 namespace {
 
-TEST(SpecialValues, ComeOutToTheBit) {
+TEST(OddValues, ComeOutToTheBit) {
   const ZRMapRect minusZero = {{-0.0, -0.0}, {0.0, 0.0}}, zero = {{0.0, 0.0}, {0.0, 0.0}};
   struct {
     const char* what;
