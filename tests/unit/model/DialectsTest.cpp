@@ -1,6 +1,8 @@
 #include <ZRCore/ZRGeoAddressDialects.h>
 #include <gmock/gmock.h>
 
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "AddressValues.h"
@@ -113,6 +115,54 @@ TEST(DialectReading, NamesWhatItCannotUseAndWhatItDoesNotKnow) {
   EXPECT_THAT(reading.unusableKeys, ElementsAre("Street", "LatLng", "geoQuality"));
   EXPECT_THAT(reading.unknownKeys, ElementsAre("town"));
   EXPECT_FALSE(ZRReadGeoAddress(valueOf(R"({"town":"a"})"), Dialect::documented).hasKnownKeys);
+}
+
+TEST(DialectTables, EachTypeOfResultHasItsQuality) {
+  const std::pair<const char*, ZRGeoAddressQuality> rows[] = {
+      {"house", ZRGeoAddressQualityAddress},     {"building", ZRGeoAddressQualityAddress},
+      {"address", ZRGeoAddressQualityAddress},   {"street", ZRGeoAddressQualityStreet},
+      {"road", ZRGeoAddressQualityStreet},       {"residential", ZRGeoAddressQualityStreet},
+      {"pedestrian", ZRGeoAddressQualityStreet}, {"intersection", ZRGeoAddressQualityIntersection},
+      {"postcode", ZRGeoAddressQualityZip},      {"postalcode", ZRGeoAddressQualityZip},
+      {"city", ZRGeoAddressQualityCity},         {"town", ZRGeoAddressQualityCity},
+      {"village", ZRGeoAddressQualityCity},      {"municipality", ZRGeoAddressQualityCity},
+      {"localadmin", ZRGeoAddressQualityCity},   {"county", ZRGeoAddressQualityCounty},
+      {"state", ZRGeoAddressQualityState},       {"province", ZRGeoAddressQualityState},
+      {"region", ZRGeoAddressQualityState},      {"country", ZRGeoAddressQualityCountry},
+      {"cinema", ZRGeoAddressQualityUnknown},
+  };
+  for (const auto& [type, quality] : rows) {
+    const std::string json = std::string(R"({"lat":"1","lon":"2","addresstype":")") + type + R"("})";
+    EXPECT_EQ(ZRGeoAddressFromNominatim(valueOf(json))->geoQuality(), quality) << type;
+  }
+}
+
+TEST(DialectTables, AResultThatIsItselfAPartNamesThatPart) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"street", "-|Name|-|-|-|-|"}, {"locality", "-|-|Name|-|-|-|"}, {"district", "-|-|Name|-|-|-|"},
+      {"city", "-|-|-|Name|-|-|"},   {"county", "-|-|-|-|Name|-|"},   {"state", "-|-|-|-|-|Name|"},
+      {"house", "-|-|-|-|-|-|"},
+  };
+  for (const auto& [type, parts] : rows) {
+    const std::string json = std::string(R"({"properties":{"name":"Name","type":")") + type + R"("}})";
+    EXPECT_THAT(partsOf(*ZRGeoAddressFromPhoton(valueOf(json))), testing::StartsWith(parts)) << type;
+  }
+}
+
+TEST(DialectTables, EachKeyOfANominatimPartIsRead) {
+  const std::pair<const char*, std::vector<const char*>> rows[] = {
+      {"-|x|-|-|-|-|", {"road", "pedestrian", "footway", "cycleway", "path"}},
+      {"-|-|x|-|-|-|", {"neighbourhood", "quarter", "suburb", "borough"}},
+      {"-|-|-|x|-|-|", {"city", "town", "village", "municipality", "hamlet"}},
+      {"-|-|-|-|x|-|", {"county"}},
+      {"-|-|-|-|-|x|", {"state", "province", "region"}},
+  };
+  for (const auto& [parts, keys] : rows) {
+    for (const char* const key : keys) {
+      const std::string json = std::string(R"({"address":{")") + key + R"(":"x"}})";
+      EXPECT_THAT(partsOf(*ZRGeoAddressFromNominatim(valueOf(json))), testing::StartsWith(parts)) << key;
+    }
+  }
 }
 
 }  // namespace
