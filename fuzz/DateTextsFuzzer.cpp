@@ -1,5 +1,6 @@
 // Any bytes as a date, as a number of seconds, and as the translation of a phrase with a number.
 #include <ZRCore/NSDate_ZR.h>
+#include <time.h>
 
 #include <cmath>
 #include <cstdint>
@@ -15,8 +16,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   if (const auto date = NSDate_ZR::dateWithISO8601String(input)) {
     require(size == 20, "a date has 20 bytes");
-    require(date->secondsSince1970 >= -62135596800.0 && date->secondsSince1970 <= 253402300799.0,
-            "a date lies in the years 1 to 9999");
+    tm fields{};
+    const char* const end = strptime(input.c_str(), "%Y-%m-%dT%H:%M:%SZ", &fields);
+    require(end == input.c_str() + size, "a date has the shape that C reads too");
+    const auto seconds = static_cast<double>(timegm(&fields));
+    require(date->secondsSince1970 == seconds, "a date has C's value");
+    require(seconds >= -62135596800.0 && seconds <= 253402300799.0, "a date lies in the years 1 to 9999");
     require(NSDate_ZR::monthDayYear(*date).has_value(), "a date that was read can be written");
   }
 

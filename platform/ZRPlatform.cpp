@@ -61,6 +61,13 @@ bool ZRPlatformInstall(const ZRPlatform& platform) {
   takeOver(&ZRPlatform::images, platform, *complete);
   takeOver(&ZRPlatform::userDefaults, platform, *complete);
   takeOver(&ZRPlatform::device, platform, *complete);
+  takeOver(&ZRPlatform::audioSession, platform, *complete);
+  takeOver(&ZRPlatform::speech, platform, *complete);
+  takeOver(&ZRPlatform::audioPlayers, platform, *complete);
+  takeOver(&ZRPlatform::application, platform, *complete);
+  takeOver(&ZRPlatform::screen, platform, *complete);
+  takeOver(&ZRPlatform::pasteboard, platform, *complete);
+  takeOver(&ZRPlatform::mail, platform, *complete);
 
   const std::lock_guard lock(statics().mutex);
   if (statics().inUse) return false;

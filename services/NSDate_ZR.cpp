@@ -13,12 +13,20 @@ namespace {
 
 constexpr double kSecondsPerDay = 86400.0;
 
-/// Two decimal digits as a number; more than 99 when one is none.
-unsigned pairOfDigits(const char* text) {
-  const unsigned tens = static_cast<unsigned char>(text[0]) - unsigned{'0'};
-  const unsigned ones = static_cast<unsigned char>(text[1]) - unsigned{'0'};
-  return tens <= 9 && ones <= 9 ? 10 * tens + ones : 100;
-}
+/// Reads pairs of decimal digits and remembers whether all of them were some, so that a text is judged once.
+class DigitPairs {
+ public:
+  unsigned at(const char* text) {
+    const unsigned tens = static_cast<unsigned char>(text[0]) - unsigned{'0'};
+    const unsigned ones = static_cast<unsigned char>(text[1]) - unsigned{'0'};
+    allDigits_ &= tens <= 9 && ones <= 9;
+    return 10 * tens + ones;
+  }
+  bool allDigits() const { return allDigits_; }
+
+ private:
+  bool allDigits_ = true;
+};
 
 bool hasISOSeparators(const char* text) {
   return text[4] == '-' && text[7] == '-' && text[10] == 'T' && text[13] == ':' && text[16] == ':' && text[19] == 'Z';
@@ -28,22 +36,19 @@ bool hasISOSeparators(const char* text) {
 
 namespace NSDate_ZR {
 
-std::optional<NSDate> dateWithISO8601String(std::optional<std::string_view> string) {
+std::optional<NSDate> dateWithISO8601String(const std::optional<std::string_view>& string) {
   if (!string || string->size() != std::string_view("2016-03-01T12:00:00Z").size()) return std::nullopt;
   const char* const text = string->data();
-  const unsigned century = pairOfDigits(text);
-  const unsigned yearOfCentury = pairOfDigits(text + 2);
-  const unsigned year = 100 * century + yearOfCentury;
-  const unsigned hour = pairOfDigits(text + 11);
-  const unsigned minute = pairOfDigits(text + 14);
-  const unsigned second = pairOfDigits(text + 17);
+  DigitPairs pair;
+  const unsigned year = 100 * pair.at(text) + pair.at(text + 2);
   const std::chrono::year_month_day date(std::chrono::year(static_cast<int>(year)),
-                                         std::chrono::month(pairOfDigits(text + 5)),
-                                         std::chrono::day(pairOfDigits(text + 8)));
-  const std::int64_t days = std::chrono::sys_days(date).time_since_epoch().count();
-  const bool isYear = century <= 99 && yearOfCentury <= 99 && year > 0;
+                                         std::chrono::month(pair.at(text + 5)), std::chrono::day(pair.at(text + 8)));
+  const unsigned hour = pair.at(text + 11);
+  const unsigned minute = pair.at(text + 14);
+  const unsigned second = pair.at(text + 17);
   const bool isTime = hour <= 23 && minute <= 59 && second <= 59;
-  if (!hasISOSeparators(text) || !isYear || !isTime || !date.ok()) return std::nullopt;
+  if (!pair.allDigits() || !hasISOSeparators(text) || year == 0 || !isTime || !date.ok()) return std::nullopt;
+  const std::int64_t days = std::chrono::sys_days(date).time_since_epoch().count();
   return NSDate{static_cast<double>(days * 86400 + hour * 3600 + minute * 60 + second)};
 }
 
@@ -65,7 +70,7 @@ std::optional<std::string> monthDayYear(NSDate date) {
   return text;
 }
 
-std::optional<NSDate> dateFromIntervalSince1970FromStringDividedBy(std::optional<std::string_view> string,
+std::optional<NSDate> dateFromIntervalSince1970FromStringDividedBy(const std::optional<std::string_view>& string,
                                                                    std::optional<double> divisor) {
   const auto number = string ? strictNumber(*string) : std::nullopt;
   if (!number) return std::nullopt;

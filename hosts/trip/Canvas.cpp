@@ -8,7 +8,11 @@ namespace {
 constexpr double kPi = std::numbers::pi;
 }
 
-Canvas::Canvas(cairo_surface_t* surface) : context_(cairo_create(surface)) {
+Canvas::Canvas(cairo_surface_t* surface) : context_(cairo_create(surface)) { setLines(); }
+
+Canvas::Canvas(cairo_t* context) : context_(cairo_reference(context)) { setLines(); }
+
+void Canvas::setLines() {
   cairo_set_line_cap(context_.get(), CAIRO_LINE_CAP_ROUND);
   cairo_set_line_join(context_.get(), CAIRO_LINE_JOIN_ROUND);
 }
@@ -87,7 +91,7 @@ void Canvas::text(double x, double y, const std::string& text, const TextStyle& 
   cairo_move_to(context_.get(), left, y);
   if (style.halo) {
     cairo_text_path(context_.get(), text.c_str());
-    setColor({1.0, 1.0, 1.0, 0.9});
+    setColor(style.haloColor);
     cairo_set_line_width(context_.get(), 4.0);
     cairo_stroke(context_.get());
     cairo_move_to(context_.get(), left, y);

@@ -33,7 +33,8 @@ struct TextStyle {
   Color color{0.0, 0.0, 0.0};
   Align align = Align::left;
   bool bold = false;
-  bool halo = false;  ///< white around the letters, for text on lines
+  bool halo = false;  ///< around the letters, for text on lines
+  Color haloColor{1.0, 1.0, 1.0, 0.9};
 };
 
 /// The few things that the pictures of a trip are drawn with, in pixels.
@@ -41,6 +42,8 @@ class Canvas {
  public:
   /// Draws on `surface`, which must outlive the canvas.
   explicit Canvas(cairo_surface_t* surface);
+  /// Draws with `context`, which somebody else made for a surface, and holds it.
+  explicit Canvas(cairo_t* context);
 
   void fill(const Area& area, Color color, double cornerRadius = 0.0);
   void frame(const Area& area, Color color, double cornerRadius);
@@ -59,6 +62,7 @@ class Canvas {
   void unclip();
 
  private:
+  void setLines();
   void rectangle(const Area& area, double cornerRadius);
   void setColor(Color color);
   void setFont(const TextStyle& style);

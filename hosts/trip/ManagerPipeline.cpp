@@ -2,31 +2,9 @@
 
 #include <utility>
 
+#include "LocationRow.h"
+
 namespace trip {
-
-namespace {
-
-std::optional<double> unlessNegative(double value) { return value >= 0.0 ? std::optional(value) : std::nullopt; }
-
-/// A row of what a client received: the fix itself from the record's base part, what the filter found from the rest.
-TripRow rowOf(const ZRLocation& location) {
-  const ZRPositionFix& fix = location.fix();
-  TripRow row;
-  if (fix.timestamp.secondsSince1970 != 0.0) row.secondsSince1970 = fix.timestamp.secondsSince1970;
-  row.coordinate = location.coordinate();
-  if (fix.verticalAccuracy >= 0.0) row.altitudeMeters = fix.altitude;
-  if (fix.horizontalAccuracy > 0.0) row.accuracyMeters = fix.horizontalAccuracy;
-  row.speedMetersPerSecond = unlessNegative(fix.speed);
-  row.courseDegrees = unlessNegative(fix.course);
-  row.smoothSpeedMetersPerSecond = location.smoothSpeed();
-  row.smoothCourseDegrees = location.smoothCourse();
-  row.significant = location.significantChange();
-  row.jump = location.exceedsMovementLimit();
-  row.stable = ZRLocationManager::receiverIsStable();
-  return row;
-}
-
-}  // namespace
 
 void ManagerPipeline::Client::locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLocations& locations) {
   delivered += locations.size();
@@ -63,10 +41,7 @@ std::shared_ptr<ZRLocation> ManagerPipeline::snapped(const std::shared_ptr<ZRLoc
   const CLLocationCoordinate2D place = location->coordinate();
   const auto nearest = options_.route.empty() ? replayed_.snap(place) : options_.route.snap(place);
   replayed_.append(place);  // only now: a fix is snapped to the way that led to it, not to itself
-  if (!nearest) return location;
-  ZRPositionFix fix = location->fix();
-  fix.coordinate = *nearest;
-  return ZRLocation::initWithCLLocation(*CLLocation::initWithFix(fix));
+  return nearest ? locationMovedTo(*nearest, *location) : location;
 }
 
 std::optional<TripRow> ManagerPipeline::deliver(const ZRPositionFix& fix) {
@@ -74,7 +49,7 @@ std::optional<TripRow> ManagerPipeline::deliver(const ZRPositionFix& fix) {
   snap_.client->latest.reset();
   simulator_->deliver(fix);
   if (!plain_.client->latest) return std::nullopt;
-  TripRow row = rowOf(*plain_.client->latest);
+  TripRow row = rowOfLocation(*plain_.client->latest);
   if (snap_.client->latest) row.snapped = snap_.client->latest->coordinate();
   return row;
 }

@@ -1,12 +1,9 @@
 #include "MapPanel.h"
 
-#include <ZRCore/ZRGeometryAdditions.h>
-
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
-#include "Axis.h"
+#include "MapTransform.h"
 #include "OutputText.h"
 #include "Theme.h"
 
@@ -18,44 +15,16 @@ constexpr double kPaddingX = 70.0, kPaddingY = 44.0;  // at the sides, "start" a
 constexpr double kLeastMetersAcross = 60.0;           // closer up, a car park would look like a journey
 constexpr double kLongestScaleBar = 220.0;            // pixels
 
-/// From the map plane to pixels.
-class Fit {
- public:
-  Fit(const Envelope& envelope, const Area& panel)
-      : panel_(panel),
-        center_{(envelope.minX + envelope.maxX) / 2, (envelope.minY + envelope.maxY) / 2},
-        metersPerMapPoint_(ZRGroundResolutionAtLatitude(latitude(center_.y))) {
-    const double least = kLeastMetersAcross / metersPerMapPoint_;
-    const double width = std::max(envelope.maxX - envelope.minX, least);
-    const double height = std::max(envelope.maxY - envelope.minY, least);
-    scale_ = std::min((panel.width - 2 * kPaddingX) / width, (panel.height - 2 * kPaddingY) / height);
-  }
+/// The whole envelope in the middle of the panel.
+MapTransform fitInto(const Area& panel, const Envelope& envelope) {
+  const ZRMapPoint center = envelope.center();
+  const double least = kLeastMetersAcross / MapTransform(center, 1.0, panel).meters(1.0);
+  const double width = std::max(envelope.maxX - envelope.minX, least);
+  const double height = std::max(envelope.maxY - envelope.minY, least);
+  return {center, std::min((panel.width - 2 * kPaddingX) / width, (panel.height - 2 * kPaddingY) / height), panel};
+}
 
-  DiagramPoint operator()(ZRMapPoint point) const {
-    return {panel_.centerX() + (point.x - center_.x) * scale_, panel_.centerY() + (point.y - center_.y) * scale_};
-  }
-  double pixels(double meters) const { return meters / metersPerMapPoint_ * scale_; }
-  double meters(double pixels) const { return pixels / scale_ * metersPerMapPoint_; }
-  double centerLatitude() const { return latitude(center_.y); }
-  /// How much the true scale differs between the middle and the edges of the map.
-  double scaleSpread() const {
-    const auto atPixel = [this](double y) {
-      return ZRGroundResolutionAtLatitude(latitude(center_.y + (y - panel_.centerY()) / scale_));
-    };
-    return std::max(std::fabs(atPixel(panel_.y) / metersPerMapPoint_ - 1.0),
-                    std::fabs(atPixel(panel_.bottom()) / metersPerMapPoint_ - 1.0));
-  }
-
- private:
-  static double latitude(double mapPointY) { return ZRCoordinateForMapPoint({0.0, mapPointY}).latitude; }
-
-  Area panel_;
-  ZRMapPoint center_;
-  double metersPerMapPoint_;
-  double scale_ = 1.0;
-};
-
-std::vector<DiagramPoint> fitted(const std::vector<ZRMapPoint>& track, const Fit& fit) {
+std::vector<DiagramPoint> fitted(const std::vector<ZRMapPoint>& track, const MapTransform& fit) {
   std::vector<DiagramPoint> points;
   points.reserve(track.size());
   for (const ZRMapPoint& point : track) points.push_back(fit(point));
@@ -71,19 +40,13 @@ void drawGrid(Canvas& canvas, const Area& panel, double cell) {
   }
 }
 
-void drawScaleBar(Canvas& canvas, const Area& panel, const Fit& fit, double lengthMeters) {
+void drawScaleBar(Canvas& canvas, const Area& panel, const MapTransform& fit, double lengthMeters) {
   const double left = panel.x + 26.0, y = panel.bottom() - 26.0, right = left + fit.pixels(lengthMeters);
   canvas.line(left, y, right, y, theme::kInk, 2.0);
   canvas.line(left, y - 6.0, left, y, theme::kInk, 2.0);
   canvas.line(right, y - 6.0, right, y, theme::kInk, 2.0);
-  std::string label = lengthText(lengthMeters);
-  if (fit.scaleSpread() > 0.02) {
-    char place[32];
-    std::snprintf(place, sizeof place, " at %.1f\u00b0 %c", std::fabs(fit.centerLatitude()),
-                  fit.centerLatitude() < 0.0 ? 'S' : 'N');
-    label += place;
-  }
-  canvas.text(left, y - 14.0, label, {.size = theme::kLabelSize, .color = theme::kInk, .halo = true});
+  canvas.text(left, y - 14.0, scaleBarLabel(fit, lengthMeters),
+              {.size = theme::kLabelSize, .color = theme::kInk, .halo = true});
 }
 
 void drawNorthArrow(Canvas& canvas, const Area& panel) {
@@ -106,10 +69,10 @@ void drawEnds(Canvas& canvas, DiagramPoint start, DiagramPoint end) {
 }
 
 /// Marks the places that lie on the map, wherever around the world the track has gone.
-void drawPlaces(Canvas& canvas, const Area& panel, const TripPicture& picture, const Fit& fit) {
+void drawPlaces(Canvas& canvas, const Area& panel, const TripPicture& picture, const MapTransform& fit) {
   const TextStyle style{.size = theme::kLabelSize, .color = theme::kPlace, .bold = true, .halo = true};
   const double world = ZRMapSizeWorld.width;
-  const double centerX = (picture.envelope().minX + picture.envelope().maxX) / 2;
+  const double centerX = picture.envelope().center().x;
   for (const auto& [coordinate, title] : picture.places()) {
     ZRMapPoint point = ZRMapPointForCoordinate(coordinate);
     point.x += world * std::round((centerX - point.x) / world);
@@ -128,8 +91,8 @@ void drawMap(Canvas& canvas, const Area& panel, const TripPicture& picture) {
     canvas.text(panel.centerX(), panel.centerY(), "no fixes",
                 {.size = theme::kTitleSize, .color = theme::kQuiet, .align = Align::center});
   } else {
-    const Fit fit(picture.envelope(), panel);
-    const double barMeters = roundDown(fit.meters(kLongestScaleBar));
+    const MapTransform fit = fitInto(panel, picture.envelope());
+    const double barMeters = scaleBarMeters(fit, kLongestScaleBar);
     const auto raw = fitted(picture.rawTrack().points(), fit);
     canvas.clip(panel, theme::kCorner);
     drawGrid(canvas, panel, fit.pixels(barMeters));

@@ -15,19 +15,15 @@ void SystemWaiter::wait(double seconds) {
   while (!whileWaiting_()) {
     const double left = end - nowSeconds();
     if (left <= 0.0) return;
-    std::this_thread::sleep_for(std::chrono::duration<double>(std::min(left, 0.05)));
+    const double nap = std::min(left, 0.05);
+    sleep_ ? sleep_(nap) : std::this_thread::sleep_for(std::chrono::duration<double>(nap));
   }
 }
 
 void Pacer::waitUntilDue(std::optional<double> secondsSince1970) {
-  if (!rate_ || !secondsSince1970) return;
-  if (previousSecondsSince1970_) {
-    dueSeconds_ += std::clamp(*secondsSince1970 - *previousSecondsSince1970_, 0.0, kLongestPauseSeconds) / *rate_;
-  } else {
-    dueSeconds_ = waiter_.nowSeconds();
-  }
-  previousSecondsSince1970_ = secondsSince1970;
-  const double left = dueSeconds_ - waiter_.nowSeconds();
+  if (!pace_ || !secondsSince1970) return;
+  if (!startSeconds_) startSeconds_ = waiter_.nowSeconds();
+  const double left = *startSeconds_ + pace_->secondsAfterFirst(*secondsSince1970) - waiter_.nowSeconds();
   if (left > 0.0) waiter_.wait(left);
 }
 

@@ -1,6 +1,8 @@
 #ifndef ZRCORE_HOSTS_TRIP_PACER_H
 #define ZRCORE_HOSTS_TRIP_PACER_H
 
+#include <policy/ReplayPace.h>
+
 #include <functional>
 #include <optional>
 #include <utility>
@@ -24,29 +26,30 @@ class SystemWaiter final : public Waiter {
   explicit SystemWaiter(std::function<bool()> whileWaiting) : whileWaiting_(std::move(whileWaiting)) {}
   double nowSeconds() override;
   void wait(double seconds) override;
+  /// What takes the place of sleeping: a loop that goes on meanwhile.
+  void sleepBy(std::function<void(double seconds)> sleep) { sleep_ = std::move(sleep); }
 
  private:
   std::function<bool()> whileWaiting_;
+  std::function<void(double)> sleep_;
 };
 
 /// Holds a replay to a multiple of the speed at which it was recorded.
 class Pacer {
  public:
-  /// A pause of the recording that is longer than this is cut to it: nobody waits for a night between two drives.
-  static constexpr double kLongestPauseSeconds = 60.0;
-
   /// @param rate  recorded seconds per real second, > 0; nullopt: as fast as possible
-  Pacer(std::optional<double> rate, Waiter& waiter) : rate_(rate), waiter_(waiter) {}
+  Pacer(std::optional<double> rate, Waiter& waiter) : waiter_(waiter) {
+    if (rate) pace_.emplace(*rate);
+  }
 
   /// Returns when the fix measured at `secondsSince1970` is due. The first one is due at once; so is one without a
   /// time, or with an earlier one than the fix before it.
   void waitUntilDue(std::optional<double> secondsSince1970);
 
  private:
-  std::optional<double> rate_;
+  std::optional<policy::ReplayPace> pace_;
   Waiter& waiter_;
-  std::optional<double> previousSecondsSince1970_;
-  double dueSeconds_ = 0.0;  ///< on the waiter's clock; summed up from the start, so that no delay adds up
+  std::optional<double> startSeconds_;  ///< on the waiter's clock
 };
 
 }  // namespace trip

@@ -28,14 +28,6 @@ void addValue(SeriesThinner& series, const TripRow& row, std::optional<double> v
 }
 }  // namespace
 
-void Envelope::add(ZRMapPoint point) {
-  minX = isEmpty ? point.x : std::min(minX, point.x);
-  maxX = isEmpty ? point.x : std::max(maxX, point.x);
-  minY = isEmpty ? point.y : std::min(minY, point.y);
-  maxY = isEmpty ? point.y : std::max(maxY, point.y);
-  isEmpty = false;
-}
-
 TripPicture::TripPicture()
     : rawTrack_(kTrackPoints, kFirstTolerance),
       smoothedTrack_(kTrackPoints, kFirstTolerance),
@@ -46,7 +38,7 @@ TripPicture::TripPicture()
       smoothedSpeed_(kSeriesBuckets, SeriesThinner::Keep::extremes) {}
 
 void TripPicture::add(const TripRow& row) {
-  const ZRMapPoint point = place(row.coordinate);
+  const ZRMapPoint point = plane_.place(row.coordinate);
   envelope_.add(point);
   rawTrack_.add(point);
   if (smoothedFixes_.takes(row)) smoothedTrack_.add(point);
@@ -67,17 +59,6 @@ std::size_t TripPicture::retainedPoints() const {
     count += 2 * series->bucketCount();
   }
   return count;
-}
-
-/// Past the antimeridian the plane goes on, so that the track stays connected.
-ZRMapPoint TripPicture::place(CLLocationCoordinate2D coordinate) {
-  const double world = ZRMapSizeWorld.width;
-  ZRMapPoint point = ZRMapPointForCoordinate(coordinate);
-  if (lastWorldX_ && point.x - *lastWorldX_ > world / 2) worldsEast_ -= world;
-  if (lastWorldX_ && *lastWorldX_ - point.x > world / 2) worldsEast_ += world;
-  lastWorldX_ = point.x;
-  point.x += worldsEast_;
-  return point;
 }
 
 /// Whether fixes are missing before this one: a pause far longer than this recording's own rhythm, and than any hiccup.

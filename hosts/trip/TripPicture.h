@@ -3,6 +3,8 @@
 
 #include <ZRCore/ZRGeometry.h>
 
+#include "EndlessPlane.h"
+#include "Envelope.h"
 #include "LineSimplifier.h"
 #include "MarkThinner.h"
 #include "PlaceMark.h"
@@ -11,14 +13,6 @@
 #include "TripRow.h"
 
 namespace trip {
-
-/// A rectangle around everything that was put into it; empty at first.
-struct Envelope {
-  double minX = 0.0, maxX = 0.0, minY = 0.0, maxY = 0.0;
-  bool isEmpty = true;
-
-  void add(ZRMapPoint point);
-};
 
 /// What a picture of a trip shows, in bounded memory: the tracks in the Mercator plane and the values over time.
 class TripPicture {
@@ -42,7 +36,6 @@ class TripPicture {
   std::size_t retainedPoints() const;
 
  private:
-  ZRMapPoint place(CLLocationCoordinate2D coordinate);
   bool followsSilence(const TripRow& row);
 
   LineSimplifier rawTrack_, smoothedTrack_;
@@ -51,8 +44,7 @@ class TripPicture {
   Envelope envelope_;
   SeriesThinner rawCourse_, smoothedCourse_, rawSpeed_, smoothedSpeed_;
   SmoothedTrack smoothedFixes_;
-  double worldsEast_ = 0.0;  ///< how many times the track went around the world, in map points
-  std::optional<double> lastWorldX_;
+  EndlessPlane plane_;
   std::optional<double> lastSeconds_;
   std::optional<double> usualInterval_;  ///< seconds
 };

@@ -11,9 +11,13 @@ add_library(
   CourseFold.cpp
   CsvOutput.cpp
   Diagrams.cpp
+  EndlessPlane.cpp
   GeoJsonOutput.cpp
+  GpxJournal.cpp
+  GpxRecording.cpp
   LineSimplifier.cpp
   MapPanel.cpp
+  MapTransform.cpp
   OutputError.cpp
   OutputFile.cpp
   OutputText.cpp

@@ -2,6 +2,7 @@
 
 add_library(
   zr_trip_replay STATIC
+  LocationRow.cpp
   ManagerPipeline.cpp
   NearestOnLine.cpp
   Pacer.cpp
@@ -11,6 +12,7 @@ add_library(
   SummaryCounter.cpp
   TimeWindow.cpp
   TripReplay.cpp
-  TripSimulator.cpp)
+  TripSimulator.cpp
+  TurnDetector.cpp)
 target_include_directories(zr_trip_replay PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/..")
 target_link_libraries(zr_trip_replay PUBLIC ZRCore zr_readers zr_policy)

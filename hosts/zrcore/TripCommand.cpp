@@ -72,7 +72,7 @@ void addTripCommand(CLI::App& tool, int& exitCode) {
       .add_option("--out", arguments->outputFolder,
                   "Write trip.csv, trip.geojson, summary.json, trip.png and trip.svg there")
       ->type_name("DIR");
-  command.add_flag("--force", arguments->force, "Let --out overwrite files");
+  command.add_flag("--force", arguments->force, "Let --out and --speak overwrite files");
   command
       .add_option("--filter", arguments->filter,
                   "documented: as the service filters by default, without the receiver's measured accuracy and speed; "
@@ -102,6 +102,12 @@ void addTripCommand(CLI::App& tool, int& exitCode) {
                   "Mark these places in the pictures: what a geocoding service answered, as 'zrcore place' reads it")
       ->type_name("FILE")
       ->needs("--out");
+  command
+      .add_option_function<std::string>(
+          "--speak", [arguments](const std::string& text) { arguments->speech = SoundTarget::parse("--speak", text); },
+          "Speak at the start, at each turn and at the end. sound: through the sound server; wav:FILE: into a WAV "
+          "file, on the recording's time")
+      ->type_name("TARGET");
   CLI::Option* const json =
       command.add_flag("--json", arguments->json, "One JSON object per fix; the last line is {\"summary\": ...}");
   command.add_flag("--quiet", arguments->quiet, "Show no fixes")->excludes(json);

@@ -17,6 +17,7 @@
 #include "ExitCodes.h"
 #include "Interruption.h"
 #include "PlaceFaults.h"
+#include "TripSpeaker.h"
 #include "TripView.h"
 
 namespace {
@@ -66,6 +67,7 @@ class TripRun {
   bool readRoute(const std::string& path);
   bool readPlaces(const std::string& path);
   bool openOutputs(const std::filesystem::path& folder);
+  void speak(std::shared_ptr<ZRSoundFile> soundFile);
   int replay(trip::Recording& recording);
 
   const TripArguments& arguments_;
@@ -134,14 +136,31 @@ bool TripRun::openOutputs(const std::filesystem::path& folder) {
   return true;
 }
 
+/// Once the platform is in use.
+void TripRun::speak(std::shared_ptr<ZRSoundFile> soundFile) {
+  if (!soundFile) view_.sleepBy([](double seconds) { ZRRunLinuxLoopFor(seconds, [] { return false; }); });
+  std::vector<std::unique_ptr<trip::TripOutput>> outputs;
+  outputs.push_back(std::make_unique<TripSpeaker>(std::move(soundFile), arguments_.speech->wavFile.value_or(""),
+                                                  TripSpeaker::Time::replayed));
+  view_.addOutputs(std::move(outputs));
+}
+
 int TripRun::replay(trip::Recording& recording) {
   const auto clock = std::make_shared<trip::RecordingClock>();
-  ZRPlatform platform;
+  SpeakingPlatform speaking;
+  if (arguments_.speech) {
+    int exitCode = kExitDone;
+    const auto made = speakingPlatform(*arguments_.speech, arguments_.force, view_.messages(), exitCode);
+    if (!made) return exitCode;
+    speaking = *made;
+  }
+  ZRPlatform platform = speaking.platform;
   platform.clock = clock;
   if (!ZRPlatformInstall(platform)) {
     view_.messages().say("the location service is in use already");
     return kExitServiceMissing;
   }
+  if (arguments_.speech) speak(speaking.soundFile);
   pipelineOptions_.filtersMeasuredValues = arguments_.filter == "measured";
   trip::ManagerPipeline pipeline(std::move(pipelineOptions_));
 

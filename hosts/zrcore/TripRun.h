@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "SoundTarget.h"
+
 /// What the command line of `zrcore trip` says.
 struct TripArguments {
   std::string file;  ///< "-": standard input
@@ -17,6 +19,7 @@ struct TripArguments {
   bool derivesSpeed = false;
   std::optional<std::string> routeFile;   ///< "-": standard input
   std::optional<std::string> placesFile;  ///< "-": standard input; marked in the pictures
+  std::optional<SoundTarget> speech;      ///< nullopt: in silence
   bool json = false;
   bool quiet = false;
   bool force = false;

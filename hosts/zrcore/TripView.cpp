@@ -13,7 +13,7 @@ TripView::TripView(Shape shape, bool isPaced)
     : isPaced_(isPaced),
       saysSummary_(shape != Shape::json),
       waiter_([this] {
-        if (live_) live_->refresh();
+        refresh();
         return wantsToStop();
       }),
       messages_([this](std::string_view line) { writeMessage(line); }) {
@@ -37,6 +37,10 @@ void TripView::row(const trip::TripRow& row) {
   if (!live_) return;
   live_->changing().row(row);
   live_->refresh();
+}
+
+void TripView::refresh() {
+  if (live_) live_->refresh();
 }
 
 void TripView::remark(const readers::Remark& remark) {

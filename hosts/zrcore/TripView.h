@@ -29,12 +29,16 @@ class TripView final : public trip::ReplayListener {
   void addOutputs(std::vector<std::unique_ptr<trip::TripOutput>> outputs);
 
   trip::Waiter& waiter() { return waiter_; }
+  /// What takes the place of sleeping between fixes.
+  void sleepBy(std::function<void(double seconds)> sleep) { waiter_.sleepBy(std::move(sleep)); }
   Messages& messages() { return messages_; }
 
   void row(const trip::TripRow& row) override;
   void remark(const readers::Remark& remark) override;
   void progress(std::optional<double> fraction) override;
   bool wantsToStop() const override;
+  /// Time went by: shows what is not shown yet.
+  void refresh();
 
   /// Completes everything that is shown or written.
   void finish(const trip::TripSummary& summary);

@@ -5,9 +5,15 @@
 #include <cstdio>
 #include <exception>
 
+#include "AgoCommand.h"
+#include "ConfigCommand.h"
+#include "DoctorCommand.h"
 #include "ExitCodes.h"
 #include "PlaceCommand.h"
+#include "SayCommand.h"
 #include "TripCommand.h"
+#include "UrlCommand.h"
+#include "WatchCommand.h"
 
 namespace {
 
@@ -25,6 +31,12 @@ int runTool(int argc, char** argv) {
   int exitCode = kExitDone;
   addTripCommand(tool, exitCode);
   addPlaceCommand(tool, exitCode);
+  addConfigCommand(tool, exitCode);
+  addUrlCommand(tool, exitCode);
+  addAgoCommand(tool, exitCode);
+  addSayCommand(tool, exitCode);
+  addWatchCommand(tool, exitCode);
+  addDoctorCommand(tool, exitCode);
   try {
     tool.parse(argc, argv);
   } catch (const CLI::ParseError& error) {

@@ -36,6 +36,19 @@ class ZR_EXPORT CLDidUpdateHeading : public virtual CLLocationManagerDelegate {
   virtual void locationManagerDidUpdateHeading(CLLocationManager& manager, const CLHeading& heading) = 0;
 };
 
+/// The domain of a receiver's failures, whose codes are `CLErrorCode`.
+inline constexpr const char* kCLErrorDomain = "kCLErrorDomain";
+
+enum class CLErrorCode : long {
+  locationUnknown = 0,  ///< no position for now; the manager goes on looking
+  denied = 1,           ///< the user does not allow it
+};
+
+/// The keys in `userInfo` under which an error of the Linux receivers keeps what is wrong, for programs ("noDaemon",
+/// "noDevice", "lost", "noFix", "noAgent", "denied", "badSource"), and the name of the source that it is wrong with.
+inline constexpr const char* ZRPositioningFaultKey = "ZRPositioningFault";
+inline constexpr const char* ZRPositioningSourceKey = "ZRPositioningSource";
+
 /// Answers `locationManager:didFailWithError:` of a platform manager.
 class ZR_EXPORT CLDidFailWithError : public virtual CLLocationManagerDelegate {
  public:

@@ -1,5 +1,6 @@
 /// @file
-/// Dates from and to texts. Any thread.
+/// Dates from and to texts. Any thread. The texts to read are taken by reference because copying an optional view costs
+/// as much as reading a date.
 #ifndef ZRCORE_NSDATE_ZR_H
 #define ZRCORE_NSDATE_ZR_H
 
@@ -16,7 +17,7 @@ namespace NSDate_ZR {
 /// back before its introduction), years 0001 to 9999, hours to 23, minutes and seconds to 59, in GMT. No fractions, no
 /// offsets, no other separators.
 /// @return absent for anything else.
-ZR_EXPORT std::optional<NSDate> dateWithISO8601String(std::optional<std::string_view> string);
+ZR_EXPORT std::optional<NSDate> dateWithISO8601String(const std::optional<std::string_view>& string);
 
 /// Month, day and the last two digits of the year in GMT: "3/1/16".
 /// @return absent for a date that is NaN or beyond the years 32767 before and after our era.
@@ -27,7 +28,7 @@ ZR_EXPORT std::optional<std::string> monthDayYear(NSDate date);
 /// @param divisor  1000 for a number of milliseconds; absent: seconds.
 /// @return absent when the text is absent, no number, or a number beyond the range of doubles.
 ZR_EXPORT std::optional<NSDate> dateFromIntervalSince1970FromStringDividedBy(
-    std::optional<std::string_view> string, std::optional<double> divisor = std::nullopt);
+    const std::optional<std::string_view>& string, std::optional<double> divisor = std::nullopt);
 
 /// How long ago `date` was, by the platform's clock: "2 months ago" (of 30 days), "47 days ago", "30 hours ago", "1
 /// hour ago", "5 mins ago", "just now". The host's string table may translate the phrases; "%d" or "%@" in the

@@ -5,7 +5,9 @@
 
 #include <ZRCore/ZRExport.h>
 
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -18,11 +20,26 @@ inline constexpr const char* UIApplicationWillEnterForegroundNotification =
 inline constexpr const char* UIApplicationDidEnterBackgroundNotification =
     "UIApplicationDidEnterBackgroundNotification";
 
+/// One post.
+struct NSNotification {
+  std::string name;
+  /// Who posts it, or what it is about; the name's documentation tells its type. Null: nobody.
+  std::shared_ptr<const void> object;
+  std::map<std::string, std::int64_t> userInfo;  ///< further facts
+
+  /// The fact under `key`; 0 when there is none.
+  std::int64_t integerForKey(const std::string& key) const {
+    const auto found = userInfo.find(key);
+    return found != userInfo.end() ? found->second : 0;
+  }
+};
+
 /// Hands each post to all observers of its name, in the order of their registration, on the poster's thread; the post
 /// returns when all have run. Any thread.
 class ZR_EXPORT NSNotificationCenter {
  public:
   using Handler = std::function<void(const std::string& name)>;
+  using NotificationHandler = std::function<void(const NSNotification& notification)>;
 
   NSNotificationCenter();
   ~NSNotificationCenter();
@@ -32,11 +49,21 @@ class ZR_EXPORT NSNotificationCenter {
   /// Calls `handler` for each post of `name` for as long as `observer` lives. The handler must not own the observer.
   void addObserver(std::weak_ptr<const void> observer, std::string name, Handler handler);
 
-  /// Runs the handlers of `name`. An observer added by a handler hears the next post; one that has gone is skipped.
+  /// The same, with all that the post carries.
+  void addObserver(std::weak_ptr<const void> observer, std::string name, NotificationHandler handler);
+  /// The same, for the posts of `object` alone. It is not kept alive.
+  void addObserver(std::weak_ptr<const void> observer, std::string name, std::weak_ptr<const void> object,
+                   NotificationHandler handler);
+
+  /// Runs the handlers of its name. An observer added by a handler hears the next post; one that has gone is skipped.
+  void postNotification(const NSNotification& notification);
+  /// Posts a notification that carries nothing.
   void postNotificationName(const std::string& name);
 
  private:
   struct Observation;
+  void add(Observation observation);
+
   std::mutex mutex_;
   std::vector<std::shared_ptr<const Observation>> observations_;
 };

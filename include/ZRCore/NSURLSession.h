@@ -23,6 +23,7 @@ using ZRHTTPHeaders = std::vector<std::pair<std::string, std::string>>;
 
 /// The domain of a session's errors. An adapter reports what is not named here under codes of its own.
 inline constexpr const char* NSURLErrorDomain = "NSURLErrorDomain";
+inline constexpr long NSURLErrorUnknown = -1;
 inline constexpr long NSURLErrorCancelled = -999;
 inline constexpr long NSURLErrorBadURL = -1000;
 inline constexpr long NSURLErrorTimedOut = -1001;
@@ -33,6 +34,10 @@ inline constexpr long NSURLErrorNetworkConnectionLost = -1005;
 inline constexpr long NSURLErrorHTTPTooManyRedirects = -1007;
 inline constexpr long NSURLErrorNotConnectedToInternet = -1009;
 inline constexpr long NSURLErrorBadServerResponse = -1011;
+inline constexpr long NSURLErrorCannotDecodeContentData = -1016;
+inline constexpr long NSURLErrorDataLengthExceedsMaximum = -1103;
+inline constexpr long NSURLErrorSecureConnectionFailed = -1200;
+inline constexpr long NSURLErrorServerCertificateUntrusted = -1202;
 
 struct NSMutableURLRequest {
   std::optional<NSURL> URL = {};  ///< without one the task fails with NSURLErrorBadURL

@@ -15,8 +15,12 @@
 
 class NSXMLParser;
 
-/// The domain of a parser's errors. `userInfo` tells the line.
+/// The domain of a parser's errors. Codes are the parser's own, but for the one of a delegate that gave up; `userInfo`
+/// tells where it was, as decimal numbers from 1.
 inline constexpr const char* NSXMLParserErrorDomain = "NSXMLParserErrorDomain";
+inline constexpr long NSXMLParserDelegateAbortedParseError = 512;
+inline constexpr const char* NSXMLParserErrorLineKey = "NSXMLParserErrorLine";
+inline constexpr const char* NSXMLParserErrorColumnKey = "NSXMLParserErrorColumn";  ///< in bytes
 
 /// Attributes in the document's order.
 using ZRXMLAttributes = std::vector<std::pair<std::string, std::string>>;
@@ -38,7 +42,8 @@ class ZR_EXPORT NSXMLParser {
  public:
   virtual ~NSXMLParser();
   virtual void setDelegate(std::weak_ptr<NSXMLParserDelegate> delegate) = 0;
-  /// Reads the whole document and tells the delegate. No entity from outside the document is fetched.
+  /// Reads the whole document and tells the delegate. No entity from outside the document is fetched. What the delegate
+  /// throws ends the reading and is passed on.
   /// @return whether it was well formed and not given up; false also at a second call.
   virtual bool parse() = 0;
   /// Gives up, from inside a delegate's call: nothing more is told and `parse` returns false.

@@ -8,9 +8,11 @@
 #include <ZRCore/NSString_ZR.h>
 #include <ZRCore/NSURLSession_ZR.h>
 #include <ZRCore/NSURL_ZR.h>
+#include <ZRCore/UIAlertController.h>
 #include <ZRCore/ZRAnnotation.h>
 #include <ZRCore/ZRApplicationKey.h>
 #include <ZRCore/ZRArchive.h>
+#include <ZRCore/ZRAudio.h>
 #include <ZRCore/ZRConfigurationBase.h>
 #include <ZRCore/ZRCoreLoad.h>
 #include <ZRCore/ZRGeoAddress.h>
@@ -25,6 +27,7 @@
 #include <ZRCore/ZRPlace.h>
 #include <ZRCore/ZRPlatform.h>
 #include <ZRCore/ZRTrackingIdentity.h>
+#include <ZRCore/ZRWebViewController.h>
 #include <ZRCore/ZRGeometry.hpp>
 
 #endif

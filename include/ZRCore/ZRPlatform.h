@@ -4,17 +4,23 @@
 #ifndef ZRCORE_ZRPLATFORM_H
 #define ZRCORE_ZRPLATFORM_H
 
+#include <ZRCore/AVAudioPlayer.h>
+#include <ZRCore/AVAudioSession.h>
+#include <ZRCore/AVSpeechSynthesis.h>
 #include <ZRCore/CLLocationManager.h>
+#include <ZRCore/MFMailComposeViewController.h>
 #include <ZRCore/NSDate.h>
 #include <ZRCore/NSNotificationCenter.h>
 #include <ZRCore/NSURLSession.h>
 #include <ZRCore/NSXMLParser.h>
+#include <ZRCore/UIApplication.h>
 #include <ZRCore/UIImage.h>
 #include <ZRCore/ZRBundle.h>
 #include <ZRCore/ZRDevice.h>
 #include <ZRCore/ZRExport.h>
 #include <ZRCore/ZRJSONService.h>
 #include <ZRCore/ZRMainQueue.h>
+#include <ZRCore/ZRScreen.h>
 #include <ZRCore/ZRUserDefaults.h>
 
 #include <cstdint>
@@ -62,12 +68,21 @@ struct ZRPlatform {
   std::shared_ptr<ZRImages> images;
   std::shared_ptr<ZRUserDefaults> userDefaults;
   std::shared_ptr<ZRDevice> device;
+  std::shared_ptr<AVAudioSession> audioSession;
+  std::shared_ptr<ZRSpeech> speech;
+  std::shared_ptr<ZRAudioPlayers> audioPlayers;
+  std::shared_ptr<UIApplication> application;
+  std::shared_ptr<ZRScreen> screen;
+  std::shared_ptr<UIPasteboard> pasteboard;
+  std::shared_ptr<ZRMail> mail;
 };
 
 /// Makes `platform` the one that the framework uses, for the rest of the process. Null members become the headless
 /// services: no receiver, no bundle, a log on the standard error stream, the system's clock, no JSON, a main queue that
 /// drops what is posted, a network that is not connected (which it tells through the platform's main queue), no XML, no
-/// images, settings that last as long as the process, nothing known of the device.
+/// images, settings that last as long as the process, nothing known of the device, no sound.
+/// images, settings that last as long as the process, nothing known of the device, a screen that nobody sees, no
+/// clipboard, no mail and no other program.
 /// @return true; false, and nothing changes, when a platform is in use already (installed, or asked for before).
 [[nodiscard]] ZR_EXPORT bool ZRPlatformInstall(const ZRPlatform& platform);
 

@@ -4,8 +4,10 @@
 #ifndef ZRCORE_ZRPLATFORMFAKE_H
 #define ZRCORE_ZRPLATFORMFAKE_H
 
+#include <ZRCore/ZRAudioFake.h>
 #include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZRPlatform.h>
+#include <ZRCore/ZRScreenFake.h>
 #include <ZRCore/ZRServicesFake.h>
 
 #include <map>
@@ -130,6 +132,14 @@ struct ZRFakePlatform {
   std::shared_ptr<ZRFakeImages> images = std::make_shared<ZRFakeImages>();
   std::shared_ptr<ZRFakeUserDefaults> userDefaults = std::make_shared<ZRFakeUserDefaults>();
   std::shared_ptr<ZRFakeDevice> device = std::make_shared<ZRFakeDevice>();
+  ZRFakeAudioCalls audioCalls = std::make_shared<std::vector<std::string>>();  ///< of the three services for sound
+  std::shared_ptr<ZRFakeAudioSession> audioSession = std::make_shared<ZRFakeAudioSession>(audioCalls);
+  std::shared_ptr<ZRFakeSpeech> speech = std::make_shared<ZRFakeSpeech>(audioCalls, mainQueue);
+  std::shared_ptr<ZRFakeAudioPlayers> audioPlayers = std::make_shared<ZRFakeAudioPlayers>(audioCalls);
+  std::shared_ptr<ZRFakeApplication> application = std::make_shared<ZRFakeApplication>();
+  std::shared_ptr<ZRFakeScreen> screen = std::make_shared<ZRFakeScreen>(mainQueue);
+  std::shared_ptr<ZRFakePasteboard> pasteboard = std::make_shared<ZRFakePasteboard>();
+  std::shared_ptr<ZRFakeMail> mail = std::make_shared<ZRFakeMail>(mainQueue);
 
   /// The same services as a platform to install.
   ZRPlatform platform() const {
@@ -146,6 +156,13 @@ struct ZRFakePlatform {
     filled.images = images;
     filled.userDefaults = userDefaults;
     filled.device = device;
+    filled.audioSession = audioSession;
+    filled.speech = speech;
+    filled.audioPlayers = audioPlayers;
+    filled.application = application;
+    filled.screen = screen;
+    filled.pasteboard = pasteboard;
+    filled.mail = mail;
     return filled;
   }
 };

@@ -5,7 +5,9 @@
 #include <map>
 #include <mutex>
 
+#include "HeadlessScreen.h"
 #include "HeadlessSession.h"
+#include "HeadlessSound.h"
 
 namespace {
 
@@ -129,5 +131,9 @@ ZRPlatform headlessPlatform() {
   platform.images = std::make_shared<HeadlessImages>();
   platform.userDefaults = std::make_shared<PassingUserDefaults>();
   platform.device = std::make_shared<HeadlessDevice>();
+  platform.audioSession = std::make_shared<HeadlessAudioSession>();
+  platform.speech = std::make_shared<HeadlessSpeech>();
+  platform.audioPlayers = std::make_shared<HeadlessAudioPlayers>();
+  fillHeadlessScreen(platform);
   return platform;
 }

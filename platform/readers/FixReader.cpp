@@ -10,7 +10,10 @@
 namespace readers {
 
 Listener::~Listener() = default;
+void Listener::news(const SourceNews& /*news*/) {}
 FixReader::~FixReader() = default;
+FixReader::Held FixReader::held() const { return Held::nothing; }
+void FixReader::tellHeld(Listener& /*listener*/) {}
 
 std::string_view formatName(Format format) {
   constexpr std::array<std::string_view, 4> kNames{"GPX", "NMEA 0183", "gpsd JSON", "CSV"};

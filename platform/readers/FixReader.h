@@ -36,6 +36,15 @@ enum class Severity {
   fault,    ///< something was dropped
 };
 
+/// What a live source says beside its fixes; recordings of one may hold it, too.
+struct SourceNews {
+  std::optional<std::string> daemonRelease = {};       ///< the daemon's greeting
+  std::optional<std::size_t> receivers = {};           ///< how many the daemon has from now on
+  std::optional<double> trueHeadingDegrees = {};       ///< of a compass, clockwise from true north, [0, 360)
+  std::optional<double> magneticHeadingDegrees = {};   ///< clockwise from magnetic north, [0, 360)
+  std::optional<double> headingSecondsSince1970 = {};  ///< UTC
+};
+
 /// What a reader has to say about its input.
 struct Remark {
   Severity severity = Severity::warning;
@@ -50,6 +59,7 @@ class Listener {
   virtual ~Listener();
   virtual void fix(const SourceFix& fix) = 0;
   virtual void remark(const Remark& remark) = 0;
+  virtual void news(const SourceNews& news);  ///< passed over by default
 };
 
 /// A push parser of one input, from its first byte to its end. It holds a bounded part of the input, however long that
@@ -65,6 +75,18 @@ class FixReader {
   /// The end of the input: what was held back is told, and an input that breaks off in the middle is a fault. Called
   /// once, after the last `feed`.
   virtual void finish(Listener& listener) = 0;
+
+  // For live streams, whose reader can't wait for the next instant to know that one is over. Files need none of it.
+
+  enum class Held {
+    nothing,
+    growing,   ///< a fix that later input may add to
+    complete,  ///< a fix that nothing can be added to any more
+  };
+  virtual Held held() const;
+
+  /// Tells the fix that is held. What the input says of that instant afterwards is dropped.
+  virtual void tellHeld(Listener& listener);
 };
 
 /// Tells the format by the content: a byte order mark, leading blanks, comment lines and, for NMEA, a few damaged lines

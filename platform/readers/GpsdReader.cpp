@@ -12,6 +12,9 @@ namespace {
 
 using nlohmann::json;
 
+/// No daemon has as many; a hostile one may say so.
+constexpr std::size_t kMostReceivers = 64;
+
 /// Some writers, Python's among them, say NaN for "unknown", which JSON does not know.
 std::string withNullForNan(std::string_view text) {
   std::string changed(text);
@@ -65,6 +68,27 @@ void setAccuracy(SourceFix& fix, const json& report, const Reporter& reporter) {
   }
 }
 
+std::string textAt(const json& report, const char* key) {
+  const auto found = report.find(key);
+  return found != report.end() && found->is_string() ? found->get<std::string>() : std::string();
+}
+
+std::optional<double> headingAt(const json& report, const char* key) {
+  const auto degrees = numberAt(report, key);
+  return degrees && *degrees >= 0.0 && *degrees < 360.0 ? degrees : std::nullopt;
+}
+
+void readAttitude(const json& report, const Reporter& reporter) {
+  SourceNews news;
+  news.trueHeadingDegrees = headingAt(report, "heading");
+  news.magneticHeadingDegrees = headingAt(report, "mheading");
+  if (!news.trueHeadingDegrees && !news.magneticHeadingDegrees) return;
+  SourceFix timed;
+  setTime(timed, report, reporter);
+  news.headingSecondsSince1970 = timed.secondsSince1970;
+  reporter.listener.news(news);
+}
+
 }  // namespace
 
 void GpsdReader::readLine(std::string_view text, const Reporter& reporter) {
@@ -75,8 +99,15 @@ void GpsdReader::readLine(std::string_view text, const Reporter& reporter) {
     reporter.fault("the line is skipped: it is no JSON object");
     return;
   }
-  const auto kind = report.find("class");
-  if (kind == report.end() || *kind != "TPV") return;
+  const std::string kind = textAt(report, "class");
+  if (kind == "TPV") readFix(report, reporter);
+  if (kind == "ATT") readAttitude(report, reporter);
+  if (kind == "VERSION") reporter.listener.news({.daemonRelease = textAt(report, "release")});
+  if (kind == "DEVICES") readDevices(report, reporter.listener);
+  if (kind == "DEVICE") readDevice(report, reporter.listener);
+}
+
+void GpsdReader::readFix(const json& report, const Reporter& reporter) {
   constexpr double kTwoDimensionalFix = 2.0;
   const auto latitude = numberAt(report, "lat");
   const auto longitude = numberAt(report, "lon");
@@ -98,13 +129,49 @@ void GpsdReader::readLine(std::string_view text, const Reporter& reporter) {
   } else {
     emitCurrent(reporter.listener);
     current_ = fix;
+    isTold_ = false;
   }
+}
+
+void GpsdReader::readDevices(const json& report, Listener& listener) {
+  receivers_.clear();
+  const auto devices = report.find("devices");
+  if (devices == report.end() || !devices->is_array()) return;
+  for (const json& device : *devices) {
+    if (device.is_object() && receivers_.size() < kMostReceivers) receivers_.insert(textAt(device, "path"));
+  }
+  listener.news({.receivers = receivers_.size()});
+}
+
+/// One receiver came, or went: its "activated" is a time, or 0.
+void GpsdReader::readDevice(const json& report, Listener& listener) {
+  const std::string path = textAt(report, "path");
+  if (numberAt(report, "activated") == 0.0) {
+    receivers_.erase(path);
+  } else if (receivers_.size() < kMostReceivers) {
+    receivers_.insert(path);
+  }
+  listener.news({.receivers = receivers_.size()});
 }
 
 void GpsdReader::readEnd(const Reporter& reporter) { emitCurrent(reporter.listener); }
 
+FixReader::Held GpsdReader::held() const {
+  if (!current_ || isTold_) return Held::nothing;
+  const SourceFix& fix = *current_;
+  const bool complete = fix.secondsSince1970 && fix.altitudeMeters && fix.accuracyMeters &&
+                        fix.verticalAccuracyMeters && fix.speedMetersPerSecond && fix.courseDegrees;
+  return complete ? Held::complete : Held::growing;
+}
+
+void GpsdReader::tellHeld(Listener& listener) {
+  if (!current_ || isTold_) return;
+  emitter_.emit(*current_, listener);
+  isTold_ = true;
+}
+
 void GpsdReader::emitCurrent(Listener& listener) {
-  if (current_) emitter_.emit(*current_, listener);
+  tellHeld(listener);
   current_.reset();
 }
 

@@ -160,6 +160,7 @@ GpxReader::Value GpxReader::valueNamed(std::string_view name) const {
   if (inPoint && name == "time") return Value::time;
   if (inPoint && name == "ele") return Value::elevation;
   if (inPoint && name == "hdop") return Value::hdop;
+  if (extensionsDepth_ != 0 && name == "accuracy") return Value::accuracy;
   if ((inPoint || extensionsDepth_ != 0) && name == "speed") return Value::speed;
   if ((inPoint || extensionsDepth_ != 0) && name == "course") return Value::course;
   return Value::none;
@@ -190,6 +191,9 @@ void GpxReader::takeValue() {
       break;
     case Value::hdop:
       readQuantity(point_, Quantity::hdop, text_, here());
+      break;
+    case Value::accuracy:
+      readQuantity(point_, Quantity::accuracy, text_, here());
       break;
     case Value::speed:
       readQuantity(point_, Quantity::speed, text_, here());

@@ -17,7 +17,7 @@ namespace readers {
 
 /// Reads the track points of GPX 1.0 and 1.1, in order, over all tracks and segments. Names count without their
 /// namespace prefix. Of a point: `ele`, `time`, `hdop`; `speed` and `course` where GPX 1.0 has them or anywhere in its
-/// `extensions`.
+/// `extensions`; `accuracy`, in metres, anywhere in its `extensions`.
 ///
 /// Once the XML is damaged, nothing after it is read. So that memory stays bounded whatever the input is, an own
 /// document type with declarations, tags beyond kLongestText, very deep nesting and very many different names are
@@ -29,7 +29,7 @@ class GpxReader final : public FixReader {
   void finish(Listener& listener) override;
 
  private:
-  enum class Value { none, time, elevation, hdop, speed, course };
+  enum class Value { none, time, elevation, hdop, accuracy, speed, course };
 
   static void XMLCALL onStart(void* reader, const XML_Char* name, const XML_Char** attributes);
   static void XMLCALL onEnd(void* reader, const XML_Char* name);

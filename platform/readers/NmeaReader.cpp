@@ -159,6 +159,7 @@ void NmeaReader::add(const std::optional<Instant>& part, Listener& listener) {
   if (current_ && !sameInstant(*current_, *part)) emitCurrent(listener);
   if (!current_) {
     current_ = part;
+    isTold_ = false;
     return;
   }
   current_->kinds |= part->kinds;
@@ -173,11 +174,19 @@ void NmeaReader::add(const std::optional<Instant>& part, Listener& listener) {
   fillMissing(current_->fix, part->fix);
 }
 
+FixReader::Held NmeaReader::held() const {
+  return current_ && current_->hasPlace && !current_->noFix && !isTold_ ? Held::growing : Held::nothing;
+}
+
+void NmeaReader::tellHeld(Listener& listener) {
+  if (held() == Held::nothing) return;
+  dateCurrent();
+  emitter_.emit(current_->fix, listener);
+  isTold_ = true;
+}
+
 void NmeaReader::emitCurrent(Listener& listener) {
-  if (current_ && current_->hasPlace && !current_->noFix) {
-    dateCurrent();
-    emitter_.emit(current_->fix, listener);
-  }
+  tellHeld(listener);
   current_.reset();
 }
 

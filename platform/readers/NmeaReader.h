@@ -15,6 +15,10 @@ namespace readers {
 /// the instant before them. A sentence that says "no fix" (status V, quality 0) voids its instant. Only RMC tells the
 /// date: it is carried on, over midnights too, and fixes before the first one have no time.
 class NmeaReader final : public LineReader {
+ public:
+  Held held() const override;
+  void tellHeld(Listener& listener) override;
+
  protected:
   void readLine(std::string_view text, const Reporter& reporter) override;
   void readEnd(const Reporter& reporter) override;
@@ -42,6 +46,7 @@ class NmeaReader final : public LineReader {
   void dateCurrent();
 
   std::optional<Instant> current_;
+  bool isTold_ = false;  // current_ has been told
   std::optional<double> lastSecondsSince1970_;
   bool sawChecksum_ = false;
   bool toldMissingChecksum_ = false;

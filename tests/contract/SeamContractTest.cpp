@@ -10,6 +10,9 @@
 
 #include "MappingModel.h"
 #include "headless/HeadlessPlatform.h"
+#ifdef ZRCORE_TESTS_LINUX
+#include "LinuxContract.h"
+#endif
 
 namespace {
 
@@ -107,9 +110,14 @@ TEST_P(SeamContract, AnUnknownKeyHasNoValueAndALogTakesAnyBytes) {
   platform.log->writeLine(std::string_view("\xff\0%s%n", 6));
 }
 
-INSTANTIATE_TEST_SUITE_P(, SeamContract,
-                         testing::Values(Implementation{"fake", [] { return ZRFakePlatform().platform(); }},
-                                         Implementation{"headless", [] { return headlessPlatform(); }}),
+const Implementation implementations[] = {
+    {"fake", [] { return ZRFakePlatform().platform(); }},
+    {"headless", [] { return headlessPlatform(); }},
+#ifdef ZRCORE_TESTS_LINUX
+    {"linux", [] { return linuxPlatform(nullptr); }},
+#endif
+};
+INSTANTIATE_TEST_SUITE_P(, SeamContract, testing::ValuesIn(implementations),
                          [](const auto& row) { return row.param.name; });
 
 struct CoderImplementation {

@@ -1,42 +1,28 @@
 // What every implementation of the services for requests, documents, settings and the device promises.
-#include <ZRCore/ZRPlatformFake.h>
 #include <gmock/gmock.h>
 
 #include <functional>
 
+#include "Implementations.h"
 #include "PlatformTestPeer.h"
-#include "headless/HeadlessPlatform.h"
+#ifdef ZRCORE_TESTS_LINUX
+#include "LinuxContract.h"
+#endif
 
 using testing::ElementsAre;
 
 namespace {
 
-/// A platform under test, and how to let it do what it has put off.
-struct Running {
-  ZRPlatform platform;
-  std::function<void()> settle;
-};
-
-struct Implementation {
-  const char* name;
-  std::function<Running()> start;
-};
-
-void PrintTo(const Implementation& implementation, std::ostream* out) { *out << implementation.name; }
-
-Running runningFake() {
-  const ZRFakePlatform fake;
-  return {fake.platform(), [queue = fake.mainQueue] { queue->run(); }};
+#ifdef ZRCORE_TESTS_LINUX
+/// On a main context of its own.
+Running runningLinux() {
+  const std::shared_ptr<GMainContext> context(g_main_context_new(), g_main_context_unref);
+  return {linuxPlatform(context.get()), [context] {
+            while (g_main_context_iteration(context.get(), FALSE)) {
+            }
+          }};
 }
-
-/// Headless, but for a main queue that runs: its session reports through it.
-Running runningHeadless() {
-  Running running{headlessPlatform(), nullptr};
-  const auto queue = std::make_shared<ZRFakeMainQueue>();
-  running.platform.mainQueue = queue;
-  running.settle = [queue] { queue->run(); };
-  return running;
-}
+#endif
 
 class ServicesContract : public testing::TestWithParam<Implementation> {
  protected:
@@ -167,9 +153,14 @@ TEST_P(ServicesContract, TheDeviceTellsTheSameEachTime) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(, ServicesContract,
-                         testing::Values(Implementation{"fake", runningFake},
-                                         Implementation{"headless", runningHeadless}),
+const Implementation implementations[] = {
+    {"fake", runningFake},
+    {"headless", runningHeadless},
+#ifdef ZRCORE_TESTS_LINUX
+    {"linux", runningLinux},
+#endif
+};
+INSTANTIATE_TEST_SUITE_P(, ServicesContract, testing::ValuesIn(implementations),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace

@@ -86,6 +86,26 @@ TEST(NotificationCenterTest, HandlersMayObservePostAndEndObservers) {
   EXPECT_THAT(heard, ElementsAre("a", "b"));
 }
 
+TEST(NotificationCenterTest, APostCarriesItsObjectAndFactsAndMayBeHeardOfOneObjectAlone) {
+  NSNotificationCenter center;
+  std::vector<std::string> heard;
+  const auto observer = std::make_shared<int>(), other = std::make_shared<int>();
+  auto poster = std::make_shared<int>();
+  const auto hear = [&heard](const char* who) {
+    return [&heard, who](const NSNotification& post) {
+      heard.push_back(who + post.name + std::to_string(post.integerForKey("k")) + (post.object ? "o" : ""));
+    };
+  };
+  center.addObserver(observer, "a", hear("all "));
+  center.addObserver(observer, "a", poster, hear("poster's "));
+  center.postNotification({.name = "a", .object = poster, .userInfo = {{"k", 7}}});
+  center.postNotification({.name = "a", .object = other, .userInfo = {}});
+  center.postNotificationName("a");
+  poster.reset();
+  center.postNotificationName("a");
+  EXPECT_THAT(heard, ElementsAre("all a7o", "poster's a7o", "all a0o", "all a0", "all a0"));
+}
+
 TEST(NSErrorTest, SaysItsSentenceOrWhoAndWhat) {
   EXPECT_EQ((NSError{.domain = "gps", .code = 3, .userInfo = {}}).localizedDescription(), "gps error 3");
   EXPECT_EQ(

@@ -20,6 +20,8 @@ TEST(ServicesAllocationTest, OnlyTheResultIsAllocated) {
   const std::string address = "Größe 12, 10115 Berlin & Umgebung; a long address";
   const ZROHMDictionary parameters = {{"q", address}, {"limit", 10}, {"zoom", 12.5}, {"exact", true}, {"key", "a/b+c"}};
   EXPECT_EQ(allocationsOf([&] { return NSString_ZR::urlQueryParameterEscaped(address); }), 1);
+  const std::string page(4096, '/');
+  EXPECT_EQ(allocationsOf([&] { return NSString_ZR::urlQueryParameterEscaped(page); }), 1);
   EXPECT_EQ(allocationsOf([&] { return NSString_ZR::urlQueryParameterKeyEscaped("key"); }), 0);
   EXPECT_EQ(allocationsOf([&] {
               return NSURL_ZR::urlWithBaseUrlStringPathParameters("https://geocode.example/", "search", parameters);

@@ -1,5 +1,5 @@
 zr_test(
   trip_replay_test
-  SOURCES replay_manager.cpp replay_pacer.cpp replay_route.cpp replay_trip.cpp replay_window.cpp
+  SOURCES replay_manager.cpp replay_pacer.cpp replay_route.cpp replay_trip.cpp replay_turns.cpp replay_window.cpp
   LIBRARIES zr_trip_replay zr_trip_outputs)
 target_compile_definitions(trip_replay_test PRIVATE ZRCORE_SAMPLES="${PROJECT_SOURCE_DIR}/samples")

@@ -62,7 +62,7 @@ TEST(Pacer, ANightBetweenTwoDrivesIsCutShort) {
   Pacer pacer(2.0, waiter);
   pacer.waitUntilDue(kStart);
   pacer.waitUntilDue(kStart + 36000.0);
-  EXPECT_THAT(waiter.waits, ElementsAre(DoubleNear(Pacer::kLongestPauseSeconds / 2.0, 1e-9)));
+  EXPECT_THAT(waiter.waits, ElementsAre(DoubleNear(policy::ReplayPace::kLongestPauseSeconds / 2.0, 1e-9)));
 }
 
 }  // namespace

@@ -1,0 +1,157 @@
+#include "MapDrawing.h"
+
+#include <trip/OutputText.h>
+#include <trip/Theme.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "ViewThinning.h"
+
+namespace demo {
+
+using trip::theme::rgb;
+
+const MapColors kLightMap{.ground = trip::theme::kPanel,
+                          .grid = trip::theme::kGrid,
+                          .ink = trip::theme::kInk,
+                          .quiet = trip::theme::kQuiet,
+                          .raw = trip::theme::kRaw,
+                          .smoothed = trip::theme::kSmoothed,
+                          .jump = trip::theme::kJump,
+                          .place = trip::theme::kPlace,
+                          .halo = {1.0, 1.0, 1.0, 0.9}};
+const MapColors kDarkMap{.ground = rgb(0x1b2026),
+                         .grid = rgb(0x2a3139),
+                         .ink = rgb(0xe6ebf0),
+                         .quiet = rgb(0x93a1ae),
+                         .raw = rgb(0x52677a),
+                         .smoothed = rgb(0x62a8ff),
+                         .jump = rgb(0xff8a3c),
+                         .place = rgb(0x6fd39a),
+                         .halo = {0.106, 0.125, 0.149, 0.9}};
+
+namespace {
+
+constexpr std::size_t kMostPoints = 3000;  // of a track; what cairo strokes well within a frame
+constexpr std::size_t kPiece = 16;         // points
+constexpr double kLongestScaleBar = 140.0;
+constexpr double kTextSize = 12.5;
+constexpr double kSignificantRadius = 2.2, kJumpRadius = 5.0, kMarkRadius = 6.5;  // pixels
+constexpr double kMarkCell = 20.0;
+
+/// Lines through round places of the plane, so that they go with the map.
+void drawGrid(trip::Canvas& canvas, const trip::MapTransform& view, double cellPixels, trip::Color color) {
+  const trip::Area& panel = view.panel();
+  const trip::DiagramPoint corner = view({0.0, 0.0});
+  const auto first = [cellPixels](double start, double through) {
+    return start + std::fmod(std::fmod(through - start, cellPixels) + cellPixels, cellPixels);
+  };
+  for (double x = first(panel.x, corner.x); x < panel.right(); x += cellPixels) {
+    canvas.line(std::floor(x) + 0.5, panel.y, std::floor(x) + 0.5, panel.bottom(), color, 1.0);
+  }
+  for (double y = first(panel.y, corner.y); y < panel.bottom(); y += cellPixels) {
+    canvas.line(panel.x, std::floor(y) + 0.5, panel.right(), std::floor(y) + 0.5, color, 1.0);
+  }
+}
+
+void drawScaleBar(trip::Canvas& canvas, const trip::MapTransform& view, double meters, const MapColors& colors) {
+  const double left = view.panel().x + 16.5, right = left + std::round(view.pixels(meters));
+  const double y = view.panel().bottom() - 16.5;
+  for (const auto& [color, width] : {std::pair(colors.halo, 4.0), std::pair(colors.ink, 1.5)}) {
+    canvas.line(left, y, right, y, color, width);
+    canvas.line(left, y - 5.0, left, y, color, width);
+    canvas.line(right, y - 5.0, right, y, color, width);
+  }
+  canvas.text(left, y - 10.0, trip::scaleBarLabel(view, meters),
+              {.size = kTextSize, .color = colors.ink, .halo = true, .haloColor = colors.halo});
+}
+
+/// The place of the world's many copies, side by side, that is nearest to the middle of the view.
+trip::DiagramPoint nearestCopy(const trip::MapTransform& view, CLLocationCoordinate2D coordinate) {
+  const double world = ZRMapSizeWorld.width * view.pixelsPerMapPoint();
+  trip::DiagramPoint at = view(ZRMapPointForCoordinate(coordinate));
+  at.x += world * std::round((view.panel().centerX() - at.x) / world);
+  return at;
+}
+
+/// In pieces: cairo takes long over one path that crosses itself often.
+void drawStrokes(trip::Canvas& canvas, const std::vector<trip::DiagramPoint>& points, trip::Color color, double width) {
+  for (std::size_t begin = 0; begin < points.size();) {
+    const std::size_t end = std::min(begin + kPiece, points.size());
+    const auto first = points.begin() + static_cast<std::ptrdiff_t>(begin);
+    const auto last = points.begin() + static_cast<std::ptrdiff_t>(end);
+    canvas.strokes({first, last}, color, width);
+    const bool goesOn = last != points.end() && !last->startsStroke;
+    begin = goesOn ? end - 1 : end;
+  }
+}
+
+void drawTrack(trip::Canvas& canvas, const trip::MapTransform& view, const TripTrack& track, const MapColors& colors) {
+  drawStrokes(canvas, visibleTrack(track.raw(), view, kMostPoints).strokes, colors.raw, 5.0);
+  drawStrokes(canvas, visibleTrack(track.smoothed(), view, kMostPoints).strokes, colors.smoothed, 2.2);
+  for (const auto& mark : visibleMarks(track.significant(), view, kMarkCell)) {
+    canvas.disc(mark.x, mark.y, kSignificantRadius, colors.ground, colors.smoothed, 1.5);
+  }
+  for (const auto& jump : visibleMarks(track.jumps(), view, kMarkCell)) {
+    canvas.cross(jump.x, jump.y, kJumpRadius, colors.jump, 2.5);
+  }
+}
+
+/// What the lines and crosses mean, at the top left.
+void drawLegend(trip::Canvas& canvas, const trip::MapTransform& view, bool hasJumps, const MapColors& colors) {
+  constexpr double kLine = 24.0, kRow = 20.0;
+  const double left = view.panel().x + 16.0;
+  double y = view.panel().y + 22.0;
+  const auto label = [&](const char* text) {
+    canvas.text(left + kLine + 8.0, y + 4.5, text,
+                {.size = kTextSize, .color = colors.quiet, .halo = true, .haloColor = colors.halo});
+    y += kRow;
+  };
+  canvas.line(left, y, left + kLine, y, colors.raw, 5.0);
+  label("measured");
+  canvas.line(left, y, left + kLine, y, colors.smoothed, 2.2);
+  canvas.disc(left + kLine / 2, y, kSignificantRadius, colors.ground, colors.smoothed, 1.5);
+  label("significant");
+  if (!hasJumps) return;
+  canvas.cross(left + kLine / 2, y, kJumpRadius, colors.jump, 2.5);
+  label("jump");
+}
+
+void drawPlaces(trip::Canvas& canvas, const trip::MapTransform& view, const std::vector<trip::PlaceMark>& places,
+                const MapColors& colors) {
+  const trip::TextStyle right{
+      .size = kTextSize, .color = colors.place, .bold = true, .halo = true, .haloColor = colors.halo};
+  trip::TextStyle left = right;
+  left.align = trip::Align::right;
+  for (const auto& [coordinate, title] : places) {
+    const trip::DiagramPoint at = nearestCopy(view, coordinate);
+    if (at.x < view.panel().x || at.x > view.panel().right()) continue;
+    canvas.disc(at.x, at.y, kMarkRadius, colors.place, colors.ground, 2.0);
+    const std::string text = trip::asUtf8(title);
+    const bool fits = at.x + 12.0 + canvas.textWidth(text, right) < view.panel().right();
+    canvas.text(fits ? at.x + 12.0 : at.x - 12.0, at.y + 4.5, text, fits ? right : left);
+  }
+}
+
+}  // namespace
+
+void drawMap(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content, const MapColors& colors) {
+  const double barMeters = trip::scaleBarMeters(view, std::min(kLongestScaleBar, view.panel().width / 2));
+  canvas.fill(view.panel(), colors.ground);
+  drawGrid(canvas, view, std::max(view.pixels(barMeters), 24.0), colors.grid);
+  drawTrack(canvas, view, content.track, colors);
+  drawPlaces(canvas, view, content.places, colors);
+  if (content.snapped) {
+    const trip::DiagramPoint at = nearestCopy(view, *content.snapped);
+    canvas.disc(at.x, at.y, kMarkRadius + 3.0, {0.0, 0.0, 0.0, 0.0}, colors.quiet, 1.5);
+  }
+  if (!content.track.raw().empty()) {
+    const trip::DiagramPoint newest = view(content.track.raw().back().at);
+    canvas.disc(newest.x, newest.y, kMarkRadius, colors.smoothed, colors.ground, 2.5);
+  }
+  drawLegend(canvas, view, !content.track.jumps().empty(), colors);
+  drawScaleBar(canvas, view, barMeters, colors);
+}
+
+}  // namespace demo

@@ -1,0 +1,33 @@
+#ifndef ZRCORE_HOSTS_DEMO_MAPDRAWING_H
+#define ZRCORE_HOSTS_DEMO_MAPDRAWING_H
+
+#include <trip/Canvas.h>
+#include <trip/MapTransform.h>
+#include <trip/PlaceMark.h>
+
+#include <optional>
+#include <vector>
+
+#include "TripTrack.h"
+
+namespace demo {
+
+/// The colours of a map. Raw and smoothed differ in lightness as well as in hue, in both.
+struct MapColors {
+  trip::Color ground, grid, ink, quiet, raw, smoothed, jump, place, halo;
+};
+extern const MapColors kLightMap, kDarkMap;
+
+/// What a map shows.
+struct MapContent {
+  const TripTrack& track;
+  const std::vector<trip::PlaceMark>& places;
+  std::optional<CLLocationCoordinate2D> snapped;  ///< where the snapping client was put last
+};
+
+/// Draws all of it: grid, tracks, marks, places, the newest fix, the scale bar.
+void drawMap(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content, const MapColors& colors);
+
+}  // namespace demo
+
+#endif

@@ -1,0 +1,34 @@
+#ifndef ZRCORE_HOSTS_DEMO_PLACELIST_H
+#define ZRCORE_HOSTS_DEMO_PLACELIST_H
+
+#include <ZRCore/ZRJSONService.h>
+#include <trip/PlaceMark.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace demo {
+
+/// The places of a geocoder's answer, as they are listed. All texts are UTF-8.
+struct PlaceList {
+  struct Entry {
+    std::string primary, secondary, singleLine;  ///< the address's three texts; empty where it has none
+    std::optional<trip::PlaceMark> mark;         ///< nothing for a place without a position
+  };
+
+  std::string name;  ///< of the file, without folders
+  std::vector<Entry> entries;
+  std::vector<std::string> faults;  ///< what could not be used, a line each
+
+  /// "6 places · 1 fault: result 3 …"
+  std::string summary() const;
+};
+
+/// Reads the answer at `path`. What is damaged in it is among the faults.
+/// @throws place::FileError when the file can't be read
+PlaceList loadPlaces(const ZRJSONService& json, const std::string& path);
+
+}  // namespace demo
+
+#endif

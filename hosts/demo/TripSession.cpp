@@ -1,0 +1,108 @@
+#include "TripSession.h"
+
+#include <trip/LocationRow.h>
+
+#include <utility>
+
+namespace demo {
+
+TripSession::TripSession(const ZRClock& clock, NSNotificationCenter& notifications)
+    : notifications_(notifications),
+      playback_(clock),
+      simulator_(std::make_shared<trip::TripSimulator>()),
+      clients_({.fix = [this](const ZRLocation& location) { hear(location); },
+                .failure =
+                    [this](const NSError& error) {
+                      failure_ = error.localizedDescription();
+                      hasNews_ = true;
+                    }}) {}
+
+void TripSession::begin(const std::shared_ptr<CLLocationManager>& source, std::string name) {
+  ZRLocationManager::setTripSimulator(source);
+  sourceName_ = std::move(name);
+  track_ = {};
+  latest_.reset();
+  failure_.clear();
+  nextFix_ = 0;
+  hasNews_ = true;
+  clients_.reset();
+}
+
+void TripSession::useRecording(LoadedRecording recording) {
+  recording_ = std::move(recording);
+  useLastRecording();
+}
+
+void TripSession::useLastRecording() {
+  receiver_.reset();
+  playback_.load(recording_.timeline.durationSeconds());
+  begin(simulator_, recording_.name);
+  switchHalfWayClient();
+}
+
+void TripSession::useReceiver(const std::shared_ptr<CLLocationManager>& receiver, std::string name) {
+  playback_.load(0.0);
+  receiver_ = receiver;
+  begin(receiver, std::move(name));
+}
+
+void TripSession::seek(double seconds) {
+  playback_.seek(seconds);
+  followPlayback();
+}
+
+bool TripSession::step() {
+  playback_.step();
+  followPlayback();
+  return std::exchange(hasNews_, false);
+}
+
+void TripSession::hear(const ZRLocation& location) {
+  latest_ = trip::rowOfLocation(location);
+  latest_->index = nextFix_;
+  track_.add(*latest_);
+  failure_.clear();
+  hasNews_ = true;
+  if (isLive()) ++nextFix_;
+}
+
+void TripSession::followPlayback() {
+  if (isLive()) return;
+  const std::uint64_t due = recording_.timeline.countDueAt(playback_.positionSeconds());
+  if (due < nextFix_) {
+    nextFix_ = due;
+    track_.cutBackTo(due);
+    clients_.forgetRoute();
+    hasNews_ = true;
+  }
+  for (; nextFix_ < due; ++nextFix_) {
+    switchHalfWayClient();
+    const std::size_t before = track_.raw().size();
+    simulator_->deliver(recording_.fixes[nextFix_]);
+    if (track_.raw().size() == before) track_.interrupt();  // nobody listened
+    hasNews_ = true;
+  }
+  switchHalfWayClient();
+}
+
+/// At a quarter and at three quarters of the recording; in between, whoever watches may switch the client himself.
+void TripSession::switchHalfWayClient() {
+  const std::uint64_t quarters = recording_.fixes.empty() ? 0 : 4 * nextFix_ / recording_.fixes.size();
+  const bool isHalfWay = quarters == 1 || quarters == 2;
+  if (std::exchange(isHalfWay_, isHalfWay) != isHalfWay) clients_.setListening(TripClients::halfWay, isHalfWay);
+}
+
+void TripSession::setInBackground(bool isInBackground) {
+  if (std::exchange(isInBackground_, isInBackground) == isInBackground) return;
+  notifications_.postNotificationName(isInBackground ? UIApplicationDidEnterBackgroundNotification
+                                                     : UIApplicationWillEnterForegroundNotification);
+}
+
+bool TripSession::receiverRuns() const {
+  if (!isLive()) return simulator_->isUpdatingLocation();
+  const auto& service = *ZRLocationManager::firstInstance();
+  return isInBackground_ ? service.countInstancesGettingLocationUpdatesInBackground() > 0
+                         : service.countInstancesGettingLocationUpdates() > 0;
+}
+
+}  // namespace demo

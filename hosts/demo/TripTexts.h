@@ -1,0 +1,20 @@
+#ifndef ZRCORE_HOSTS_DEMO_TRIPTEXTS_H
+#define ZRCORE_HOSTS_DEMO_TRIPTEXTS_H
+
+#include <trip/TripRow.h>
+
+#include <optional>
+#include <string>
+
+namespace demo {
+
+/// "1:05", "12:40", "1:02:03"
+std::string clockText(double seconds);
+
+/// What the plain client heard last, in a few lines: place, speed and course as measured and as filtered, and what the
+/// filter makes of it.
+std::string rowText(const std::optional<trip::TripRow>& row);
+
+}  // namespace demo
+
+#endif

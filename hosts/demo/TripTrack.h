@@ -1,0 +1,46 @@
+#ifndef ZRCORE_HOSTS_DEMO_TRIPTRACK_H
+#define ZRCORE_HOSTS_DEMO_TRIPTRACK_H
+
+#include <trip/EndlessPlane.h>
+#include <trip/Envelope.h>
+#include <trip/SmoothedTrack.h>
+#include <trip/TripRow.h>
+
+#include <cstdint>
+#include <vector>
+
+namespace demo {
+
+/// A place on a track in the map plane.
+struct TrackPoint {
+  ZRMapPoint at;
+  std::uint64_t index = 0;    ///< number of the fix; grows along the track
+  bool startsStroke = false;  ///< whether something is missing before it, so that no line leads to it
+};
+
+/// What has been heard of a trip so far, in the map plane.
+class TripTrack {
+ public:
+  /// The next fix, whose `index` is greater than those before.
+  void add(const trip::TripRow& row);
+  /// Something is missing here: the next fix starts a stroke of its own.
+  void interrupt() { isInterrupted_ = true; }
+  /// Forgets the fixes from number `index` on.
+  void cutBackTo(std::uint64_t index);
+
+  const std::vector<TrackPoint>& raw() const { return raw_; }
+  const std::vector<TrackPoint>& smoothed() const { return smoothed_; }
+  const std::vector<TrackPoint>& significant() const { return significant_; }
+  const std::vector<TrackPoint>& jumps() const { return jumps_; }
+
+ private:
+  std::vector<TrackPoint> raw_, smoothed_, significant_, jumps_;
+  trip::EndlessPlane plane_;
+  trip::SmoothedTrack smoothedFixes_;
+  bool isInterrupted_ = true;
+  bool smoothedIsInterrupted_ = true;
+};
+
+}  // namespace demo
+
+#endif

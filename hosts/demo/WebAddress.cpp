@@ -1,0 +1,36 @@
+#include "WebAddress.h"
+
+#include <ZRCore/NSString_ZR.h>
+
+#include <string>
+
+namespace demo {
+
+namespace {
+
+/// The scheme in small letters; empty where there is none: "example.com:8080" has a port.
+std::string schemeOf(const std::string& address) {
+  const std::size_t colon = address.find(':');
+  if (colon == std::string::npos) return {};
+  const bool isPort = colon + 1 < address.size() && address[colon + 1] >= '0' && address[colon + 1] <= '9';
+  if (isPort) return {};
+  std::string scheme = address.substr(0, colon);
+  for (char& letter : scheme)
+    letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+  return scheme;
+}
+
+}  // namespace
+
+std::optional<NSURL> webAddress(std::string_view typed) {
+  std::string address = NSString_ZR::stripWhitespace(typed);
+  const std::string scheme = schemeOf(address);
+  if (scheme.empty()) address = "https://" + address;
+  const std::size_t slashes = address.find("://");
+  const std::size_t host = slashes == std::string::npos ? address.size() : slashes + 3;
+  const bool hasHost = host < address.size() && address[host] != '/' && address[host] != '?' && address[host] != '#';
+  const bool isOfTheWeb = scheme == "about" || ((scheme.empty() || scheme == "http" || scheme == "https") && hasHost);
+  return isOfTheWeb ? NSURL::URLWithString(address) : std::nullopt;
+}
+
+}  // namespace demo

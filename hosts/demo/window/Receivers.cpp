@@ -1,0 +1,14 @@
+#include "Receivers.h"
+
+#include <ZRCore/ZRLinuxPlatform.h>
+
+namespace demo {
+
+std::shared_ptr<CLLocationManager> makeReceiver(const ReceiverChoice& choice) {
+  ZRLinuxOptions options;
+  options.positioning = choice.positioning;
+  options.desktopId = "org.zrcore.Demo";
+  return makeLinuxPlatform(options).positioning->makeLocationManager();
+}
+
+}  // namespace demo

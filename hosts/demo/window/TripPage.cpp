@@ -1,0 +1,254 @@
+#include "TripPage.h"
+
+#include <demo/TripTexts.h>
+#include <trip/Recording.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "Receivers.h"
+
+namespace demo {
+
+namespace {
+
+constexpr std::array<double, 6> kRates{1.0, 2.0, 5.0, 20.0, 60.0, 300.0};
+constexpr guint kRateAtStart = 2;
+
+void setText(GtkLabel* label, const std::string& text) {
+  if (text != gtk_label_get_text(label)) gtk_label_set_text(label, text.c_str());
+}
+
+/// Where a trip begins whose way nobody knows yet: a few streets around.
+trip::Envelope surroundingsOf(ZRMapPoint place) {
+  constexpr double kMapPointsAround = 800.0;
+  trip::Envelope around;
+  around.add({place.x - kMapPointsAround, place.y - kMapPointsAround});
+  around.add({place.x + kMapPointsAround, place.y + kMapPointsAround});
+  return around;
+}
+
+}  // namespace
+
+TripPage::TripPage()
+    : ui_("trip"),
+      session_(*ZRPlatformInUse().clock, *ZRPlatformInUse().notificationCenter),
+      map_(
+          ui_.get<GtkDrawingArea>(GTK_TYPE_DRAWING_AREA, "map"),
+          [this] {
+            const auto& snapped = session_.clients().lastSnapped();
+            return MapContent{session_.track(), places_, snapped ? std::optional(snapped->coordinate()) : std::nullopt};
+          }),
+      position_(ui_.get<GtkRange>(GTK_TYPE_RANGE, "position")),
+      sources_(ui_.get<AdwComboRow>(ADW_TYPE_COMBO_ROW, "sources")) {
+  makeClientRows();
+  listenToSources();
+  listenToPlayback();
+  listenToSwitches();
+  showSource();
+}
+
+void TripPage::makeClientRows() {
+  auto* const group = ui_.get<AdwPreferencesGroup>(ADW_TYPE_PREFERENCES_GROUP, "clients");
+  const auto rows = session_.clients().rows();
+  for (std::size_t i = 0; i < TripClients::kCount; ++i) {
+    GtkWidget* const row = adw_action_row_new();
+    adw_preferences_row_set_title(ADW_PREFERENCES_ROW(row), rows[i].name.c_str());
+    adw_action_row_set_subtitle(ADW_ACTION_ROW(row), rows[i].explanation.c_str());
+    clientRows_[i] = {GTK_LABEL(gtk_label_new("0")), GTK_SWITCH(gtk_switch_new())};
+    const auto [count, listens] = clientRows_[i];
+    gtk_widget_add_css_class(GTK_WIDGET(count), "numeric");
+    gtk_widget_set_valign(GTK_WIDGET(listens), GTK_ALIGN_CENTER);
+    adw_action_row_add_suffix(ADW_ACTION_ROW(row), GTK_WIDGET(count));
+    adw_action_row_add_suffix(ADW_ACTION_ROW(row), GTK_WIDGET(listens));
+    adw_action_row_set_activatable_widget(ADW_ACTION_ROW(row), GTK_WIDGET(listens));
+    connectNotify(listens, "active", [this, i, listens = listens] {
+      session_.clients().setListening(static_cast<TripClients::Which>(i), gtk_switch_get_active(listens));
+      showService();
+    });
+    adw_preferences_group_add(group, row);
+  }
+}
+
+void TripPage::listenToSources() {
+  auto* const names = ui_.get<GtkStringList>(GTK_TYPE_STRING_LIST, "source_names");
+  gtk_string_list_append(names, "Recording");
+  for (const ReceiverChoice& receiver : kReceivers) gtk_string_list_append(names, receiver.name);
+  connectNotify(sources_, "selected", [this] { useSource(adw_combo_row_get_selected(sources_)); });
+}
+
+/// @param index  0: the recording that was opened last; the others: the receivers
+void TripPage::useSource(std::size_t index) {
+  if (index > kReceivers.size() || (index == 0 && !session_.isLive())) return;
+  if (index == 0) {
+    session_.useLastRecording();
+  } else {
+    session_.useReceiver(makeReceiver(kReceivers[index - 1]), kReceivers[index - 1].name);
+  }
+  beginTrip();
+}
+
+void TripPage::beginTrip() {
+  places_.clear();
+  gtk_range_set_range(position_, 0.0, std::max(session_.playback().durationSeconds(), 1.0));
+  map_.fit(session_.isLive() ? trip::Envelope() : session_.recording().envelope);
+  showSource();
+  step();
+}
+
+void TripPage::listenToPlayback() {
+  auto* const rates = ui_.get<GtkStringList>(GTK_TYPE_STRING_LIST, "rates");
+  for (const double rate : kRates) {
+    gtk_string_list_append(rates, (std::to_string(static_cast<int>(rate)) + "×").c_str());
+  }
+  auto* const rate = ui_.get<GtkDropDown>(GTK_TYPE_DROP_DOWN, "rate");
+  const auto takeRate = [this, rate] {
+    session_.setRate(kRates[std::min<std::size_t>(gtk_drop_down_get_selected(rate), kRates.size() - 1)]);
+  };
+  gtk_drop_down_set_selected(rate, kRateAtStart);
+  takeRate();
+  connectNotify(rate, "selected", takeRate);
+  connect<gboolean(GtkRange*, GtkScrollType, double)>(position_, "change-value",
+                                                      [this](GtkRange*, GtkScrollType, double seconds) -> gboolean {
+                                                        session_.seek(seconds);
+                                                        step();
+                                                        return FALSE;
+                                                      });
+}
+
+void TripPage::listenToSwitches() {
+  GtkSwitch* const background = ui_.toggle("background");
+  connectNotify(background, "active", [this, background] {
+    session_.setInBackground(gtk_switch_get_active(background));
+    showService();
+  });
+  GtkSwitch* const goesOn = ui_.toggle("background_updates");
+  connectNotify(goesOn, "active", [this, goesOn] {
+    CLLocationManager_ZR::setShouldUpdateInBackground(gtk_switch_get_active(goesOn));
+    showService();
+  });
+  GtkSwitch* const measured = ui_.toggle("measured");
+  connectNotify(measured, "active",
+                [this, measured] { session_.setFiltersMeasuredValues(gtk_switch_get_active(measured)); });
+}
+
+std::string TripPage::open(const std::string& path) {
+  try {
+    session_.useRecording(loadRecording(path));
+  } catch (const trip::RecordingError& error) {
+    return error.what();
+  }
+  adw_combo_row_set_selected(sources_, 0);
+  beginTrip();
+  return {};
+}
+
+void TripPage::playOrPause() {
+  if (session_.playback().isPlaying()) {
+    session_.pause();
+  } else {
+    session_.play();
+  }
+  step();
+}
+
+void TripPage::playToEnd() {
+  session_.seek(session_.playback().durationSeconds());
+  step();
+}
+
+void TripPage::show(const trip::PlaceMark& place) {
+  places_ = {place};
+  map_.change([&](MapView& view) { view.show(ZRMapPointForCoordinate(place.coordinate)); });
+}
+
+void TripPage::zoom(double factor) {
+  map_.change([&](MapView& view) { view.zoomAtCenter(factor); });
+}
+
+void TripPage::zoomToFit() {
+  trip::Envelope around = session_.isLive() ? trip::Envelope() : session_.recording().envelope;
+  for (const TrackPoint& point : session_.track().raw()) around.add(point.at);
+  map_.fit(around);
+}
+
+void TripPage::showDetails() {
+  auto* const flap = ui_.get<AdwFlap>(ADW_TYPE_FLAP, "page");
+  adw_flap_set_reveal_flap(flap, !adw_flap_get_reveal_flap(flap));
+}
+
+void TripPage::step() {
+  const bool hasNews = session_.step();
+  showPlayback();
+  if (!hasNews) return;
+  const auto& raw = session_.track().raw();
+  if (raw.empty()) {
+    map_.redraw();
+  } else if (session_.isLive() && !map_.isFitted()) {
+    map_.fit(surroundingsOf(raw.back().at));
+  } else {
+    map_.follow(raw.back().at);
+  }
+  showService();
+}
+
+void TripPage::showSource() {
+  const LoadedRecording& recording = session_.recording();
+  const bool hasRecording = !session_.isLive() && !recording.fixes.empty();
+  setText(ui_.label("source"), session_.sourceName().empty() ? "No trip" : session_.sourceName());
+  setText(ui_.label("source_details"), hasRecording        ? recording.summary()
+                                       : session_.isLive() ? "What it reports, as it comes"
+                                                           : "Open a recording to play it");
+  for (const char* const id : {"play", "position", "rate"}) gtk_widget_set_sensitive(ui_.widget(id), hasRecording);
+  showPlayback();
+  showService();
+}
+
+void TripPage::showPlayback() {
+  const Playback& playback = session_.playback();
+  if (gtk_range_get_value(position_) != playback.positionSeconds()) {
+    gtk_range_set_value(position_, playback.positionSeconds());
+  }
+  setText(ui_.label("passed"), clockText(playback.positionSeconds()));
+  setText(ui_.label("duration"), clockText(playback.durationSeconds()));
+  auto* const play = ui_.get<GtkButton>(GTK_TYPE_BUTTON, "play");
+  const char* const icon = playback.isPlaying() ? "media-playback-pause-symbolic" : "media-playback-start-symbolic";
+  if (g_strcmp0(gtk_button_get_icon_name(play), icon) == 0) return;
+  gtk_button_set_icon_name(play, icon);
+  gtk_widget_set_tooltip_text(GTK_WIDGET(play), playback.isPlaying() ? "Pause (Ctrl+P)" : "Play (Ctrl+P)");
+}
+
+void TripPage::showService() {
+  setText(ui_.label("now"), session_.failure().empty() ? rowText(session_.latest()) : session_.failure());
+  setText(ui_.label("receiver_state"), session_.receiverRuns() ? "the receiver runs" : "the receiver is stopped");
+  const auto rows = session_.clients().rows();
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    setText(clientRows_[i].count, std::to_string(rows[i].fixes));
+    gtk_switch_set_active(clientRows_[i].listens, rows[i].isListening);
+  }
+}
+
+std::string TripPage::state() const {
+  const auto rows = session_.clients().rows();
+  const TripTrack& track = session_.track();
+  std::string text = "source=" + session_.sourceName();
+  const auto add = [&text](const char* name, auto value) {
+    text += ' ';
+    text += name;
+    text += '=' + std::to_string(value);
+  };
+  add("playing", static_cast<int>(session_.playback().isPlaying()));
+  add("position", static_cast<long>(session_.playback().positionSeconds()));
+  add("drawn", track.raw().size());
+  add("significant", track.significant().size());
+  add("jumps", track.jumps().size());
+  add("plain", rows[TripClients::plain].fixes);
+  add("snapped", rows[TripClients::snapped].fixes);
+  add("halfway", rows[TripClients::halfWay].fixes);
+  add("runs", static_cast<int>(session_.receiverRuns()));
+  add("marked", places_.size());
+  add("zoom", std::lround(100.0 * std::log2(map_.view().transform().pixelsPerMapPoint())));
+  return text;
+}
+
+}  // namespace demo

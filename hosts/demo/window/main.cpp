@@ -1,0 +1,92 @@
+#include <ZRCore/ZRGtkPlatform.h>
+#include <ZRCore/ZRLinuxPlatform.h>
+
+#include <filesystem>
+
+#include "DemoWindow.h"
+
+namespace {
+
+/// A file or folder beside an installed program, else that of the sources which it was built from.
+std::string packaged(const char* fromPrefix, const char* ofSources) {
+  std::error_code error;
+  const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+  const auto installed = program.parent_path().parent_path() / fromPrefix;
+  return std::filesystem::exists(installed, error) ? installed.string() : ofSources;
+}
+
+demo::DemoWindow::Options options;
+std::shared_ptr<ZRLifeFollowing> life;
+std::shared_ptr<void> windows;
+
+void present(GApplication* application, std::unique_ptr<demo::DemoWindow>& window) {
+  if (!window) window = std::make_unique<demo::DemoWindow>(ADW_APPLICATION(application), options);
+}
+
+/// GTK is there by now, and has found a display.
+void installPlatform() {
+  ZRLinuxOptions system;
+  system.informationFile =
+      packaged("share/zrcore/org.zrcore.Demo.information", ZRCORE_DEMO_DATA "/org.zrcore.Demo.information");
+  ZRPlatform platform = makeLinuxPlatform(system);
+  const bool isInstalled = ZRFillGtkPlatform(platform) && ZRPlatformInstall(platform);
+  if (!isInstalled) g_error("something has used the framework before its platform was installed");
+}
+
+/// The location service gives its receiver free when no window has been seen for a while, or the system sleeps.
+void followLife() {
+  ZRLinuxLife followed;
+  followed.followsTerminal = false;
+  life = ZRFollowLinuxLife(followed);
+  windows = ZRGtkFollowWindows([](bool isSeen) { life->setWindowSeen(isSeen); });
+}
+
+/// Lets the person choose between light and dark, or leave it to the system.
+void addStyleAction(GApplication* application) {
+  GVariant* const atStart = g_variant_new_string("system");
+  GSimpleAction* const style = g_simple_action_new_stateful("style", G_VARIANT_TYPE_STRING, atStart);
+  demo::connect<void(GSimpleAction*, GVariant*)>(style, "activate", [](GSimpleAction* action, GVariant* value) {
+    const std::string name = g_variant_get_string(value, nullptr);
+    adw_style_manager_set_color_scheme(adw_style_manager_get_default(), name == "dark"    ? ADW_COLOR_SCHEME_FORCE_DARK
+                                                                        : name == "light" ? ADW_COLOR_SCHEME_FORCE_LIGHT
+                                                                                          : ADW_COLOR_SCHEME_DEFAULT);
+    g_simple_action_set_state(action, value);
+  });
+  g_action_map_add_action(G_ACTION_MAP(application), G_ACTION(style));
+  g_object_unref(style);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  options.samples = packaged("share/zrcore/samples", ZRCORE_SAMPLES);
+
+  const demo::Ref<AdwApplication> application(adw_application_new(
+      "org.zrcore.Demo", static_cast<GApplicationFlags>(G_APPLICATION_NON_UNIQUE | G_APPLICATION_HANDLES_OPEN)));
+  g_application_add_main_option(G_APPLICATION(application.get()), "print-state", 0, G_OPTION_FLAG_NONE,
+                                G_OPTION_ARG_NONE, "Print a line whenever what is shown has changed", nullptr);
+  demo::connect<int(GApplication*, GVariantDict*)>(
+      application.get(), "handle-local-options", [](GApplication*, GVariantDict* given) {
+        options.printsState = g_variant_dict_contains(given, "print-state");
+        return -1;  // go on
+      });
+  std::unique_ptr<demo::DemoWindow> window;
+  demo::connect<void(GApplication*)>(application.get(), "startup", [](GApplication* self) {
+    addStyleAction(self);
+    installPlatform();
+    followLife();
+  });
+  demo::connect<void(GApplication*)>(application.get(), "activate", [&](GApplication* self) { present(self, window); });
+  demo::connect<void(GApplication*, GFile**, int, char*)>(
+      application.get(), "open", [&](GApplication* self, GFile** files, int count, char*) {
+        present(self, window);
+        for (int i = 0; i < count; ++i) {
+          const std::unique_ptr<char, decltype(&g_free)> path(g_file_get_path(files[i]), g_free);
+          if (path) window->open(path.get());
+        }
+      });
+  const int exitCode = g_application_run(G_APPLICATION(application.get()), argc, argv);
+  windows.reset();
+  life.reset();
+  return exitCode;
+}

@@ -1,0 +1,144 @@
+#include <gio/gio.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+#include "Deadline.h"
+#include "Probes.h"
+
+namespace doctor {
+
+Finding AdaptersProbe::look() {
+  const std::pair<const char*, bool> services[] = {
+      {"positioning", platform_.positioning != nullptr},
+      {"bundle", platform_.bundle != nullptr},
+      {"json", platform_.json != nullptr},
+      {"main queue", platform_.mainQueue != nullptr},
+      {"http", platform_.httpSession != nullptr},
+      {"xml", platform_.xml != nullptr},
+      {"images", platform_.images != nullptr},
+      {"settings", platform_.userDefaults != nullptr},
+      {"device", platform_.device != nullptr},
+      {"audio session", platform_.audioSession != nullptr},
+      {"speech", platform_.speech != nullptr},
+      {"audio players", platform_.audioPlayers != nullptr},
+  };
+  std::string present, absent;
+  for (const auto& [name, isThere] : services) {
+    std::string& list = isThere ? present : absent;
+    if (!list.empty()) list += ", ";
+    list += name;
+  }
+  if (absent.empty()) return {"adapters", State::usable, present, ""};
+  return {"adapters", State::missing, "this build has none for: " + absent + " (it has: " + present + ")",
+          "scripts/setup && cmake --workflow --preset check"};
+}
+
+Finding ReceiversProbe::look() {
+  constexpr std::array<std::string_view, 4> kBeginnings{"ttyUSB", "ttyACM", "gps", "ttyGPS"};
+  std::vector<std::string> readable, refused;
+  std::error_code error;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_, error)) {
+    const std::string name = entry.path().filename().string();
+    const bool fits =
+        std::any_of(kBeginnings.begin(), kBeginnings.end(), [&](auto text) { return name.starts_with(text); });
+    if (!fits) continue;
+    const bool mayRead = ::access(entry.path().c_str(), R_OK) == 0;
+    (mayRead ? readable : refused).push_back(entry.path().string());
+  }
+  const auto listed = [](std::vector<std::string> names) {
+    std::sort(names.begin(), names.end());
+    std::string text;
+    for (const auto& name : names) (text += text.empty() ? "" : ", ") += name;
+    return text;
+  };
+  if (!readable.empty()) return {"receivers", State::usable, listed(readable), ""};
+  if (!refused.empty()) {
+    return {"receivers", State::broken, listed(refused) + ": " + std::strerror(EACCES),
+            "sudo usermod -aG dialout \"$USER\""};
+  }
+  return {"receivers", State::missing, "no serial device in " + folder_.string() + " looks like one",
+          "dmesg | tail    # after plugging one in"};
+}
+
+Finding VoicesProbe::look() {
+  constexpr const char* kInstall = "sudo apt-get install espeak-ng";
+  constexpr const char* kReinstall = "sudo apt-get install --reinstall espeak-ng espeak-ng-data";
+  const ProgramRun run = runProgram(program_, "--voices", Deadline(answerSeconds_));
+  if (!run.isFound) return {"voices", State::missing, program_ + " is not installed", kInstall};
+  if (run.isLate) return {"voices", State::broken, program_ + " does not answer", kReinstall};
+  // A heading, then a voice a line.
+  const auto lines = std::count(run.output.begin(), run.output.end(), '\n');
+  if (run.exitCode != 0 || lines < 2) return {"voices", State::broken, program_ + " has no voices", kReinstall};
+  return {"voices", State::usable, program_ + ", " + std::to_string(lines - 1) + " voices", ""};
+}
+
+std::string soundServerOfThisUser() {
+  const char* const named = std::getenv("PULSE_SERVER");
+  if (named != nullptr && *named != '\0') return named;
+  return std::string(g_get_user_runtime_dir()) + "/pulse/native";
+}
+
+Finding SoundProbe::look() {
+  constexpr const char* kStart = "sudo apt-get install pulseaudio && pulseaudio --start";
+  std::string_view path = server_;
+  if (path.starts_with("unix:")) path.remove_prefix(5);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  if (!path.starts_with('/') || path.size() >= sizeof address.sun_path) {
+    return {"sound", State::broken, "'" + server_ + "' is no path of a socket", "unset PULSE_SERVER"};
+  }
+  path.copy(address.sun_path, path.size());
+  const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+  const int result = ::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  const int error = result == 0 ? 0 : errno;
+  ::close(socket);
+  const std::string where = "the server at " + std::string(path);
+  if (error == 0) return {"sound", State::usable, where, ""};
+  if (error == ENOENT || error == ENOTDIR) return {"sound", State::missing, where + " is not running", kStart};
+  return {"sound", State::broken, where + ": " + std::strerror(error), "pulseaudio --kill; pulseaudio --start"};
+}
+
+namespace {
+
+/// The .desktop file that the user's settings name for a kind of addresses, whether it can be used or not.
+std::string chosenHandler(const std::string& type) {
+  const std::string file = std::string(g_get_user_config_dir()) + "/mimeapps.list";
+  GKeyFile* const settings = g_key_file_new();
+  std::string chosen;
+  if (g_key_file_load_from_file(settings, file.c_str(), G_KEY_FILE_NONE, nullptr)) {
+    gchar* const value = g_key_file_get_string(settings, "Default Applications", type.c_str(), nullptr);
+    if (value != nullptr) chosen = value;
+    g_free(value);
+  }
+  g_key_file_free(settings);
+  while (chosen.ends_with(';')) chosen.pop_back();
+  return chosen;
+}
+
+}  // namespace
+
+Finding HandlerProbe::look() {
+  const std::string type = "x-scheme-handler/" + scheme_;
+  const std::string remedy =
+      "sudo apt-get install " + example_ + " && xdg-mime default " + example_ + ".desktop " + type;
+  const std::string chosen = chosenHandler(type);
+  GAppInfo* const handler = g_app_info_get_default_for_uri_scheme(scheme_.c_str());
+  if (handler == nullptr) {
+    if (!chosen.empty()) return {subject_, State::broken, chosen + " is chosen, but can't be started", remedy};
+    return {subject_, State::missing, "no application opens " + scheme_ + " addresses", remedy};
+  }
+  const char* const id = g_app_info_get_id(handler);
+  Finding finding{subject_, State::usable, id != nullptr ? id : g_app_info_get_name(handler), ""};
+  g_object_unref(handler);
+  return finding;
+}
+
+}  // namespace doctor

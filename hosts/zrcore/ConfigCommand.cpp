@@ -1,0 +1,51 @@
+#include "ConfigCommand.h"
+
+#include <memory>
+
+#include "ConfigRun.h"
+
+namespace {
+
+constexpr const char* kDescription = "Fetches the configuration: the base addresses of the kit's five web services.";
+
+constexpr const char* kFooter = R"(
+Output:
+  One line per service: its name and its address, "-" for what there is not. The standard error stream says whether the
+  addresses came from the service or from the packaged file, and why.
+
+Exit codes:
+  0  done, be it from the service or from the packaged file
+  1  some of the services have no address, or FILE can't be read
+  2  the command line must be changed
+  3  no configuration came
+
+Examples:
+  zrcore config --key K
+  zrcore config --key K --service integration --fallback tile_config.json --timeout 5
+  zrcore config --key K --base http://127.0.0.1:8080 --json)";
+
+}  // namespace
+
+void addConfigCommand(CLI::App& tool, int& exitCode) {
+  const auto arguments = std::make_shared<ConfigArguments>();
+  CLI::App& command = *tool.add_subcommand("config", kDescription);
+  command.footer(kFooter);
+
+  command.add_option("--key", arguments->key, "The product key that the service knows")->required();
+  command
+      .add_option_function<std::string>(
+          "--service", [arguments](const std::string& name) { arguments->service = name == "production" ? 1 : 0; },
+          "The configuration host: production, integration [production]")
+      ->type_name("NAME")
+      ->check(CLI::IsMember({"production", "integration"}));
+  command.add_option("--type", arguments->type, "The variant of the configuration [1]")->type_name("N");
+  command.add_option("--base", arguments->base, "Ask here instead of the configuration host")->type_name("URL");
+  command.add_option("--fallback", arguments->fallback, "The packaged file, for when the service gives nothing")
+      ->type_name("FILE");
+  command.add_option("--timeout", arguments->timeoutSeconds, "Seconds without a word from the service [30]")
+      ->type_name("S")
+      ->check(CLI::PositiveNumber);
+  command.add_flag("--json", arguments->json, "Addresses, their source and the reason as a JSON object");
+
+  command.callback([arguments, &exitCode] { exitCode = runConfig(*arguments); });
+}

@@ -1,0 +1,69 @@
+#include "DoctorCommand.h"
+
+#include <doctor/Finding.h>
+
+#include <algorithm>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "ExitCodes.h"
+#include "Messages.h"
+#include "StandardOutput.h"
+
+namespace {
+
+constexpr const char* kDescription =
+    "Tells what of this machine the navigation kit can use, and how to mend what it can't. Changes nothing.";
+
+constexpr const char* kFooter = R"(
+Output:
+  One line for each thing: usable, missing or broken; what it is; details. Below a thing that can't be used stands the
+  command that mends it. With --json an array of objects: subject, state, detail, remedy.
+
+Exit codes:
+  0  all of it can be used
+  3  something is missing or broken; much can be done without, see which)";
+
+std::string lineOf(const doctor::Finding& finding) {
+  const auto padded = [](std::string text, std::size_t width) {
+    text.resize(std::max(text.size(), width), ' ');
+    return text;
+  };
+  std::string line = padded(nameOf(finding.state), 9) + padded(finding.subject, 11) + harmless(finding.detail) + '\n';
+  if (!finding.remedy.empty()) line += std::string(20, ' ') + "$ " + finding.remedy + '\n';
+  return line;
+}
+
+int runDoctor(bool json) {
+  StandardOutput output;
+  nlohmann::ordered_json all = nlohmann::ordered_json::array();
+  bool isHealthy = true;
+  for (const auto& probe : doctor::probesOfThisMachine()) {
+    const doctor::Finding finding = probe->look();
+    isHealthy = isHealthy && finding.state == doctor::State::usable;
+    if (json) {
+      all.push_back({{"subject", finding.subject},
+                     {"state", nameOf(finding.state)},
+                     {"detail", finding.detail},
+                     {"remedy", finding.remedy}});
+    } else {
+      output.write(lineOf(finding));
+      output.flush();
+    }
+  }
+  using nlohmann::detail::error_handler_t;
+  if (json) output.write(all.dump(2, ' ', false, error_handler_t::replace) + '\n');
+  output.flush();
+  return isHealthy ? kExitDone : kExitServiceMissing;
+}
+
+}  // namespace
+
+void addDoctorCommand(CLI::App& tool, int& exitCode) {
+  const auto json = std::make_shared<bool>(false);
+  CLI::App& command = *tool.add_subcommand("doctor", kDescription);
+  command.footer(kFooter);
+  command.add_flag("--json", *json, "For programs");
+  command.callback([json, &exitCode] { exitCode = runDoctor(*json); });
+}

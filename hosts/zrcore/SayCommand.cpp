@@ -1,0 +1,48 @@
+#include "SayCommand.h"
+
+#include <memory>
+
+#include "SayRun.h"
+
+namespace {
+
+constexpr const char* kDescription = "Speaks texts, one after the other, as guidance speaks its prompts.";
+
+constexpr const char* kFooter = R"(
+While it speaks, other applications' sound is lowered. Messages go to the standard error stream.
+
+Exit codes:
+  0  every text was heard to its end (with --interrupt: the last)
+  2  the command line must be changed; a file would be overwritten without --force
+  3  the system does not give what is needed: no speech engine (espeak-ng), no such voice, no sound server, no room
+  130, 143  ended early by a signal
+
+Examples:
+  zrcore say "Turn left" "Turn right"
+  zrcore say "Links abbiegen" --voice de --rate 0.6
+  zrcore say "Turn left" --to wav:prompt.wav)";
+
+}  // namespace
+
+void addSayCommand(CLI::App& tool, int& exitCode) {
+  const auto arguments = std::make_shared<SayArguments>();
+  CLI::App& command = *tool.add_subcommand("say", kDescription);
+  command.footer(kFooter);
+
+  command.add_option("TEXT", arguments->texts, "What to say; each is a prompt of its own")->required();
+  command.add_option("--voice", arguments->voice, "A language tag, such as en-US or de [en-US]")->type_name("TAG");
+  command.add_option("--rate", arguments->rate, "From 0, slow, to 1, fast [0.5]")
+      ->type_name("R")
+      ->check(CLI::Range(0.0, 1.0));
+  command.add_option("--volume", arguments->volume, "From 0, silent, to 1 [1]")
+      ->type_name("V")
+      ->check(CLI::Range(0.0, 1.0));
+  command.add_flag("--interrupt", arguments->interrupt, "Let each text silence the one before it");
+  command
+      .add_option_function<std::string>(
+          "--to", [arguments](const std::string& text) { arguments->target = SoundTarget::parse("--to", text); },
+          "sound: the sound server; wav:FILE: a WAV file [sound]")
+      ->type_name("TARGET");
+  command.add_flag("--force", arguments->force, "Let --to overwrite a file");
+  command.callback([arguments, &exitCode] { exitCode = runSay(*arguments); });
+}

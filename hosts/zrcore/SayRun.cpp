@@ -1,0 +1,65 @@
+#include "SayRun.h"
+
+#include <ZRCore/ZRAudio.h>
+
+#include <cstdio>
+
+#include "ExitCodes.h"
+#include "Interruption.h"
+
+namespace {
+
+/// Counts the texts that were heard to their end.
+class Hearer final : public ZRDidFinishSpeechUtterance {
+ public:
+  void speechSynthesizerDidFinishSpeechUtterance(const std::shared_ptr<AVSpeechSynthesizer>&,
+                                                 const std::shared_ptr<AVSpeechUtterance>& utterance) override {
+    ++heard;
+    last = utterance;
+  }
+  std::size_t heard = 0;
+  std::shared_ptr<AVSpeechUtterance> last;
+};
+
+/// Speaks all texts and waits for their end. @return whether what should be heard was
+bool speak(const SayArguments& arguments, ZRAudio& audio) {
+  const auto hearer = std::make_shared<Hearer>();
+  audio.setDelegate(hearer);
+  for (const std::string& text : arguments.texts) {
+    audio.speakTextInterruptVolume(text, arguments.interrupt, arguments.volume);
+  }
+  const auto last = audio.utterance();
+  runLoopUntil([&] { return !audio.isSpeaking(); });
+  endSound(audio);
+  return arguments.interrupt ? hearer->last == last : hearer->heard == arguments.texts.size();
+}
+
+}  // namespace
+
+int runSay(const SayArguments& arguments) {
+  Messages messages(
+      [](std::string_view line) { std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data()); });
+  interruption::listen();
+  int exitCode = kExitDone;
+  const auto speaking = speakingPlatform(arguments.target, arguments.force, messages, exitCode);
+  if (!speaking) return exitCode;
+  if (!ZRPlatformInstall(speaking->platform)) {
+    messages.say("the platform is in use already");
+    return kExitServiceMissing;
+  }
+  const auto& audio = ZRAudio::sharedInstance();
+  if (arguments.voice) {
+    const auto voice = ZRPlatformInUse().speech->voiceWithLanguage(*arguments.voice);
+    if (!voice) {
+      messages.about("--voice", "'" + harmless(*arguments.voice) + "' is no language tag; give it as in en-US");
+      return kExitUsage;
+    }
+    audio->setVoice(voice);
+  }
+  if (arguments.rate) audio->setSpeechUtteranceRate(*arguments.rate);
+  const bool isHeard = speak(arguments, *audio);
+  const std::string fault = speaking->soundFile ? speaking->soundFile->close() : "";
+  if (!fault.empty()) messages.say(fault);
+  if (interruption::signal() != 0) return 128 + interruption::signal();
+  return isHeard && fault.empty() ? kExitDone : kExitServiceMissing;
+}

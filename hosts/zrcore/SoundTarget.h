@@ -1,0 +1,49 @@
+#ifndef ZRCORE_HOSTS_ZRCORE_SOUNDTARGET_H
+#define ZRCORE_HOSTS_ZRCORE_SOUNDTARGET_H
+
+#include <ZRCore/ZRAudio.h>
+#include <ZRCore/ZRLinuxPlatform.h>
+
+#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
+
+#include "Messages.h"
+
+/// Where spoken sound goes: to the sound server, or into a file.
+struct SoundTarget {
+  std::optional<std::string> wavFile;
+
+  /// @throws CLI::ValidationError for anything but "sound" and "wav:FILE"
+  static SoundTarget parse(const std::string& option, const std::string& text);
+};
+
+/// A log whose lines are messages of the tool.
+class MessageLog final : public ZRLog {
+ public:
+  explicit MessageLog(Messages& messages) : messages_(messages) {}
+  void writeLine(std::string_view line) override { messages_.say(harmless(line)); }
+
+ private:
+  Messages& messages_;
+};
+
+/// The platform of a run that speaks, and logs by messages.
+struct SpeakingPlatform {
+  ZRPlatform platform;
+  std::shared_ptr<ZRSoundFile> soundFile;  ///< null with the sound server
+};
+
+/// @return nullopt, with a message, when the file is there already and `mayOverwrite` is not said, or cannot be written;
+///         `exitCode` then says which.
+/// @param options  of the platform, but for its sound
+std::optional<SpeakingPlatform> speakingPlatform(const SoundTarget& target, bool mayOverwrite, Messages& messages,
+                                                 int& exitCode, ZRLinuxOptions options = {});
+
+/// Iterates the loop until `isDone`, or a signal came.
+void runLoopUntil(const std::function<bool()>& isDone);
+
+/// Ends what still sounds, and lets all be told and other applications' streams be restored.
+void endSound(ZRAudio& audio);
+
+#endif

@@ -1,0 +1,53 @@
+#include "TripSpeaker.h"
+
+#include <trip/OutputError.h>
+
+#include "SoundTarget.h"
+
+namespace {
+
+const char* textOf(trip::Turn turn) {
+  switch (turn) {
+    case trip::Turn::left:
+      return "Turn left";
+    case trip::Turn::right:
+      return "Turn right";
+    case trip::Turn::around:
+      break;
+  }
+  return "Turn around";
+}
+
+}  // namespace
+
+void TripSpeaker::row(const trip::TripRow& row) {
+  passTime(row);
+  if (row.index == 0) say("The trip starts");
+  if (!row.significant) return;
+  if (const auto turn = turns_.add(row.smoothCourseDegrees)) say(textOf(*turn));
+}
+
+void TripSpeaker::passTime(const trip::TripRow& row) {
+  if (!soundFile_ || time_ == Time::live || !row.secondsSince1970) return;
+  soundFile_->setTimeSeconds(pace_.secondsAfterFirst(*row.secondsSince1970));
+  settleFile();
+}
+
+void TripSpeaker::say(const char* text) {
+  audio_->speakTextInterruptVolume(text, false, 1.0F);
+  settleFile();
+}
+
+/// In the file the time of the replay stands still while the engine works.
+void TripSpeaker::settleFile() {
+  if (soundFile_ && time_ == Time::replayed) runLoopUntil([this] { return soundFile_->isSettled(); });
+}
+
+void TripSpeaker::finish(const trip::TripSummary& summary) {
+  if (summary.fixes > 0) say("The trip ends");
+  if (soundFile_) soundFile_->letTimePass();
+  runLoopUntil([this] { return !audio_->isSpeaking(); });
+  endSound(*audio_);
+  const std::string fault = soundFile_ ? soundFile_->close() : "";
+  if (!fault.empty()) throw trip::OutputError(path_, fault, "make room or choose another file");
+}

@@ -1,0 +1,47 @@
+#ifndef ZRCORE_HOSTS_ZRCORE_TRIPSPEAKER_H
+#define ZRCORE_HOSTS_ZRCORE_TRIPSPEAKER_H
+
+#include <ZRCore/ZRAudio.h>
+#include <ZRCore/ZRLinuxSound.h>
+#include <policy/ReplayPace.h>
+#include <trip/TripRow.h>
+#include <trip/TurnDetector.h>
+
+#include <memory>
+#include <string>
+
+/// Speaks a trip while it goes on: its start, its turns, its end. Stands on the platform in use.
+class TripSpeaker final : public trip::TripOutput {
+ public:
+  enum class Time {
+    /// A file gets the time of the recording, so that each prompt stands where the fix stands that caused it; pauses of
+    /// over a minute are cut to one. The loop is iterated within `row`.
+    replayed,
+    /// The loop goes on by itself. In a file prompts stand back to back.
+    live,
+  };
+
+  /// @param soundFile  null with the sound server
+  /// @param path       of that file, for messages
+  TripSpeaker(std::shared_ptr<ZRSoundFile> soundFile, std::string path, Time time)
+      : soundFile_(std::move(soundFile)), path_(std::move(path)), time_(time) {}
+
+  void row(const trip::TripRow& row) override;
+  /// Returns when all has been heard, or a signal came.
+  /// @throws trip::OutputError  the file could not be written
+  void finish(const trip::TripSummary& summary) override;
+
+ private:
+  void passTime(const trip::TripRow& row);
+  void say(const char* text);
+  void settleFile();
+
+  std::shared_ptr<ZRSoundFile> soundFile_;
+  std::string path_;
+  Time time_;
+  std::shared_ptr<ZRAudio> audio_ = ZRAudio::sharedInstance();
+  trip::TurnDetector turns_;
+  policy::ReplayPace pace_{1.0};
+};
+
+#endif

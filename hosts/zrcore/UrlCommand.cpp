@@ -1,0 +1,64 @@
+#include "UrlCommand.h"
+
+#include <ZRCore/NSURL_ZR.h>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ExitCodes.h"
+
+namespace {
+
+constexpr const char* kDescription =
+    "Makes the address of a request from a base address, a path and parameters, as the kit does.";
+
+constexpr const char* kFooter = R"(
+Keys and values are escaped; the base and the path are taken as they are.
+
+Exit codes:
+  0  done
+  1  what came of it is no address
+  2  the command line must be changed
+
+Example:
+  zrcore url https://maps.example/v1 search 'q=Lantern Row' limit=5)";
+
+struct UrlArguments {
+  std::string base, path;
+  std::vector<std::string> parameters;
+};
+
+int runUrl(const UrlArguments& arguments) {
+  ZROHMDictionary parameters;
+  for (const std::string& parameter : arguments.parameters) {
+    const auto equals = parameter.find('=');
+    if (equals == std::string::npos) {
+      std::fprintf(stderr, "zrcore: %s: is no parameter: write KEY=VALUE\n", parameter.c_str());
+      return kExitUsage;
+    }
+    parameters.set(parameter.substr(0, equals), parameter.substr(equals + 1));
+  }
+  const auto url = NSURL_ZR::urlWithBaseUrlStringPathParameters(arguments.base, arguments.path, parameters);
+  if (!url) {
+    std::fprintf(stderr,
+                 "zrcore: no address comes of this: the base and the path may not hold blanks, other letters than "
+                 "English ones or a \"%%\" without two digits, and the parameters must be UTF-8\n");
+    return kExitDataFault;
+  }
+  std::printf("%s\n", url->absoluteString().c_str());
+  return kExitDone;
+}
+
+}  // namespace
+
+void addUrlCommand(CLI::App& tool, int& exitCode) {
+  const auto arguments = std::make_shared<UrlArguments>();
+  CLI::App& command = *tool.add_subcommand("url", kDescription);
+  command.footer(kFooter);
+  command.add_option("BASE", arguments->base, "The service's base address")->required();
+  command.add_option("PATH", arguments->path, "The path behind it; may be empty")->required();
+  command.add_option("KEY=VALUE", arguments->parameters, "Parameters, in this order");
+  command.callback([arguments, &exitCode] { exitCode = runUrl(*arguments); });
+}

@@ -1,0 +1,224 @@
+#include "WatchRun.h"
+
+#include <ZRCore/ZRLinuxPlatform.h>
+#include <ZRCore/ZRLocationManager.h>
+#include <glib-unix.h>
+#include <trip/GpxRecording.h>
+#include <trip/LocationRow.h>
+#include <trip/OutputError.h>
+#include <trip/SummaryCounter.h>
+
+#include <csignal>
+#include <exception>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "ExitCodes.h"
+#include "TripSpeaker.h"
+#include "TripView.h"
+
+namespace {
+
+/// The tool's own words to whoever asks the user for permission.
+class WatchBundle final : public ZRBundle {
+ public:
+  bool hasInfoValueForKey(std::string_view key) const override { return infoStringForKey(key).has_value(); }
+  std::optional<std::string> infoStringForKey(std::string_view key) const override {
+    if (key != "NSLocationWhenInUseUsageDescription") return std::nullopt;
+    return "zrcore watch shows where this machine is.";
+  }
+  std::optional<std::string> bundleIdentifier() const override { return std::nullopt; }
+  std::optional<std::string> localizedStringForKey(std::string_view) const override { return std::nullopt; }
+  std::optional<std::string> frameworkResource(std::string_view, std::string_view) const override {
+    return std::nullopt;
+  }
+};
+
+/// A GLib source of the default main context, which ends with its object.
+class MainSource {
+ public:
+  MainSource(GSource* source, std::function<void()> fire) : source_(source), fire_(std::move(fire)) {
+    const auto dispatch = [](gpointer self) -> gboolean {
+      static_cast<MainSource*>(self)->fire_();
+      return G_SOURCE_REMOVE;
+    };
+    g_source_set_callback(source_, dispatch, this, nullptr);
+    g_source_attach(source_, nullptr);
+  }
+  MainSource(const MainSource&) = delete;
+  MainSource& operator=(const MainSource&) = delete;
+  ~MainSource() {
+    g_source_destroy(source_);
+    g_source_unref(source_);
+  }
+
+ private:
+  GSource* source_;
+  std::function<void()> fire_;
+};
+
+guint millisecondsOf(double seconds) { return static_cast<guint>(std::min(seconds * 1000.0, 4e9)); }
+
+TripView::Shape shapeFor(const WatchArguments& arguments) {
+  if (arguments.json) return TripView::Shape::json;
+  if (arguments.quiet) return TripView::Shape::nothing;
+  return Terminal::canRedraw() ? TripView::Shape::table : TripView::Shape::lines;
+}
+
+trip::TripSummary summaryAtStart(const WatchArguments& arguments) {
+  trip::TripSummary summary;
+  summary.source = arguments.source;
+  summary.format = "live";
+  summary.filter = arguments.filter;
+  return summary;
+}
+
+class WatchRun final : public ZRDidUpdateLocations, public ZRDidFailWithError {
+ public:
+  explicit WatchRun(const WatchArguments& arguments)
+      : arguments_(arguments), view_(shapeFor(arguments), true), counter_(summaryAtStart(arguments)) {
+    view_.setName(harmless(arguments.source));
+  }
+
+  /// @param self  this object, as the delegate that the manager holds weakly
+  static int run(const std::shared_ptr<WatchRun>& self);
+
+ private:
+  bool openOutputs();
+  void speak(std::shared_ptr<ZRSoundFile> soundFile);
+  int exitCode() const;
+
+  void locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLocations& locations) override;
+  void locationManagerDidFailWithError(ZRLocationManager&, const NSError& error) override;
+
+  const WatchArguments& arguments_;
+  TripView view_;
+  trip::SummaryCounter counter_;
+  std::unique_ptr<MainSource> redraw_;
+  std::string fault_;           ///< told last, and no fix since
+  std::exception_ptr failure_;  ///< of an output
+  int signal_ = 0;
+  bool isOver_ = false;
+};
+
+/// False, with a message, when the recording may not be written.
+bool WatchRun::openOutputs() {
+  if (!arguments_.recordFile) return true;
+  try {
+    std::vector<std::unique_ptr<trip::TripOutput>> outputs;
+    outputs.push_back(std::make_unique<trip::GpxRecording>(*arguments_.recordFile, arguments_.force));
+    view_.addOutputs(std::move(outputs));
+  } catch (const trip::OutputError& error) {
+    view_.messages().say(error.what());
+    return false;
+  }
+  return true;
+}
+
+/// Once the platform is in use.
+void WatchRun::speak(std::shared_ptr<ZRSoundFile> soundFile) {
+  std::vector<std::unique_ptr<trip::TripOutput>> outputs;
+  outputs.push_back(std::make_unique<TripSpeaker>(std::move(soundFile), arguments_.speech->wavFile.value_or(""),
+                                                  TripSpeaker::Time::live));
+  view_.addOutputs(std::move(outputs));
+}
+
+void WatchRun::locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLocations& locations) {
+  fault_.clear();
+  try {
+    for (const auto& location : locations) {
+      trip::TripRow row = trip::rowOfLocation(*location);
+      row.index = counter_.summary().fixes;
+      counter_.row(row);
+      view_.row(row);
+    }
+  } catch (...) {  // GLib's C code stands between here and our caller
+    failure_ = std::current_exception();
+  }
+  isOver_ = isOver_ || failure_ != nullptr || view_.wantsToStop();
+  // The table is drawn at a bounded rate: the last of a quick succession is drawn by this.
+  const guint delay = millisecondsOf(LiveTable::kSecondsBetweenDrawings);
+  redraw_ = std::make_unique<MainSource>(g_timeout_source_new(delay), [this] { view_.refresh(); });
+}
+
+void WatchRun::locationManagerDidFailWithError(ZRLocationManager&, const NSError& error) {
+  // The platform's log has told it already.
+  fault_ = error.userInfo.at(ZRPositioningFaultKey);
+  isOver_ = isOver_ || fault_ == "badSource" || (fault_ == "lost" && arguments_.source.starts_with("file:"));
+}
+
+int WatchRun::exitCode() const {
+  if (signal_ != 0) return 128 + signal_;
+  if (fault_ == "badSource") return kExitServiceMissing;
+  if (counter_.summary().fixes > 0 || view_.wantsToStop()) return kExitDone;
+  return fault_.empty() || fault_ == "noFix" || fault_ == "lost" ? kExitDataFault : kExitServiceMissing;
+}
+
+int WatchRun::run(const std::shared_ptr<WatchRun>& self) {
+  WatchRun& run = *self;
+  if (!run.openOutputs()) return kExitUsage;
+
+  ZRLinuxOptions options;
+  options.positioning = run.arguments_.source;
+  SpeakingPlatform speaking;
+  if (run.arguments_.speech) {
+    int exitCode = kExitDone;
+    const auto made =
+        speakingPlatform(*run.arguments_.speech, run.arguments_.force, run.view_.messages(), exitCode, options);
+    if (!made) return exitCode;
+    speaking = *made;
+  } else {
+    speaking.platform = makeLinuxPlatform(options);
+    speaking.platform.log = std::make_shared<MessageLog>(run.view_.messages());
+  }
+  ZRPlatform& platform = speaking.platform;
+  platform.bundle = std::make_shared<WatchBundle>();
+  if (!ZRPlatformInstall(platform)) {
+    run.view_.messages().say("the location service is in use already");
+    return kExitServiceMissing;
+  }
+  if (run.arguments_.speech) run.speak(speaking.soundFile);
+  ZRLocationManager::setFiltersMeasuredValues(run.arguments_.filter == "measured");
+  const auto life = ZRFollowLinuxLife();
+  const auto manager = ZRLocationManager::init();
+  manager->setDelegate(self);
+  manager->startUpdatingLocation();
+
+  std::vector<std::unique_ptr<MainSource>> endings;
+  for (const int signal : {SIGINT, SIGTERM}) {
+    endings.push_back(std::make_unique<MainSource>(g_unix_signal_source_new(signal), [&run, signal] {
+      run.signal_ = signal;
+      run.isOver_ = true;
+    }));
+  }
+  if (run.arguments_.forSeconds) {
+    GSource* const timer = g_timeout_source_new(millisecondsOf(*run.arguments_.forSeconds));
+    endings.push_back(std::make_unique<MainSource>(timer, [&run] { run.isOver_ = true; }));
+  }
+  ZRRunLinuxLoopUntil([&run] { return run.isOver_; });
+  endings.clear();
+  run.redraw_.reset();
+  manager->stopUpdatingLocation();
+  if (run.failure_) std::rethrow_exception(run.failure_);
+
+  trip::TripSummary summary = run.counter_.summary();
+  summary.deliveredByClient = {{"plain", summary.fixes}};
+  run.view_.finish(summary);
+  return run.exitCode();
+}
+
+}  // namespace
+
+int runWatch(const WatchArguments& arguments) {
+  const auto run = std::make_shared<WatchRun>(arguments);
+  std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is told by the stream
+  try {
+    return WatchRun::run(run);
+  } catch (const trip::OutputError& error) {
+    std::fprintf(stderr, "zrcore: %s\n", error.what());
+    return kExitServiceMissing;
+  }
+}

@@ -1,0 +1,25 @@
+#ifndef ZRCORE_HOSTS_ZRCORE_WATCHRUN_H
+#define ZRCORE_HOSTS_ZRCORE_WATCHRUN_H
+
+#include <optional>
+#include <string>
+
+#include "SoundTarget.h"
+
+/// What the command line of `zrcore watch` says.
+struct WatchArguments {
+  std::string source = "auto";
+  std::optional<std::string> recordFile;
+  std::string filter = "documented";  ///< or "measured"
+  std::optional<double> forSeconds;   ///< nullopt: until it is interrupted
+  std::optional<SoundTarget> speech;  ///< nullopt: nothing is spoken
+  bool json = false;
+  bool quiet = false;
+  bool force = false;
+};
+
+/// Shows and records what the location service says.
+/// @return the tool's exit code
+int runWatch(const WatchArguments& arguments);
+
+#endif

@@ -1,0 +1,134 @@
+/// @file
+/// The services of a Linux system: link ZRCore::Linux beside ZRCore::ZRCore and install what `makeLinuxPlatform` makes.
+///
+///     ZRLinuxOptions options;
+///     options.informationFile = "/usr/share/maps/maps.information";
+///     if (!ZRPlatformInstall(makeLinuxPlatform(options))) …  // too late: a platform is in use
+///
+/// All services work on one GLib main context, in the thread that iterates it, and start no threads.
+#ifndef ZRCORE_ZRLINUXPLATFORM_H
+#define ZRCORE_ZRLINUXPLATFORM_H
+
+#include <ZRCore/ZRExport.h>
+#include <ZRCore/ZRLinuxSound.h>
+#include <ZRCore/ZRPlatform.h>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+extern "C" {
+struct _GMainContext;
+}
+
+/// Where the log's lines go.
+enum class ZRLinuxLog {
+  automatic,      ///< to the journal when the standard error stream leads there, else to that stream
+  standardError,  ///< to the standard error stream
+  journal,        ///< to the journal; what it does not take, to the standard error stream
+};
+
+/// What a host may say about its platform. Members left alone have the values given here.
+struct ZRLinuxOptions {
+  /// Lets a library that knows more options take the options of a host that was built before them.
+  std::uint32_t size = sizeof(ZRLinuxOptions);
+
+  /// The main context (a `GMainContext*`) whose thread is the main thread; null for the process's default context.
+  struct _GMainContext* mainContext = nullptr;
+
+  /// The longest body that a request of `httpSession` may be answered with, unpacked. A longer one is a failure with
+  /// NSURLErrorDataLengthExceedsMaximum.
+  std::uint64_t longestBodyBytes = 64ULL << 20;
+
+  /// The application's information dictionary: a key file with the group [Information], where texts stand under
+  /// `CFBundleIdentifier`, `CFBundleVersion`, `ZRApplicationKey`, `NSLocationWhenInUseUsageDescription`,
+  /// `NSLocationAlwaysUsageDescription` and keys of the host's own. Empty: the application says nothing. What has no
+  /// identifier has no stored settings and no identifier for its vendor.
+  std::string informationFile;
+  /// The folder of the files packaged with the framework; empty: the one they were installed to with this library.
+  std::string resourcesFolder;
+  /// The gettext domain of the host's translations, whose keys are the English texts; empty: none. The language is that
+  /// of the process's locale, which the host sets (`setlocale`).
+  std::string textDomain;
+  /// The folder of the domain's catalogues; empty: the system's.
+  std::string textFolder;
+
+  /// The folder of the settings' files, one an application; empty: ZRCore in the user's folder for settings
+  /// ($XDG_CONFIG_HOME).
+  std::string settingsFolder;
+  /// Under which the system's own files are looked for (etc/machine-id, etc/os-release, etc/locale.conf, the journal's
+  /// socket).
+  std::string rootFolder = "/";
+
+  /// The most pixels (width times height) that a picture may have; files that declare more are not decoded. Four bytes
+  /// of memory each, and as many again while decoding.
+  std::uint64_t largestImagePixels = std::uint64_t{1} << 25U;
+
+  ZRLinuxLog log = ZRLinuxLog::automatic;
+
+  /// How sound is made and where it goes; null for the default engine and the session's sound server.
+  std::shared_ptr<const ZRLinuxSoundOptions> sound;
+
+  /// Where positions come from:
+  /// - `auto`: gpsd on this machine if it answers, else GeoClue; the one that answered first stays for a whole run.
+  /// - `gpsd`, `gpsd:HOST`, `gpsd:HOST:PORT`, `gpsd:/PATH`: a gpsd, over TCP or its UNIX socket.
+  /// - `geoclue`: the desktop's location service; the user may be asked.
+  /// - `nmea:PATH`: a receiver on a serial device (at the speed that the device is set to), a FIFO or a UNIX socket.
+  /// - `file:PATH`: a recording (GPX, NMEA 0183, gpsd JSON lines, CSV), replayed at its own speed.
+  /// What goes wrong comes as `locationManager:didFailWithError:`, once for each change, while the manager goes on trying.
+  std::string positioning = "auto";
+
+  /// The desktop id by which GeoClue, and the user, know this application: the name of its .desktop file, without that
+  /// ending.
+  std::string desktopId = "zrcore";
+};
+
+/// Fills the members of `platform` that its `size` reaches. Called by `makeLinuxPlatform`.
+ZR_EXPORT void ZRFillLinuxPlatform(ZRPlatform& platform, const ZRLinuxOptions& options);
+
+/// The services of this system, of the shape that the host's own compilation knows.
+inline ZRPlatform makeLinuxPlatform(const ZRLinuxOptions& options = {}) {
+  ZRPlatform platform;
+  ZRFillLinuxPlatform(platform, options);
+  return platform;
+}
+
+/// What moves an application to the background and back.
+struct ZRLinuxLife {
+  std::uint32_t size = sizeof(ZRLinuxLife);
+  struct _GMainContext* mainContext = nullptr;  ///< as in ZRLinuxOptions
+
+  /// The terminal's stop (Ctrl-Z, SIGTSTP) and SIGCONT, for command line tools: the notification is posted, then the
+  /// process stops.
+  bool followsTerminal = true;
+  /// The system's sleep, as logind tells it.
+  bool followsSleep = true;
+  /// For how long no window may be seen (`ZRLifeFollowing::setWindowSeen`) before that is the background: one that opens
+  /// as another closes, a switch between two, is none.
+  double windowPatienceSeconds = 5.0;
+};
+
+/// Follows an application's life until it is released. Main thread.
+class ZR_EXPORT ZRLifeFollowing {
+ public:
+  virtual ~ZRLifeFollowing();
+  /// For hosts with windows: whether any is active or visible now. Until the first call there need be none.
+  virtual void setWindowSeen(bool isSeen) = 0;
+};
+
+/// Posts UIApplicationDidEnterBackgroundNotification and UIApplicationWillEnterForegroundNotification to the notification
+/// centre of the platform in use, once for each change, however many reasons there are for it. Main thread.
+/// @return keep it: with its release the following ends.
+[[nodiscard]] ZR_EXPORT std::shared_ptr<ZRLifeFollowing> ZRFollowLinuxLife(const ZRLinuxLife& life = {});
+
+/// Iterates a main context until `isDone` says so, for hosts that have no loop of their own. Main thread.
+/// @param isDone   asked before each iteration, which waits until something happens.
+/// @param context  a `GMainContext*`; null for the process's default context.
+ZR_EXPORT void ZRRunLinuxLoopUntil(const std::function<bool()>& isDone, struct _GMainContext* context = nullptr);
+
+/// The same, for `seconds` at the most. @return whether `isDone` said so.
+ZR_EXPORT bool ZRRunLinuxLoopFor(double seconds, const std::function<bool()>& isDone,
+                                 struct _GMainContext* context = nullptr);
+
+#endif

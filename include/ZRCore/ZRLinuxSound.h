@@ -1,0 +1,59 @@
+/// @file
+/// How a Linux system's sound is made and where it goes; for ZRLinuxOptions.
+#ifndef ZRCORE_ZRLINUXSOUND_H
+#define ZRCORE_ZRLINUXSOUND_H
+
+#include <ZRCore/ZRExport.h>
+#include <ZRCore/ZRPlatform.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// A WAV file (one channel of 16 bits, 22050 samples a second) that takes the place of the sound server. What is played
+/// is written one after the other. Main thread.
+///
+/// At first time passes as fast as sound comes, and all sound stands back to back. A host that replays something gives
+/// the file the time of its replay: each prompt then stands where it would have been heard, with silence in between.
+class ZR_EXPORT ZRSoundFile {
+ public:
+  /// Creates the file, or empties the one that is there.
+  /// @return null when it cannot be written; `fault` then says why.
+  static std::shared_ptr<ZRSoundFile> create(const std::string& path, std::string& fault);
+  virtual ~ZRSoundFile();
+
+  /// It is so many seconds after the file's beginning; never less than before. What has been heard by then is told.
+  virtual void setTimeSeconds(double seconds) = 0;
+  /// From now on time passes as fast as sound comes.
+  virtual void letTimePass() = 0;
+  /// Whether nothing is under way that belongs to this moment: no engine has yet to speak, nothing has yet to be told.
+  virtual bool isSettled() const = 0;
+  /// The length of what has been written.
+  virtual double lengthSeconds() const = 0;
+  /// Completes the file, after which it takes no sound. @return what went wrong while it was written; empty: nothing.
+  virtual std::string close() = 0;
+};
+
+struct ZRLinuxSoundOptions {
+  /// Lets a library that knows more options take the options of a host that was built before them.
+  std::uint32_t size = sizeof(ZRLinuxSoundOptions);
+
+  /// The speech engine: reads UTF-8 from its standard input and writes WAV to its standard output. %v stands for the
+  /// voice's language tag, %r for the words per minute, %a for the volume in percent. No shell takes part.
+  std::vector<std::string> speechCommand = {"espeak-ng", "--stdin", "--stdout", "-b", "1", "-v",
+                                            "%v",        "-s",      "%r",       "-a", "%a"};
+  /// The seconds for which the engine may be silent before it is given up.
+  double speechPatienceSeconds = 5.0;
+  /// Null: sound goes to the sound server.
+  std::shared_ptr<ZRSoundFile> soundFile;
+  /// The folder in which it stands which other applications' streams have been lowered, so that the next process can
+  /// restore them if this one dies. Empty: a folder of the user's session.
+  std::string stateFolder;
+};
+
+/// Whether the sound of a platform made with these options has come to rest: nothing of ours is heard, and no other
+/// application's stream has yet to be restored. A host that ends iterates its loop until then. Main thread.
+ZR_EXPORT bool ZRLinuxSoundIsSettled(const ZRPlatform& platform);
+
+#endif

@@ -1,0 +1,39 @@
+#include "BrowserChrome.h"
+
+#include "GtkText.h"
+
+namespace {
+
+void name(const std::shared_ptr<UIBarButtonItem>& item, const char* english) {
+  if (item && !item->accessibilityLabel()) item->setAccessibilityLabel(hostText(english));
+}
+
+bool press(const std::shared_ptr<UIBarButtonItem>& item) {
+  if (item) item->press();
+  return true;
+}
+
+}  // namespace
+
+void nameButtons(const ZRWebViewController& browser) {
+  name(browser.refreshButton(), "Reload");
+  name(browser.backButton(), "Back");
+  name(browser.forwardButton(), "Forward");
+  name(browser.actionButton(), "Share");
+}
+
+bool pressKey(ZRWebViewController& browser, unsigned key, GdkModifierType modifiers) {
+  const auto held = static_cast<GdkModifierType>(modifiers & (GDK_CONTROL_MASK | GDK_ALT_MASK | GDK_SHIFT_MASK));
+  if ((held == GDK_ALT_MASK && key == GDK_KEY_Left) || key == GDK_KEY_Back) return press(browser.backButton());
+  if ((held == GDK_ALT_MASK && key == GDK_KEY_Right) || key == GDK_KEY_Forward) return press(browser.forwardButton());
+  const bool isReload = key == GDK_KEY_F5 || key == GDK_KEY_Reload ||
+                        (held == GDK_CONTROL_MASK && (key == GDK_KEY_r || key == GDK_KEY_R));
+  if (isReload) return press(browser.refreshButton());
+  // At other times the key is the page's.
+  const auto spinner = browser.activityIndicator();
+  if (key == GDK_KEY_Escape && spinner && spinner->isAnimating()) {
+    browser.stopPressed();
+    return true;
+  }
+  return false;
+}

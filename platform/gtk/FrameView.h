@@ -1,0 +1,61 @@
+#ifndef ZRCORE_PLATFORM_GTK_FRAMEVIEW_H
+#define ZRCORE_PLATFORM_GTK_FRAMEVIEW_H
+
+#include <ZRCore/UIView.h>
+#include <gtk/gtk.h>
+
+#include <memory>
+#include <utility>
+
+/// A view that is a widget.
+class HasWidget {
+ public:
+  virtual ~HasWidget() = default;
+  GtkWidget* widget() const { return widget_.get(); }
+
+  /// The widget of `view`; null for a view that has none.
+  static GtkWidget* of(const std::shared_ptr<UIView>& view) {
+    const auto* const holder = dynamic_cast<const HasWidget*>(view.get());
+    return holder ? holder->widget() : nullptr;
+  }
+
+ protected:
+  /// Takes a new widget over.
+  explicit HasWidget(GtkWidget* widget) : widget_(GTK_WIDGET(g_object_ref_sink(widget))) {}
+
+ private:
+  struct Release {
+    void operator()(GtkWidget* widget) const { g_object_unref(widget); }
+  };
+  std::unique_ptr<GtkWidget, Release> widget_;
+};
+
+/// Lets the view around `widget` place it anew.
+void frameOfWidgetHasChanged(GtkWidget* widget);
+
+/// One of the seam's views as a widget: Base says what it is, the widget shows it where its frame lies.
+template <class Base>
+class Shown : public Base, public HasWidget {
+ public:
+  template <class... Arguments>
+  explicit Shown(GtkWidget* widget, Arguments&&... arguments)
+      : Base(std::forward<Arguments>(arguments)...), HasWidget(widget) {}
+
+  void setFrame(const CGRect& frame) override {
+    Base::setFrame(frame);
+    frameOfWidgetHasChanged(widget());
+  }
+};
+
+/// A plain view, and the only one that shows its subviews: each where its frame lies. It takes the size that GTK gives
+/// it as the size of its frame.
+class FrameView final : public Shown<UIView> {
+ public:
+  explicit FrameView(const CGRect& frame);
+  ~FrameView() override;
+
+  void addSubview(std::shared_ptr<UIView> view) override;
+  void setBackgroundColor(const std::optional<UIColor>& color) override;
+};
+
+#endif

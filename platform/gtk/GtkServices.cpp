@@ -1,0 +1,47 @@
+#include "GtkServices.h"
+
+#include <gtk/gtk.h>
+
+#include <string>
+
+#include "GtkText.h"
+#include "MailtoAddress.h"
+
+namespace {
+
+/// @return absent when a program was started.
+std::optional<NSError> launch(const std::string& address) {
+  GdkAppLaunchContext* const context = gdk_display_get_app_launch_context(gdk_display_get_default());
+  GError* error = nullptr;
+  g_app_info_launch_default_for_uri(address.c_str(), G_APP_LAUNCH_CONTEXT(context), &error);
+  g_object_unref(context);
+  if (!error) return std::nullopt;
+  NSError failure{g_quark_to_string(error->domain), error->code, {{NSLocalizedDescriptionKey, error->message}}};
+  g_error_free(error);
+  return failure;
+}
+
+}  // namespace
+
+bool GioApplication::openURL(const NSURL& url) { return !launch(url.absoluteString()); }
+
+void DisplayPasteboard::setString(std::string_view text) {
+  gdk_clipboard_set_text(gdk_display_get_clipboard(gdk_display_get_default()), utf8Text(text).c_str());
+}
+
+bool GioMail::canSendMail() const {
+  GAppInfo* const program = g_app_info_get_default_for_uri_scheme("mailto");
+  if (!program) return false;
+  g_object_unref(program);
+  return true;
+}
+
+void GioMail::compose(const std::shared_ptr<MFMailComposeViewController>& composer) {
+  const auto failure = launch(policy::mailtoAddress(composer->subject(), composer->messageBody()));
+  runLater([composer, failure] {
+    const auto result = failure ? MFMailComposeResult::failed : MFMailComposeResult::cancelled;
+    if (const auto delegate = composer->mailComposeDelegate()) {
+      delegate->mailComposeControllerDidFinishWithResultError(*composer, result, failure);
+    }
+  });
+}

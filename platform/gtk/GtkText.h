@@ -1,0 +1,20 @@
+#ifndef ZRCORE_PLATFORM_GTK_GTKTEXT_H
+#define ZRCORE_PLATFORM_GTK_GTKTEXT_H
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+/// The host's translation of an English text, or the text itself, as UTF-8.
+std::string hostText(std::string_view english);
+
+/// The text as UTF-8, whatever its bytes, as GTK asks for it; it ends at a NUL.
+std::string utf8Text(std::string_view text);
+
+/// A title as it is shown: one line, and no longer than a bar could ever show. Titles of pages may be megabytes.
+std::string shownTitle(std::string_view title);
+
+/// Runs `work` from the main loop, never inside this call. An empty function is passed over.
+void runLater(std::function<void()> work);
+
+#endif

@@ -1,0 +1,249 @@
+#include "WebPageView.h"
+
+#include <ZRCore/ZRPlatform.h>
+#include <adwaita.h>
+
+#include <utility>
+
+#include "GtkText.h"
+
+namespace {
+
+/// A world of scripts in which the page's own cannot reach: what it has made of `document` is not seen there.
+constexpr const char* kScriptWorld = "ZRCore";
+
+WebKitWebView* makeView(WebKitNetworkSession* session) {
+  // The settings stay WebKit's. Swiping back and forward would make it keep a picture of each page: 85 MB in 200 pages.
+  return WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", session, nullptr));
+}
+
+/// What is shown in place of a page whose engine has died.
+GtkWidget* makeStoppedNotice(UIWebView* webView) {
+  GtkWidget* const button = gtk_button_new_with_label(hostText("Reload").c_str());
+  gtk_widget_add_css_class(button, "pill");
+  gtk_widget_set_halign(button, GTK_ALIGN_CENTER);
+  g_signal_connect_swapped(button, "clicked", G_CALLBACK(+[](UIWebView* view) { view->reload(); }), webView);
+  GtkWidget* const page = adw_status_page_new();
+  adw_status_page_set_icon_name(ADW_STATUS_PAGE(page), "dialog-warning-symbolic");
+  adw_status_page_set_title(ADW_STATUS_PAGE(page), hostText("This page has stopped working").c_str());
+  adw_status_page_set_child(ADW_STATUS_PAGE(page), button);
+  gtk_widget_add_css_class(page, "zr-stopped");
+  gtk_widget_set_visible(page, FALSE);
+  return page;
+}
+
+NSError errorOf(const GError& error) {
+  return {g_quark_to_string(error.domain), error.code, {{NSLocalizedDescriptionKey, utf8Text(error.message)}}};
+}
+
+}  // namespace
+
+WebPageView::WebPageView(const CGRect& frame, std::vector<std::string> schemes, WebKitNetworkSession* session)
+    : Shown(gtk_overlay_new(), frame),
+      schemes_(std::move(schemes)),
+      view_(makeView(session)),
+      stopped_(makeStoppedNotice(this)),
+      titleAsked_(g_cancellable_new()),
+      reports_({[this] { tell([this](UIWebViewDelegate& listener) { listener.webViewDidStartLoad(*this); }); },
+                [this] { tell([this](UIWebViewDelegate& listener) { listener.webViewDidFinishLoad(*this); }); },
+                [this] { askForTitle(); }}) {
+  gtk_overlay_set_child(GTK_OVERLAY(widget()), GTK_WIDGET(view_));
+  gtk_overlay_add_overlay(GTK_OVERLAY(widget()), stopped_);
+  connect();
+}
+
+WebPageView::~WebPageView() {
+  g_cancellable_cancel(titleAsked_);
+  g_object_unref(titleAsked_);
+  g_signal_handlers_disconnect_by_data(view_, this);
+  g_signal_handlers_disconnect_by_data(webkit_web_view_get_network_session(view_), this);
+  webkit_web_view_stop_loading(view_);
+  // The widget, and the notice's button with it, may be kept by an animation for a moment.
+  gtk_overlay_remove_overlay(GTK_OVERLAY(widget()), stopped_);
+  gtk_overlay_set_child(GTK_OVERLAY(widget()), nullptr);
+}
+
+void WebPageView::connect() {
+  g_signal_connect_swapped(
+      view_, "load-changed",
+      G_CALLBACK(+[](WebPageView* self, WebKitLoadEvent event, WebKitWebView*) { self->loadChanged(event); }), this);
+  // TRUE keeps WebKit's own error pages away: they would be loads of their own.
+  g_signal_connect_swapped(view_, "load-failed",
+                           G_CALLBACK(+[](WebPageView* self, WebKitLoadEvent, const char* address, GError* error,
+                                          WebKitWebView*) -> gboolean {
+                             self->loadFailed(address, *error);
+                             return TRUE;
+                           }),
+                           this);
+  g_signal_connect_swapped(view_, "web-process-terminated",
+                           G_CALLBACK(+[](WebPageView* self, WebKitWebProcessTerminationReason reason, WebKitWebView*) {
+                             self->engineDied(reason);
+                           }),
+                           this);
+  g_signal_connect_swapped(
+      view_, "decide-policy",
+      G_CALLBACK(+[](WebPageView* self, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type,
+                     WebKitWebView*) -> gboolean { return self->decidePolicy(decision, type); }),
+      this);
+  g_signal_connect_swapped(webkit_web_view_get_network_session(view_), "download-started",
+                           G_CALLBACK(+[](WebPageView* self, WebKitDownload* download, WebKitNetworkSession*) {
+                             self->downloadStarted(download);
+                           }),
+                           this);
+  g_signal_connect(view_, "map", G_CALLBACK(gtk_widget_grab_focus), nullptr);  // keys scroll the page
+  g_signal_connect_swapped(view_, "notify::title", G_CALLBACK(+[](WebPageView* self) {
+                             const char* const title = webkit_web_view_get_title(self->view_);
+                             self->title_ = title ? title : "";
+                           }),
+                           this);
+}
+
+void WebPageView::loadRequest(const NSURLRequest& request) {
+  if (!request.URL) return;
+  isWished_ = true;
+  webkit_web_view_load_uri(view_, request.URL->absoluteString().c_str());
+}
+
+void WebPageView::reload() {
+  if (!failedAddress_.empty()) {
+    webkit_web_view_load_uri(view_, std::string(failedAddress_).c_str());
+  } else if (webkit_web_view_get_uri(view_)) {
+    webkit_web_view_reload(view_);
+  }
+}
+
+void WebPageView::stopLoading() { webkit_web_view_stop_loading(view_); }
+
+bool WebPageView::canGoBack() const { return webkit_web_view_can_go_back(view_) != FALSE; }
+
+bool WebPageView::canGoForward() const { return webkit_web_view_can_go_forward(view_) != FALSE; }
+
+void WebPageView::goBack() { webkit_web_view_go_back(view_); }
+
+void WebPageView::goForward() { webkit_web_view_go_forward(view_); }
+
+std::optional<NSURLRequest> WebPageView::request() const {
+  const char* const address = webkit_web_view_get_uri(view_);
+  if (!address || !*address) return std::nullopt;
+  return NSURLRequest::requestWithURL(NSURL::URLWithString(address));
+}
+
+std::optional<std::string> WebPageView::stringByEvaluatingJavaScriptFromString(std::string_view script) const {
+  return script == "document.title" ? std::optional(title_) : std::nullopt;
+}
+
+void WebPageView::loadChanged(WebKitLoadEvent event) {
+  if (event == WEBKIT_LOAD_STARTED) {
+    failedAddress_.clear();
+    gtk_widget_set_visible(stopped_, FALSE);
+    reports_.started();
+  } else if (event == WEBKIT_LOAD_COMMITTED) {
+    isWished_ = false;
+  } else if (event == WEBKIT_LOAD_FINISHED) {
+    reports_.finished();
+  }
+}
+
+void WebPageView::loadFailed(const char* address, const GError& error) {
+  // What went outside has left the page as it was.
+  const bool isGoneOutside = g_error_matches(&error, WEBKIT_POLICY_ERROR,
+                                             WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE) != FALSE;
+  failedAddress_ = address && !isGoneOutside ? address : "";
+  reports_.failed([this, &error] { reportFailure(errorOf(error)); });
+}
+
+void WebPageView::askForTitle() {
+  struct Question {
+    WebPageView* asker;
+    unsigned load;
+  };
+  const auto answered = [](GObject* view, GAsyncResult* result, gpointer data) {
+    const std::unique_ptr<Question> question(static_cast<Question*>(data));
+    GError* error = nullptr;
+    JSCValue* const value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, &error);
+    const bool isGone = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) != FALSE;
+    g_clear_error(&error);
+    if (isGone) return;  // the asker, that is
+    if (value && question->load == question->asker->reports_.load()) {
+      char* const title = jsc_value_to_string(value);
+      question->asker->title_ = title;
+      g_free(title);
+    }
+    if (value) g_object_unref(value);
+    question->asker->reports_.titleIsKnown(question->load);
+  };
+  webkit_web_view_evaluate_javascript(view_, "document.title", -1, kScriptWorld, nullptr, titleAsked_, answered,
+                                      new Question{this, reports_.load()});
+}
+
+void WebPageView::engineDied(WebKitWebProcessTerminationReason reason) {
+  gtk_widget_set_visible(stopped_, TRUE);
+  reports_.died([this, reason] {
+    reportFailure({"WebKitWebProcessTermination",
+                   reason,
+                   {{NSLocalizedDescriptionKey, reason == WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT
+                                                    ? "The page has used too much memory."
+                                                    : "The page's process has ended."}}});
+  });
+}
+
+void WebPageView::reportFailure(const NSError& error) {
+  tell([&](UIWebViewDelegate& listener) { listener.webViewDidFailLoadWithError(*this, error); });
+}
+
+void WebPageView::tell(const std::function<void(UIWebViewDelegate&)>& event) {
+  const auto listener = delegate();
+  if (!listener) return;
+  event(*listener);
+  runLater([listener] {});  // it may own this view, and its owner may have let go: it lives until the event is over
+}
+
+bool WebPageView::follow(const policy::WebNavigation& navigation) const {
+  switch (policy::decide(navigation, schemes_)) {
+    case policy::WebNavigationDecision::load:
+      return true;
+    case policy::WebNavigationDecision::openOutside:
+      if (const auto url = NSURL::URLWithString(std::string(navigation.address))) {
+        UIApplication::sharedApplication()->openURL(*url);
+      }
+      return false;
+    case policy::WebNavigationDecision::refuse:
+      return false;
+  }
+  return false;
+}
+
+gboolean WebPageView::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+  using Purpose = policy::WebNavigation::Purpose;
+  policy::WebNavigation navigation;
+  WebKitURIRequest* request = nullptr;
+  if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
+    auto* const response = WEBKIT_RESPONSE_POLICY_DECISION(decision);
+    if (webkit_response_policy_decision_is_mime_type_supported(response)) return FALSE;
+    request = webkit_response_policy_decision_get_request(response);
+    navigation.purpose = Purpose::download;
+    navigation.isUsersWish = std::exchange(isWished_, false);
+  } else {
+    WebKitNavigationAction* const action =
+        webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    request = webkit_navigation_action_get_request(action);
+    if (type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION) navigation.purpose = Purpose::window;
+    navigation.isUsersWish = webkit_navigation_action_is_user_gesture(action) != FALSE;
+    isWished_ = isWished_ || navigation.isUsersWish;
+  }
+  const char* const address = webkit_uri_request_get_uri(request);
+  navigation.address = address ? address : "";
+  if (follow(navigation)) {
+    webkit_policy_decision_use(decision);
+  } else {
+    webkit_policy_decision_ignore(decision);
+  }
+  return TRUE;
+}
+
+void WebPageView::downloadStarted(WebKitDownload* download) {
+  if (webkit_download_get_web_view(download) != view_) return;  // the session may be shared
+  const char* const address = webkit_uri_request_get_uri(webkit_download_get_request(download));
+  follow({address ? address : "", policy::WebNavigation::Purpose::download, std::exchange(isWished_, false)});
+  webkit_download_cancel(download);
+}

@@ -1,0 +1,49 @@
+#ifndef ZRCORE_LINUX_SYSTEMBUS_H
+#define ZRCORE_LINUX_SYSTEMBUS_H
+
+#include <gio/gio.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// A connection of our own to the system's message bus. All calls are asynchronous, and what they bring comes on the
+/// loop's thread; after the object is gone nothing comes any more. (The bus library reads and writes in a thread of its
+/// own.)
+class SystemBus {
+ public:
+  using Opened = std::function<void(const std::string& failure)>;  ///< empty: it is open
+  /// @param reply  null when the call failed; then `error` is not
+  using Reply = std::function<void(GVariant* reply, const GError* error)>;
+  using Signal = std::function<void(GVariant* parameters)>;
+
+  /// @param context  whose thread is the loop's
+  /// @param address  empty: the system's
+  SystemBus(GMainContext* context, std::string address);
+  SystemBus(const SystemBus&) = delete;
+  SystemBus& operator=(const SystemBus&) = delete;
+  ~SystemBus();
+
+  /// Connects. `opened` is called once; `closed` once, when the bus ends a connection that was open.
+  void open(Opened opened, std::function<void()> closed);
+
+  /// Calls a method. A floating `parameters` is taken. There is no time limit: some answers wait for a person.
+  void call(const std::string& service, const std::string& path, const char* interface, const char* method,
+            GVariant* parameters, Reply reply);
+
+  /// Hears a signal from now on.
+  void subscribe(const std::string& service, const std::string& path, const char* interface, const char* signal,
+                 Signal heard);
+  /// Hears none of the signals any more.
+  void unsubscribe();
+
+  /// Hears whether a service is there; starts it if the bus can. The first answer comes soon, whatever it is.
+  void watchService(const std::string& service, std::function<void(bool isThere)> changed);
+
+ private:
+  struct State;
+  std::shared_ptr<State> state_;
+};
+
+#endif

@@ -1,0 +1,133 @@
+#include "documents/ExpatXML.h"
+
+#include <expat.h>
+
+#include <algorithm>
+#include <exception>
+#include <new>
+
+namespace {
+
+constexpr int deepestElement = 10'000;
+
+class ExpatParser final : public NSXMLParser, public std::enable_shared_from_this<ExpatParser> {
+ public:
+  explicit ExpatParser(std::string data) : data_(std::move(data)) {
+    if (!expat_) throw std::bad_alloc();
+    XML_SetUserData(expat_.get(), this);
+    XML_SetElementHandler(expat_.get(), onStart, onEnd);
+    XML_SetCharacterDataHandler(expat_.get(), onText);
+    XML_SetSkippedEntityHandler(expat_.get(), onSkipped);
+    XML_SetExternalEntityRefHandler(expat_.get(), [](auto...) -> int { return XML_STATUS_ERROR; });
+  }
+
+  void setDelegate(std::weak_ptr<NSXMLParserDelegate> delegate) override { delegate_ = std::move(delegate); }
+
+  bool parse() override {
+    if (hasBegun_) return false;
+    hasBegun_ = true;
+    const auto self = shared_from_this();  // the delegate may let go of the parser
+    isTelling_ = true;
+    const bool isWellFormed = feed();
+    isTelling_ = false;
+    if (!isWellFormed && !error_) fail(XML_GetErrorCode(expat_.get()), XML_ErrorString(XML_GetErrorCode(expat_.get())));
+    data_ = {};
+    if (thrown_) std::rethrow_exception(std::exchange(thrown_, nullptr));
+    return isWellFormed;
+  }
+
+  void abortParsing() override {
+    if (isTelling_) stop(NSXMLParserDelegateAbortedParseError, "given up by the delegate");
+  }
+
+  std::optional<NSError> parserError() const override { return error_; }
+
+ private:
+  static ExpatParser& from(void* parser) { return *static_cast<ExpatParser*>(parser); }
+
+  static void onStart(void* parser, const XML_Char* name, const XML_Char** attributes) {
+    ExpatParser& self = from(parser);
+    if (++self.depth_ > deepestElement) return self.stop(XML_ERROR_ABORTED, "elements are nested too deeply");
+    self.tell([&](NSXMLParserDelegate& delegate) {
+      ZRXMLAttributes pairs;
+      for (; *attributes; attributes += 2) pairs.emplace_back(attributes[0], attributes[1]);
+      delegate.parserDidStartElement(self, name, pairs);
+    });
+  }
+  static void onEnd(void* parser, const XML_Char* name) {
+    ExpatParser& self = from(parser);
+    --self.depth_;
+    self.tell([&](NSXMLParserDelegate& delegate) { delegate.parserDidEndElement(self, name); });
+  }
+  static void onText(void* parser, const XML_Char* text, int length) {
+    ExpatParser& self = from(parser);
+    self.tell([&](NSXMLParserDelegate& delegate) {
+      delegate.parserFoundCharacters(self, {text, static_cast<std::size_t>(length)});
+    });
+  }
+  static void onSkipped(void* parser, const XML_Char* name, int) {
+    from(parser).stop(XML_ERROR_UNDEFINED_ENTITY, "the document does not say what &" + std::string(name) + "; is");
+  }
+
+  /// The library gets the document in slices whose length its `int` can tell.
+  bool feed() {
+    constexpr std::size_t slice = std::size_t{1} << 28;
+    for (std::string_view rest = data_;;) {
+      const std::string_view next = rest.substr(0, slice);
+      rest.remove_prefix(next.size());
+      const auto status = XML_Parse(expat_.get(), next.data(), static_cast<int>(next.size()), rest.empty());
+      if (status != XML_STATUS_OK) return false;
+      if (rest.empty()) return true;
+    }
+  }
+
+  /// What a delegate throws must not cross the library, which is C: it waits until `parse` returns.
+  template <class Call>
+  void tell(Call call) {
+    if (!isTelling_) return;  // the library still reports the end of an empty element
+    const auto delegate = delegate_.lock();
+    if (!delegate) return;
+    try {
+      call(*delegate);
+    } catch (...) {
+      thrown_ = std::current_exception();
+      stop(NSXMLParserDelegateAbortedParseError, "given up because the delegate threw");
+    }
+  }
+
+  void stop(long code, const std::string& reason) {
+    isTelling_ = false;
+    fail(code, reason);
+    XML_StopParser(expat_.get(), XML_FALSE);
+  }
+
+  void fail(long code, const std::string& reason) {
+    const std::string line = std::to_string(XML_GetCurrentLineNumber(expat_.get()));
+    const std::string column = std::to_string(XML_GetCurrentColumnNumber(expat_.get()) + 1);
+    error_ = {NSXMLParserErrorDomain,
+              code,
+              {{NSLocalizedDescriptionKey, "XML, line " + line + ", column " + column + ": " + reason},
+               {NSXMLParserErrorLineKey, line},
+               {NSXMLParserErrorColumnKey, column}}};
+  }
+
+  struct Free {
+    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
+  };
+
+  std::string data_;
+  std::unique_ptr<XML_ParserStruct, Free> expat_{XML_ParserCreate(nullptr)};
+  std::weak_ptr<NSXMLParserDelegate> delegate_;
+  std::optional<NSError> error_;
+  std::exception_ptr thrown_;
+  int depth_ = 0;
+  bool hasBegun_ = false;
+  bool isTelling_ = false;  ///< from the begin of the reading until its end or its stop
+};
+
+}  // namespace
+
+std::shared_ptr<NSXMLParser> ExpatXML::parserWithData(std::string data) {
+  if (data.empty()) return nullptr;
+  return std::make_shared<ExpatParser>(std::move(data));
+}

@@ -1,0 +1,49 @@
+#include "http/BodyUnpacker.h"
+
+#include <algorithm>
+#include <new>
+
+namespace {
+constexpr int kGzipOrZlib = MAX_WBITS + 32;
+}
+
+bool BodyUnpacker::knows(std::string_view encoding) {
+  const auto is = [encoding](std::string_view name) {
+    return std::ranges::equal(encoding, name, [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + 32 : a) == b; });
+  };
+  return is("gzip") || is("x-gzip") || is("deflate");
+}
+
+BodyUnpacker::BodyUnpacker() {
+  if (inflateInit2(&stream_, kGzipOrZlib) != Z_OK) throw std::bad_alloc();
+}
+
+BodyUnpacker::~BodyUnpacker() { inflateEnd(&stream_); }
+
+bool BodyUnpacker::startAgainAsBareDeflate(std::string_view packed) {
+  // Servers have long disagreed on what "deflate" means; what fails at its first bytes is taken as the other kind.
+  if (hasUnpacked_) return false;
+  hasUnpacked_ = true;
+  stream_.next_in = reinterpret_cast<const Bytef*>(packed.data());
+  stream_.avail_in = static_cast<uInt>(packed.size());
+  return inflateReset2(&stream_, -MAX_WBITS) == Z_OK;
+}
+
+BodyUnpacker::Taken BodyUnpacker::take(std::string_view packed, std::string& body, std::uint64_t longest) {
+  stream_.next_in = reinterpret_cast<const Bytef*>(packed.data());
+  stream_.avail_in = static_cast<uInt>(packed.size());
+  while (stream_.avail_in > 0 && !isWhole_) {
+    char block[16384];
+    stream_.next_out = reinterpret_cast<Bytef*>(block);
+    stream_.avail_out = sizeof block;
+    const int result = inflate(&stream_, Z_NO_FLUSH);
+    if (result == Z_DATA_ERROR && startAgainAsBareDeflate(packed)) continue;
+    if (result != Z_OK && result != Z_STREAM_END) return Taken::damaged;
+    hasUnpacked_ = true;
+    const std::size_t count = sizeof block - stream_.avail_out;
+    if (body.size() + count > longest) return Taken::tooLong;
+    body.append(block, count);
+    isWhole_ = result == Z_STREAM_END;  // whatever stands behind it is padding
+  }
+  return Taken::good;
+}

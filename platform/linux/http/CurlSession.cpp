@@ -1,0 +1,73 @@
+#include "http/CurlSession.h"
+
+#include <utility>
+#include <vector>
+
+CurlSession::CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock,
+                         std::uint64_t longestBodyBytes)
+    : loop_(std::move(loop)), clock_(std::move(clock)), longestBodyBytes_(longestBodyBytes), multi_(*loop_, *this) {}
+
+CurlSession::~CurlSession() {
+  while (!running_.empty()) takeOut(running_.begin())->task()->cancel();
+}
+
+std::shared_ptr<NSURLSessionDataTask> CurlSession::dataTaskWithRequest(NSMutableURLRequest request,
+                                                                       CompletionHandler completion) {
+  return std::make_shared<CurlTask>(weak_from_this(), loop_, std::move(request), std::move(completion));
+}
+
+void CurlSession::start(const std::shared_ptr<CurlTask>& task) {
+  const auto& url = task->request().URL;
+  Destination destination = url ? destinationOf(url->absoluteString()) : Destination();
+  if (auto fault = requestFault(task->request(), destination)) {
+    task->complete({.error = std::move(fault)});
+    return;
+  }
+  Running& running = running_[task.get()];
+  running.transfer =
+      std::make_unique<CurlTransfer>(task, std::move(destination), *clock_, longestBodyBytes_, std::move(spare_));
+  waitForSilence(running, running.transfer->silenceLimitSeconds());
+  if (multi_.add(running.transfer->handle())) return;
+  const auto transfer = takeOut(running_.find(task.get()));
+  task->complete(transfer->result(CURLE_FAILED_INIT));
+}
+
+void CurlSession::stop(const CurlTask& task) {
+  const auto found = running_.find(&task);
+  if (found != running_.end()) takeOut(found);
+}
+
+std::unique_ptr<CurlTransfer> CurlSession::takeOut(Transfers::iterator place) {
+  auto transfer = std::move(place->second.transfer);
+  running_.erase(place);
+  multi_.remove(transfer->handle());
+  return transfer;
+}
+
+void CurlSession::transfersEnded(const CurlMulti::Ended& ended) {
+  const auto self = shared_from_this();  // a completion handler may release the session
+  std::vector<std::pair<std::shared_ptr<CurlTask>, TransferResult>> results;
+  for (const auto& [handle, code] : ended) {
+    CurlTransfer* transfer = nullptr;
+    curl_easy_getinfo(handle, CURLINFO_PRIVATE, &transfer);
+    const auto taken = takeOut(running_.find(transfer->task().get()));
+    results.emplace_back(taken->task(), taken->result(code));
+    spare_ = taken->takeHandle();
+  }
+  for (auto& [task, result] : results) task->complete(std::move(result));
+}
+
+void CurlSession::waitForSilence(Running& running, double seconds) {
+  running.silence = loop_->after(seconds, [this, task = running.transfer->task().get()] { judgeSilence(task); });
+}
+
+void CurlSession::judgeSilence(const CurlTask* task) {
+  const auto found = running_.find(task);
+  if (const auto seconds = found->second.transfer->secondsToWait()) {
+    waitForSilence(found->second, *seconds);
+    return;
+  }
+  const auto self = shared_from_this();
+  const auto transfer = takeOut(found);
+  transfer->task()->complete(transfer->resultOfSilence());
+}

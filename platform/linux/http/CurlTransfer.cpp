@@ -1,0 +1,191 @@
+#include "http/CurlTransfer.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace {
+
+constexpr long kMostRedirections = 20;
+
+std::string_view trimmed(std::string_view text) {
+  constexpr std::string_view blanks = " \t\r\n";
+  const auto begin = text.find_first_not_of(blanks);
+  if (begin == std::string_view::npos) return {};
+  return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}
+
+}  // namespace
+
+CurlTransfer::CurlTransfer(std::shared_ptr<CurlTask> task, Destination asked, const ZRClock& clock,
+                           std::uint64_t longestBodyBytes, CurlHandle spare)
+    : task_(std::move(task)),
+      asked_(std::move(asked)),
+      clock_(clock),
+      longestBodyBytes_(longestBodyBytes),
+      idle_(task_->request().timeoutSeconds, clock.now()),
+      easy_(spare ? std::move(spare) : CurlHandle(curl_easy_init())) {
+  if (!easy_) throw std::bad_alloc();
+  configure();
+}
+
+CurlTransfer::~CurlTransfer() {
+  easy_.reset();
+  curl_slist_free_all(requestHeaders_);
+}
+
+CurlHandle CurlTransfer::takeHandle() {
+  curl_easy_reset(easy_.get());
+  return std::move(easy_);
+}
+
+void CurlTransfer::configure() {
+  curl_easy_setopt(easy_.get(), CURLOPT_URL, task_->request().URL->absoluteString().c_str());
+  curl_easy_setopt(easy_.get(), CURLOPT_PRIVATE, this);
+  curl_easy_setopt(easy_.get(), CURLOPT_ERRORBUFFER, detail_);
+  curl_easy_setopt(easy_.get(), CURLOPT_NOSIGNAL, 1L);
+  curl_easy_setopt(easy_.get(), CURLOPT_PROTOCOLS_STR, "http,https");
+  curl_easy_setopt(easy_.get(), CURLOPT_REDIR_PROTOCOLS_STR, "http,https");
+  curl_easy_setopt(easy_.get(), CURLOPT_FOLLOWLOCATION, 1L);
+  curl_easy_setopt(easy_.get(), CURLOPT_MAXREDIRS, kMostRedirections);
+  curl_easy_setopt(easy_.get(), CURLOPT_HTTP_VERSION, CURL_HTTP_VERSION_2TLS);
+  // Requests at once share a connection where the handshake offers that. Without one they would wait for the first
+  // answer, to learn that it does not.
+  curl_easy_setopt(easy_.get(), CURLOPT_PIPEWAIT, asked_.scheme == "https" ? 1L : 0L);
+  curl_easy_setopt(easy_.get(), CURLOPT_ACCEPT_ENCODING, "gzip, deflate");
+  curl_easy_setopt(easy_.get(), CURLOPT_HTTP_CONTENT_DECODING, 0L);  // BodyUnpacker does that
+  curl_easy_setopt(easy_.get(), CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+  // Silence is what we measure, not the time that libcurl gives a connection.
+  curl_easy_setopt(easy_.get(), CURLOPT_CONNECTTIMEOUT_MS,
+                   static_cast<long>(std::clamp(idle_.limitSeconds() * 2000.0, 300000.0, 2e9)));
+
+  curl_easy_setopt(easy_.get(), CURLOPT_WRITEFUNCTION, static_cast<curl_write_callback>(&CurlTransfer::takeBody));
+  curl_easy_setopt(easy_.get(), CURLOPT_WRITEDATA, this);
+  curl_easy_setopt(easy_.get(), CURLOPT_HEADERFUNCTION,
+                   static_cast<curl_write_callback>(&CurlTransfer::takeHeaderLine));
+  curl_easy_setopt(easy_.get(), CURLOPT_HEADERDATA, this);
+  configureMethod();
+}
+
+void CurlTransfer::configureMethod() {
+  const NSMutableURLRequest& request = task_->request();
+  if (request.HTTPMethod == "HEAD") {
+    curl_easy_setopt(easy_.get(), CURLOPT_NOBODY, 1L);  // nor is a body sent
+  } else if (request.HTTPBody) {
+    // Taken from the request, which the task keeps; its sending is progress too.
+    curl_easy_setopt(easy_.get(), CURLOPT_POSTFIELDS, request.HTTPBody->data());
+    curl_easy_setopt(easy_.get(), CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.HTTPBody->size()));
+    curl_easy_setopt(easy_.get(), CURLOPT_XFERINFOFUNCTION, &CurlTransfer::noteProgress);
+    curl_easy_setopt(easy_.get(), CURLOPT_XFERINFODATA, this);
+    curl_easy_setopt(easy_.get(), CURLOPT_NOPROGRESS, 0L);
+    if (request.HTTPMethod != "POST") {
+      curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
+    }
+  } else if (request.HTTPMethod == "POST") {
+    curl_easy_setopt(easy_.get(), CURLOPT_POSTFIELDS, "");
+  } else if (request.HTTPMethod != "GET") {
+    curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
+  }
+  // libcurl would wait a second for servers that know no "100 Continue".
+  if (request.HTTPBody) requestHeaders_ = curl_slist_append(requestHeaders_, "Expect:");
+  for (const auto& [name, value] : request.HTTPHeaders) {
+    const std::string line = trimmed(value).empty() ? name + ";" : name + ": " + value;  // ";": sent without a value
+    requestHeaders_ = curl_slist_append(requestHeaders_, line.c_str());
+  }
+  if (requestHeaders_) curl_easy_setopt(easy_.get(), CURLOPT_HTTPHEADER, requestHeaders_);
+}
+
+std::size_t CurlTransfer::takeBody(char* bytes, std::size_t, std::size_t count, void* self) noexcept {
+  return static_cast<CurlTransfer*>(self)->takeBody({bytes, count}) ? count : 0;
+}
+
+bool CurlTransfer::takeBody(std::string_view bytes) {
+  idle_.hear(clock_.now());
+  if (body_.empty() && !unpacker_) {
+    const auto isEncoding = [](const auto& field) { return curl_strequal(field.first.c_str(), "content-encoding"); };
+    const auto encoding = std::ranges::find_if(headers_, isEncoding);
+    if (encoding != headers_.end() && BodyUnpacker::knows(encoding->second)) unpacker_.emplace();
+  }
+  auto taken = BodyUnpacker::Taken::good;
+  if (unpacker_) {
+    taken = unpacker_->take(bytes, body_, longestBodyBytes_);
+  } else if (body_.size() + bytes.size() > longestBodyBytes_) {
+    taken = BodyUnpacker::Taken::tooLong;
+  } else {
+    body_.append(bytes);
+  }
+  if (taken == BodyUnpacker::Taken::tooLong) stoppedBy_ = TransferEnd::StoppedBy::length;
+  if (taken == BodyUnpacker::Taken::damaged) stoppedBy_ = TransferEnd::StoppedBy::damage;
+  return taken == BodyUnpacker::Taken::good;
+}
+
+std::size_t CurlTransfer::takeHeaderLine(char* bytes, std::size_t, std::size_t count, void* self) noexcept {
+  return static_cast<CurlTransfer*>(self)->takeHeaderLine({bytes, count}) ? count : 0;
+}
+
+bool CurlTransfer::takeHeaderLine(std::string_view line) {
+  idle_.hear(clock_.now());
+  headerBytes_ += line.size();
+  if (headerBytes_ > longestBodyBytes_) {
+    stoppedBy_ = TransferEnd::StoppedBy::length;
+    return false;
+  }
+  if (line.starts_with("HTTP/")) {  // a further answer: after a redirection, or a "100 Continue"
+    headers_.clear();
+    headerBytes_ = 0;
+    return true;
+  }
+  const bool continues = line.starts_with(' ') || line.starts_with('\t');
+  if (continues && !headers_.empty()) {
+    headers_.back().second.append(1, ' ').append(trimmed(line));
+    return true;
+  }
+  const auto colon = line.find(':');
+  if (colon != std::string_view::npos) {
+    headers_.emplace_back(line.substr(0, colon), trimmed(line.substr(colon + 1)));
+  }
+  return true;
+}
+
+int CurlTransfer::noteProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t sent) noexcept {
+  auto& transfer = *static_cast<CurlTransfer*>(self);
+  if (std::exchange(transfer.sentBytes_, sent) != sent) transfer.idle_.hear(transfer.clock_.now());
+  return 0;
+}
+
+std::shared_ptr<NSURLResponse> CurlTransfer::response() {
+  long status = 0;
+  curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
+  if (status == 0) return nullptr;
+  auto response = std::make_shared<NSURLResponse>();
+  const char* address = nullptr;
+  curl_easy_getinfo(easy_.get(), CURLINFO_EFFECTIVE_URL, &address);
+  if (address) response->URL = NSURL::URLWithString(address);
+  response->statusCode = static_cast<int>(status);
+  response->headers = std::move(headers_);
+  return response;
+}
+
+TransferResult CurlTransfer::result(CURLcode code) {
+  if (code == CURLE_OK && (!unpacker_ || unpacker_->isWhole())) {
+    return {.data = std::move(body_), .response = response()};
+  }
+  if (code == CURLE_OK) stoppedBy_ = TransferEnd::StoppedBy::damage;
+  return failure({.code = code, .stoppedBy = stoppedBy_});
+}
+
+TransferResult CurlTransfer::resultOfSilence() { return failure({.stoppedBy = TransferEnd::StoppedBy::silence}); }
+
+TransferResult CurlTransfer::failure(TransferEnd end) {
+  long systemError = 0;
+  curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &systemError);
+  const char* address = nullptr;
+  curl_easy_getinfo(easy_.get(), CURLINFO_EFFECTIVE_URL, &address);
+  end.systemError = static_cast<int>(systemError);
+  if (address) end.destination = destinationOf(address);
+  if (!end.destination.isHTTP()) end.destination.host = asked_.host;  // which leads there
+  end.detail = detail_[0] ? detail_ : curl_easy_strerror(end.code);
+  end.silenceSeconds = idle_.limitSeconds();
+  end.longestBodyBytes = longestBodyBytes_;
+  return {.response = response(), .error = transferFault(end)};
+}

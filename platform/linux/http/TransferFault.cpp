@@ -1,0 +1,147 @@
+#include "http/TransferFault.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <memory>
+#include <string_view>
+
+namespace {
+
+NSError fault(long code, std::string description) {
+  return {NSURLErrorDomain, code, {{NSLocalizedDescriptionKey, std::move(description)}}};
+}
+
+struct Verdict {
+  long code;
+  const char* before;  ///< the sentence around the host's name
+  const char* after;
+};
+
+constexpr Verdict kUnsupported{NSURLErrorUnsupportedURL, "",
+                               " leads to a protocol that is neither http nor https: check the address."};
+
+Verdict verdictOf(const TransferEnd& end) {
+  switch (end.code) {
+    case CURLE_COULDNT_RESOLVE_HOST:
+    case CURLE_COULDNT_RESOLVE_PROXY:
+      return {NSURLErrorCannotFindHost, "", " was not found: check its name and the connection to the network."};
+    case CURLE_COULDNT_CONNECT:
+      if (end.systemError == ENETUNREACH || end.systemError == ENETDOWN) {
+        return {NSURLErrorNotConnectedToInternet, "No network leads to ", ": check the connection to the network."};
+      }
+      return {NSURLErrorCannotConnectToHost, "", " takes no connection: check that its service runs, and the port."};
+    case CURLE_OPERATION_TIMEDOUT:
+      return {NSURLErrorTimedOut, "", " took too long: try again later."};
+    case CURLE_PARTIAL_FILE:
+    case CURLE_RECV_ERROR:
+    case CURLE_SEND_ERROR:
+    case CURLE_GOT_NOTHING:
+    case CURLE_HTTP2:
+    case CURLE_HTTP2_STREAM:
+      return {NSURLErrorNetworkConnectionLost, "The connection to ",
+              " was lost before the answer was whole: try again."};
+    case CURLE_TOO_MANY_REDIRECTS:
+      return {NSURLErrorHTTPTooManyRedirects, "", " leads from one address to another without end: check the address."};
+    case CURLE_UNSUPPORTED_PROTOCOL:
+      // The same code for an answer that is older than HTTP/1.0, which any bytes are.
+      if (!end.destination.isHTTP()) return kUnsupported;
+      [[fallthrough]];
+    case CURLE_WEIRD_SERVER_REPLY:
+      return {NSURLErrorBadServerResponse, "", " does not answer as HTTP has it: check the address and the port."};
+    case CURLE_URL_MALFORMAT:
+      return {NSURLErrorBadURL, "", " leads to an address that makes no sense: check the address."};
+    case CURLE_PEER_FAILED_VERIFICATION:
+      return {NSURLErrorServerCertificateUntrusted, "",
+              " cannot be trusted: check its name, this system's clock and its certificates."};
+    case CURLE_SSL_CONNECT_ERROR:
+      return {NSURLErrorSecureConnectionFailed, "No secure connection to ",
+              " came about: check that the port is one of https."};
+    default:
+      return {NSURLErrorUnknown, "The request to ", " failed: try again."};
+  }
+}
+
+/// 30 as "30", 0.25 as "0.25".
+std::string numberText(double number) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%g", number);
+  return text;
+}
+
+std::string sizeText(std::uint64_t bytes) {
+  constexpr std::uint64_t mebibyte = 1ULL << 20;
+  return bytes % mebibyte == 0 ? std::to_string(bytes / mebibyte) + " MiB" : std::to_string(bytes) + " bytes";
+}
+
+/// Whether a text is a token of RFC 9110, which methods and names of header fields are.
+bool isToken(std::string_view text) {
+  constexpr std::string_view marks = "!#$%&'*+-.^_`|~";
+  return !text.empty() && std::ranges::all_of(text, [&](char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
+           marks.find(c) != std::string_view::npos;
+  });
+}
+
+}  // namespace
+
+bool Destination::isHTTP() const { return scheme == "http" || scheme == "https"; }
+
+Destination destinationOf(const std::string& address) {
+  const std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> url(curl_url(), curl_url_cleanup);
+  if (!url || curl_url_set(url.get(), CURLUPART_URL, address.c_str(), CURLU_NON_SUPPORT_SCHEME) != CURLUE_OK) return {};
+  const auto part = [&](CURLUPart which) {
+    char* text = nullptr;
+    if (curl_url_get(url.get(), which, &text, 0) != CURLUE_OK) return std::string();
+    std::string copy(text);
+    curl_free(text);
+    std::ranges::transform(copy, copy.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    return copy;
+  };
+  Destination destination{part(CURLUPART_SCHEME), part(CURLUPART_HOST)};
+  const std::string port = part(CURLUPART_PORT);
+  if (!port.empty()) destination.host += ":" + port;
+  return destination;
+}
+
+NSError transferFault(const TransferEnd& end) {
+  const std::string& host = end.destination.host.empty() ? "the host" : end.destination.host;
+  if (end.stoppedBy == TransferEnd::StoppedBy::silence) {
+    return fault(NSURLErrorTimedOut, host + " sent nothing for " + numberText(end.silenceSeconds) +
+                                         " seconds: try again later, or give the request more time.");
+  }
+  if (end.stoppedBy == TransferEnd::StoppedBy::length) {
+    return fault(NSURLErrorDataLengthExceedsMaximum,
+                 host + " sent more than " + sizeText(end.longestBodyBytes) +
+                     ", the most that is taken: ask for less, or raise the platform's limit.");
+  }
+  if (end.stoppedBy == TransferEnd::StoppedBy::damage) {
+    return fault(NSURLErrorCannotDecodeContentData,
+                 host + " sent a body that cannot be unpacked, or not to its end: try again, or tell its operator.");
+  }
+  const Verdict verdict = verdictOf(end);
+  std::string text = verdict.before + host + verdict.after;
+  if (!end.detail.empty()) text += " (" + end.detail + ")";
+  return fault(verdict.code, std::move(text));
+}
+
+std::optional<NSError> requestFault(const NSMutableURLRequest& request, const Destination& destination) {
+  if (!request.URL) return fault(NSURLErrorBadURL, "The request has no address: give it one.");
+  if (!destination.isHTTP()) {
+    return fault(NSURLErrorUnsupportedURL, "The request's address is none of http or https: check how it begins.");
+  }
+  if (destination.host.empty()) return fault(NSURLErrorBadURL, "The request's address names no host: check it.");
+  if (!isToken(request.HTTPMethod)) {
+    return fault(NSURLErrorBadURL, "The request's method is not one of HTTP: use letters, as in GET.");
+  }
+  for (const auto& [name, value] : request.HTTPHeaders) {
+    if (!isToken(name) || value.find_first_of(std::string_view("\r\n\0", 3)) != std::string::npos) {
+      return fault(NSURLErrorBadURL, "A header field of the request to " + destination.host +
+                                         " cannot be sent: remove line breaks and odd characters from it.");
+    }
+  }
+  return std::nullopt;
+}
+
+NSError cancellationFault() { return fault(NSURLErrorCancelled, "The request was cancelled."); }

@@ -1,0 +1,52 @@
+#include "life/TerminalStops.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <utility>
+
+namespace {
+
+/// From the signals' handler to the loop: one byte a signal.
+int pipeEnds[2] = {-1, -1};
+struct sigaction formerStop, formerContinue;
+
+extern "C" void passOn(int number) {
+  const int error = errno;
+  const char byte = number == SIGTSTP ? 's' : 'c';
+  [[maybe_unused]] const auto written = ::write(pipeEnds[1], &byte, 1);
+  errno = error;
+}
+
+}  // namespace
+
+TerminalStops::TerminalStops(Loop& loop, std::function<void()> stopping, std::function<void()> continued)
+    : loop_(loop), stopping_(std::move(stopping)), continued_(std::move(continued)) {
+  if (::pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) return;  // no descriptors left: the stop key stops, as ever
+  readable_ = loop.watch(pipeEnds[0], {.canRead = true}, [this](Loop::Readiness) { read(); });
+  struct sigaction action {};
+  action.sa_handler = passOn;
+  action.sa_flags = SA_RESTART;
+  ::sigaction(SIGTSTP, &action, &formerStop);
+  ::sigaction(SIGCONT, &action, &formerContinue);
+}
+
+TerminalStops::~TerminalStops() {
+  if (!readable_) return;
+  ::sigaction(SIGTSTP, &formerStop, nullptr);
+  ::sigaction(SIGCONT, &formerContinue, nullptr);
+  readable_.reset();
+  for (int& end : pipeEnds) ::close(std::exchange(end, -1));
+}
+
+void TerminalStops::read() {
+  char byte = 0;
+  if (::read(pipeEnds[0], &byte, 1) != 1) return;
+  if (byte == 'c') return continued_();
+  stopping_();
+  // SIGTSTP is ours, so its stop is ours to make. What has been let go ends on the loop, before.
+  constexpr double kSecondsToEnd = 0.1;
+  stop_ = loop_.after(kSecondsToEnd, [] { ::raise(SIGSTOP); });
+}

@@ -1,0 +1,35 @@
+#ifndef ZRCORE_LINUX_LINUXLOG_H
+#define ZRCORE_LINUX_LINUXLOG_H
+
+#include <ZRCore/ZRPlatform.h>
+#include <sys/un.h>
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// `text` as one line that does nothing to a terminal and cannot pass for two: control characters, line separators and
+/// bytes that are not UTF-8 become "\xHH" for each of their bytes. Tabs stay.
+std::string printableLine(std::string_view text);
+
+/// Whether the standard error stream leads to the journal, as the service manager tells in JOURNAL_STREAM.
+bool isStandardErrorTheJournal();
+
+/// Writes lines to the standard error stream, or to the journal, as datagrams of its own protocol; those that it does
+/// not take go to the standard error stream.
+class LinuxLog final : public ZRLog {
+ public:
+  /// @param journalSocket  where the journal listens; absent: the standard error stream alone.
+  explicit LinuxLog(std::optional<std::string> journalSocket);
+  ~LinuxLog() override;
+  LinuxLog(const LinuxLog&) = delete;
+  LinuxLog& operator=(const LinuxLog&) = delete;
+
+  void writeLine(std::string_view line) override;
+
+ private:
+  sockaddr_un journal_{};
+  int socket_ = -1;
+};
+
+#endif

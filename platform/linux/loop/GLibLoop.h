@@ -1,0 +1,29 @@
+#ifndef ZRCORE_LINUX_GLIBLOOP_H
+#define ZRCORE_LINUX_GLIBLOOP_H
+
+#include <glib.h>
+
+#include "loop/Loop.h"
+
+/// The loop of a GLib main context. What throws inside a callback ends the process: C code stands in between.
+class GLibLoop final : public Loop {
+ public:
+  /// @param context  null for the default context. Held.
+  explicit GLibLoop(GMainContext* context = nullptr);
+  ~GLibLoop() override;  ///< what was posted and has not run is dropped
+
+  void post(std::function<void()> work) override;
+  std::unique_ptr<Wait> after(double seconds, std::function<void()> fire) override;
+  std::unique_ptr<Wait> watch(int fileDescriptor, Readiness interest, std::function<void(Readiness)> fire) override;
+
+  GMainContext* context() const { return context_; }
+
+ private:
+  struct Queue;
+
+  GMainContext* context_;
+  std::shared_ptr<Queue> queue_;
+  GSource* queueSource_;
+};
+
+#endif

@@ -1,0 +1,61 @@
+#include "positioning/AutoSource.h"
+
+#include <utility>
+
+using policy::PositioningFault;
+
+AutoSource::AutoSource(Loop& loop, std::vector<Make> candidates) : loop_(loop), candidates_(std::move(candidates)) {}
+
+AutoSource::~AutoSource() { AutoSource::stop(); }
+
+std::string AutoSource::name() const { return isChosen_ && source_ ? source_->name() : "auto"; }
+
+void AutoSource::start(PositionSourceListener& listener) {
+  listener_ = &listener;
+  tryNext();
+}
+
+void AutoSource::stop() {
+  listener_ = nullptr;
+  next_.reset();
+  if (source_) source_->stop();
+}
+
+void AutoSource::tryNext() {
+  source_ = candidates_[tried_++]();
+  source_->start(*this);
+}
+
+void AutoSource::sourceAnswers() {
+  isChosen_ = true;
+  listener_->sourceAnswers();
+}
+
+void AutoSource::sourceFixes(const std::vector<ZRPositionFix>& fixes) { listener_->sourceFixes(fixes); }
+
+void AutoSource::sourceHeading(const CLHeading& heading) { listener_->sourceHeading(heading); }
+
+/// Before the choice, a source that is not there is passed over. Any other fault comes from one that is.
+void AutoSource::sourceFails(PositioningFault fault, const std::string& detail) {
+  const auto self = shared_from_this();  // who hears of it may let this go
+  if (isChosen_ || fault != PositioningFault::noDaemon) {
+    const bool isNew = !std::exchange(isChosen_, true);
+    if (isNew) listener_->sourceAnswers();
+    if (listener_ != nullptr) listener_->sourceFails(fault, detail);
+    return;
+  }
+  if (!failures_.empty()) failures_ += "; ";
+  failures_ += source_->name() + ": " + detail;
+  source_->stop();
+  if (tried_ < candidates_.size()) {
+    next_ = loop_.after(0.0, [this] { tryNext(); });
+    return;
+  }
+  tried_ = 0;
+  next_ = loop_.after(backOff_.nextSeconds(), [this] { tryNext(); });
+  listener_->sourceFails(PositioningFault::noDaemon, std::exchange(failures_, {}));
+}
+
+void AutoSource::sourceAuthorization(CLAuthorizationStatus status) { listener_->sourceAuthorization(status); }
+
+void AutoSource::sourceSays(const std::string& text) { listener_->sourceSays(text); }

@@ -1,0 +1,141 @@
+#include "positioning/Connector.h"
+
+#include <fcntl.h>
+#include <gio/gio.h>
+#include <gio/gunixsocketaddress.h>
+#include <sys/stat.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "loop/ContextScope.h"
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+  if (this != &other) {
+    close();
+    number_ = other.release();
+  }
+  return *this;
+}
+
+int Descriptor::release() { return std::exchange(number_, -1); }
+
+void Descriptor::close() {
+  if (number_ >= 0) ::close(release());
+}
+
+namespace {
+
+/// Connects with GLib's socket client, which looks names up without blocking and tries all addresses of a host.
+class SocketConnector final : public Connector {
+ public:
+  SocketConnector(GSocketConnectable* address, GMainContext* context) : address_(address), context_(context) {}
+  ~SocketConnector() override {
+    cancel();
+    g_object_unref(address_);
+  }
+
+  void connect(Done done) override {
+    cancel();
+    cancellable_ = g_cancellable_new();
+    const ContextScope scope(context_);
+    GSocketClient* const client = g_socket_client_new();
+    g_socket_client_set_enable_proxy(client, FALSE);
+    // The attempt owns its `done`: it ends after a cancellation, when this object may be gone.
+    g_socket_client_connect_async(client, address_, cancellable_, onConnected,
+                                  new Attempt{std::move(done), G_CANCELLABLE(g_object_ref(cancellable_))});
+    g_object_unref(client);
+  }
+
+  void cancel() override {
+    if (cancellable_ == nullptr) return;
+    g_cancellable_cancel(cancellable_);
+    g_clear_object(&cancellable_);
+  }
+
+ private:
+  struct Attempt {
+    Done done;
+    GCancellable* cancellable;
+  };
+
+  static void onConnected(GObject* client, GAsyncResult* result, gpointer data) {
+    const std::unique_ptr<Attempt> attempt(static_cast<Attempt*>(data));
+    GError* error = nullptr;
+    GSocketConnection* const connection = g_socket_client_connect_finish(G_SOCKET_CLIENT(client), result, &error);
+    Descriptor descriptor;
+    if (connection != nullptr) {
+      // A descriptor of our own, because the connection closes its one.
+      descriptor = Descriptor(::fcntl(g_socket_get_fd(g_socket_connection_get_socket(connection)), F_DUPFD_CLOEXEC, 0));
+      g_object_unref(connection);
+    }
+    const std::string failure = error != nullptr ? error->message : "";
+    g_clear_error(&error);
+    const bool isCancelled = g_cancellable_is_cancelled(attempt->cancellable) != FALSE;
+    g_object_unref(attempt->cancellable);
+    if (!isCancelled) attempt->done(std::move(descriptor), failure);
+  }
+
+  GSocketConnectable* address_;
+  GMainContext* context_;
+  GCancellable* cancellable_ = nullptr;
+};
+
+/// Lets bytes through as they come: no echo, no line editing, no characters that stop the flow. The speed stays the one
+/// that the device has.
+void makeRaw(int descriptor) {
+  termios settings{};
+  if (::tcgetattr(descriptor, &settings) != 0) return;
+  ::cfmakeraw(&settings);
+  settings.c_cflag |= CLOCAL | CREAD;
+  ::tcsetattr(descriptor, TCSANOW, &settings);
+}
+
+/// Opens the path anew each time: a receiver that was unplugged may come back as another kind of file.
+class ReceiverConnector final : public Connector {
+ public:
+  ReceiverConnector(std::string path, GMainContext* context) : path_(std::move(path)), context_(context) {}
+
+  void connect(Done done) override {
+    struct stat status {};
+    if (::stat(path_.c_str(), &status) == 0) {
+      if (S_ISSOCK(status.st_mode)) return connectToSocket(std::move(done));
+      if (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) {
+        return done({}, "it is no device and no socket; recordings are given as file:PATH");
+      }
+    }
+    Descriptor descriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!descriptor.isOpen()) return done({}, std::strerror(errno));
+    if (::isatty(descriptor.number()) == 1) makeRaw(descriptor.number());
+    done(std::move(descriptor), "");
+  }
+
+  void cancel() override { socket_.reset(); }
+
+ private:
+  void connectToSocket(Done done) {
+    socket_ =
+        std::make_unique<SocketConnector>(G_SOCKET_CONNECTABLE(g_unix_socket_address_new(path_.c_str())), context_);
+    socket_->connect(std::move(done));
+  }
+
+  std::string path_;
+  GMainContext* context_;
+  std::unique_ptr<SocketConnector> socket_;
+};
+
+}  // namespace
+
+std::unique_ptr<Connector> makeSocketConnector(const policy::PositioningSource& source, GMainContext* context) {
+  GSocketConnectable* const address = source.path.empty()
+                                          ? g_network_address_new(source.host.c_str(), source.port)
+                                          : G_SOCKET_CONNECTABLE(g_unix_socket_address_new(source.path.c_str()));
+  return std::make_unique<SocketConnector>(address, context);
+}
+
+std::unique_ptr<Connector> makeReceiverConnector(const std::string& path, GMainContext* context) {
+  return std::make_unique<ReceiverConnector>(path, context);
+}

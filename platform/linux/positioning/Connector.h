@@ -1,0 +1,53 @@
+#ifndef ZRCORE_LINUX_CONNECTOR_H
+#define ZRCORE_LINUX_CONNECTOR_H
+
+#include <policy/PositioningSource.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+/// A file descriptor with an owner.
+class Descriptor {
+ public:
+  Descriptor() = default;
+  explicit Descriptor(int number) : number_(number) {}
+  Descriptor(Descriptor&& other) noexcept : number_(other.release()) {}
+  Descriptor& operator=(Descriptor&& other) noexcept;
+  ~Descriptor() { close(); }
+
+  int number() const { return number_; }
+  bool isOpen() const { return number_ >= 0; }
+  int release();
+  void close();
+
+ private:
+  int number_ = -1;
+};
+
+/// Opens connections to one place. Loop's thread.
+class Connector {
+ public:
+  /// Gets an open, non-blocking descriptor, or what the system says.
+  using Done = std::function<void(Descriptor descriptor, const std::string& failure)>;
+
+  Connector() = default;
+  Connector(const Connector&) = delete;
+  Connector& operator=(const Connector&) = delete;
+  virtual ~Connector() = default;
+
+  /// Begins to connect; `done` is called once, perhaps before this returns. One attempt at a time.
+  virtual void connect(Done done) = 0;
+  /// Gives an attempt up: its `done` is not called any more.
+  virtual void cancel() {}
+};
+
+struct _GMainContext;
+
+/// Connects to gpsd over TCP or a UNIX socket.
+std::unique_ptr<Connector> makeSocketConnector(const policy::PositioningSource& source, _GMainContext* context);
+
+/// Opens a serial device, a FIFO, or a UNIX socket, whichever `path` is.
+std::unique_ptr<Connector> makeReceiverConnector(const std::string& path, _GMainContext* context);
+
+#endif

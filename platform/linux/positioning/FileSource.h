@@ -1,0 +1,45 @@
+#ifndef ZRCORE_LINUX_FILESOURCE_H
+#define ZRCORE_LINUX_FILESOURCE_H
+
+#include <policy/LiveReader.h>
+#include <policy/ReplayPace.h>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "loop/Loop.h"
+#include "positioning/Connector.h"
+#include "positioning/PositionSource.h"
+
+/// A recording as a source: each fix is told when as much time has passed since the first one as when it was recorded.
+class FileSource final : public PositionSource, public std::enable_shared_from_this<FileSource> {
+ public:
+  /// @param monotonicSeconds  a clock that never goes back
+  FileSource(Loop& loop, std::string path, std::function<double()> monotonicSeconds);
+  ~FileSource() override;
+
+  std::string name() const override;
+  void start(PositionSourceListener& listener) override;
+  void stop() override;
+
+ private:
+  void open();
+  bool readMore();
+  void next();
+  void fail(policy::PositioningFault fault, const std::string& detail);
+
+  Loop& loop_;
+  std::string path_;
+  std::function<double()> monotonicSeconds_;
+  PositionSourceListener* listener_ = nullptr;  ///< null: not running
+  Descriptor file_;
+  std::unique_ptr<policy::LiveReader> reader_;
+  policy::ReplayPace pace_{1.0};
+  std::optional<double> startSeconds_;  ///< when the first fix was told
+  std::deque<ZRPositionFix> waiting_;   ///< read, and not due yet
+  std::unique_ptr<Loop::Wait> due_;
+};
+
+#endif

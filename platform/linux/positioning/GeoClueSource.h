@@ -1,0 +1,61 @@
+#ifndef ZRCORE_LINUX_GEOCLUESOURCE_H
+#define ZRCORE_LINUX_GEOCLUESOURCE_H
+
+#include <ZRCore/NSDate.h>
+#include <policy/BackOff.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "bus/SystemBus.h"
+#include "loop/GLibLoop.h"
+#include "positioning/PositionSource.h"
+
+/// The desktop's location service, over the system's message bus. It may ask the user, which takes as long as it takes;
+/// where nobody is there who could ask, it never answers, and a watchdog tells that.
+class GeoClueSource final : public PositionSource, public std::enable_shared_from_this<GeoClueSource> {
+ public:
+  struct Options {
+    std::string desktopId = {};
+    std::string busAddress = {};                                                 ///< empty: the system bus
+    CLAuthorizationStatus granted = CLAuthorizationStatus::authorizedWhenInUse;  ///< what a permission means
+    std::function<NSDate()> now = {};
+    double answerSeconds = 10;   ///< without an answer for as long, the watchdog tells
+    double silenceSeconds = 60;  ///< without a first position for as long
+  };
+
+  GeoClueSource(GLibLoop& loop, Options options);
+  ~GeoClueSource() override;
+
+  std::string name() const override { return "GeoClue"; }
+  void start(PositionSourceListener& listener) override;
+  void stop() override;
+
+ private:
+  // The steps of a run, each of which begins when the one before it has been answered.
+  void connect();
+  void opened(const std::string& failure);
+  void serviceChanged(bool isThere);
+  void askForClient();
+  void introduce();
+  void startClient();
+
+  void locationUpdated(GVariant* parameters);
+  void deliver(GVariant* properties);
+  void failed(const GError& error);
+  void retry();
+  void fails(policy::PositioningFault fault, const std::string& detail);
+  void watch(double seconds, policy::PositioningFault fault);
+
+  GLibLoop& loop_;
+  Options options_;
+  policy::BackOff backOff_;
+  PositionSourceListener* listener_ = nullptr;  ///< null: not running
+  std::unique_ptr<SystemBus> bus_;
+  std::string client_;     ///< the path of our client; empty: none yet
+  bool wasThere_ = false;  ///< the service, in this run
+  std::unique_ptr<Loop::Wait> retry_, watchdog_;
+};
+
+#endif

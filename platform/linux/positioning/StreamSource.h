@@ -1,0 +1,61 @@
+#ifndef ZRCORE_LINUX_STREAMSOURCE_H
+#define ZRCORE_LINUX_STREAMSOURCE_H
+
+#include <policy/BackOff.h>
+#include <policy/LiveReader.h>
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "loop/Loop.h"
+#include "positioning/Connector.h"
+#include "positioning/PositionSource.h"
+
+/// A source that is a stream of bytes: gpsd, or a receiver itself. It connects, asks for reports, reads until the
+/// connection ends, and connects again.
+class StreamSource final : public PositionSource, public std::enable_shared_from_this<StreamSource> {
+ public:
+  struct Options {
+    std::string name = {};
+    readers::Format format = readers::Format::gpsdJson;
+    std::string request = {};  ///< sent once connected
+    bool greets = false;       ///< the other side speaks first, and tells what it is
+    bool hasHeading = false;
+    double greetingSeconds = 6;  ///< a peer that has not greeted by then is something else; a daemon takes 3 to start
+    /// Without a fix for as long, clients are told; twice as long, where it falls badly.
+    double silenceSeconds = 10;
+    double quietSeconds = policy::LiveReader::kQuietSeconds;
+  };
+
+  StreamSource(Loop& loop, std::unique_ptr<Connector> connector, Options options);
+  ~StreamSource() override;
+
+  std::string name() const override { return options_.name; }
+  bool hasHeading() const override { return options_.hasHeading; }
+  void start(PositionSourceListener& listener) override;
+  void stop() override;
+
+ private:
+  void connect();
+  void connected(Descriptor descriptor, const std::string& failure);
+  void read();
+  void deliver(const policy::LiveEvents& events);
+  void disconnected(policy::PositioningFault fault, const std::string& detail);
+  void hangUp();
+  void watchSilence();
+
+  Loop& loop_;
+  std::unique_ptr<Connector> connector_;
+  Options options_;
+  policy::LiveReader reader_;
+  policy::BackOff backOff_;
+  PositionSourceListener* listener_ = nullptr;  ///< null: not running
+
+  Descriptor descriptor_;
+  bool hasGreeted_ = false;
+  bool hasHeardFix_ = false;  ///< since the silence was last looked at
+  std::unique_ptr<Loop::Wait> readable_, retry_, greeting_, quiet_, silence_;
+};
+
+#endif

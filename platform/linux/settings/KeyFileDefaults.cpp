@@ -1,0 +1,183 @@
+#include "settings/KeyFileDefaults.h"
+
+#include <fcntl.h>
+#include <glib.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <system_error>
+#include <utility>
+#include <variant>
+
+namespace {
+
+/// Keeps other processes from changing the file between reading and writing. On a file of its own, because the other is
+/// replaced.
+class FileLock {
+ public:
+  explicit FileLock(const std::filesystem::path& file)
+      : descriptor_(open((file.native() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+    while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX) != 0) {
+      if (errno == EINTR) continue;
+      close(std::exchange(descriptor_, -1));
+    }
+    if (descriptor_ < 0) error_ = errno;
+  }
+  ~FileLock() {
+    if (descriptor_ >= 0) close(descriptor_);
+  }
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+
+  /// An errno; 0 when the lock is held.
+  int error() const { return error_; }
+
+ private:
+  int descriptor_;
+  int error_ = 0;
+};
+
+std::string quoted(const std::filesystem::path& file) { return '"' + file.native() + '"'; }
+
+/// A name beside the file's that nothing has yet.
+std::filesystem::path freeName(const std::filesystem::path& file) {
+  std::filesystem::path name = file.native() + ".damaged";
+  std::error_code error;
+  for (int number = 2; std::filesystem::exists(std::filesystem::symlink_status(name, error)); ++number) {
+    name = file.native() + ".damaged-" + std::to_string(number);
+  }
+  return name;
+}
+
+/// A file that somebody keeps elsewhere and links to is replaced there.
+std::optional<std::filesystem::path> resolved(const std::optional<std::filesystem::path>& file) {
+  if (!file) return std::nullopt;
+  std::error_code error;
+  auto target = std::filesystem::weakly_canonical(*file, error);
+  return error ? *file : target;
+}
+
+struct Unreadable {
+  std::string reason;
+};
+
+/// What stands in the file; without a file, no settings.
+std::variant<Settings, SettingsDamage, Unreadable> settingsIn(const std::filesystem::path& file) {
+  g_autofree char* content = nullptr;
+  gsize length = 0;
+  g_autoptr(GError) error = nullptr;
+  if (!g_file_get_contents(file.c_str(), &content, &length, &error)) {
+    if (g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT)) return Settings();
+    return Unreadable{error->message};
+  }
+  auto settings = settingsFromText({content, length});
+  if (auto* const damage = std::get_if<SettingsDamage>(&settings)) return *std::move(damage);
+  return std::get<Settings>(std::move(settings));
+}
+
+}  // namespace
+
+KeyFileDefaults::KeyFileDefaults(std::optional<std::filesystem::path> file, std::shared_ptr<ZRMainQueue> queue,
+                                 std::shared_ptr<ZRLog> log)
+    : file_(resolved(file)), queue_(std::move(queue)), log_(std::move(log)) {
+  if (!file_) return;
+  auto content = settingsIn(*file_);
+  if (auto* const settings = std::get_if<Settings>(&content)) {
+    stored_ = *std::move(settings);
+    return;
+  }
+  const FileLock lock(*file_);
+  if (reportUnless(lock.error() == 0, "locked", lock.error())) stored_ = readOwned().value_or(Settings());
+}
+
+std::optional<std::string> KeyFileDefaults::stringForKey(std::string_view key) const {
+  const std::lock_guard guard(mutex_);
+  for (const Settings* const settings : {&changes_, &stored_}) {
+    if (const auto found = settings->find(key); found != settings->end()) return found->second;
+  }
+  return std::nullopt;
+}
+
+void KeyFileDefaults::setStringForKey(std::string_view value, std::string_view key) {
+  {
+    const std::lock_guard guard(mutex_);
+    changes_.insert_or_assign(std::string(key), value);
+    if (std::exchange(isStorePosted_, true)) return;
+  }
+  queue_->post([weak = weak_from_this()] {
+    const auto self = weak.lock();
+    if (!self) return;
+    {
+      const std::lock_guard guard(self->mutex_);
+      self->isStorePosted_ = false;
+    }
+    self->synchronize();
+  });
+}
+
+bool KeyFileDefaults::synchronize() {
+  const std::lock_guard guard(mutex_);
+  if (!file_) {
+    report("settings are not stored: the application has no identifier (CFBundleIdentifier in its information file)");
+    return false;
+  }
+  if (changes_.empty()) return true;
+  const bool hasFolder = g_mkdir_with_parents(file_->parent_path().c_str(), 0700) == 0;
+  if (!reportUnless(hasFolder, "given its folder", errno)) return false;
+  const FileLock lock(*file_);
+  if (!reportUnless(lock.error() == 0, "locked", lock.error())) return false;
+  auto settings = readOwned();
+  if (!settings) return false;
+  for (const auto& [key, value] : changes_) settings->insert_or_assign(key, value);
+  const std::string text = textFromSettings(*settings);
+  constexpr auto whole =
+      static_cast<GFileSetContentsFlags>(G_FILE_SET_CONTENTS_CONSISTENT | G_FILE_SET_CONTENTS_DURABLE);
+  g_autoptr(GError) error = nullptr;
+  if (!g_file_set_contents_full(file_->c_str(), text.data(), static_cast<gssize>(text.size()), whole, 0600, &error)) {
+    report(std::string("settings are not stored: ") + error->message);
+    return false;
+  }
+  stored_ = *std::move(settings);
+  changes_.clear();
+  lastReport_.clear();
+  return true;
+}
+
+/// Reads while the lock is held, so that what is found may be moved. @return nothing when the file must stay as it is.
+std::optional<Settings> KeyFileDefaults::readOwned() {
+  auto content = settingsIn(*file_);
+  if (auto* const settings = std::get_if<Settings>(&content)) return *std::move(settings);
+  if (const auto* const damage = std::get_if<SettingsDamage>(&content)) {
+    return moveAside(damage->reason) ? std::optional(Settings()) : std::nullopt;
+  }
+  report("settings are neither known nor stored until this is mended: " + std::get<Unreadable>(content).reason);
+  return std::nullopt;
+}
+
+bool KeyFileDefaults::moveAside(const std::string& reason) {
+  const auto aside = freeName(*file_);
+  const bool isMoved = std::rename(file_->c_str(), aside.c_str()) == 0;
+  const std::string outcome =
+      isMoved ? "it is kept as " + quoted(aside) + ", and the settings begin anew"
+              : "it cannot be moved to " + quoted(aside) + " (" + std::strerror(errno) + "), so that nothing is stored";
+  report("the settings in " + quoted(*file_) + " are damaged (" + reason + "); " + outcome);
+  return isMoved;
+}
+
+bool KeyFileDefaults::reportUnless(bool succeeded, const char* what, int error) {
+  if (!succeeded)
+    report("settings are not stored: " + quoted(*file_) + " cannot be " + what + ": " + std::strerror(error));
+  return succeeded;
+}
+
+void KeyFileDefaults::report(const std::string& sentence) {
+  if (std::exchange(lastReport_, sentence) != sentence) log_->writeLine("ZRCore: " + sentence);
+}
+
+std::filesystem::path settingsFile(const std::filesystem::path& folder, const std::string& application) {
+  g_autofree char* name = g_uri_escape_string(application.c_str(), nullptr, FALSE);
+  return folder / (std::string(name) + ".keyfile");
+}

@@ -1,0 +1,25 @@
+#ifndef ZRCORE_LINUX_SETTINGSTEXT_H
+#define ZRCORE_LINUX_SETTINGSTEXT_H
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+#include <variant>
+
+/// Texts, of any bytes, under keys, of any bytes.
+using Settings = std::map<std::string, std::string, std::less<>>;
+
+/// Why a text is not settings, in a sentence's end.
+struct SettingsDamage {
+  std::string reason;
+};
+
+/// The settings as a key file that a person can read and edit: group "Defaults", percent-escaped but for letters, digits
+/// and "-._~". It ends with an empty group, by which a file that was cut short is told from a whole one.
+std::string textFromSettings(const Settings& settings);
+
+/// The settings that `textFromSettings` wrote, or a person since.
+std::variant<Settings, SettingsDamage> settingsFromText(std::string_view text);
+
+#endif

@@ -1,0 +1,53 @@
+#ifndef ZRCORE_LINUX_SOUND_ENGINESPEECH_H
+#define ZRCORE_LINUX_SOUND_ENGINESPEECH_H
+
+#include <string>
+#include <vector>
+
+#include "loop/Loop.h"
+#include "sound/BufferedStream.h"
+#include "sound/EngineProcess.h"
+
+/// What to speak, fixed when the utterance was handed over.
+struct SpeechRequest {
+  std::string text;  ///< UTF-8
+  std::vector<std::string> command;
+};
+
+/// One utterance on its way: the engine's process, what it writes, and the stream to the ear.
+class EngineSpeech {
+ public:
+  static constexpr double kLongestSeconds = 600.0;  ///< of one utterance: an engine may go mad
+
+  struct Events {
+    /// `fault`: why it could not be heard to its end, in words; empty when it was.
+    std::function<void(const std::string& fault)> ended;
+    std::function<void(bool isSilenced)> silenced;
+  };
+
+  /// @param patienceSeconds  for which the engine may write nothing while it is being read
+  /// Nothing is told inside this call.
+  EngineSpeech(Loop& loop, SoundOutput& output, const SpeechRequest& request, double patienceSeconds, Events events);
+
+ private:
+  void takeOutput(std::string_view bytes);
+  void engineEnded(const std::string& fault);
+  void watchOver();
+  void readOn();
+  void end(const std::string& fault);
+
+  Loop& loop_;
+  Events events_;
+  std::string engineName_;
+  bool isBlank_;  ///< the text
+  double patienceSeconds_;
+  policy::WavStreamReader reader_;
+  bool hasStarted_ = false;
+  bool isEngineReading_ = true;  ///< its output is wanted
+  bool hasProgressed_ = false;
+  std::unique_ptr<Loop::Wait> watchdog_;
+  BufferedStream stream_;
+  std::unique_ptr<EngineProcess> engine_;
+};
+
+#endif

@@ -1,0 +1,62 @@
+#include "LiveReader.h"
+
+#include <utility>
+
+namespace policy {
+
+LiveReader::LiveReader(readers::Format format) : format_(format), reader_(readers::makeReader(format)) {}
+
+void LiveReader::beginConnection() {
+  reader_ = readers::makeReader(format_);
+  remarks_ = 0;
+}
+
+LiveEvents LiveReader::feed(std::string_view bytes) {
+  reader_->feed(bytes, *this);
+  if (reader_->held() == readers::FixReader::Held::complete) reader_->tellHeld(*this);
+  return take();
+}
+
+LiveEvents LiveReader::tellHeld() {
+  reader_->tellHeld(*this);
+  return take();
+}
+
+LiveEvents LiveReader::finish() {
+  reader_->finish(*this);
+  return take();
+}
+
+bool LiveReader::isHolding() const { return reader_->held() != readers::FixReader::Held::nothing; }
+
+void LiveReader::fix(const readers::SourceFix& fix) {
+  const bool isLast = last_ && fix.secondsSince1970 && last_->secondsSince1970 == fix.secondsSince1970 &&
+                      last_->coordinate.latitude == fix.coordinate.latitude &&
+                      last_->coordinate.longitude == fix.coordinate.longitude;
+  if (isLast) return;
+  last_ = fix;
+  events_.fixes.push_back(completion_.complete(fix));
+}
+
+void LiveReader::remark(const readers::Remark& remark) {
+  if (++remarks_ > kMostRemarks) return;
+  events_.remarks.push_back("line " + std::to_string(remark.line) + ": " + remark.text);
+  if (remarks_ == kMostRemarks) events_.remarks.back() += "; further remarks about this connection are left out";
+}
+
+void LiveReader::news(const readers::SourceNews& news) {
+  if (news.daemonRelease) events_.daemonRelease = news.daemonRelease;
+  if (news.receivers) events_.receivers = news.receivers;
+  if (!news.trueHeadingDegrees && !news.magneticHeadingDegrees) return;
+  CLHeading heading;
+  heading.trueHeading = news.trueHeadingDegrees.value_or(-1.0);
+  heading.magneticHeading = news.magneticHeadingDegrees.value_or(-1.0);
+  // How good it is, such sources do not say; negative would call the reading invalid.
+  heading.headingAccuracy = 0.0;
+  heading.timestamp = {news.headingSecondsSince1970.value_or(0.0)};
+  events_.headings.push_back(heading);
+}
+
+LiveEvents LiveReader::take() { return std::exchange(events_, {}); }
+
+}  // namespace policy

@@ -1,0 +1,36 @@
+#include "WebLoadReports.h"
+
+namespace policy {
+
+void WebLoadReports::started() {
+  const unsigned former = load_;
+  titleIsKnown(former);  // the next load overtakes the title: what is known of it must do
+  ++load_;
+  state_ = State::loading;
+  delegate_.start();
+}
+
+void WebLoadReports::failed(const std::function<void()>& report) {
+  if (state_ != State::loading) return;
+  state_ = State::ended;
+  report();
+}
+
+void WebLoadReports::finished() {
+  if (state_ != State::loading) return;  // of a load that has failed
+  state_ = State::awaitingTitle;
+  delegate_.askForTitle();
+}
+
+void WebLoadReports::titleIsKnown(unsigned load) {
+  if (state_ != State::awaitingTitle || load != load_) return;
+  state_ = State::ended;
+  delegate_.finish();
+}
+
+void WebLoadReports::died(const std::function<void()>& report) {
+  state_ = State::ended;
+  report();
+}
+
+}  // namespace policy

@@ -1,0 +1,44 @@
+#ifndef ZRCORE_PLATFORM_POLICY_WEB_WEBLOADREPORTS_H
+#define ZRCORE_PLATFORM_POLICY_WEB_WEBLOADREPORTS_H
+
+#include <functional>
+#include <utility>
+
+namespace policy {
+
+/// Turns an engine's events into a delegate's. The engine says "finished" after a failed load too, and a page's title
+/// can only be asked for and comes later; the delegate hears of each load that it started and then either that it
+/// finished, with its title known, or that it failed.
+class WebLoadReports {
+ public:
+  struct Delegate {
+    std::function<void()> start;
+    std::function<void()> finish;
+    std::function<void()> askForTitle;  ///< to be answered by `titleIsKnown` with the load's number
+  };
+
+  explicit WebLoadReports(Delegate delegate) : delegate_(std::move(delegate)) {}
+
+  void started();
+  /// @param report  tells the delegate of the failure; called at once, or not at all when the load has ended already.
+  void failed(const std::function<void()>& report);
+  void finished();
+  /// @param load  the number that the load had when its title was asked for: a later load's title is not this one's.
+  void titleIsKnown(unsigned load);
+  /// The engine has died, whatever it was doing.
+  void died(const std::function<void()>& report);
+
+  unsigned load() const { return load_; }
+  bool isLoading() const { return state_ == State::loading; }
+
+ private:
+  enum class State { ended, loading, awaitingTitle };
+
+  Delegate delegate_;
+  State state_ = State::ended;
+  unsigned load_ = 0;
+};
+
+}  // namespace policy
+
+#endif

@@ -1,0 +1,76 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <nlohmann/json.hpp>
+
+#include "RunTool.h"
+
+namespace {
+
+using nlohmann::json;
+using testing::HasSubstr;
+
+class Watch : public testing::Test {
+ protected:
+  /// A recording without times, whose fixes are due at once.
+  std::string recording(int fixes) const {
+    std::string text = "lat,lon,accuracy,speed,course\n";
+    for (int i = 0; i < fixes; ++i) text += "52.5," + std::to_string(13.4 + i * 1e-5) + ",5,14,90\n";
+    return folder.file("drive.csv", text);
+  }
+
+  ToolFolder folder;
+};
+
+TEST_F(Watch, ShowsWhatTripShowsAndItsRecordingIsTheSameTripAgain) {
+  const std::string file = recording(500);
+  const std::string record = folder.path("record.gpx");
+  const ToolRun watched = folder.run({"watch", "file:" + file, "--json", "--filter", "measured", "--record", record});
+  EXPECT_EQ(watched.exitCode, 0) << watched.err;
+  EXPECT_THAT(watched.err, HasSubstr("positions come from the recording"));
+  for (const std::string& other : {file, record}) {
+    const auto again = linesOf(folder.run({"trip", other, "--json", "--filter", "measured"}).out);
+    const auto lines = linesOf(watched.out);
+    ASSERT_EQ(lines.size(), again.size());
+    for (std::size_t i = 0; i + 1 < lines.size(); ++i) {
+      json row = json::parse(lines[i]), expected = json::parse(again[i]);
+      for (const char* key : {"line", "snappedLatitude", "snappedLongitude"}) {
+        row.erase(key);
+        expected.erase(key);
+      }
+      EXPECT_EQ(row, expected);
+    }
+  }
+  EXPECT_EQ(folder.run({"watch", "file:" + file, "--record", record}).exitCode, 2) << "the recording is kept";
+}
+
+TEST_F(Watch, AKillAtAnyMomentLeavesAWholeRecording) {
+  const std::string file = recording(20000);
+  for (int lines : {2, 3, 50, 400, 2000, 5000}) {
+    const std::string record = folder.path(std::to_string(lines) + ".gpx");
+    ToolPipe output;
+    const pid_t tool =
+        startTool({"watch", "file:" + file, "--record", record}, {"/dev/null", output.path(), folder.path("err")});
+    for (int line = 0; line < lines; ++line) output.readLine();
+    ::kill(tool, SIGKILL);
+    EXPECT_EQ(waitForTool(tool).exitCode, -1);
+    const ToolRun read = folder.run({"trip", record, "--json"});
+    EXPECT_EQ(read.exitCode, 0) << read.err;
+    EXPECT_GE(linesOf(read.out).size(), static_cast<std::size_t>(lines - 1)) << "shown, and not written";
+  }
+}
+
+TEST_F(Watch, ExitCodesTellWhatWasWrong) {
+  EXPECT_EQ(folder.run({"watch", "gps"}).exitCode, 2);
+  EXPECT_EQ(folder.run({"watch", "auto", "--for", "0"}).exitCode, 2);
+  EXPECT_EQ(folder.run({"watch", "file:" + folder.path("none")}).exitCode, 3);
+  EXPECT_EQ(folder.run({"watch", "file:" + folder.file("text", "no recording\n")}).exitCode, 3);
+  EXPECT_EQ(folder.run({"watch", "file:" + folder.file("empty.csv", "lat,lon\n")}).exitCode, 1);
+  EXPECT_EQ(folder.run({"watch", "--quiet", "--record", "/nowhere/x.gpx"}).exitCode, 2);
+  const ToolRun nobody = folder.run({"watch", "gpsd:" + folder.path("none"), "--for", "0.3"});
+  EXPECT_EQ(nobody.exitCode, 3);
+  EXPECT_THAT(nobody.err, HasSubstr("does not answer"));
+}
+
+}  // namespace

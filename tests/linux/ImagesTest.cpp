@@ -1,0 +1,123 @@
+// What pictures decode to, and that files which are cut short, too large or of other formats decode to nothing.
+#include <gdk-pixbuf/gdk-pixbuf.h>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include <array>
+
+#include "documents/PixbufImages.h"
+
+using testing::ElementsAre;
+using testing::ElementsAreArray;
+
+namespace {
+
+constexpr std::uint64_t plenty = 1'000'000;
+
+/// A file of two by three pixels.
+std::string fileOf(const char* type, const std::array<guint8, 24>& rgba) {
+  g_autoptr(GBytes) bytes = g_bytes_new(rgba.data(), rgba.size());
+  g_autoptr(GdkPixbuf) pixbuf = gdk_pixbuf_new_from_bytes(bytes, GDK_COLORSPACE_RGB, TRUE, 8, 2, 3, 8);
+  gchar* data = nullptr;
+  gsize size = 0;
+  EXPECT_TRUE(gdk_pixbuf_save_to_buffer(pixbuf, &data, &size, type, nullptr, nullptr));
+  std::string file(data, size);
+  g_free(data);
+  return file;
+}
+
+constexpr std::array<guint8, 24> kColours{255, 0,  0,   255, 0, 255, 0,  128,  //
+                                          0,   0,  255, 0,   9, 8,   7,  1,    //
+                                          10,  20, 30,  40,  0, 0,   64, 255};
+/// Left half white, right half black: what JPEG can keep.
+constexpr std::array<guint8, 24> kHalves{255, 255, 255, 255, 0,   0,   0,   255, 255, 255, 255, 255,
+                                         0,   0,   0,   255, 255, 255, 255, 255, 0,   0,   0,   255};
+
+/// One pixel, first red, then blue.
+std::string animation() {
+  using namespace std::string_literals;
+  const std::string still = ",\0\0\0\0\1\0\1\0\0\2\2"s;
+  return "GIF89a\1\0\1\0\x80\0\0\xFF\0\0\0\0\xFF"s + "!\xF9\4\0\x0A\0\0\0"s + still + "D\1\0"s +
+         "!\xF9\4\0\x0A\0\0\0"s + still + "L\1\0;"s;
+}
+
+/// Puts a camera's mark for how it was held behind the first two bytes of a JPEG file.
+std::string heldAs(char orientation, const std::string& jpeg) {
+  using namespace std::string_literals;
+  const std::string mark =
+      "\xFF\xE1\0\x22"s + "Exif\0\0MM\0*\0\0\0\x08\0\1\x01\x12\0\3\0\0\0\1\0"s + orientation + "\0\0\0\0\0\0"s;
+  return jpeg.substr(0, 2) + mark + jpeg.substr(2);
+}
+
+std::shared_ptr<const UIImage> decoded(const std::string& file, std::uint64_t largestPixels = plenty) {
+  return PixbufImages(largestPixels).imageWithData(file);
+}
+
+TEST(ImagesTest, ColoursComeExactlyAndUnmultipliedFromPNG) {
+  const auto image = decoded(fileOf("png", kColours));
+  ASSERT_NE(image, nullptr);
+  EXPECT_EQ(image->widthPixels, 2U);
+  EXPECT_EQ(image->heightPixels, 3U);
+  EXPECT_THAT(image->rgba, ElementsAreArray(kColours));
+}
+
+TEST(ImagesTest, APictureWithoutOpacityIsOpaqueAndTurnedUpright) {
+  const auto image = decoded(fileOf("jpeg", kHalves));
+  ASSERT_NE(image, nullptr);
+  EXPECT_GT(image->rgba[0], 200);
+  EXPECT_LT(image->rgba[4], 55);
+  EXPECT_EQ(image->rgba[3], 255);
+  EXPECT_EQ(image->rgba.size(), 24U);
+
+  const auto turned = decoded(heldAs(8, fileOf("jpeg", kHalves)));  // held with its left side down
+  ASSERT_NE(turned, nullptr);
+  EXPECT_EQ(turned->widthPixels, 3U);
+  EXPECT_EQ(turned->heightPixels, 2U);
+  EXPECT_LT(turned->rgba.front(), 55) << "what was on the right is above";
+  EXPECT_GT(turned->rgba[20], 200);
+}
+
+TEST(ImagesTest, OfAnAnimationComesTheFirstPicture) {
+  const auto image = decoded(animation());
+  ASSERT_NE(image, nullptr);
+  EXPECT_THAT(image->rgba, ElementsAre(255, 0, 0, 255));
+}
+
+TEST(ImagesTest, AFileThatIsCutAnywhereIsNoPicture) {
+  for (const std::string& file : {fileOf("png", kColours), heldAs(1, fileOf("jpeg", kHalves)), animation()}) {
+    for (std::size_t length = 0; length < file.size(); ++length) {
+      EXPECT_EQ(decoded(file.substr(0, length)), nullptr) << length << " of " << file.size();
+    }
+    EXPECT_NE(decoded(file + "trailing bytes"), nullptr);
+  }
+}
+
+TEST(ImagesTest, PicturesWithMorePixelsThanAllowedAreRefused) {
+  for (const char* type : {"png", "jpeg"}) {
+    EXPECT_NE(decoded(fileOf(type, kHalves), 6), nullptr) << type;
+    EXPECT_EQ(decoded(fileOf(type, kHalves), 5), nullptr) << type;
+  }
+  EXPECT_EQ(decoded(animation(), 0), nullptr);
+}
+
+TEST(ImagesTest, ASmallFileThatDeclaresAHugePictureTakesNoMemory) {
+  std::string jpeg = fileOf("jpeg", kHalves);
+  const std::size_t frame = jpeg.find("\xFF\xC0") + 5;
+  jpeg.replace(frame, 4, "\x1F\x40\x1F\x40");  // 8000 by 8000
+  std::string gif = animation();
+  gif.replace(6, 4, "\x40\x1F\x40\x1F");
+  rusage before{};
+  rusage after{};
+  getrusage(RUSAGE_SELF, &before);
+  EXPECT_EQ(decoded(jpeg, std::uint64_t{1} << 25U), nullptr);
+  EXPECT_EQ(decoded(gif, std::uint64_t{1} << 25U), nullptr);
+  getrusage(RUSAGE_SELF, &after);
+  EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 50'000) << "kilobytes";
+}
+
+TEST(ImagesTest, FormatsThatNobodyAskedForAreNotTried) {
+  EXPECT_EQ(decoded(fileOf("bmp", kColours)), nullptr);
+  EXPECT_EQ(decoded("<svg xmlns='http://www.w3.org/2000/svg' width='1' height='1'/>"), nullptr);
+}
+
+}  // namespace

@@ -1,0 +1,184 @@
+#include <ZRCore/CLLocationManager.h>
+#include <gmock/gmock.h>
+#include <policy/ApplicationLife.h>
+#include <policy/BackOff.h>
+#include <policy/FaultLatch.h>
+#include <policy/GeoClueFix.h>
+#include <policy/LiveReader.h>
+#include <policy/PositioningSource.h>
+
+#include <limits>
+
+namespace policy {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+TEST(PositioningSourceText, EachFormIsReadAndNamedAndOthersAreRefusedWithAReason) {
+  const std::pair<const char*, const char*> good[] = {
+      {"auto", "auto"},
+      {"gpsd", "gpsd at localhost:2947"},
+      {"gpsd:maps.example", "gpsd at maps.example:2947"},
+      {"gpsd:10.0.0.7:65535", "gpsd at 10.0.0.7:65535"},
+      {"gpsd:[::1]", "gpsd at [::1]:2947"},
+      {"gpsd:[fe80::1%eth0]:29470", "gpsd at [fe80::1%eth0]:29470"},
+      {"gpsd:/run/gpsd.sock", "gpsd at /run/gpsd.sock"},
+      {"geoclue", "GeoClue"},
+      {"nmea:/dev/serial/by-id/usb:1", "the receiver /dev/serial/by-id/usb:1"},
+      {"file:a b.gpx", "the recording a b.gpx"},
+  };
+  for (const auto& [text, name] : good) {
+    const auto parsed = parsePositioningSource(text);
+    ASSERT_TRUE(std::holds_alternative<PositioningSource>(parsed)) << text;
+    EXPECT_EQ(std::get<PositioningSource>(parsed).name(), name) << text;
+  }
+  for (const std::string text : {"", "GPSD", "gps", "auto:", "geoclue:1", "nmea", "nmea:", "file:", "gpsd:", "gpsd::1",
+                                 "gpsd:h:", "gpsd:h:0", "gpsd:h:65536", "gpsd:h:1x", "gpsd:[::1", "gpsd:[::1]2947"}) {
+    const auto parsed = parsePositioningSource(text);
+    ASSERT_TRUE(std::holds_alternative<std::string>(parsed)) << text;
+    EXPECT_THAT(std::get<std::string>(parsed), HasSubstr("'" + text + "'"));
+  }
+}
+
+TEST(BackOffRule, WaitsDoubleUpToABoundAndBeginAnewAfterSuccess) {
+  BackOff backOff;
+  double previous = 0.0;
+  for (int attempt = 0; attempt < 20; ++attempt) {
+    const double seconds = backOff.nextSeconds();
+    EXPECT_TRUE(seconds == 2.0 * previous || seconds == BackOff::kFirstSeconds || seconds == BackOff::kLongestSeconds);
+    previous = seconds;
+  }
+  EXPECT_EQ(previous, BackOff::kLongestSeconds);
+  backOff.reset();
+  EXPECT_EQ(backOff.nextSeconds(), BackOff::kFirstSeconds);
+}
+
+TEST(FaultLatchRule, ClientsHearOfEachChangeForTheWorseOnce) {
+  using enum PositioningFault;
+  FaultLatch latch;
+  EXPECT_TRUE(latch.fails(noDaemon));
+  EXPECT_FALSE(latch.fails(noDaemon));
+  EXPECT_TRUE(latch.fails(noDevice));
+  EXPECT_FALSE(latch.fails(noFix)) << "it has no fix because it has no receiver";
+  EXPECT_TRUE(latch.works());
+  EXPECT_FALSE(latch.works());
+  EXPECT_TRUE(latch.fails(noFix));
+  EXPECT_TRUE(latch.fails(lost));
+  EXPECT_FALSE(latch.fails(noDaemon)) << "what is lost is not there";
+  EXPECT_TRUE(latch.fails(noDevice));
+}
+
+TEST(FaultLatchRule, AnErrorSaysWhichSourceWhatIsWrongAndWhatToDo) {
+  const NSError denied = errorOf(PositioningFault::denied, "GeoClue", "not you");
+  EXPECT_EQ(denied.domain, kCLErrorDomain);
+  EXPECT_EQ(denied.code, 1);
+  EXPECT_EQ(denied.userInfo.at(ZRPositioningFaultKey), "denied");
+  EXPECT_EQ(denied.userInfo.at(ZRPositioningSourceKey), "GeoClue");
+  EXPECT_THAT(denied.localizedDescription(), testing::MatchesRegex("GeoClue does not.*settings \\(not you\\)"));
+  EXPECT_EQ(errorOf(PositioningFault::lost, "x", "").code, 0);
+}
+
+TEST(GeoClueValues, WhatIsUnknownThereIsUnknownHere) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  constexpr NSDate kNow{77.0};
+  GeoClueLocation location;
+  EXPECT_FALSE(fixOf(location, kNow)) << "no place at all";
+  location.latitude = 52.5;
+  location.longitude = 13.4;
+  const auto bare = fixOf(location, kNow).value();
+  EXPECT_EQ(bare.horizontalAccuracy, 0.0);
+  EXPECT_EQ(bare.verticalAccuracy, -1.0);
+  EXPECT_EQ(bare.altitude, 0.0);
+  EXPECT_EQ(bare.speed, -1.0);
+  EXPECT_EQ(bare.course, -1.0);
+  EXPECT_EQ(bare.timestamp, kNow);
+
+  location = {52.5, 13.4, 9.0, -3.0, 2.5, 360.0, 100, 250000};
+  const auto full = fixOf(location, kNow).value();
+  EXPECT_EQ(full.horizontalAccuracy, 9.0);
+  EXPECT_EQ(full.altitude, -3.0);
+  EXPECT_EQ(full.verticalAccuracy, 0.0);
+  EXPECT_EQ(full.speed, 2.5);
+  EXPECT_EQ(full.course, 0.0);
+  EXPECT_EQ(full.timestamp, NSDate{100.25});
+
+  location.headingDegrees = 361.0;
+  location.speedMetersPerSecond = kInfinity;
+  location.altitudeMeters = kInfinity;
+  const auto odd = fixOf(location, kNow).value();
+  EXPECT_EQ(odd.course, -1.0);
+  EXPECT_EQ(odd.speed, -1.0);
+  EXPECT_EQ(odd.verticalAccuracy, -1.0);
+}
+
+TEST(LiveReading, AnInstantIsToldOnceInAQuietMomentAndLateSentencesChangeNothing) {
+  // The second instant's RMC comes after a pause: a recording would take it into the fix, live it has been told.
+  const std::string first = "$GPGGA,120000,5230.0,N,01324.0,E,1,08,1.0,34.0,M,40.0,M,,\n";
+  const std::string late = "$GPRMC,120000,A,5230.0,N,01324.0,E,10.0,90.0,090526,,\n";
+  const std::string next = "$GPRMC,120001,A,5230.1,N,01324.0,E,10.0,90.0,090526,,\n";
+  LiveReader reader(readers::Format::nmea);
+  EXPECT_TRUE(reader.feed(first).fixes.empty());
+  EXPECT_TRUE(reader.isHolding());
+  EXPECT_EQ(reader.tellHeld().fixes.size(), 1u);
+  EXPECT_FALSE(reader.isHolding());
+  EXPECT_TRUE(reader.feed(late).fixes.empty());
+  EXPECT_FALSE(reader.isHolding());
+  EXPECT_TRUE(reader.feed(next).fixes.empty());
+  const auto told = reader.tellHeld().fixes;
+  ASSERT_EQ(told.size(), 1u);
+  EXPECT_NEAR(told[0].speed, 5.144, 1e-3);
+  EXPECT_TRUE(reader.tellHeld().fixes.empty());
+}
+
+TEST(LiveReading, RemarksAboutRubbishAreBoundedForEachConnection) {
+  LiveReader reader(readers::Format::gpsdJson);
+  std::string rubbish;
+  for (int i = 0; i < 1000; ++i) rubbish += "rubbish\n";
+  for (int connection = 0; connection < 2; ++connection) {
+    reader.beginConnection();
+    const auto events = reader.feed(rubbish);
+    EXPECT_EQ(events.remarks.size(), static_cast<std::size_t>(LiveReader::kMostRemarks));
+    EXPECT_THAT(events.remarks.back(), HasSubstr("left out"));
+    EXPECT_TRUE(reader.feed(rubbish).remarks.empty());
+  }
+}
+
+TEST(LiveReading, ReceiversAreCountedAsTheyComeAndGo) {
+  LiveReader reader(readers::Format::gpsdJson);
+  const auto receivers = [&](const char* line) { return reader.feed(std::string(line) + "\n").receivers; };
+  EXPECT_EQ(receivers(R"({"class":"DEVICES","devices":[{"path":"a"},{"path":"b"},7]})"), 2u);
+  EXPECT_EQ(receivers(R"({"class":"DEVICE","path":"a","activated":0})"), 1u);
+  EXPECT_EQ(receivers(R"({"class":"DEVICE","path":"b","activated":"2026-05-09T09:00:00Z"})"), 1u);
+  EXPECT_EQ(receivers(R"({"class":"DEVICE","path":"b","activated":0})"), 0u);
+  EXPECT_EQ(receivers(R"({"class":"SKY"})"), std::nullopt);
+}
+
+TEST(ApplicationLifeRule, SeveralReasonsForTheBackgroundAreOneChange) {
+  using Reason = ApplicationLife::Reason;
+  using Change = ApplicationLife::Change;
+  ApplicationLife life;
+  EXPECT_EQ(life.set(Reason::systemSleeps, false), std::nullopt);
+  EXPECT_EQ(life.set(Reason::noWindow, true), Change::didEnterBackground);
+  EXPECT_EQ(life.set(Reason::systemSleeps, true), std::nullopt);
+  EXPECT_EQ(life.set(Reason::noWindow, false), std::nullopt);
+  EXPECT_EQ(life.set(Reason::systemSleeps, false), Change::willEnterForeground);
+}
+
+TEST(WindowPresenceRule, OnlyALongAbsenceOfWindowsIsTheBackground) {
+  WindowPresence windows(5.0);
+  EXPECT_FALSE(windows.isAway(1000.0)) << "before there was any window, there is no background";
+  windows.setWindowSeen(true, 0.0);
+  EXPECT_EQ(windows.secondsUntilAway(0.0), std::nullopt);
+  windows.setWindowSeen(false, 10.0);
+  windows.setWindowSeen(false, 12.0);  // counts from the first
+  EXPECT_EQ(windows.secondsUntilAway(12.0), 3.0);
+  windows.setWindowSeen(true, 13.0);
+  windows.setWindowSeen(false, 14.0);
+  EXPECT_FALSE(windows.isAway(18.9));
+  EXPECT_TRUE(windows.isAway(19.0));
+  EXPECT_EQ(windows.secondsUntilAway(19.0), std::nullopt);
+}
+
+}  // namespace
+}  // namespace policy

@@ -1,0 +1,217 @@
+#include <gmock/gmock.h>
+#include <policy/DuckPlan.h>
+#include <policy/SpeechRate.h>
+#include <policy/UtteranceQueue.h>
+#include <policy/WavStreamReader.h>
+
+#include <cmath>
+#include <limits>
+
+using policy::ChannelVolumes;
+using policy::DuckPlan;
+using policy::OtherStream;
+using policy::WavStreamReader;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+
+TEST(SpeechRate, RisesBetweenTheEnginesEndsAndStaysThere) {
+  EXPECT_EQ(policy::wordsPerMinuteForRate(0.0F), 80);
+  EXPECT_EQ(policy::wordsPerMinuteForRate(0.5F), 175);
+  EXPECT_EQ(policy::wordsPerMinuteForRate(1.0F), 450);
+  EXPECT_EQ(policy::wordsPerMinuteForRate(-3.0F), 80);
+  EXPECT_EQ(policy::wordsPerMinuteForRate(INFINITY), 450);
+  EXPECT_EQ(policy::wordsPerMinuteForRate(kNaN), 175);
+  for (float rate = 0.0F; rate < 0.985F; rate += 0.01F) {
+    EXPECT_LT(policy::wordsPerMinuteForRate(rate), policy::wordsPerMinuteForRate(rate + 0.01F));
+  }
+  const struct {
+    float volume;
+    int amplitude;
+  } rows[] = {{0.0F, 0}, {0.001F, 0}, {0.5F, 50}, {1.0F, 100}, {7.0F, 100}, {-1.0F, 0}, {kNaN, 100}};
+  for (const auto& row : rows) EXPECT_EQ(policy::amplitudeForVolume(row.volume), row.amplitude) << row.volume;
+}
+
+std::string littleEndian(std::uint32_t value, int bytes) {
+  std::string text;
+  for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> 8 * i);
+  return text;
+}
+
+std::string chunk(const std::string& name, const std::string& body, std::uint32_t length) {
+  return name + littleEndian(length, 4) + body;
+}
+
+std::string format(unsigned kind, unsigned channels, unsigned rate, unsigned bits) {
+  const std::string body = littleEndian(kind, 2) + littleEndian(channels, 2) + littleEndian(rate, 4) +
+                           littleEndian(rate * 2, 4) + littleEndian(2, 2) + littleEndian(bits, 2);
+  return chunk("fmt ", body, 16);
+}
+
+std::string riff(const std::string& chunks) { return "RIFF" + littleEndian(0x7ffff024, 4) + "WAVE" + chunks; }
+
+TEST(WavStreamReader, ReadsWhatAnEngineStreamsHoweverItIsSplit) {
+  const std::string samples("\x01\x00\xff\x7f\x00\x80", 6);
+  const std::string wav = riff(chunk("LIST", std::string("odd\0", 4), 3) + format(1, 1, 22050, 16) +
+                               chunk("data", samples, 0x7ffff000));  // a length that nobody has seen
+  for (std::size_t piece = 1; piece <= wav.size(); ++piece) {
+    WavStreamReader reader;
+    std::vector<std::int16_t> read;
+    for (std::size_t at = 0; at < wav.size(); at += piece) ASSERT_TRUE(reader.feed(wav.substr(at, piece), read));
+    EXPECT_THAT(read, ElementsAre(1, 32767, -32768)) << "in pieces of " << piece;
+    EXPECT_EQ(reader.format(), (policy::SampleFormat{22050, 1}));
+    EXPECT_TRUE(reader.hasReachedSamples());
+  }
+}
+
+TEST(WavStreamReader, RefusesWhatIsNoSuchWavAndStaysRefused) {
+  const struct {
+    const char* name;
+    std::string bytes;
+  } rows[] = {
+      {"prose", "Usage: engine [options]"},
+      {"another container", "RIFF" + littleEndian(4, 4) + "AVI LIST"},
+      {"8 bits", riff(format(1, 1, 22050, 8))},
+      {"floating point", riff(format(3, 1, 22050, 16))},
+      {"no channel", riff(format(1, 0, 22050, 16))},
+      {"many channels", riff(format(1, 9, 22050, 16))},
+      {"no rate", riff(format(1, 1, 0, 16))},
+      {"samples without a format", riff(chunk("data", "\1\1", 2))},
+      {"a short format", riff(chunk("fmt ", "\1\1", 2))},
+      {"an endless chunk", riff(chunk("LIST", "", 0xffffffff))},
+      {"endless chunks", riff(std::string(70000, '\0'))},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    WavStreamReader reader;
+    std::vector<std::int16_t> samples;
+    EXPECT_FALSE(reader.feed(row.bytes, samples));
+    EXPECT_THAT(reader.fault(), testing::StartsWith("it"));
+    EXPECT_FALSE(reader.feed(riff(format(1, 1, 22050, 16) + chunk("data", "\1\1", 2)), samples));
+    EXPECT_THAT(samples, IsEmpty());
+  }
+  WavStreamReader cut;
+  std::vector<std::int16_t> samples;
+  EXPECT_TRUE(cut.feed("RIFF", samples));
+  EXPECT_FALSE(cut.hasReachedSamples());
+}
+
+using Queue = policy::UtteranceQueue<std::string>;
+
+/// "finished one, start two" and the like.
+std::string shown(const Queue::Step& step) {
+  std::string text;
+  for (const auto& event : step.events) {
+    const char* const told[] = {"finished ", "paused ", "cancelled "};
+    text += told[static_cast<int>(event.told)] + event.utterance + ", ";
+  }
+  return text + (step.start ? "start " + *step.start : "");
+}
+
+TEST(UtteranceQueue, OneIsSpokenTheOthersWaitAndEachEndsOnce) {
+  Queue queue;
+  EXPECT_EQ(shown(queue.add("one")), "start one");
+  EXPECT_EQ(shown(queue.add("two")), "");
+  EXPECT_EQ(shown(queue.add("three")), "");
+  EXPECT_EQ(shown(queue.setPaused(false)), "");
+  EXPECT_EQ(shown(queue.setPaused(true)), "paused one, ");
+  EXPECT_EQ(shown(queue.setPaused(true)), "");
+  EXPECT_EQ(shown(queue.setPaused(false)), "");
+  EXPECT_EQ(shown(queue.setPaused(true)), "paused one, ");
+  EXPECT_EQ(shown(queue.end(true)), "finished one, start two");
+  EXPECT_EQ(shown(queue.setPaused(true)), "paused two, ") << "each starts unpaused";
+  EXPECT_EQ(shown(queue.end(false)), "cancelled two, start three");
+  EXPECT_EQ(shown(queue.add("four")), "");
+  EXPECT_EQ(shown(queue.stop()), "cancelled three, cancelled four, ");
+  EXPECT_TRUE(queue.isEmpty());
+  EXPECT_EQ(shown(queue.end(true)) + shown(queue.stop()) + shown(queue.setPaused(true)), "");
+  EXPECT_EQ(shown(queue.add("five")), "start five");
+}
+
+/// "7 down, 8 up" and the like; applies the changes to the streams, as the server would.
+std::string changed(DuckPlan& plan, bool isDucking, std::vector<OtherStream>& streams) {
+  std::string text;
+  for (const auto& change : plan.changes(isDucking, streams)) {
+    text += std::to_string(change.index) + (change.isLowering ? " down, " : " up, ");
+    for (auto& stream : streams) {
+      if (stream.index == change.index) stream.volumes = change.volumes;
+    }
+  }
+  return text;
+}
+
+OtherStream stream(std::uint32_t index, ChannelVolumes volumes, std::string key = "") {
+  return {.index = index, .key = std::move(key), .volumes = std::move(volumes)};
+}
+
+TEST(DuckPlan, LowersWhatIsAudibleOnceBy18DecibelsAndRestoresItToTheUnit) {
+  DuckPlan plan;
+  std::vector<OtherStream> streams{stream(7, {65536, 40000}), stream(8, {65536}), stream(9, {65536}), stream(10, {0})};
+  streams[1].isAudible = false;
+  streams[2].canBeChanged = false;
+  const auto before = streams;
+  EXPECT_EQ(changed(plan, false, streams), "");
+  EXPECT_EQ(changed(plan, true, streams), "7 down, ");
+  EXPECT_EQ(changed(plan, true, streams), "");
+  const double ratio = std::pow(streams[0].volumes[0] / 65536.0, 3.0);
+  EXPECT_NEAR(20.0 * std::log10(ratio), -18.0, 0.01);
+  streams[1].isAudible = true;  // comes during the prompt
+  EXPECT_EQ(changed(plan, true, streams), "8 down, ");
+  EXPECT_EQ(changed(plan, false, streams), "7 up, 8 up, ");
+  for (std::size_t i = 0; i < streams.size(); ++i) EXPECT_EQ(streams[i].volumes, before[i].volumes);
+  EXPECT_TRUE(plan.isEmpty());
+}
+
+TEST(DuckPlan, LeavesAloneWhatSomebodyElseHasChanged) {
+  DuckPlan plan;
+  std::vector<OtherStream> streams{stream(7, {65536}), stream(8, {65536})};
+  changed(plan, true, streams);
+  streams[0].volumes = {50000};
+  streams[1].volumes[0] += 1;  // the server rounds
+  EXPECT_EQ(changed(plan, true, streams), "");
+  EXPECT_EQ(changed(plan, false, streams), "8 up, ");
+  EXPECT_EQ(changed(plan, false, streams), "");
+}
+
+TEST(DuckPlan, AStreamThatEndsLoweredIsRestoredInItsSuccessor) {
+  DuckPlan plan;
+  std::vector<OtherStream> streams{stream(7, {65536}, "by-name:player"), stream(8, {65536})};
+  changed(plan, true, streams);
+  const ChannelVolumes lowered = streams[0].volumes;
+  std::vector<OtherStream> none;
+  EXPECT_EQ(changed(plan, true, none), "");
+  EXPECT_EQ(changed(plan, false, none), "");
+  EXPECT_FALSE(plan.isEmpty()) << "the server will start the player's next stream at the lowered volume";
+  std::vector<OtherStream> next{stream(20, lowered, "by-name:other"), stream(21, {30000}, "by-name:player"),
+                                stream(22, lowered, "by-name:player"), stream(8, lowered)};
+  EXPECT_EQ(changed(plan, false, next), "22 up, ");
+  EXPECT_EQ(next[2].volumes, ChannelVolumes{65536});
+
+  changed(plan, true, next);
+  next.push_back(stream(23, lowered, "by-name:player"));  // a second window of the player, started low by the server
+  EXPECT_EQ(changed(plan, true, next), "") << "low enough";
+  EXPECT_THAT(changed(plan, false, next), testing::EndsWith("23 up, "));
+  EXPECT_EQ(next.back().volumes, ChannelVolumes{65536});
+}
+
+TEST(DuckPlan, TheNextProcessRestoresWhatADeadOneLeft) {
+  DuckPlan plan;
+  std::vector<OtherStream> streams{stream(7, {65536, 30000}), stream(8, {65536}, "by name: a player")};
+  changed(plan, true, streams);
+  DuckPlan next = DuckPlan::fromText("junk\n\n1 2 3\n" + plan.text(99) + "99 x 1 5\n99 1 99999999 5\n99 1 -1 k\n", 99);
+  auto found = streams;
+  EXPECT_EQ(changed(next, false, found), "7 up, 8 up, ");
+  EXPECT_EQ(found[0].volumes, (ChannelVolumes{65536, 30000}));
+
+  DuckPlan afterRestart = DuckPlan::fromText(plan.text(99), 100);
+  auto restarted = streams;
+  restarted[1].index = 12;
+  EXPECT_EQ(changed(afterRestart, false, restarted), "12 up, ") << "numbers of another server mean nothing";
+  plan.forgetServer();
+  EXPECT_EQ(changed(plan, false, streams), "8 up, ");
+}
+
+}  // namespace

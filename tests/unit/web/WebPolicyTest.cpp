@@ -1,0 +1,120 @@
+// What a screen of the web decides: what it reports of a load, where an address goes, how a mail is handed over.
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "MailtoAddress.h"
+#include "WebLoadReports.h"
+#include "WebNavigation.h"
+
+using policy::WebNavigation;
+using policy::WebNavigationDecision;
+using testing::ElementsAre;
+
+namespace {
+
+class WebLoadReports : public testing::Test {
+ protected:
+  std::vector<std::string> heard;
+  policy::WebLoadReports reports{{[this] { heard.emplace_back("start"); }, [this] { heard.emplace_back("finish"); },
+                                  [this] { heard.emplace_back("title?"); }}};
+  std::function<void()> fail = [this] { heard.emplace_back("fail"); };
+};
+
+TEST_F(WebLoadReports, TheTitleComesBeforeTheFinish) {
+  reports.started();
+  reports.finished();
+  EXPECT_THAT(heard, ElementsAre("start", "title?"));
+  reports.titleIsKnown(reports.load());
+  reports.titleIsKnown(reports.load());
+  EXPECT_THAT(heard, ElementsAre("start", "title?", "finish"));
+}
+
+TEST_F(WebLoadReports, TheFinishAfterAFailureIsSwallowed) {
+  reports.started();
+  reports.failed(fail);
+  reports.finished();
+  reports.failed(fail);
+  EXPECT_THAT(heard, ElementsAre("start", "fail"));
+  reports.started();
+  reports.finished();
+  reports.titleIsKnown(reports.load());
+  EXPECT_THAT(heard, ElementsAre("start", "fail", "start", "title?", "finish"));
+}
+
+TEST_F(WebLoadReports, ALoadThatOvertakesATitleIsToldAfterTheFinish) {
+  reports.started();
+  reports.finished();
+  const unsigned first = reports.load();
+  reports.started();
+  EXPECT_THAT(heard, ElementsAre("start", "title?", "finish", "start"));
+  reports.titleIsKnown(first);
+  reports.finished();
+  reports.titleIsKnown(first);
+  EXPECT_THAT(heard, ElementsAre("start", "title?", "finish", "start", "title?")) << "an old title ends no new load";
+}
+
+TEST_F(WebLoadReports, ADeadEngineEndsWhateverItWasDoing) {
+  reports.died(fail);
+  reports.started();
+  reports.finished();
+  reports.died(fail);
+  reports.titleIsKnown(reports.load());
+  EXPECT_THAT(heard, ElementsAre("fail", "start", "title?", "fail"));
+}
+
+TEST(WebNavigationTest, AddressesGoWhereTheyBelong) {
+  using enum WebNavigation::Purpose;
+  using enum WebNavigationDecision;
+  struct Row {
+    const char* address;
+    WebNavigation::Purpose purpose;
+    bool isUsersWish;
+    WebNavigationDecision decision;
+  };
+  const Row rows[] = {
+      {"http://site/", page, false, load},
+      {"HTTPS://site/", page, false, load},
+      {"about:blank", page, false, load},
+      {"mailto:a@b", page, true, openOutside},
+      {"mailto:a@b", page, false, refuse},
+      {"http://site/", window, true, openOutside},
+      {"http://site/", window, false, refuse},
+      {"http://site/file.zip", download, true, openOutside},
+      {"about:blank", window, true, refuse},
+      {"file:///etc/passwd", page, true, refuse},
+      {"FILE:///etc/passwd", window, true, refuse},
+      {"javascript:alert(1)", window, true, refuse},
+      {"data:text/html,x", page, true, refuse},
+      {"blob:http://site/1", download, true, refuse},
+      {"/relative", page, true, refuse},
+      {"", page, true, refuse},
+      {":", window, true, refuse},
+      {"-bad scheme:x", window, true, refuse},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.address);
+    EXPECT_EQ(policy::decide({row.address, row.purpose, row.isUsersWish}, {"http", "https", "about"}), row.decision);
+  }
+  EXPECT_EQ(policy::decide({"https://site/", page, true}, {"http"}), openOutside) << "as the host has chosen";
+}
+
+TEST(MailtoAddressTest, EscapesWhatIsNotUnreservedAndKeepsLinesApart) {
+  EXPECT_EQ(policy::mailtoAddress("", ""), "mailto:?subject=&body=");
+  EXPECT_EQ(policy::mailtoAddress("a&b=c?%\xC3\xA4", "http://h/?q=1#x"),
+            "mailto:?subject=a%26b%3Dc%3F%25%C3%A4&body=http%3A%2F%2Fh%2F%3Fq%3D1%23x");
+  EXPECT_EQ(policy::mailtoAddress("one\r\ntwo\nthree\x01", "1\n2\r3\r\n"),
+            "mailto:?subject=one%20two%20three&body=1%0D%0A2%0D%0A3%0D%0A")
+      << "a subject cannot bring headers of its own";
+}
+
+TEST(MailtoAddressTest, CutsBetweenCharacters) {
+  std::string subject;
+  for (int i = 0; i < 300; ++i) subject += "\xC3\xA4";
+  const std::string address = policy::mailtoAddress(subject, std::string(20000, 'x'));
+  EXPECT_EQ(address.size(), std::string("mailto:?subject=&body=").size() + 200 * 6 + 10000);
+}
+
+}  // namespace
