@@ -64,16 +64,23 @@ std::string_view GpxReader::begin(std::string_view bytes) {
 }
 
 void GpxReader::parse(std::string_view bytes, bool last) {
-  fedBytes_ += bytes.size();
-  if (XML_Parse(parser_.get(), bytes.data(), static_cast<int>(bytes.size()), last) != XML_STATUS_OK) {
+  // The parser scans an unfinished tag from its beginning whenever it is given more. To give it more only when that
+  // doubles the tag makes bytes that come one by one cost no more than bytes that come together.
+  waiting_.append(bytes);
+  if (waiting_.size() < heldBytes_ && !last) return;
+  fedBytes_ += waiting_.size();
+  const auto status = XML_Parse(parser_.get(), waiting_.data(), static_cast<int>(waiting_.size()), last);
+  waiting_.clear();
+  if (status != XML_STATUS_OK) {
     if (!finished_) tellError();
     finished_ = true;
     return;
   }
-  // The parser collects an unfinished tag, and may wait with a finished one until the input has doubled.
+  // The parser collects an unfinished tag, and may itself wait with a finished one until the input has doubled.
   constexpr auto kMostHeld = 4 * kLongestText;
   const auto parsedBytes = static_cast<std::uint64_t>(std::max(XML_Index{0}, XML_GetCurrentByteIndex(parser_.get())));
-  if (fedBytes_ - std::min(fedBytes_, parsedBytes) > kMostHeld) {
+  heldBytes_ = fedBytes_ - std::min(fedBytes_, parsedBytes);
+  if (heldBytes_ > kMostHeld) {
     refuse("a tag or comment is longer than 64 KiB");
     finished_ = true;
   }

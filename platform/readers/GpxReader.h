@@ -64,6 +64,8 @@ class GpxReader final : public FixReader {
   bool finished_ = false;       // the XML was damaged or refused
   std::uint64_t leadingLines_ = 0;
   std::uint64_t fedBytes_ = 0;
+  std::uint64_t heldBytes_ = 0;  // of them: given to the parser, and not yet parsed by it
+  std::string waiting_;          // not yet given to the parser
 
   std::set<std::string, std::less<>> names_;  // which the parser keeps for good
   std::size_t namesBytes_ = 0;
