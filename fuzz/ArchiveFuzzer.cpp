@@ -2,6 +2,7 @@
 #include <ZRCore/ZRArchive.h>
 #include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZRLocation.h>
+#include <ZRCore/ZRPlace.h>
 
 #include <cstdint>
 
@@ -9,7 +10,9 @@
 #include "MappingModel.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const ZRArchive archive(ZRMakeJSONService(), {&Item::staticClassInfo(), &ZRLocation::staticClassInfo()});
+  const ZRArchive archive(ZRMakeJSONService(),
+                          {&Item::staticClassInfo(), &ZRLocation::staticClassInfo(), &ZRGeoAddress::staticClassInfo(),
+                           &ZRPlace::staticClassInfo(), &ZRNamedPlace::staticClassInfo()});
   const auto read = archive.unarchivedObjectFromData({reinterpret_cast<const char*>(data), size});
   if (std::holds_alternative<NSError>(read)) return 0;
   const auto written = archive.archivedDataWithRootObject(std::get<std::shared_ptr<NSObject>>(read));

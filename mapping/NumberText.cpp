@@ -9,6 +9,9 @@ namespace {
 
 constexpr double kTwoTo63 = 9223372036854775808.0;
 
+/// More than any text has digits: an exponent this large decides whatever stands before it.
+constexpr long long kMostDigits = 1LL << 40;
+
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::string_view withoutLeadingBlanks(std::string_view text) {
@@ -31,7 +34,8 @@ bool isHuge(std::string_view number) {
   const bool isNegative = takeSign(exponent);
   long long shift = 0;
   const auto end = exponent.data() + exponent.size();
-  if (std::from_chars(exponent.data(), end, shift).ec == std::errc::result_out_of_range) return !isNegative;
+  if (std::from_chars(exponent.data(), end, shift).ec == std::errc::result_out_of_range) shift = kMostDigits;
+  shift = std::min(shift, kMostDigits);  // so that the sum below cannot overflow
   if (isNegative) shift = -shift;
   // The power of ten of the first digit that counts.
   const std::size_t point = std::min(digits.find('.'), digits.size());

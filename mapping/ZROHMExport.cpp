@@ -11,22 +11,38 @@ namespace {
 
 using Slot = ZROHMRegistry::Slot;
 
-/// The objects whose exports this thread is inside of, outermost first.
-thread_local std::vector<const NSObject*> exporting;
-
+/// An export that this thread is inside of. They are chained, and not kept in a list, because a list of the thread's is
+/// gone before a host's last static object, which may export something too.
 class NestedExport {
  public:
-  explicit NestedExport(const NSObject& object) { exporting.push_back(&object); }
-  ~NestedExport() { exporting.pop_back(); }
+  explicit NestedExport(const NSObject& object)
+      : object_(object), outer_(innermost_), depth_(outer_ != nullptr ? outer_->depth_ + 1 : 1) {
+    innermost_ = this;
+  }
+  ~NestedExport() { innermost_ = outer_; }
   NestedExport(const NestedExport&) = delete;
   NestedExport& operator=(const NestedExport&) = delete;
+
+  /// Whether an export of `object` may begin inside those of this thread.
+  static bool mayHold(const NSObject& object) {
+    const NestedExport* nested = innermost_;
+    if (nested != nullptr && nested->depth_ >= kDeepestNesting) return false;
+    while (nested != nullptr && &nested->object_ != &object) nested = nested->outer_;
+    return nested == nullptr;
+  }
+
+ private:
+  static inline thread_local const NestedExport* innermost_ = nullptr;
+
+  const NSObject& object_;
+  const NestedExport* const outer_;
+  const std::size_t depth_;
 };
 
 /// Whether the value refers to an object that leaves as a dictionary.
 bool isExportable(const ZROHMValue& value) {
   const NSObject* const object = value.object().get();
-  return object != nullptr && object->classInfo().conformsToMappable() && exporting.size() < kDeepestNesting &&
-         std::find(exporting.begin(), exporting.end(), object) == exporting.end();
+  return object != nullptr && object->classInfo().conformsToMappable() && NestedExport::mayHold(*object);
 }
 
 void exportObject(ZROHMValue& value) {

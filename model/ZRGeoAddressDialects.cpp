@@ -65,10 +65,13 @@ void nameThePart(DocumentedKeys& keys, const std::optional<std::string>& type, s
     std::string_view type;
     const char* key;
   };
-  static constexpr std::array<Row, 6> kRows{{{"street", "street"},
+  static constexpr std::array<Row, 9> kRows{{{"street", "street"},
+                                             {"road", "street"},
                                              {"locality", "neighborhood"},
                                              {"district", "neighborhood"},
                                              {"city", "city"},
+                                             {"town", "city"},
+                                             {"village", "city"},
                                              {"county", "county"},
                                              {"state", "state"}}};
   if (!type) return;
@@ -127,6 +130,7 @@ void readNominatim(DialectFields& result, DocumentedKeys& keys) {
   const auto type = result.firstText({"addresstype", "type"});
   addQuality(keys, type, houseNumber.has_value());
   keys.add("type", type);
+  nameThePart(keys, type, result.text("name"));  // all there is where the parts were not asked for
 }
 
 void readPhoton(DialectFields& feature, DialectFields& properties, DocumentedKeys& keys) {

@@ -73,7 +73,8 @@ class ZR_EXPORT NSObject {
   /// other.
   void setValueForUndefinedKey(const ZROHMValue& value, std::string_view key);
 
-  /// `setValueForKey` for each entry, in the dictionary's order.
+  /// `setValueForKey` for each entry, in the dictionary's order. What was set before an entry that raises stays set.
+  /// @param dictionary  not one that the object itself holds: its sets may replace what they are read from.
   void setValuesForKeysWithDictionary(const ZROHMOrderedMap<ZROHMValue>& dictionary);
 
   /// The values of the properties `keys` as a dictionary, in that order. Null where a property has no value. Objects of

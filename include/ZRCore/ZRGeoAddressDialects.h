@@ -25,9 +25,11 @@ enum class ZRGeoAddressDialect : std::uint8_t {
 // One result as an address; null for what is no object (of the GeoJSON dialects: for what has no properties). The parts
 // are put under the documented keys, and the address is then made by `geoAddressFromDictionary`:
 //
-// - the street is "house number street"; a result that is itself a street, a city and so on gives that part its name;
+// - the street is "house number street"; a result that is itself a street, a city and so on gives that part its name
+//   where the part is missing (Pelias always has it);
 // - the country is the two-letter code in capitals where there is one, because the display texts know codes, not names;
-// - the identifier is the OpenStreetMap one ("N42", "W42", "R42") where there is one, else the service's own;
+// - the identifier is the OpenStreetMap one ("N42", "W42", "R42") where there is one, else the service's own (of Pelias
+//   always its own, the "gid");
 // - the quality is taken from the type of the result, or from the presence of a house number.
 //
 // A part that is neither a text nor a number is left out, and so is a position of which a number is missing. Pure; any

@@ -110,7 +110,7 @@ ZROHMClassBuilder<Object>::ZROHMClassBuilder(std::string name, ZROHMClassInfo& s
   parts_.name = std::move(name);
   parts_.superclass = &superclass;
   if constexpr (requires {
-                  { Object::init() } -> std::convertible_to<std::shared_ptr<NSObject>>;
+                  { Object::init() } -> std::convertible_to<std::shared_ptr<Object>>;  // not an inherited one
                 }) {
     parts_.factory = [] { return std::shared_ptr<NSObject>(Object::init()); };
   } else if constexpr (std::default_initializable<Object>) {

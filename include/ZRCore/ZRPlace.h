@@ -33,6 +33,7 @@ class ZR_EXPORT ZRPlace : public NSObject,
   static std::shared_ptr<ZRPlace> initWithGeoAddressDict(const ZROHMDictionary& dictionary);
   /// A place from an archive (`encodeWithCoder`): navigable, and without an identifier of its own.
   static std::shared_ptr<ZRPlace> initWithCoder(const NSCoder& coder);
+  /// As `initWithGeoAddress` and `initWithGeoAddressDict`.
   static std::shared_ptr<ZRPlace> placeFromGeoAddress(std::shared_ptr<ZRGeoAddress> address);
   static std::shared_ptr<ZRPlace> placeFromGeoAddressDict(const ZROHMDictionary& dictionary);
 

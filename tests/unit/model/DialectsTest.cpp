@@ -138,14 +138,17 @@ TEST(DialectTables, EachTypeOfResultHasItsQuality) {
 }
 
 TEST(DialectTables, AResultThatIsItselfAPartNamesThatPart) {
-  const std::pair<const char*, const char*> rows[] = {
-      {"street", "-|Name|-|-|-|-|"}, {"locality", "-|-|Name|-|-|-|"}, {"district", "-|-|Name|-|-|-|"},
-      {"city", "-|-|-|Name|-|-|"},   {"county", "-|-|-|-|Name|-|"},   {"state", "-|-|-|-|-|Name|"},
-      {"house", "-|-|-|-|-|-|"},
-  };
+  const std::pair<const char*, const char*> rows[] = {{"street", "-|Name|-|-|-|-|"},   {"locality", "-|-|Name|-|-|-|"},
+                                                      {"district", "-|-|Name|-|-|-|"}, {"city", "-|-|-|Name|-|-|"},
+                                                      {"county", "-|-|-|-|Name|-|"},   {"state", "-|-|-|-|-|Name|"},
+                                                      {"house", "-|-|-|-|-|-|"},       {"road", "-|Name|-|-|-|-|"},
+                                                      {"town", "-|-|-|Name|-|-|"},     {"village", "-|-|-|Name|-|-|"}};
   for (const auto& [type, parts] : rows) {
-    const std::string json = std::string(R"({"properties":{"name":"Name","type":")") + type + R"("}})";
-    EXPECT_THAT(partsOf(*ZRGeoAddressFromPhoton(valueOf(json))), testing::StartsWith(parts)) << type;
+    const std::string result = std::string(R"({"name":"Name","type":")") + type + R"("})";
+    EXPECT_THAT(partsOf(*ZRGeoAddressFromPhoton(valueOf(R"({"properties":)" + result + "}"))),
+                testing::StartsWith(parts))
+        << type;
+    EXPECT_THAT(partsOf(*ZRGeoAddressFromNominatim(valueOf(result))), testing::StartsWith(parts)) << type;
   }
 }
 

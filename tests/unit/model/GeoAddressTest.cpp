@@ -137,7 +137,6 @@ TEST(AddressCopy, TakesTheLevelAsItStandsAndDerivesItLater) {
 
 class MarkedAddress : public ZRGeoAddress {
  public:
-  static std::shared_ptr<MarkedAddress> make() { return std::shared_ptr<MarkedAddress>(new MarkedAddress()); }
   int mark = 0;
 
  protected:
@@ -147,7 +146,9 @@ class MarkedAddress : public ZRGeoAddress {
 };
 
 TEST(AddressCopy, IsOfTheReceiversOwnType) {
-  const auto address = MarkedAddress::make();
+  const auto type = ZROHMClassBuilder<MarkedAddress>("MarkedAddress", ZRGeoAddress::staticClassInfo()).build();
+  const auto address = std::dynamic_pointer_cast<MarkedAddress>(type->makeInstance());
+  ASSERT_NE(address, nullptr) << "the supertype's init is not the type's own";
   address->mark = 7;
   address->setCity("Springfield");
   const auto copy = std::dynamic_pointer_cast<MarkedAddress>(address->copy());

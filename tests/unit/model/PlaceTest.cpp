@@ -148,8 +148,10 @@ TEST(PlaceHash, IsOfTheWholeDegreesAsTheyAreDrawn) {
   EXPECT_EQ(placeAt({-9223372036854775808.0, 9223372036854775808.0})->hashCoordinates(), std::uint64_t{1} << 63);
 }
 
-TEST(PlaceCopy, IsNavigableAndHasNoIdentifierOfItsOwn) {
-  const auto place = ZRPlace::init();
+TEST(PlaceCopy, IsOfTheSameTypeNavigableAndWithoutAnIdentifierOfItsOwn) {
+  const auto home = ZRNamedPlace::init();
+  home->setName("Home");
+  const std::shared_ptr<ZRPlace> place = home;
   place->setIsNavigable(false);
   place->setZrid("own");
   place->setTitle("title");
@@ -157,6 +159,10 @@ TEST(PlaceCopy, IsNavigableAndHasNoIdentifierOfItsOwn) {
   const auto copy = place->copy();
   EXPECT_TRUE(copy->isNavigable());
   EXPECT_EQ(copy->zrid(), std::nullopt);
+  const auto namedCopy = std::dynamic_pointer_cast<ZRNamedPlace>(copy);
+  ASSERT_NE(namedCopy, nullptr);
+  EXPECT_EQ(namedCopy->title(), "Home");
+  namedCopy->setName(std::nullopt);
   EXPECT_EQ(copy->title(), "title");
   EXPECT_EQ(copy->subtitle(), "subtitle");
   place->setGeoAddress(addressOf(kHouse));
@@ -182,19 +188,11 @@ TEST(NamedPlace, ShowsItsNameAboveTheWholeAddress) {
   EXPECT_EQ(place->subtitle(), "kept");
 }
 
-TEST(NamedPlace, IsCopiedAsOneThroughItsBaseToo) {
-  const auto place = ZRNamedPlace::init();
-  place->setName("Home");
-  const std::shared_ptr<ZRPlace> base = place;
-  const auto copy = std::dynamic_pointer_cast<ZRNamedPlace>(base->copy());
-  ASSERT_NE(copy, nullptr);
-  EXPECT_EQ(copy->name(), "Home");
-}
-
 TEST(PlaceArchive, HasTheStoredTextsTheAddressAndTheNameButNoMore) {
   const auto place = ZRNamedPlace::placeFromGeoAddressDict(kHouse);
   place->setName("Home");
   place->setTitle("stored");
+  place->setZrid("own");
   place->setIsNavigable(false);
   const ZRArchive archive(ZRMakeJSONService(), {&ZRNamedPlace::staticClassInfo(), &ZRPlace::staticClassInfo(),
                                                 &ZRGeoAddress::staticClassInfo()});
@@ -205,18 +203,12 @@ TEST(PlaceArchive, HasTheStoredTextsTheAddressAndTheNameButNoMore) {
   EXPECT_EQ(read->title(), "Home");
   EXPECT_EQ(read->subtitle(), place->subtitle());
   EXPECT_TRUE(read->isNavigable());
+  EXPECT_EQ(read->zrid(), "own") << "the address has it too";
   read->setName(std::nullopt);
   read->setGeoAddress(nullptr);
+  EXPECT_EQ(read->zrid(), std::nullopt);
   EXPECT_EQ(read->title(), "stored");
   EXPECT_EQ(read->subtitle(), std::nullopt);
-}
-
-TEST(PlaceArchive, CarriesNoIdentifierOfThePlacesOwn) {
-  const auto place = ZRPlace::init();
-  place->setZrid("own");
-  ZRMemoryCoder coder;
-  place->encodeWithCoder(coder);
-  EXPECT_EQ(ZRPlace::initWithCoder(coder)->zrid(), std::nullopt);
 }
 
 TEST(PlaceMapping, FillsThePlaceFromItsTwoKeysAndANamedOneFromNone) {
