@@ -22,6 +22,29 @@ void requireSameEvents(const ReaderEvents& whole, const ReaderEvents& pieces, co
   require(whole.log == pieces.log, law);
 }
 
+using Held = readers::FixReader::Held;
+
+/// What a reader tells of a live stream, whose held fix is told after each byte: also while it grows, or only once
+/// nothing can be added to it.
+ReaderEvents readLive(std::string_view input, bool alsoWhileItGrows) {
+  ReaderEvents events;
+  const auto reader = readers::makeReader(kFormat);
+  for (const auto byte : bytesOf(input)) {
+    reader->feed(byte, events);
+    if (reader->held() == Held::nothing || (reader->held() == Held::growing && !alsoWhileItGrows)) continue;
+    reader->tellHeld(events);
+    require(reader->held() == Held::nothing, "what has been told is held no more");
+  }
+  reader->finish(events);
+  return events;
+}
+
+/// The fixes alone, to the last bit.
+ReaderEvents fixesOf(ReaderEvents events) {
+  std::erase_if(events.log, [](const std::string& entry) { return !entry.starts_with("fix"); });
+  return events;
+}
+
 void requireSoundFix(const readers::SourceFix& fix) {
   require(std::fabs(fix.coordinate.latitude) <= 90.0 && std::fabs(fix.coordinate.longitude) <= 180.0,
           "a fix is a place on the Earth");
@@ -54,5 +77,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto split = splitOf(input);
   requireSameEvents(whole, readPieces(kFormat, {input.substr(0, split), input.substr(split)}),
                     "two pieces tell the same as the whole");
+
+  requireSameEvents(fixesOf(whole), fixesOf(readLive(input, false)), "a complete fix is the same told at once");
+  for (const auto& fix : readLive(input, true).fixes) requireSoundFix(fix);
   return 0;
 }

@@ -1,4 +1,3 @@
-#include <gio/gio.h>
 #include <gio/gunixsocketaddress.h>
 #include <policy/LiveReader.h>
 
@@ -8,6 +7,7 @@
 
 #include "Deadline.h"
 #include "Probes.h"
+#include "Reach.h"
 
 namespace doctor {
 namespace {
@@ -28,13 +28,8 @@ Answer ask(const policy::PositioningSource& source, double answerSeconds) {
   GSocketConnectable* const address = source.path.empty()
                                           ? g_network_address_new(source.host.c_str(), source.port)
                                           : G_SOCKET_CONNECTABLE(g_unix_socket_address_new(source.path.c_str()));
-  GSocketClient* const client = g_socket_client_new();
-  g_socket_client_set_enable_proxy(client, FALSE);
-  g_socket_client_set_timeout(client, static_cast<guint>(answerSeconds) + 1);
   GError* error = nullptr;
-  GSocketConnection* const connection = g_socket_client_connect(client, address, nullptr, &error);
-  g_object_unref(client);
-  g_object_unref(address);
+  GSocketConnection* const connection = reach(address, answerSeconds, &error);
   if (connection == nullptr) {
     answer.failure = error->message;
     g_clear_error(&error);

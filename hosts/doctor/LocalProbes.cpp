@@ -1,6 +1,5 @@
 #include <gio/gio.h>
-#include <sys/socket.h>
-#include <sys/un.h>
+#include <gio/gunixsocketaddress.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,10 +11,36 @@
 
 #include "Deadline.h"
 #include "Probes.h"
+#include "Reach.h"
 
 namespace doctor {
 
+namespace {
+
+void appendTo(std::string& list, const char* name) {
+  if (!list.empty()) list += ", ";
+  list += name;
+}
+
+/// Those of the services that should read a document and do not. They stand on libraries that load parts of themselves.
+std::string unableToRead(const ZRPlatform& platform) {
+  constexpr std::string_view kPicture(
+      "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\1\0\0\0\1\x08\0\0\0\0\x3a\x7e\x9b\x55"
+      "\0\0\0\nIDAT\x78\x9c\x63\x60\0\0\0\2\0\1\x48\xaf\xa4\x71\0\0\0\0IEND\xae\x42\x60\x82",
+      67);
+  const auto json = platform.json->valueFromJSON("[1]", ZRJSONFragments::refused);
+  const auto xml = platform.xml->parserWithData("<a/>");
+  std::string failing;
+  if (std::holds_alternative<NSError>(json)) appendTo(failing, "json");
+  if (!xml || !xml->parse()) appendTo(failing, "xml");
+  if (!platform.images->imageWithData(kPicture)) appendTo(failing, "images");
+  return failing;
+}
+
+}  // namespace
+
 Finding AdaptersProbe::look() {
+  constexpr const char* kBuild = "scripts/setup && cmake --workflow --preset check";
   const std::pair<const char*, bool> services[] = {
       {"positioning", platform_.positioning != nullptr},
       {"bundle", platform_.bundle != nullptr},
@@ -31,14 +56,13 @@ Finding AdaptersProbe::look() {
       {"audio players", platform_.audioPlayers != nullptr},
   };
   std::string present, absent;
-  for (const auto& [name, isThere] : services) {
-    std::string& list = isThere ? present : absent;
-    if (!list.empty()) list += ", ";
-    list += name;
+  for (const auto& [name, isThere] : services) appendTo(isThere ? present : absent, name);
+  if (!absent.empty()) {
+    return {"adapters", State::missing, "this build has none for: " + absent + " (it has: " + present + ")", kBuild};
   }
-  if (absent.empty()) return {"adapters", State::usable, present, ""};
-  return {"adapters", State::missing, "this build has none for: " + absent + " (it has: " + present + ")",
-          "scripts/setup && cmake --workflow --preset check"};
+  const std::string failing = unableToRead(platform_);
+  if (!failing.empty()) return {"adapters", State::broken, "they can't read a small document: " + failing, kBuild};
+  return {"adapters", State::usable, present, ""};
 }
 
 Finding ReceiversProbe::look() {
@@ -88,22 +112,30 @@ std::string soundServerOfThisUser() {
 
 Finding SoundProbe::look() {
   constexpr const char* kStart = "sudo apt-get install pulseaudio && pulseaudio --start";
-  std::string_view path = server_;
-  if (path.starts_with("unix:")) path.remove_prefix(5);
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  if (!path.starts_with('/') || path.size() >= sizeof address.sun_path) {
-    return {"sound", State::broken, "'" + server_ + "' is no path of a socket", "unset PULSE_SERVER"};
+  constexpr const char* kForget = "unset PULSE_SERVER";
+  constexpr std::uint16_t kPort = 4713;
+  std::string where = server_;
+  const auto strip = [&where](std::string_view scheme) {
+    const bool fits = where.starts_with(scheme);
+    if (fits) where.erase(0, scheme.size());
+    return fits;
+  };
+  const bool isLocal = strip("unix:") || where.starts_with('/');
+  if (!isLocal && !strip("tcp:") && !strip("tcp4:")) strip("tcp6:");
+  GError* error = nullptr;
+  GSocketConnectable* const address = isLocal ? G_SOCKET_CONNECTABLE(g_unix_socket_address_new(where.c_str()))
+                                              : g_network_address_parse(where.c_str(), kPort, &error);
+  GSocketConnection* const connection = address != nullptr ? reach(address, answerSeconds_, &error) : nullptr;
+  where.insert(0, "the server at ");
+  if (connection != nullptr) {
+    g_object_unref(connection);
+    return {"sound", State::usable, where, ""};
   }
-  path.copy(address.sun_path, path.size());
-  const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-  const int result = ::connect(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address);
-  const int error = result == 0 ? 0 : errno;
-  ::close(socket);
-  const std::string where = "the server at " + std::string(path);
-  if (error == 0) return {"sound", State::usable, where, ""};
-  if (error == ENOENT || error == ENOTDIR) return {"sound", State::missing, where + " is not running", kStart};
-  return {"sound", State::broken, where + ": " + std::strerror(error), "pulseaudio --kill; pulseaudio --start"};
+  const bool isAbsent = isLocal && g_error_matches(error, G_IO_ERROR, G_IO_ERROR_NOT_FOUND) != FALSE;
+  const std::string why = error->message;
+  g_clear_error(&error);
+  if (isAbsent) return {"sound", State::missing, where + " is not running", kStart};
+  return {"sound", State::broken, where + ": " + why, isLocal ? "pulseaudio --kill; pulseaudio --start" : kForget};
 }
 
 namespace {

@@ -14,10 +14,11 @@
 
 namespace doctor {
 
-/// Nobody waits longer for an answer.
+/// Answers that take longer are none.
 inline constexpr double kAnswerSeconds = 3.0;
 
-/// Which services of the platform this build fills. Those of the screen belong to hosts that have one.
+/// Which services of the platform this build fills, and whether those that read documents read a small one. Services of
+/// the screen belong to hosts that have one.
 class AdaptersProbe final : public Probe {
  public:
   explicit AdaptersProbe(ZRPlatform platform) : platform_(std::move(platform)) {}
@@ -30,7 +31,10 @@ class AdaptersProbe final : public Probe {
 /// A daemon that greets as gpsd does, and has a receiver.
 class GpsdProbe final : public Probe {
  public:
-  explicit GpsdProbe(policy::PositioningSource source, double answerSeconds = kAnswerSeconds)
+  /// A daemon that is started by the connection takes three seconds to open its receiver, and only then greets.
+  static constexpr double kGreetingSeconds = 6.0;
+
+  explicit GpsdProbe(policy::PositioningSource source, double answerSeconds = kGreetingSeconds)
       : source_(std::move(source)), answerSeconds_(answerSeconds) {}
   Finding look() override;
 
@@ -78,12 +82,14 @@ class VoicesProbe final : public Probe {
 /// A sound server that speaks PulseAudio's protocol.
 class SoundProbe final : public Probe {
  public:
-  /// @param server  as PULSE_SERVER says it: the path of a socket, perhaps after "unix:"
-  explicit SoundProbe(std::string server) : server_(std::move(server)) {}
+  /// @param server  as PULSE_SERVER says it: the path of a socket, perhaps after "unix:", or "tcp:HOST[:PORT]"
+  explicit SoundProbe(std::string server, double answerSeconds = kAnswerSeconds)
+      : server_(std::move(server)), answerSeconds_(answerSeconds) {}
   Finding look() override;
 
  private:
   std::string server_;
+  double answerSeconds_;
 };
 
 /// Where the user's sound server listens.

@@ -100,7 +100,7 @@ struct ZRLinuxLife {
   struct _GMainContext* mainContext = nullptr;  ///< as in ZRLinuxOptions
 
   /// The terminal's stop (Ctrl-Z, SIGTSTP) and SIGCONT, for command line tools: the notification is posted, then the
-  /// process stops.
+  /// process stops. Signals have one owner: one following of a process at a time may do so.
   bool followsTerminal = true;
   /// The system's sleep, as logind tells it.
   bool followsSleep = true;

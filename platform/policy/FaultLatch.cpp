@@ -20,7 +20,7 @@ constexpr std::array<FaultText, 7> kFaults{{
      "can't be used; give auto, gpsd[:HOST[:PORT]], gpsd:/PATH, geoclue, nmea:PATH or file:PATH"},
     {"noDaemon", CLErrorCode::locationUnknown, "does not answer; start it or plug it in, or choose another source"},
     {"noDevice", CLErrorCode::locationUnknown, "has no receiver; plug one in, or add it with gpsdctl"},
-    {"lost", CLErrorCode::locationUnknown, "is gone; positions go on when it comes back"},
+    {"lost", CLErrorCode::locationUnknown, "is gone; positions go on if it comes back"},
     {"noFix", CLErrorCode::locationUnknown, "gives no position; check the receiver's cable, or its view of the sky"},
     {"noAgent", CLErrorCode::locationUnknown,
      "does not say whether positions may be used: probably no agent is running that could ask; start the desktop's "

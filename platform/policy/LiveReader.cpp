@@ -9,11 +9,13 @@ LiveReader::LiveReader(readers::Format format) : format_(format), reader_(reader
 void LiveReader::beginConnection() {
   reader_ = readers::makeReader(format_);
   remarks_ = 0;
+  hasToldFix_ = false;
 }
 
 LiveEvents LiveReader::feed(std::string_view bytes) {
   reader_->feed(bytes, *this);
-  if (reader_->held() == readers::FixReader::Held::complete) reader_->tellHeld(*this);
+  const bool isComplete = reader_->held() == readers::FixReader::Held::complete;
+  if (isComplete || events_.receivers == 0) reader_->tellHeld(*this);  // who is gone adds nothing, either
   return take();
 }
 
@@ -30,10 +32,12 @@ LiveEvents LiveReader::finish() {
 bool LiveReader::isHolding() const { return reader_->held() != readers::FixReader::Held::nothing; }
 
 void LiveReader::fix(const readers::SourceFix& fix) {
-  const bool isLast = last_ && fix.secondsSince1970 && last_->secondsSince1970 == fix.secondsSince1970 &&
-                      last_->coordinate.latitude == fix.coordinate.latitude &&
-                      last_->coordinate.longitude == fix.coordinate.longitude;
+  // Within a connection the reader has put together what belongs together.
+  const bool isLast =
+      !hasToldFix_ && last_ && fix.secondsSince1970 && last_->secondsSince1970 == fix.secondsSince1970 &&
+      last_->coordinate.latitude == fix.coordinate.latitude && last_->coordinate.longitude == fix.coordinate.longitude;
   if (isLast) return;
+  hasToldFix_ = true;
   last_ = fix;
   events_.fixes.push_back(completion_.complete(fix));
 }

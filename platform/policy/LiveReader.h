@@ -62,7 +62,8 @@ class LiveReader final : private readers::Listener {
   readers::Format format_;
   std::unique_ptr<readers::FixReader> reader_;
   FixCompletion completion_{{}};
-  std::optional<readers::SourceFix> last_;
+  std::optional<readers::SourceFix> last_;  ///< of all connections
+  bool hasToldFix_ = false;                 ///< of this one
   int remarks_ = 0;
   LiveEvents events_;
 };

@@ -13,10 +13,10 @@ using testing::HasSubstr;
 
 class Watch : public testing::Test {
  protected:
-  /// A recording without times, whose fixes are due at once.
+  /// A recording whose fixes are due at once, because they have one time, and are pairs of one place.
   std::string recording(int fixes) const {
-    std::string text = "lat,lon,accuracy,speed,course\n";
-    for (int i = 0; i < fixes; ++i) text += "52.5," + std::to_string(13.4 + i * 1e-5) + ",5,14,90\n";
+    std::string text = "time,lat,lon,accuracy,speed,course\n";
+    for (int i = 0; i < fixes; ++i) text += "1778319000,52.5," + std::to_string(13.4 + i / 2 * 1e-5) + ",5,14,90\n";
     return folder.file("drive.csv", text);
   }
 

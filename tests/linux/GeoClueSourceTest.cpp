@@ -88,9 +88,12 @@ TEST_F(GeoClue, ARefusalIsAnErrorAndAStatus) {
   startService(Answer::denied);
   begin();
   runUntil([&] { return !client->errors.empty(); });
-  EXPECT_THAT(faultsOf(*client), ElementsAre("denied"));
   EXPECT_EQ(client->errors[0].code, static_cast<long>(CLErrorCode::denied));
   EXPECT_EQ(CLLocationManager::authorizationStatus(), CLAuthorizationStatus::denied);
+  service.reset();  // it ends when it has nothing to do, which is nothing new
+  startService();
+  runUntil([&] { return service->starts == 1; });
+  EXPECT_THAT(faultsOf(*client), ElementsAre("denied"));
 }
 
 TEST_F(GeoClue, AMissingAgentIsAnErrorAndALatePermissionIsStillGood) {
@@ -103,6 +106,18 @@ TEST_F(GeoClue, AMissingAgentIsAnErrorAndALatePermissionIsStillGood) {
   service->say({{"Latitude", 52.5}, {"Longitude", 13.4}});
   runUntil([&] { return fixesOf(*client) == 1; });
   EXPECT_EQ(client->errors.size(), 1u);
+}
+
+TEST_F(GeoClue, ABusThatEndsBeforeTheAnswerIsOneError) {
+  startService(Answer::never);
+  begin();
+  runUntil([&] { return service->isHolding(); });
+  bus->stop();
+  runUntil([&] { return !client->errors.empty(); });
+  bus->start();
+  startService();
+  runUntil([&] { return service->starts == 1; });
+  EXPECT_THAT(faultsOf(*client), ElementsAre("lost"));
 }
 
 TEST_F(GeoClue, TheServiceVanishesAndReturns) {
@@ -128,11 +143,18 @@ TEST_F(GeoClue, TheServiceVanishesAndReturns) {
   EXPECT_THAT(faultsOf(*client), ElementsAre("lost", "lost"));
 }
 
-TEST_F(GeoClue, WithoutTheServiceThereIsAnErrorOnce) {
-  startService();
-  service.reset();
+TEST_F(GeoClue, AServiceThatDoesNotComeUpIsAnErrorOnceAndIsStartedAgain) {
+  std::ofstream(folder.at("services/geoclue.service"))
+      << "[D-BUS Service]\nName=org.freedesktop.GeoClue2\nExec=/usr/bin/touch " << folder.at("starts")
+      << " /nowhere/fails\n";
   begin();
-  runUntil([&] { return !client->errors.empty(); });
+  runUntil([&] { return std::filesystem::exists(folder.at("starts")) && !client->errors.empty(); });
+  std::filesystem::remove(folder.at("starts"));
+  std::unique_ptr<Loop::Wait> again;
+  runUntil([&] {
+    again = loop->after(0.02, [] {});
+    return std::filesystem::exists(folder.at("starts"));
+  });
   EXPECT_THAT(faultsOf(*client), ElementsAre("noDaemon"));
 }
 

@@ -5,6 +5,9 @@
 
 #include "LivePositioning.h"
 #include "StreamPeer.h"
+#include "positioning/AutoSource.h"
+#include "positioning/LinuxLocationManager.h"
+#include "positioning/StreamSource.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -62,6 +65,27 @@ TEST_F(GpsdSource, AFullReportIsToldAtOnceAndAThinOneAfterAQuietMoment) {
   EXPECT_THAT(log, testing::Contains(HasSubstr("positions come from gpsd")));
 }
 
+TEST_F(GpsdSource, AutoPassesOverAHostThatNeverAnswersAndWhatItChoosesNeedsNoPermission) {
+  struct NeverConnects final : Connector {
+    void connect(Done) override {}
+  };
+  const auto makeSource = [this](std::unique_ptr<Connector> connector, double greetingSeconds) {
+    return std::make_shared<StreamSource>(*loop, std::move(connector),
+                                          StreamSource::Options{.greets = true, .greetingSeconds = greetingSeconds});
+  };
+  policy::PositioningSource place;
+  place.path = folder.at("gpsd");
+  const std::vector<AutoSource::Make> candidates{[&] { return makeSource(std::make_unique<NeverConnects>(), 0.01); },
+                                                 [&] { return makeSource(makeSocketConnector(place, context), 10.0); }};
+  const auto authorization = std::make_shared<Authorization>();
+  AskingLocationManager manager(
+      {[&](auto) { return std::make_shared<AutoSource>(*loop, candidates); }, authorization, [](auto&) {}});
+  manager.startUpdatingLocation();
+  greet();
+  runUntil([&] { return authorization->status != CLAuthorizationStatus::notDetermined; });
+  EXPECT_EQ(authorization->status, CLAuthorizationStatus::authorizedAlways);
+}
+
 TEST_F(GpsdSource, NoFixIsLostWhereverTheBytesAreCutAndRubbishCostsOnlyItself) {
   begin();
   greet();
@@ -103,10 +127,11 @@ TEST_F(GpsdSource, AReceiverThatIsMissingOrSilentIsAnErrorOnce) {
   peer.say("{\"class\":\"DEVICE\",\"path\":\"/dev/pts/0\",\"activated\":\"2026-05-09T09:00:00Z\"}\n" + report(1));
   runUntil([&] { return fixesOf(*client) == 1; });
   runUntil([&] { return client->errors.size() == 2; });
-  peer.say(report(2));
-  runUntil([&] { return fixesOf(*client) == 2; });
-  peer.say("{\"class\":\"DEVICE\",\"path\":\"/dev/pts/0\",\"activated\":0}\n");
+  // The last report before the receiver is unplugged is told, and does not pass for its return.
+  peer.say(report(2, "") + "{\"class\":\"DEVICE\",\"path\":\"/dev/pts/0\",\"activated\":0}\n");
   runUntil([&] { return client->errors.size() == 3; });
+  EXPECT_EQ(fixesOf(*client), 2u);
+  EXPECT_THAT(log.back(), HasSubstr("no receiver"));
   EXPECT_THAT(faultsOf(*client), ElementsAre("noDevice", "noFix", "noDevice"));
   EXPECT_EQ(client->errors[0].domain, kCLErrorDomain);
   EXPECT_THAT(client->errors[0].localizedDescription(), HasSubstr("gpsd at"));
@@ -142,6 +167,9 @@ TEST_F(GpsdSource, HeadingsComeFromACompassAndOnlyWhileTheyAreWanted) {
   runUntil([&] { return fixesOf(*client) == 1; });
   EXPECT_THAT(client->headings, IsEmpty());
   managers[0]->startUpdatingHeading();
+  for (int second = 2; second < 30; ++second) peer.say(report(second));
+  runUntil([&] { return fixesOf(*client) == 29; });
+  EXPECT_EQ(std::count_if(log.begin(), log.end(), [](auto& line) { return line.find("no compass") != line.npos; }), 1);
   peer.say(attitude);
   runUntil([&] { return client->headings.size() == 1; });
   EXPECT_EQ(client->headings[0].trueHeading, 123.5);

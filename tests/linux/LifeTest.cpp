@@ -94,6 +94,23 @@ TEST_F(Life, WindowsThatStayUnseenAreTheBackgroundUntilOneIsSeen) {
                                            UIApplicationWillEnterForegroundNotification));
 }
 
+TEST_F(Life, AStopThatIsContinuedAtOnceOrThatEndsTheFollowingStopsNothing) {
+  install({.source = "gpsd:" + folder.at("gpsd")});
+  ZRLinuxLife life;
+  life.mainContext = context;
+  life.followsSleep = false;
+  auto following = ZRFollowLinuxLife(life);
+  ::raise(SIGTSTP);
+  ::raise(SIGCONT);
+  EXPECT_FALSE(wakeUps().second) << "the stop is still to come";
+
+  ZRPlatformInUse().notificationCenter->addObserver(following, UIApplicationDidEnterBackgroundNotification,
+                                                    [&](const std::string&) { following.reset(); });
+  ::raise(SIGTSTP);
+  EXPECT_FALSE(wakeUps().second);
+  EXPECT_EQ(following, nullptr);
+}
+
 TEST_F(Life, AStopKeyGivesTheReceiverFreeBeforeTheToolStopsAndContinuingTakesItAgain) {
   pid_t tool = ::fork();
   if (tool == 0) {

@@ -33,6 +33,7 @@ class GeoClueStandIn {
   }
 
   void setAnswer(Answer answer) { answer_ = answer; }
+  bool isHolding() const { return !held_.empty(); }
 
   /// Answers the starts that were held back.
   void answerHeld() {

@@ -1,10 +1,11 @@
 /// @file
-/// A message bus of a test's own.
+/// A message bus of a test's own, which starts the services described in the folder `services`.
 #ifndef ZRCORE_TESTS_SUPPORT_PRIVATEBUS_H
 #define ZRCORE_TESTS_SUPPORT_PRIVATEBUS_H
 
 #include <gio/gio.h>
 
+#include <filesystem>
 #include <fstream>
 #include <optional>
 #include <string>
@@ -17,7 +18,9 @@ class PrivateBus {
   static bool isInstalled() { return ChildProcess::exists(kProgram); }
 
   explicit PrivateBus(const TemporaryFolder& folder) : config_(folder.at("bus.conf")), path_(folder.at("bus")) {
-    std::ofstream(config_) << "<busconfig><listen>unix:path=" << path_
+    std::filesystem::create_directory(folder.at("services"));
+    std::ofstream(config_) << "<busconfig><servicedir>" << folder.at("services")
+                           << "</servicedir><listen>unix:path=" << path_
                            << "</listen><auth>EXTERNAL</auth><policy context=\"default\"><allow send_destination=\"*\" "
                               "eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>";
     start();

@@ -44,9 +44,12 @@ TerminalStops::~TerminalStops() {
 void TerminalStops::read() {
   char byte = 0;
   if (::read(pipeEnds[0], &byte, 1) != 1) return;
-  if (byte == 'c') return continued_();
-  stopping_();
+  if (byte == 'c') {
+    stop_.reset();
+    return continued_();
+  }
   // SIGTSTP is ours, so its stop is ours to make. What has been let go ends on the loop, before.
   constexpr double kSecondsToEnd = 0.1;
   stop_ = loop_.after(kSecondsToEnd, [] { ::raise(SIGSTOP); });
+  stopping_();  // last: who hears of it may end the following, and with it the stop
 }

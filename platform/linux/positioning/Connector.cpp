@@ -3,6 +3,9 @@
 #include <fcntl.h>
 #include <gio/gio.h>
 #include <gio/gunixsocketaddress.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
@@ -28,6 +31,15 @@ void Descriptor::close() {
 }
 
 namespace {
+
+/// Lets the system find out within half a minute that the other host has gone without a word: who only listens would
+/// never know. Means nothing to a UNIX socket.
+void keepAsking(int socket) {
+  const std::pair<int, int> seconds[] = {{TCP_KEEPIDLE, 15}, {TCP_KEEPINTVL, 5}, {TCP_KEEPCNT, 3}};
+  const int on = 1;
+  ::setsockopt(socket, SOL_SOCKET, SO_KEEPALIVE, &on, sizeof on);
+  for (const auto& [option, value] : seconds) ::setsockopt(socket, IPPROTO_TCP, option, &value, sizeof value);
+}
 
 /// Connects with GLib's socket client, which looks names up without blocking and tries all addresses of a host.
 class SocketConnector final : public Connector {
@@ -71,6 +83,7 @@ class SocketConnector final : public Connector {
       // A descriptor of our own, because the connection closes its one.
       descriptor = Descriptor(::fcntl(g_socket_get_fd(g_socket_connection_get_socket(connection)), F_DUPFD_CLOEXEC, 0));
       g_object_unref(connection);
+      keepAsking(descriptor.number());
     }
     const std::string failure = error != nullptr ? error->message : "";
     g_clear_error(&error);

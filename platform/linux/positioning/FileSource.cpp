@@ -40,14 +40,18 @@ void FileSource::open() {
   file_ = Descriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   if (!file_.isOpen()) return fail(PositioningFault::badSource, std::strerror(errno));
   const auto self = shared_from_this();
-  if (!readMore() || listener_ == nullptr) return;
+  if (!readMore()) return;
   listener_->sourceAnswers();
   if (listener_ != nullptr) next();
 }
 
-/// Reads the next piece. False, after telling why, when there is none.
+/// Reads the next piece. False when there is none, which has been told, or when the run has ended.
 bool FileSource::readMore() {
   const auto self = shared_from_this();
+  if (!file_.isOpen()) {
+    fail(PositioningFault::lost, "the recording is over");
+    return false;
+  }
   std::array<char, kReadBytes> bytes;
   const ssize_t count = ::read(file_.number(), bytes.data(), bytes.size());
   if (count < 0) {
@@ -65,12 +69,11 @@ bool FileSource::readMore() {
   }
   const policy::LiveEvents events = count > 0 ? reader_->feed(piece) : reader_->finish();
   waiting_.insert(waiting_.end(), events.fixes.begin(), events.fixes.end());
+  if (count == 0) file_.close();
   for (const auto& remark : events.remarks) {
     if (listener_ != nullptr) listener_->sourceSays(remark);
   }
-  if (count > 0 || !waiting_.empty()) return true;
-  if (listener_ != nullptr) fail(PositioningFault::lost, "the recording is over");
-  return false;
+  return listener_ != nullptr;
 }
 
 /// Tells what is due and waits for the rest.

@@ -63,6 +63,8 @@ void GeoClueSource::stop() {
 }
 
 void GeoClueSource::connect() {
+  retry_.reset();
+  client_.clear();
   bus_ = std::make_unique<SystemBus>(loop_.context(), options_.busAddress);
   bus_->open([this](const std::string& failure) { opened(failure); },
              [this] {
@@ -80,17 +82,22 @@ void GeoClueSource::opened(const std::string& failure) {
 }
 
 void GeoClueSource::serviceChanged(bool isThere) {
+  const auto self = shared_from_this();
   client_.clear();
   watchdog_.reset();
   bus_->unsubscribe();
   if (!isThere) {
-    return fails(wasThere_ ? PositioningFault::lost : PositioningFault::noDaemon, "the service is not on the bus");
+    if (isDenied_) return;  // it ends when it has nothing to do; started again it would only refuse again
+    fails(wasThere_ ? PositioningFault::lost : PositioningFault::noDaemon, "the service is not on the bus");
+    return retry();  // nobody else may start it again
   }
+  retry_.reset();
   wasThere_ = true;
   askForClient();
 }
 
 void GeoClueSource::askForClient() {
+  isDenied_ = false;
   watch(options_.answerSeconds, PositioningFault::noAgent);
   bus_->call(kService, kManagerPath, kManager, "GetClient", nullptr, [this](GVariant* reply, const GError* error) {
     if (error != nullptr) return failed(*error);
@@ -150,11 +157,13 @@ void GeoClueSource::deliver(GVariant* properties) {
 
 /// An answer that is a refusal, or shows that the service went away.
 void GeoClueSource::failed(const GError& error) {
+  if (g_dbus_error_is_remote_error(&error) == FALSE) return;  // of a bus that is gone, its end tells
   const auto self = shared_from_this();
   gchar* const remote = g_dbus_error_get_remote_error(&error);
   const std::string name = remote != nullptr ? remote : "";
   g_free(remote);
   if (name == "org.freedesktop.DBus.Error.AccessDenied") {
+    isDenied_ = true;
     watchdog_.reset();
     listener_->sourceAuthorization(CLAuthorizationStatus::denied);
     return fails(PositioningFault::denied, error.message);
@@ -165,13 +174,11 @@ void GeoClueSource::failed(const GError& error) {
   retry();
 }
 
+/// Connects anew after a while, which also starts the service if the bus can.
 void GeoClueSource::retry() {
-  if (listener_ == nullptr) return;
+  if (listener_ == nullptr || retry_) return;
   watchdog_.reset();
-  retry_ = loop_.after(backOff_.nextSeconds(), [this] {
-    client_.clear();
-    connect();
-  });
+  retry_ = loop_.after(backOff_.nextSeconds(), [this] { connect(); });
 }
 
 void GeoClueSource::fails(PositioningFault fault, const std::string& detail) {

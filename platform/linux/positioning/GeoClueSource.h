@@ -53,9 +53,11 @@ class GeoClueSource final : public PositionSource, public std::enable_shared_fro
   policy::BackOff backOff_;
   PositionSourceListener* listener_ = nullptr;  ///< null: not running
   std::unique_ptr<SystemBus> bus_;
-  std::string client_;     ///< the path of our client; empty: none yet
-  bool wasThere_ = false;  ///< the service, in this run
-  std::unique_ptr<Loop::Wait> retry_, watchdog_;
+  std::string client_;                 ///< the path of our client; empty: none yet
+  bool wasThere_ = false;              ///< the service, in this run
+  bool isDenied_ = false;              ///< it has refused
+  std::unique_ptr<Loop::Wait> retry_;  ///< null: no connection is due
+  std::unique_ptr<Loop::Wait> watchdog_;
 };
 
 #endif

@@ -55,6 +55,14 @@ void LinuxLocationManager::tellMissingHeading() {
   needs_.log(source_->name() + " has no compass: no headings will come");
 }
 
+/// A compass that there may be shows by what it tells.
+void LinuxLocationManager::missHeading(std::size_t fixes) {
+  constexpr std::size_t kMostWithoutHeading = 10;  // a compass tells no less often than a receiver
+  if (!wantsHeading_ || (fixesWithoutHeading_ += fixes) < kMostWithoutHeading) return;
+  if (std::exchange(hasToldMissingHeading_, true)) return;
+  needs_.log(source_->name() + " has told no heading so far: it seems to have no compass");
+}
+
 void LinuxLocationManager::sourceAnswers() {
   if (!std::exchange(isAnswered_, true)) needs_.log("positions come from " + source_->name());
   if (wantsHeading_) tellMissingHeading();
@@ -62,6 +70,7 @@ void LinuxLocationManager::sourceAnswers() {
 
 void LinuxLocationManager::sourceFixes(const std::vector<ZRPositionFix>& fixes) {
   if (latch_.works()) needs_.log(source_->name() + " gives positions again");
+  missHeading(fixes.size());
   CLLocations locations;
   locations.reserve(fixes.size());
   for (const ZRPositionFix& fix : fixes) locations.push_back(CLLocation::initWithFix(fix));
@@ -72,6 +81,7 @@ void LinuxLocationManager::sourceFixes(const std::vector<ZRPositionFix>& fixes) 
 
 void LinuxLocationManager::sourceHeading(const CLHeading& heading) {
   if (!wantsHeading_) return;
+  fixesWithoutHeading_ = 0;
   if (const auto delegate = didUpdateHeading_.lock()) delegate->locationManagerDidUpdateHeading(*this, heading);
 }
 

@@ -43,6 +43,7 @@ class LinuxLocationManager : public CLLocationManager, private PositionSourceLis
   void run();
   void stopUnlessWanted();
   void tellMissingHeading();
+  void missHeading(std::size_t fixes);
 
   void sourceAnswers() override;
   void sourceFixes(const std::vector<ZRPositionFix>& fixes) override;
@@ -56,6 +57,7 @@ class LinuxLocationManager : public CLLocationManager, private PositionSourceLis
   bool wantsLocation_ = false;
   bool wantsHeading_ = false;
   bool hasToldMissingHeading_ = false;
+  std::size_t fixesWithoutHeading_ = 0;
   bool isAnswered_ = false;
   std::shared_ptr<PositionSource> source_;
   policy::FaultLatch latch_;

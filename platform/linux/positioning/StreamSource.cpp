@@ -29,6 +29,12 @@ void StreamSource::stop() {
 
 void StreamSource::connect() {
   const auto self = shared_from_this();
+  if (options_.greets) {
+    greeting_ = loop_.after(options_.greetingSeconds, [this] {
+      connector_->cancel();  // a host that drops what is sent to it never refuses
+      disconnected(PositioningFault::noDaemon, "nothing there greets as it should");
+    });
+  }
   // Not a shared pointer to ourselves: an attempt that is given up must not keep us.
   connector_->connect([weak = weak_from_this()](Descriptor descriptor, const std::string& failure) {
     if (const auto source = weak.lock()) source->connected(std::move(descriptor), failure);
@@ -46,14 +52,16 @@ void StreamSource::connected(Descriptor descriptor, const std::string& failure) 
   reader_.beginConnection();
   readable_ = loop_.watch(descriptor_.number(), {.canRead = true}, [this](Loop::Readiness) { read(); });
   watchSilence();
-  if (options_.greets) {
-    greeting_ = loop_.after(options_.greetingSeconds, [this] {
-      disconnected(PositioningFault::noDaemon, "what answers there does not greet as it should");
-    });
-  } else {
-    hasGreeted_ = true;
-    listener_->sourceAnswers();
-  }
+  if (!options_.greets) answers();
+}
+
+/// Whoever may open a receiver, may know the position.
+void StreamSource::answers() {
+  const auto self = shared_from_this();
+  hasGreeted_ = true;
+  greeting_.reset();
+  if (listener_ != nullptr) listener_->sourceAuthorization(CLAuthorizationStatus::authorizedAlways);
+  if (listener_ != nullptr) listener_->sourceAnswers();
 }
 
 void StreamSource::read() {
@@ -78,19 +86,18 @@ void StreamSource::deliver(const policy::LiveEvents& events) {
   for (const auto& remark : events.remarks) tell([&](auto& listener) { listener.sourceSays(remark); });
   if (options_.greets && !hasGreeted_) {
     if (!events.daemonRelease) return;  // whatever this is, it is not the daemon
-    hasGreeted_ = true;
-    greeting_.reset();
     tell([&](auto& listener) { listener.sourceSays("release " + *events.daemonRelease); });
-    tell([](auto& listener) { listener.sourceAnswers(); });
-  }
-  if (events.receivers == 0) {
-    tell([](auto& listener) { listener.sourceFails(PositioningFault::noDevice, ""); });
+    answers();
   }
   for (const CLHeading& heading : events.headings) tell([&](auto& listener) { listener.sourceHeading(heading); });
   if (!events.fixes.empty()) {
     hasHeardFix_ = true;
     backOff_.reset();
     tell([&](auto& listener) { listener.sourceFixes(events.fixes); });
+  }
+  // After the fixes, which the receiver told while it was there.
+  if (events.receivers == 0) {
+    tell([](auto& listener) { listener.sourceFails(PositioningFault::noDevice, ""); });
   }
   if (listener_ == nullptr || !descriptor_.isOpen()) return;
   quiet_.reset();

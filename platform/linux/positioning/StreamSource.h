@@ -22,7 +22,8 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
     std::string request = {};  ///< sent once connected
     bool greets = false;       ///< the other side speaks first, and tells what it is
     bool hasHeading = false;
-    double greetingSeconds = 6;  ///< a peer that has not greeted by then is something else; a daemon takes 3 to start
+    /// What has not been reached, or has not greeted, by then is no daemon; one takes 3 to open a receiver and greet.
+    double greetingSeconds = 6;
     /// Without a fix for as long, clients are told; twice as long, where it falls badly.
     double silenceSeconds = 10;
     double quietSeconds = policy::LiveReader::kQuietSeconds;
@@ -39,6 +40,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
  private:
   void connect();
   void connected(Descriptor descriptor, const std::string& failure);
+  void answers();
   void read();
   void deliver(const policy::LiveEvents& events);
   void disconnected(policy::PositioningFault fault, const std::string& detail);

@@ -126,9 +126,17 @@ TEST_F(Doctor, TheSoundServerMustListen) {
   look("unix:" + folder.at("none"), State::missing, "not running");
   std::ofstream(folder.at("stale")) << "";
   look(folder.at("stale"), State::broken, "refused");
-  look("tcp:elsewhere", State::broken, "tcp:elsewhere");
   const Talker server(folder.at("pulse"), "");
   look("unix:" + folder.at("pulse"), State::usable, "pulse");
+
+  GSocketListener* const remote = g_socket_listener_new();
+  const std::string place =
+      "127.0.0.1:" + std::to_string(g_socket_listener_add_any_inet_port(remote, nullptr, nullptr));
+  look("tcp:" + place, State::usable, place.c_str());
+  g_socket_listener_close(remote);
+  g_object_unref(remote);
+  look("tcp:" + place, State::broken, "refused");
+  look("tcp:[::1", State::broken, "[::1");
 }
 
 TEST_F(Doctor, GeoClueMustAnswerAndBeSwitchedOn) {
@@ -167,12 +175,18 @@ TEST_F(Doctor, GeoClueMustAnswerAndBeSwitchedOn) {
   g_main_context_unref(context);
 }
 
-TEST_F(Doctor, AdaptersThatTheBuildLacksAreNamed) {
-  ZRPlatform platform;
-  AdaptersProbe nothing(platform);
+TEST_F(Doctor, AdaptersThatTheBuildLacksOrThatCantReadAreNamed) {
+  struct Blind final : ZRImages {
+    std::shared_ptr<const UIImage> imageWithData(std::string_view) const override { return nullptr; }
+  };
+  AdaptersProbe nothing(ZRPlatform{});
   expectFinding(nothing, State::missing, "positioning");
-  AdaptersProbe all(makeLinuxPlatform());
+  ZRPlatform platform = makeLinuxPlatform();
+  AdaptersProbe all(platform);
   expectFinding(all, State::usable, "positioning");
+  platform.images = std::make_shared<Blind>();
+  AdaptersProbe blind(platform);
+  expectFinding(blind, State::broken, "document: images");
 }
 
 }  // namespace

@@ -15,25 +15,6 @@ readers::SourceFix sourceFix(CLLocationCoordinate2D coordinate, std::optional<do
   return fix;
 }
 
-TEST(FixCompletion, WhatTheSourceTellsIsKept) {
-  auto source = sourceFix(kHere, 1000.5);
-  source.altitudeMeters = -3.0;
-  source.accuracyMeters = 7.0;
-  source.verticalAccuracyMeters = 9.0;
-  source.hdop = 2.0;
-  source.speedMetersPerSecond = 0.0;
-  source.courseDegrees = 350.0;
-  const auto fix = FixCompletion({.assumedAccuracyMeters = 99.0, .derivesSpeed = true}).complete(source);
-  EXPECT_EQ(fix.coordinate.latitude, kHere.latitude);
-  EXPECT_EQ(fix.coordinate.longitude, kHere.longitude);
-  EXPECT_EQ(fix.timestamp, NSDate{1000.5});
-  EXPECT_EQ(fix.altitude, -3.0);
-  EXPECT_EQ(fix.horizontalAccuracy, 7.0);
-  EXPECT_EQ(fix.verticalAccuracy, 9.0);
-  EXPECT_EQ(fix.speed, 0.0);
-  EXPECT_EQ(fix.course, 350.0);
-}
-
 TEST(FixCompletion, APlaceAloneBecomesWhatThePlatformMakesOfOne) {
   const auto fix = FixCompletion({}).complete(sourceFix(kHere));
   EXPECT_EQ(fix.timestamp, NSDate{0.0});
@@ -70,6 +51,9 @@ TEST(FixCompletion, SpeedIsDerivedOnlyOnRequestAndOnlyOverTimeThatPassed) {
     EXPECT_EQ(speed(kThere, {}), -1.0);
     EXPECT_EQ(speed(kHere, 90.0), -1.0);
     EXPECT_EQ(speed(kThere, 92.0), derives ? meters / 2.0 : -1.0);
+    auto standing = sourceFix(kHere, 93.0);
+    standing.speedMetersPerSecond = 0.0;
+    EXPECT_EQ(completion.complete(standing).speed, 0.0) << "the receiver knows better";
   }
 }
 
