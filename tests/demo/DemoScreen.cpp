@@ -12,7 +12,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr milliseconds kPatience{20000};
+constexpr milliseconds kPatience{60000};
 constexpr int kNear = 10;  // of 255: fonts and edges are smoothed, areas and thick lines are not
 
 int difference(std::uint32_t a, std::uint32_t b, int shift) {

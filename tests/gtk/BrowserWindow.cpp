@@ -14,7 +14,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr milliseconds kPatience{20000};  ///< for the next change
+constexpr milliseconds kPatience{60000};  ///< for the next change
 constexpr milliseconds kQuiet{60};        ///< three times the program's interval
 
 pid_t parentOf(pid_t process) {
