@@ -14,11 +14,12 @@ namespace geometry {
 struct Interval {
   double low;
   double high;
-  double length;  ///< kept as given, because high - low may round to something else
+  double length;  ///< >= 0; the given one, because high - low may round to something else
 };
 
 inline Interval interval(double origin, double length) {
-  return length < 0.0 ? Interval{origin + length, origin, -length} : Interval{origin, origin + length, length};
+  const double positive = std::fabs(length);  // that of -0.0, too
+  return length < 0.0 ? Interval{origin + length, origin, positive} : Interval{origin, origin + length, positive};
 }
 inline Interval horizontal(ZRMapRect r) { return interval(r.origin.x, r.size.width); }
 inline Interval vertical(ZRMapRect r) { return interval(r.origin.y, r.size.height); }

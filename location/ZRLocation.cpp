@@ -40,7 +40,7 @@ double ZRLocation::course() const { return course_; }
 bool ZRLocation::isEqual(const NSObject* other) const {
   if (this == other) return true;
   const auto* const location = dynamic_cast<const ZRLocation*>(other);
-  return location != nullptr && isEqualToLocation(location);
+  return location != nullptr && location->classInfo().isSubtypeOf(classInfo()) && isEqualToLocation(location);
 }
 
 std::size_t ZRLocation::hash() const {

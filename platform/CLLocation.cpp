@@ -31,6 +31,13 @@ ZRPositionFix fixFrom(const NSCoder& coder) {
 
 }  // namespace
 
+std::shared_ptr<CLLocation>
+CLLocation::initWithCoordinateAltitudeHorizontalAccuracyVerticalAccuracyCourseSpeedTimestamp(
+    CLLocationCoordinate2D coordinate, double altitude, double horizontalAccuracy, double verticalAccuracy,
+    double course, double speed, NSDate timestamp) {
+  return initWithFix({coordinate, altitude, horizontalAccuracy, verticalAccuracy, course, speed, timestamp});
+}
+
 std::shared_ptr<CLLocation> CLLocation::initWithFix(const ZRPositionFix& fix) {
   return std::shared_ptr<CLLocation>(new CLLocation(fix));
 }

@@ -1,5 +1,6 @@
 #include <ZRCore/NSNotificationCenter.h>
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -20,8 +21,12 @@ NSNotificationCenter::~NSNotificationCenter() = default;
 
 void NSNotificationCenter::add(Observation observation) {
   if (!observation.handler) return;
+  std::vector<std::shared_ptr<const Observation>> dropped;  // goes after the lock: what a handler held may post, too
   const std::lock_guard lock(mutex_);
-  std::erase_if(observations_, [](const auto& present) { return present->observer.expired(); });
+  const auto gone = std::stable_partition(observations_.begin(), observations_.end(),
+                                          [](const auto& present) { return !present->observer.expired(); });
+  dropped.assign(gone, observations_.end());
+  observations_.erase(gone, observations_.end());
   observations_.push_back(std::make_shared<const Observation>(std::move(observation)));
 }
 

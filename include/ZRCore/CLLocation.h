@@ -25,7 +25,12 @@ struct ZRPositionFix {
 /// An immutable position fix. Any thread.
 class ZR_EXPORT CLLocation : public NSObject, public NSCoding {
  public:
-  /// A fix with every field given.
+  /// A fix with every field given, in the units of ZRPositionFix.
+  static std::shared_ptr<CLLocation> initWithCoordinateAltitudeHorizontalAccuracyVerticalAccuracyCourseSpeedTimestamp(
+      CLLocationCoordinate2D coordinate, double altitude, double horizontalAccuracy, double verticalAccuracy,
+      double course, double speed, NSDate timestamp);
+
+  /// The same from a record, whose fields have names and, where they are left out, say "unknown".
   static std::shared_ptr<CLLocation> initWithFix(const ZRPositionFix& fix);
 
   /// A fix of which only the place is known: altitude 0, horizontal accuracy 0, the rest unknown, measured now by the

@@ -76,7 +76,9 @@ class ZR_EXPORT CLDidChangeAuthorizationStatus : public virtual CLLocationManage
 enum class CLActivityType : int { other = 1, automotiveNavigation = 2, fitness = 3, otherNavigation = 4 };
 
 /// One client's hold on a receiver. A system's adapter, a test double and a trip simulator each derive from it. Called
-/// from one thread, on which it also calls its delegate; never from inside the call that starts it.
+/// from one thread, on which it also calls its delegate; never from inside the call that starts it. Its last
+/// owner may stop and release it from inside a report (`ZRLocationManager::setTripSimulator` does): after one it touches
+/// nothing of its own, unless it holds itself.
 class ZR_EXPORT CLLocationManager {
  public:
   /// A new manager of the installed platform's receiver, stopped and without a delegate.

@@ -98,6 +98,7 @@ ZR_EXPORT extern const double ZRMetersToMileRatio;
 /// The deepest zoom level of the kit's maps, and the side of a map tile in pixels.
 ZR_EXPORT extern const int32_t maxZoom;
 ZR_EXPORT extern const int32_t tileSize;
+/// The framework's version: 1.0.
 ZR_EXPORT extern const double ZRCoreVersionNumber;
 /// "@(#)PROGRAM:ZRCore  PROJECT:ZRCore-1", a newline and a zero byte.
 ZR_EXPORT extern const unsigned char ZRCoreVersionString[];

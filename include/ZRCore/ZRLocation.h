@@ -62,7 +62,8 @@ class ZR_EXPORT ZRLocation : public CLLocation {
   double lng() const { return lng_; }
   void setLng(double degrees) { lng_ = degrees; }
 
-  /// True for a location at exactly the same coordinate; everything else may differ.
+  /// True for a record of this one's class, or of a subclass of it by its descriptor, at exactly the same coordinate;
+  /// everything else may differ.
   bool isEqual(const NSObject* other) const override;
   std::size_t hash() const override;
   /// Whether latitudes and longitudes compare equal. A null argument counts as the coordinate (0, 0).
@@ -75,11 +76,11 @@ class ZR_EXPORT ZRLocation : public CLLocation {
   std::shared_ptr<ZRLocation> copy() const;
 
   /// Writes the base part, "smoothSpeed" and "smoothCourse"; no other field.
+  void encodeWithCoder(NSCoder& coder) const override;
+
   /// The record's descriptor: its name in archives, and how one is read. No properties.
   static ZROHMClassInfo& staticClassInfo();
   ZROHMClassInfo& classInfo() const override;
-
-  void encodeWithCoder(NSCoder& coder) const override;
 
  protected:
   explicit ZRLocation(const ZRPositionFix& fix);

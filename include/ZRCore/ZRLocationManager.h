@@ -47,6 +47,7 @@ class ZR_EXPORT ZRDidFailWithError : public virtual CLLocationManagerDelegate {
 /// One manager's place in the list of managers. The list holds nodes, so that it keeps no manager alive.
 class ZR_EXPORT ZRLocationManagerInstanceNode {
  public:
+  /// The manager, held weakly; null when it has gone.
   std::shared_ptr<ZRLocationManager> instance() const { return instance_.lock(); }
   void setInstance(std::weak_ptr<ZRLocationManager> instance);
 

@@ -16,13 +16,12 @@ TEST(Bearing, RunsClockwiseFromNorthAndCanRoundUpToAFullTurn) {
     CLLocationCoordinate2D from, to;
     float degrees;
   } const rows[] = {
-      {{0, 0}, {1, 0}, 0.0F},
-      {{0, 0}, {0, 1}, 90.0F},
-      {{0, 0}, {-1, 0}, 180.0F},
-      {{0, 0}, {0, -1}, 270.0F},
+      {{0, 0}, {1, 0}, 0.0F},        // north
+      {{0, 0}, {0, 1}, 90.0F},       // east
+      {{0, 0}, {-1, 0}, 180.0F},     // south
+      {{0, 0}, {0, -1}, 270.0F},     // west
       {{0, 179}, {0, -179}, 90.0F},  // the short way, across the antimeridian
-                                     // cosine
-      {{50, 7}, {50, 7}, 0.0F},
+      {{50, 7}, {50, 7}, 0.0F},      // nowhere
       {{0, 0}, {1, -1e-9}, 360.0F},  // a hair west of north: rounded first, then turned
       {{kNaN, 0}, {kNaN, 0}, NAN},
   };
@@ -35,13 +34,6 @@ TEST(Bearing, RunsClockwiseFromNorthAndCanRoundUpToAFullTurn) {
       EXPECT_FLOAT_EQ(bearing, row.degrees);
     }
   }
-}
-
-TEST(Directions, AreBearingsPlusAFullTurn) {
-  EXPECT_DOUBLE_EQ(geometry::directionWithTurn({0, 0}, {0, 1}), 450.0);
-  EXPECT_DOUBLE_EQ(geometry::directionWithTurn({0, 0}, {0, -1}), 270.0);
-  EXPECT_DOUBLE_EQ(geometry::directionWithTurn({0, 0}, {-1, 0}), 540.0);
-  EXPECT_EQ(geometry::directionWithTurn({50, 7}, {50, 7}), 360.0);
 }
 
 TEST(Directions, CoordinateAtDistanceKeepsItsFactorAndItsDivisor) {

@@ -17,6 +17,7 @@ TEST(OddValues, ComeOutToTheBit) {
       {"of equal edges the first rectangle's stays", ZRMapRectUnion(minusZero, zero).origin.x, -0.0},
       {"of equal edges the first rectangle's stays", ZRMapRectUnion(zero, minusZero).origin.x, 0.0},
       {"of equal edges the first rectangle's stays", ZRMapRectIntersection(minusZero, zero).origin.y, -0.0},
+      {"a size has no sign to lose", ZRMapRectIntersection({{0.0, 0.0}, {-0.0, 0.0}}, zero).size.width, 0.0},
       {"minus zero is not west of north", ZRCoordinateUtils::bearingFromTo({0.0, 0.0}, {1.0, -0.0}), -0.0},
       {"south has one bearing from either side", ZRCoordinateUtils::bearingFromTo({1.0, 0.0}, {0.0, -0.0}), 180.0},
       {"a NaN edge of the first rectangle carries over", ZRMapRectUnion({{kNaN, 0}, {1, 1}}, zero).origin.x, kNaN},

@@ -1,6 +1,7 @@
 #include <ZRCore/CLLocation_Utils.h>
 #include <ZRCore/NSCoder.h>
 #include <ZRCore/ZRLocation.h>
+#include <ZRCore/ZROHMClassInfo.h>
 
 #include <cmath>
 
@@ -9,18 +10,23 @@
 
 namespace {
 
-ZRPositionFix wholeFix() {
-  return {.coordinate = {52.5, 13.4},
-          .altitude = 34.0,
-          .horizontalAccuracy = 5.0,
-          .verticalAccuracy = 7.0,
-          .course = 90.0,
-          .speed = 12.0,
-          .timestamp = {1456833600.25}};
+std::shared_ptr<CLLocation> wholeFix() {
+  return CLLocation::initWithCoordinateAltitudeHorizontalAccuracyVerticalAccuracyCourseSpeedTimestamp(
+      {52.5, 13.4}, 34.0, 5.0, 7.0, 90.0, 12.0, {1456833600.25});
 }
 
+/// A host's own kind of record.
+class HostRecord : public ZRLocation {
+ public:
+  explicit HostRecord(const CLLocation& at) : ZRLocation(at.fix()) {}
+  ZROHMClassInfo& classInfo() const override {
+    static ZROHMClassInfo info({.name = "HostRecord", .superclass = &ZRLocation::staticClassInfo()});
+    return info;
+  }
+};
+
 TEST(ZRLocationTest, ARecordKeepsTheFixBesideMeasurementsOfItsOwnThatStartAtZero) {
-  const auto record = ZRLocation::initWithCLLocation(*CLLocation::initWithFix(wholeFix()));
+  const auto record = ZRLocation::initWithCLLocation(*wholeFix());
   EXPECT_EQ(record->coordinate().latitude, 52.5);
   EXPECT_EQ(record->timestamp().secondsSince1970, 1456833600.25);
   EXPECT_EQ(record->fix().speed, 12.0);
@@ -36,7 +42,7 @@ TEST(ZRLocationTest, ARecordKeepsTheFixBesideMeasurementsOfItsOwnThatStartAtZero
 }
 
 TEST(ZRLocationTest, ARecordOfARecordStartsFromTheSameFix) {
-  const auto source = ZRLocation::initWithCLLocation(*CLLocation::initWithFix(wholeFix()));
+  const auto source = ZRLocation::initWithCLLocation(*wholeFix());
   source->setSpeed(99.0);
   source->setSmoothSpeed(98.0);
   source->setSignificantChange(true);
@@ -56,6 +62,9 @@ TEST(ZRLocationTest, EqualityLooksAtTheCoordinateAlone) {
   EXPECT_FALSE(here->isEqual(there.get()));
   EXPECT_FALSE(here->isEqual(nullptr));
   EXPECT_FALSE(here->isEqual(fixAt(0.0, 13.0).get())) << "a platform location is no record";
+  const HostRecord special(*here);
+  EXPECT_TRUE(here->isEqual(&special)) << "of a subclass";
+  EXPECT_FALSE(special.isEqual(here.get())) << "not of its class";
 
   const auto nowhere = ZRLocation::initWithCLLocation(*fixAt(0.0, 0.0));
   EXPECT_TRUE(nowhere->isEqualToLocation(nullptr)) << "none counts as the coordinate (0, 0)";
@@ -76,7 +85,7 @@ TEST(ZRLocationTest, ToleratedDifferencesIncludeTheBound) {
 }
 
 TEST(ZRLocationTest, ACopyHasTheFixAndTheFilterResults) {
-  const auto record = ZRLocation::initWithCLLocation(*CLLocation::initWithFix(wholeFix()));
+  const auto record = ZRLocation::initWithCLLocation(*wholeFix());
   record->setSmoothSpeed(1.0);
   record->setSmoothCourse(2.0);
   record->setExceedsMovementLimit(true);
@@ -96,7 +105,7 @@ TEST(ZRLocationTest, ACopyHasTheFixAndTheFilterResults) {
 }
 
 TEST(ZRLocationTest, AnArchiveHoldsTheFixAndTheSmoothedValues) {
-  const auto record = ZRLocation::initWithCLLocation(*CLLocation::initWithFix(wholeFix()));
+  const auto record = ZRLocation::initWithCLLocation(*wholeFix());
   record->setSmoothSpeed(1.5);
   record->setSmoothCourse(2.5);
   record->setSignificantChange(true);
@@ -110,6 +119,8 @@ TEST(ZRLocationTest, AnArchiveHoldsTheFixAndTheSmoothedValues) {
   auto read = ZRLocation::initWithCoder(archive);
   EXPECT_EQ(read->coordinate().longitude, 13.4);
   EXPECT_EQ(read->fix().altitude, 34.0);
+  EXPECT_EQ(read->fix().horizontalAccuracy, 5.0);
+  EXPECT_EQ(read->fix().verticalAccuracy, 7.0);
   EXPECT_EQ(read->fix().course, 90.0);
   EXPECT_EQ(read->fix().speed, 12.0);
   EXPECT_EQ(read->timestamp().secondsSince1970, 1456833600.25);

@@ -82,8 +82,11 @@ TEST(NotificationCenterTest, HandlersMayObservePostAndEndObservers) {
   });
   center.addObserver(doomed, "a", [&](const std::string&) { heard.emplace_back("doomed"); });
   center.addObserver(observer, "b", [&](const std::string&) { heard.emplace_back("b"); });
+  // What a handler holds may post, too, when it goes; this one goes when the next observer comes.
+  std::shared_ptr<void> last(&heard, [&center](void*) { center.postNotificationName("b"); });
+  center.addObserver(std::make_shared<int>(), "c", [last = std::move(last)](const std::string&) {});
   center.postNotificationName("a");
-  EXPECT_THAT(heard, ElementsAre("a", "b"));
+  EXPECT_THAT(heard, ElementsAre("a", "b", "b"));
 }
 
 TEST(NotificationCenterTest, APostCarriesItsObjectAndFactsAndMayBeHeardOfOneObjectAlone) {
