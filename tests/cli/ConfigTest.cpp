@@ -124,7 +124,8 @@ TEST(ServicesCommands, ShowAddressesAndDates) {
         Row{{"config", "--key", "k", "--base", "127.0.0.1:1"}, 2, ""},
         Row{{"config", "--key", "k", "--base", "http:///"}, 2, ""},
         Row{{"config", "--key", "k", "--base", "http://a?b"}, 2, ""},
-        Row{{"config", "--key", "k", "--timeout", "0"}, 2, ""}, Row{{"config"}, 2, ""}}) {
+        Row{{"config", "--key", "k", "--timeout", "0"}, 2, ""}, Row{{"config"}, 2, ""},
+        Row{{"config", "--key", "k", "--timeout", "nan"}, 2, ""}, Row{{"say", "a", "--rate", "nan"}, 2, ""}}) {
     SCOPED_TRACE(row.arguments[1 % row.arguments.size()]);
     const ToolRun run = folder.run(row.arguments);
     EXPECT_EQ(run.exitCode, row.exitCode);
