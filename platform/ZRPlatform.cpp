@@ -1,7 +1,6 @@
 #include <ZRCore/ZRPlatform.h>
+#include <ZRCore/ZRPlatformFill.h>
 
-#include <algorithm>
-#include <cstddef>
 #include <mutex>
 
 #include "PlatformTestPeer.h"
@@ -39,10 +38,7 @@ PlatformStatics& statics() {
 /// Takes over a member that the host's ZRPlatform is large enough to have, and has filled.
 template <class Service>
 void takeOver(std::shared_ptr<Service> ZRPlatform::*member, const ZRPlatform& from, ZRPlatform& to) {
-  const auto* const begin = reinterpret_cast<const std::byte*>(&from);
-  const auto* const end = reinterpret_cast<const std::byte*>(&(from.*member) + 1);
-  if (end - begin > static_cast<std::ptrdiff_t>(from.size)) return;
-  if (from.*member) to.*member = from.*member;
+  if (ZRReaches(from, member) && from.*member) to.*member = from.*member;
 }
 
 }  // namespace

@@ -9,6 +9,8 @@
 #include <string>
 
 #include "ExitCodes.h"
+#include "Messages.h"
+#include "StandardOutput.h"
 
 namespace {
 
@@ -21,6 +23,7 @@ Exit codes:
   0  done
   1  the date lies in the future
   2  the command line must be changed
+  3  the result could not be written
 
 Example:
   zrcore ago 2016-03-01T12:00:00Z)";
@@ -41,7 +44,7 @@ class StandingClock final : public ZRClock {
 
 std::optional<NSDate> dateOf(const std::string& text) {
   const auto date = NSDate_ZR::dateWithISO8601String(text);
-  if (!date) std::fprintf(stderr, "zrcore: %s: is no date: write it as 2016-03-01T12:00:00Z\n", text.c_str());
+  if (!date) std::fprintf(stderr, "zrcore: %s: is no date: write it as 2016-03-01T12:00:00Z\n", harmless(text).c_str());
   return date;
 }
 
@@ -60,7 +63,9 @@ int runAgo(const AgoArguments& arguments) {
     std::fprintf(stderr, "zrcore: %s: lies in the future\n", arguments.date.c_str());
     return kExitDataFault;
   }
-  std::printf("%s\n", words->c_str());
+  StandardOutput output;
+  output.write(*words + "\n");
+  output.flush();
   return kExitDone;
 }
 

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "ConfigRun.h"
+#include "NumberChecks.h"
 
 namespace {
 
@@ -44,7 +45,7 @@ void addConfigCommand(CLI::App& tool, int& exitCode) {
       ->type_name("FILE");
   command.add_option("--timeout", arguments->timeoutSeconds, "Seconds without a word from the service [30]")
       ->type_name("S")
-      ->check(CLI::PositiveNumber);
+      ->check(positiveNumber());
   command.add_flag("--json", arguments->json, "Addresses, their source and the reason as a JSON object");
 
   command.callback([arguments, &exitCode] { exitCode = runConfig(*arguments); });

@@ -1,5 +1,6 @@
 #include "ConfigPlatform.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -68,6 +69,12 @@ class PackagedFileBundle final : public ZRBundle {
 };
 
 }  // namespace
+
+bool isBase(const std::string& text) {
+  const auto scheme = text.find("://");
+  const bool hasHost = scheme != std::string::npos && originAndRest(text).first.size() > scheme + 3;
+  return hasHost && text.find_first_of("?#") == std::string::npos && NSURL::URLWithString(text).has_value();
+}
 
 ZRPlatform platformForConfig(ZRPlatform platform, const ConfigRoute& route, std::shared_ptr<ConfigFetch> fetch) {
   platform.httpSession = std::make_shared<RoutedSession>(platform.httpSession, platform.mainQueue, route, fetch);

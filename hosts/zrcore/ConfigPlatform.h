@@ -23,6 +23,9 @@ struct ConfigRoute {
   std::optional<std::string> packagedFile;  ///< its bytes
 };
 
+/// Whether a text can be a route's base.
+bool isBase(const std::string& text);
+
 /// `platform` with a session that sends requests along the route, a bundle that has the packaged file and nothing
 /// else, and both telling `fetch` what they meet.
 ZRPlatform platformForConfig(ZRPlatform platform, const ConfigRoute& route, std::shared_ptr<ConfigFetch> fetch);

@@ -7,7 +7,6 @@
 #include <trip/OutputError.h>
 
 #include <array>
-#include <csignal>
 #include <cstdio>
 #include <utility>
 #include <variant>
@@ -57,8 +56,8 @@ class ConfigRun {
 };
 
 bool ConfigRun::prepare() {
-  if (arguments_.base && !NSURL::URLWithString(*arguments_.base)) {
-    messages_.about("--base", "is no address: escape what may not stand in one");
+  if (arguments_.base && !isBase(*arguments_.base)) {
+    messages_.about("--base", "is no address to put before a path: write it as http://HOST:PORT");
     return false;
   }
   ConfigRoute route{arguments_.base, arguments_.timeoutSeconds, std::nullopt};
@@ -167,7 +166,4 @@ int ConfigRun::run() {
 
 }  // namespace
 
-int runConfig(const ConfigArguments& arguments) {
-  std::signal(SIGPIPE, SIG_IGN);  // a reader of the results that goes away is seen where they are written
-  return ConfigRun(arguments).run();
-}
+int runConfig(const ConfigArguments& arguments) { return ConfigRun(arguments).run(); }

@@ -7,7 +7,6 @@
 #include <trip/OutputError.h>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdio>
 #include <iterator>
 #include <numeric>
@@ -133,7 +132,4 @@ int PlaceRun::run() {
 
 }  // namespace
 
-int runPlace(const PlaceArguments& arguments) {
-  std::signal(SIGPIPE, SIG_IGN);  // a reader of the results that goes away is seen where they are written
-  return PlaceRun(arguments).run();
-}
+int runPlace(const PlaceArguments& arguments) { return PlaceRun(arguments).run(); }

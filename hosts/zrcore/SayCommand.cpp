@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "NumberChecks.h"
 #include "SayRun.h"
 
 namespace {
@@ -33,10 +34,10 @@ void addSayCommand(CLI::App& tool, int& exitCode) {
   command.add_option("--voice", arguments->voice, "A language tag, such as en-US or de [en-US]")->type_name("TAG");
   command.add_option("--rate", arguments->rate, "From 0, slow, to 1, fast [0.5]")
       ->type_name("R")
-      ->check(CLI::Range(0.0, 1.0));
+      ->check(numberFrom0To1());
   command.add_option("--volume", arguments->volume, "From 0, silent, to 1 [1]")
       ->type_name("V")
-      ->check(CLI::Range(0.0, 1.0));
+      ->check(numberFrom0To1());
   command.add_flag("--interrupt", arguments->interrupt, "Let each text silence the one before it");
   command
       .add_option_function<std::string>(

@@ -3,7 +3,10 @@
 #include <trip/OutputError.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
+
+StandardOutput::StandardOutput() { std::signal(SIGPIPE, SIG_IGN); }
 
 void StandardOutput::write(std::string_view bytes) {
   if (isClosed_) return;

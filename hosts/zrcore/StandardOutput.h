@@ -4,9 +4,12 @@
 #include <string_view>
 
 /// Where results go. A reader that goes away (`| head`) is no error: `isClosed` tells, and writing changes nothing
-/// more. Every other failure is a trip::OutputError. Needs SIGPIPE to be ignored.
+/// more. Every other failure is a trip::OutputError.
 class StandardOutput {
  public:
+  /// From now on the process ignores SIGPIPE, so that it sees a reader that has gone.
+  StandardOutput();
+
   /// Buffered until `flush`, or until the buffer is full.
   void write(std::string_view bytes);
   void flush();

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <memory>
 
+#include "NumberChecks.h"
 #include "TripRun.h"
 
 namespace {
@@ -91,7 +92,7 @@ void addTripCommand(CLI::App& tool, int& exitCode) {
   addTimeOption(command, "--to", arguments->to, "Leave out fixes after this time");
   command.add_option("--assume-accuracy", arguments->assumedAccuracyMeters, "Accuracy of fixes that tell none")
       ->type_name("METRES")
-      ->check(CLI::PositiveNumber);
+      ->check(positiveNumber());
   command.add_flag("--derive-speed", arguments->derivesSpeed, "Work out missing speeds from the places and times");
   command
       .add_option("--route", arguments->routeFile,

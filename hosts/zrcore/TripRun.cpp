@@ -10,7 +10,6 @@
 #include <trip/Outputs.h>
 #include <trip/Recording.h>
 
-#include <csignal>
 #include <filesystem>
 #include <utility>
 
@@ -218,6 +217,5 @@ int TripRun::run() {
 
 int runTrip(const TripArguments& arguments) {
   interruption::listen();
-  std::signal(SIGPIPE, SIG_IGN);  // a reader of the results that goes away is seen where they are written
   return TripRun(arguments).run();
 }

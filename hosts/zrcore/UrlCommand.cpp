@@ -8,6 +8,8 @@
 #include <vector>
 
 #include "ExitCodes.h"
+#include "Messages.h"
+#include "StandardOutput.h"
 
 namespace {
 
@@ -15,12 +17,13 @@ constexpr const char* kDescription =
     "Makes the address of a request from a base address, a path and parameters, as the kit does.";
 
 constexpr const char* kFooter = R"(
-Keys and values are escaped; the base and the path are taken as they are.
+Keys and values are escaped; the base and the path are taken as they are. The kit gives each key one value.
 
 Exit codes:
   0  done
   1  what came of it is no address
   2  the command line must be changed
+  3  the result could not be written
 
 Example:
   zrcore url https://maps.example/v1 search 'q=Lantern Row' limit=5)";
@@ -34,11 +37,15 @@ int runUrl(const UrlArguments& arguments) {
   ZROHMDictionary parameters;
   for (const std::string& parameter : arguments.parameters) {
     const auto equals = parameter.find('=');
-    if (equals == std::string::npos) {
-      std::fprintf(stderr, "zrcore: %s: is no parameter: write KEY=VALUE\n", parameter.c_str());
+    const std::string key = parameter.substr(0, equals);
+    const bool isRepeated = parameters.find(key) != nullptr;
+    if (equals == std::string::npos || isRepeated) {
+      const char* const fault =
+          isRepeated ? "has a key that was given before: give each once" : "is no parameter: write KEY=VALUE";
+      std::fprintf(stderr, "zrcore: %s: %s\n", harmless(parameter).c_str(), fault);
       return kExitUsage;
     }
-    parameters.set(parameter.substr(0, equals), parameter.substr(equals + 1));
+    parameters.set(key, parameter.substr(equals + 1));
   }
   const auto url = NSURL_ZR::urlWithBaseUrlStringPathParameters(arguments.base, arguments.path, parameters);
   if (!url) {
@@ -47,7 +54,9 @@ int runUrl(const UrlArguments& arguments) {
                  "English ones or a \"%%\" without two digits, and the parameters must be UTF-8\n");
     return kExitDataFault;
   }
-  std::printf("%s\n", url->absoluteString().c_str());
+  StandardOutput output;
+  output.write(url->absoluteString() + "\n");
+  output.flush();
   return kExitDone;
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <variant>
 
+#include "NumberChecks.h"
 #include "WatchRun.h"
 
 namespace {
@@ -55,7 +56,7 @@ void addWatchCommand(CLI::App& tool, int& exitCode) {
       ->type_name("TARGET");
   command.add_option("--for", arguments->forSeconds, "End after so long")
       ->type_name("SECONDS")
-      ->check(CLI::PositiveNumber);
+      ->check(positiveNumber());
   CLI::Option* const json =
       command.add_flag("--json", arguments->json, "One JSON object per fix; the last line is {\"summary\": ...}");
   command.add_flag("--quiet", arguments->quiet, "Show no fixes")->excludes(json);

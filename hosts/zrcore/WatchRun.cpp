@@ -214,7 +214,6 @@ int WatchRun::run(const std::shared_ptr<WatchRun>& self) {
 
 int runWatch(const WatchArguments& arguments) {
   const auto run = std::make_shared<WatchRun>(arguments);
-  std::signal(SIGPIPE, SIG_IGN);  // a reader that goes away is told by the stream
   try {
     return WatchRun::run(run);
   } catch (const trip::OutputError& error) {

@@ -25,7 +25,7 @@ ZR_EXPORT std::optional<std::string> monthDayYear(NSDate date);
 
 /// The date that lies (number / divisor) seconds after 1970, where `string` is a decimal number from its first
 /// character (after blanks and tabs) to its last: "-3.5", ".5", "1e3", but not "+5", "12abc", "0x10" or "1,000".
-/// @param divisor  1000 for a number of milliseconds; absent: seconds.
+/// @param divisor  1000 for a number of milliseconds; absent: seconds. 0 gives an infinite date, or NaN for a number 0.
 /// @return absent when the text is absent, no number, or a number beyond the range of doubles.
 ZR_EXPORT std::optional<NSDate> dateFromIntervalSince1970FromStringDividedBy(
     const std::optional<std::string_view>& string, std::optional<double> divisor = std::nullopt);

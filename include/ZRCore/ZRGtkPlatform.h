@@ -27,7 +27,8 @@ struct _GtkWindow;
 
 /// What a host may say about its screen. Members left alone have the values given here.
 struct ZRGtkOptions {
-  /// Lets a library that knows more options take the options of a host that was built before them.
+  /// The size of the structure that the host was built with. A library that knows more options takes the others from
+  /// its own defaults. Not to be changed.
   std::uint32_t size = sizeof(ZRGtkOptions);
 
   /// The schemes, in lower case, of the addresses that web views show themselves. What else a user follows, each new

@@ -31,7 +31,8 @@ enum class ZRLinuxLog {
 
 /// What a host may say about its platform. Members left alone have the values given here.
 struct ZRLinuxOptions {
-  /// Lets a library that knows more options take the options of a host that was built before them.
+  /// The size of the structure that the host was built with. A library that knows more options takes the others from
+  /// its own defaults. Not to be changed.
   std::uint32_t size = sizeof(ZRLinuxOptions);
 
   /// The main context (a `GMainContext*`) whose thread is the main thread; null for the process's default context.
@@ -96,7 +97,7 @@ inline ZRPlatform makeLinuxPlatform(const ZRLinuxOptions& options = {}) {
 
 /// What moves an application to the background and back.
 struct ZRLinuxLife {
-  std::uint32_t size = sizeof(ZRLinuxLife);
+  std::uint32_t size = sizeof(ZRLinuxLife);     ///< as in ZRLinuxOptions
   struct _GMainContext* mainContext = nullptr;  ///< as in ZRLinuxOptions
 
   /// The terminal's stop (Ctrl-Z, SIGTSTP) and SIGCONT, for command line tools: the notification is posted, then the
@@ -122,7 +123,8 @@ class ZR_EXPORT ZRLifeFollowing {
 /// @return keep it: with its release the following ends.
 [[nodiscard]] ZR_EXPORT std::shared_ptr<ZRLifeFollowing> ZRFollowLinuxLife(const ZRLinuxLife& life = {});
 
-/// Iterates a main context until `isDone` says so, for hosts that have no loop of their own. Main thread.
+/// Iterates a main context until `isDone` says so, for hosts that have no loop of their own. Main thread, and not from
+/// inside what the main queue runs: nothing else of the queue runs before that has returned.
 /// @param isDone   asked before each iteration, which waits until something happens.
 /// @param context  a `GMainContext*`; null for the process's default context.
 ZR_EXPORT void ZRRunLinuxLoopUntil(const std::function<bool()>& isDone, struct _GMainContext* context = nullptr);

@@ -36,7 +36,8 @@ class ZR_EXPORT ZRSoundFile {
 };
 
 struct ZRLinuxSoundOptions {
-  /// Lets a library that knows more options take the options of a host that was built before them.
+  /// The size of the structure that the host was built with. A library that knows more options takes the others from
+  /// its own defaults. Not to be changed.
   std::uint32_t size = sizeof(ZRLinuxSoundOptions);
 
   /// The speech engine: reads UTF-8 from its standard input and writes WAV to its standard output. %v stands for the

@@ -51,11 +51,11 @@ class ZR_EXPORT ZRClock {
   virtual NSDate now() const = 0;
 };
 
-/// All services. The first two fields let a library that knows more services take the platform of a host that was built
-/// before them: it reads `size` bytes and takes the rest as absent.
+/// All services. The size lets a library that knows more services take the platform of a host that was built before
+/// them: it reads `size` bytes and takes the rest as absent.
 struct ZRPlatform {
   std::uint32_t size = sizeof(ZRPlatform);
-  std::uint32_t version = 1;
+  std::uint32_t version = 1;  ///< for a change of what a member means, which the size would not tell; there is none yet
 
   std::shared_ptr<ZRPositioning> positioning;
   std::shared_ptr<ZRBundle> bundle;

@@ -37,7 +37,9 @@ bool ZRFillGtkPlatform(ZRPlatform& platform, const ZRGtkOptions& options) {
   adw_init();
   addStyle();
   ZRPlatformFill(platform, &ZRPlatform::application, std::make_shared<GioApplication>());
-  ZRPlatformFill(platform, &ZRPlatform::screen, std::make_shared<GtkScreen>(options));
+  ZRPlatformFill(
+      platform, &ZRPlatform::screen,
+      std::make_shared<GtkScreen>(ZRReadOptions(options, &ZRGtkOptions::webSchemes, &ZRGtkOptions::websiteDataFolder)));
   ZRPlatformFill(platform, &ZRPlatform::pasteboard, std::make_shared<DisplayPasteboard>());
   ZRPlatformFill(platform, &ZRPlatform::mail, std::make_shared<GioMail>());
   return true;

@@ -32,6 +32,21 @@ class RealClock final : public ZRClock {
   }
 };
 
+ZRLinuxOptions knownOptions(const ZRLinuxOptions& host) {
+  using Options = ZRLinuxOptions;
+  return ZRReadOptions(host, &Options::mainContext, &Options::longestBodyBytes, &Options::informationFile,
+                       &Options::resourcesFolder, &Options::textDomain, &Options::textFolder, &Options::settingsFolder,
+                       &Options::rootFolder, &Options::largestImagePixels, &Options::log, &Options::sound,
+                       &Options::positioning, &Options::desktopId);
+}
+
+ZRLinuxSoundOptions knownSoundOptions(const ZRLinuxOptions& options) {
+  using Options = ZRLinuxSoundOptions;
+  if (!options.sound) return {};
+  return ZRReadOptions(*options.sound, &Options::speechCommand, &Options::speechPatienceSeconds, &Options::soundFile,
+                       &Options::stateFolder);
+}
+
 std::shared_ptr<LinuxLog> makeLog(const ZRLinuxOptions& options) {
   const bool usesJournal =
       options.log == ZRLinuxLog::journal || (options.log == ZRLinuxLog::automatic && isStandardErrorTheJournal());
@@ -57,7 +72,7 @@ std::shared_ptr<KeyFileDefaults> makeUserDefaults(const ZRLinuxOptions& options,
 }
 
 void fillSound(ZRPlatform& platform, const ZRLinuxOptions& options, const std::shared_ptr<GLibLoop>& loop) {
-  LinuxSound sound = makeLinuxSound(loop, options.sound ? *options.sound : ZRLinuxSoundOptions{});
+  LinuxSound sound = makeLinuxSound(loop, knownSoundOptions(options));
   ZRPlatformFill(platform, &ZRPlatform::audioSession, std::move(sound.audioSession));
   ZRPlatformFill(platform, &ZRPlatform::speech, std::move(sound.speech));
   ZRPlatformFill(platform, &ZRPlatform::audioPlayers, std::move(sound.audioPlayers));
@@ -74,7 +89,8 @@ std::shared_ptr<ZRPositioning> makePositioning(const std::shared_ptr<GLibLoop>& 
 
 }  // namespace
 
-void ZRFillLinuxPlatform(ZRPlatform& platform, const ZRLinuxOptions& options) {
+void ZRFillLinuxPlatform(ZRPlatform& platform, const ZRLinuxOptions& host) {
+  const ZRLinuxOptions options = knownOptions(host);
   const auto loop = std::make_shared<GLibLoop>(options.mainContext);
   ZRPlatformFill(platform, &ZRPlatform::mainQueue, loop);
   ZRPlatformFill(platform, &ZRPlatform::positioning, makePositioning(loop, options));

@@ -116,16 +116,24 @@ TEST(ServicesCommands, ShowAddressesAndDates) {
   for (const Row& row :
        {Row{{"url", "https://a.test/", "b", "q=x y&z", "n=a=b", "e="}, 0, "https://a.test/b?q=x%20y%26z&n=a%3Db&e=\n"},
         Row{{"url", "https://a.test", ""}, 0, "https://a.test\n"}, Row{{"url", "https://a.test/%zz", "b"}, 1, ""},
-        Row{{"url", "https://a.test", "b", "no parameter"}, 2, ""},
+        Row{{"url", "https://a.test", "b", "no parameter\x1B"}, 2, ""},
+        Row{{"url", "https://a.test", "b", "k=1", "k=2"}, 2, ""},
         Row{{"ago", "2016-03-01T12:00:00Z", "--now", "2016-03-02T18:00:00Z"}, 0, "30 hours ago\n"},
-        Row{{"ago", "2016-03-03T12:00:00Z", "--now", "2016-03-02T18:00:00Z"}, 1, ""}, Row{{"ago", "yesterday"}, 2, ""},
-        Row{{"config", "--key", "k", "--base", "http://a b"}, 2, ""},
-        Row{{"config", "--key", "k", "--timeout", "0"}, 2, ""}, Row{{"config"}, 2, ""}}) {
+        Row{{"ago", "2016-03-03T12:00:00Z", "--now", "2016-03-02T18:00:00Z"}, 1, ""},
+        Row{{"ago", "yesterday\x1B"}, 2, ""}, Row{{"config", "--key", "k", "--base", "http://a b"}, 2, ""},
+        Row{{"config", "--key", "k", "--base", "127.0.0.1:1"}, 2, ""},
+        Row{{"config", "--key", "k", "--base", "http:///"}, 2, ""},
+        Row{{"config", "--key", "k", "--base", "http://a?b"}, 2, ""},
+        Row{{"config", "--key", "k", "--timeout", "0"}, 2, ""}, Row{{"config"}, 2, ""},
+        Row{{"config", "--key", "k", "--timeout", "nan"}, 2, ""}, Row{{"say", "a", "--rate", "nan"}, 2, ""}}) {
     SCOPED_TRACE(row.arguments[1 % row.arguments.size()]);
     const ToolRun run = folder.run(row.arguments);
     EXPECT_EQ(run.exitCode, row.exitCode);
     EXPECT_EQ(run.out, row.out);
     EXPECT_EQ(run.err.empty(), row.exitCode == 0) << run.err;
+    EXPECT_THAT(run.err, testing::Not(HasSubstr("\x1B")));
+    if (row.exitCode != 0) continue;
+    EXPECT_EQ(waitForTool(startTool(row.arguments, {"/dev/null", "/dev/full", folder.path("err")})).exitCode, 3);
   }
 }
 

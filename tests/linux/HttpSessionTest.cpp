@@ -173,6 +173,8 @@ std::vector<Fault> faults(const std::string& self) {
        200, "hello"},
       {"sends until it closes", Server::sending(ok + "\r\nhello"), 0, 200, "hello"},
       {"sends gzip", packed(kPacked), 0, 200, "hello"},
+      {"sends gzip in pieces, and padding", packed(std::string(kPacked).append(kPacked).append(2, '\0')), 0, 200,
+       "hellohello"},
       {"sends the greatest body", sendingLength(kLongestBody), 0, 200, std::string(kLongestBody, 'x')},
       {"sends a byte more", sendingLength(kLongestBody + 1), NSURLErrorDataLengthExceedsMaximum},
       {"sends what unpacks to a byte more", sendingBomb(), NSURLErrorDataLengthExceedsMaximum},
@@ -205,7 +207,8 @@ std::vector<Fault> faults(const std::string& self) {
       {"does not listen", nullptr, NSURLErrorCannotConnectToHost, 0, "", "http://127.0.0.1:1/"},
       {"is not asked: ftp://", nullptr, NSURLErrorUnsupportedURL, 0, "", "ftp://127.0.0.1/"},
       {"is not asked: an address without a scheme", nullptr, NSURLErrorUnsupportedURL, 0, "", "127.0.0.1/x"},
-      {"is not asked: no host", nullptr, NSURLErrorUnsupportedURL, 0, "", "http://"},
+      {"is not asked: no host", nullptr, NSURLErrorBadURL, 0, "", "http://"},
+      {"is not asked: a port that is none", nullptr, NSURLErrorBadURL, 0, "", "HTTPS://127.0.0.1:99999/"},
   };
 }
 

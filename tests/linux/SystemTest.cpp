@@ -7,6 +7,8 @@
 #include <sys/utsname.h>
 #include <unistd.h>
 
+#include <cstddef>
+
 #include "TemporaryFolder.h"
 #include "identity/LinuxDevice.h"
 #include "log/LinuxLog.h"
@@ -151,6 +153,8 @@ TEST(LinuxPlatformTest, TheInformationFileDecidesWhereSettingsGoAndWhoTheVendors
   EXPECT_THAT(contentOf(root.path / "settings/com.example.maps.keyfile"), HasSubstr("\na=1\n"));
   EXPECT_EQ(platform.device->identifierForVendor(), "59828AA4-503B-4A6B-824C-7444D070036E");
   EXPECT_EQ(makeLinuxPlatform(options).userDefaults->stringForKey("a"), "1");
+  options.size = offsetof(ZRLinuxOptions, informationFile);
+  EXPECT_EQ(makeLinuxPlatform(options).bundle->bundleIdentifier(), std::nullopt) << "not known to an older host";
 }
 
 }  // namespace

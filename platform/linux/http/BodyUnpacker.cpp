@@ -29,10 +29,19 @@ bool BodyUnpacker::startAgainAsBareDeflate(std::string_view packed) {
   return inflateReset2(&stream_, -MAX_WBITS) == Z_OK;
 }
 
+bool BodyUnpacker::startNextMember() {
+  // What is packed piece by piece, in parallel for instance, is several members one behind the other (RFC 1952).
+  constexpr Bytef memberBegin = 0x1F;
+  if (*stream_.next_in != memberBegin) return false;
+  isWhole_ = false;
+  return inflateReset(&stream_) == Z_OK;
+}
+
 BodyUnpacker::Taken BodyUnpacker::take(std::string_view packed, std::string& body, std::uint64_t longest) {
   stream_.next_in = reinterpret_cast<const Bytef*>(packed.data());
   stream_.avail_in = static_cast<uInt>(packed.size());
-  while (stream_.avail_in > 0 && !isWhole_) {
+  while (stream_.avail_in > 0) {
+    if (isWhole_ && !startNextMember()) break;  // padding
     char block[16384];
     stream_.next_out = reinterpret_cast<Bytef*>(block);
     stream_.avail_out = sizeof block;
@@ -43,7 +52,7 @@ BodyUnpacker::Taken BodyUnpacker::take(std::string_view packed, std::string& bod
     const std::size_t count = sizeof block - stream_.avail_out;
     if (body.size() + count > longest) return Taken::tooLong;
     body.append(block, count);
-    isWhole_ = result == Z_STREAM_END;  // whatever stands behind it is padding
+    isWhole_ = result == Z_STREAM_END;
   }
   return Taken::good;
 }

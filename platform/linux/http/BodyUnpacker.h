@@ -24,11 +24,12 @@ class BodyUnpacker {
   /// Appends to `body` what further bytes unpack to, up to a length of `longest` in all.
   Taken take(std::string_view packed, std::string& body, std::uint64_t longest);
 
-  /// Whether the end was reached.
+  /// Whether the end was reached, so far as can be told: more may follow.
   bool isWhole() const { return isWhole_; }
 
  private:
   bool startAgainAsBareDeflate(std::string_view packed);
+  bool startNextMember();
 
   z_stream stream_{};
   bool hasUnpacked_ = false;

@@ -129,9 +129,12 @@ NSError transferFault(const TransferEnd& end) {
 std::optional<NSError> requestFault(const NSMutableURLRequest& request, const Destination& destination) {
   if (!request.URL) return fault(NSURLErrorBadURL, "The request has no address: give it one.");
   if (!destination.isHTTP()) {
+    const char* const address = request.URL->absoluteString().c_str();
+    if (curl_strnequal(address, "http://", 7) || curl_strnequal(address, "https://", 8)) {
+      return fault(NSURLErrorBadURL, "The request's address makes no sense: check its host and port.");
+    }
     return fault(NSURLErrorUnsupportedURL, "The request's address is none of http or https: check how it begins.");
   }
-  if (destination.host.empty()) return fault(NSURLErrorBadURL, "The request's address names no host: check it.");
   if (!isToken(request.HTTPMethod)) {
     return fault(NSURLErrorBadURL, "The request's method is not one of HTTP: use letters, as in GET.");
   }

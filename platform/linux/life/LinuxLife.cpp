@@ -1,4 +1,5 @@
 #include <ZRCore/ZRLinuxPlatform.h>
+#include <ZRCore/ZRPlatformFill.h>
 #include <policy/ApplicationLife.h>
 
 #include <memory>
@@ -73,5 +74,6 @@ class LinuxLife final : public ZRLifeFollowing {
 ZRLifeFollowing::~ZRLifeFollowing() = default;
 
 std::shared_ptr<ZRLifeFollowing> ZRFollowLinuxLife(const ZRLinuxLife& life) {
-  return std::make_shared<LinuxLife>(life);
+  return std::make_shared<LinuxLife>(ZRReadOptions(life, &ZRLinuxLife::mainContext, &ZRLinuxLife::followsTerminal,
+                                                   &ZRLinuxLife::followsSleep, &ZRLinuxLife::windowPatienceSeconds));
 }
