@@ -58,6 +58,12 @@ TEST_F(OnADesktop, AStackShowsItsLastControllerAndLetsGoOfThoseThatArePopped) {
   EXPECT_GT(stack->navigationBar().frame.height, 0.0);
   EXPECT_FALSE(stack->navigationBar().isTranslucent);
 
+  struct Leaving : UIViewController {
+    void viewWillAppear(bool) override { navigationController()->popViewControllerAnimated(false); }
+  };
+  stack->pushViewController(std::make_shared<Leaving>(), false);
+  EXPECT_THAT(stack->viewControllers(), testing::ElementsAre(first, second)) << "it has left as it came";
+
   second.reset();
   stack->popViewControllerAnimated(false);
   EXPECT_FALSE(watched.expired()) << "it may have been the one that asked";
