@@ -34,6 +34,7 @@ class OnADesktop : public testing::Test {
     const std::string missing = VirtualDisplay::missing();
     if (!missing.empty()) GTEST_SKIP() << "this machine lacks " << missing << " (scripts/setup installs them)";
     settle = gtkOnADesktop();
+    g_log_set_always_fatal(static_cast<GLogLevelFlags>(G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL));
   }
   std::function<void(std::function<bool()>)> settle;
 };
