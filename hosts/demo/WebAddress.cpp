@@ -10,8 +10,8 @@ namespace {
 
 /// The scheme in small letters; empty where there is none: "example.com:8080" has a port.
 std::string schemeOf(const std::string& address) {
-  const std::size_t colon = address.find(':');
-  if (colon == std::string::npos) return {};
+  const std::size_t colon = address.find_first_of(":/?#[");  // a path, a query or an IPv6 address may have colons too
+  if (colon == std::string::npos || address[colon] != ':') return {};
   const bool isPort = colon + 1 < address.size() && address[colon + 1] >= '0' && address[colon + 1] <= '9';
   if (isPort) return {};
   std::string scheme = address.substr(0, colon);

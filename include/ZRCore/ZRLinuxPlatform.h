@@ -95,6 +95,10 @@ inline ZRPlatform makeLinuxPlatform(const ZRLinuxOptions& options = {}) {
   return platform;
 }
 
+/// Positions alone, for a host that lets its user choose where they come from: `mainContext`, `positioning` and
+/// `desktopId` of the options count. Log and clock are those of the platform in use. Main thread.
+[[nodiscard]] ZR_EXPORT std::shared_ptr<ZRPositioning> ZRMakeLinuxPositioning(const ZRLinuxOptions& options);
+
 /// What moves an application to the background and back.
 struct ZRLinuxLife {
   std::uint32_t size = sizeof(ZRLinuxLife);     ///< as in ZRLinuxOptions

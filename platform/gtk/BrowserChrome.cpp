@@ -1,6 +1,7 @@
 #include "BrowserChrome.h"
 
 #include "GtkText.h"
+#include "WebPageView.h"
 
 namespace {
 
@@ -29,9 +30,9 @@ bool pressKey(ZRWebViewController& browser, unsigned key, GdkModifierType modifi
   const bool isReload = key == GDK_KEY_F5 || key == GDK_KEY_Reload ||
                         (held == GDK_CONTROL_MASK && (key == GDK_KEY_r || key == GDK_KEY_R));
   if (isReload) return press(browser.refreshButton());
-  // At other times the key is the page's.
-  const auto spinner = browser.activityIndicator();
-  if (key == GDK_KEY_Escape && spinner && spinner->isAnimating()) {
+  // At other times the key is the page's. (The spinner turns on after a failure.)
+  const auto page = std::dynamic_pointer_cast<WebPageView>(browser.webView());
+  if (key == GDK_KEY_Escape && page && page->isLoading()) {
     browser.stopPressed();
     return true;
   }

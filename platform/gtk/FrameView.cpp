@@ -1,7 +1,6 @@
 #include "FrameView.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -27,7 +26,7 @@ void measure(GtkWidget* widget, GtkOrientation orientation, int, int* minimum, i
   if (const FrameView* const view = frameWidget(widget)->view) {
     const CGRect& frame = view->frame();
     const double extent = orientation == GTK_ORIENTATION_HORIZONTAL ? frame.width : frame.height;
-    *natural = std::max(*minimum, static_cast<int>(std::min(extent, 10000.0)));
+    *natural = std::max(*minimum, wholePoints(extent));
   }
 }
 
@@ -35,11 +34,10 @@ void allocateChild(GtkWidget* child, const CGRect& frame) {
   int leastWidth = 0;
   int leastHeight = 0;
   gtk_widget_measure(child, GTK_ORIENTATION_HORIZONTAL, -1, &leastWidth, nullptr, nullptr, nullptr);
-  const int width = std::max(leastWidth, static_cast<int>(std::lround(frame.width)));
+  const int width = std::max(leastWidth, wholePoints(frame.width));
   gtk_widget_measure(child, GTK_ORIENTATION_VERTICAL, width, &leastHeight, nullptr, nullptr, nullptr);
-  const int height = std::max(leastHeight, static_cast<int>(std::lround(frame.height)));
-  const GtkAllocation place{static_cast<int>(std::lround(frame.x)), static_cast<int>(std::lround(frame.y)), width,
-                            height};
+  const int height = std::max(leastHeight, wholePoints(frame.height));
+  const GtkAllocation place{wholePoints(frame.x), wholePoints(frame.y), width, height};
   gtk_widget_size_allocate(child, &place, -1);
 }
 

@@ -4,8 +4,14 @@
 #include <ZRCore/UIView.h>
 #include <gtk/gtk.h>
 
+#include <cmath>
 #include <memory>
 #include <utility>
+
+/// Points as GTK counts them, within what a screen may measure, whatever a host has reckoned.
+inline int wholePoints(double points) {
+  return static_cast<int>(std::lround(std::fmin(std::fmax(points, -10000.0), 10000.0)));
+}
 
 /// A view that is a widget.
 class HasWidget {

@@ -92,8 +92,9 @@ void ZRGtkNavigationController::Impl::push(const std::shared_ptr<UIViewControlle
 }
 
 void ZRGtkNavigationController::Impl::appear(bool animated) {
-  const Page& page = pages.back();
+  const Page page = pages.back();
   page.controller->viewWillAppear(animated);
+  if (pages.empty() || pages.back().widget != page.widget) return;  // it has pushed another, or taken itself away
   if (!animated) gtk_stack_set_transition_type(stack, GTK_STACK_TRANSITION_TYPE_NONE);
   gtk_stack_set_visible_child(stack, page.widget);
   showItem(page.controller.get());
@@ -120,7 +121,9 @@ void ZRGtkNavigationController::Impl::pop(bool animated) {
   // The controller may be the one that asked; and nobody is told by a stack that has gone meanwhile.
   runLater([controller = last.controller, weak = self] {
     const auto alive = std::static_pointer_cast<ZRGtkNavigationController>(weak.lock());
-    if (alive && alive->impl_->pages.empty() && alive->impl_->emptied) alive->impl_->emptied();
+    if (!alive || !alive->impl_->pages.empty()) return;
+    const auto handler = alive->impl_->emptied;  // it may take itself away
+    if (handler) handler();
   });
 }
 
@@ -136,7 +139,11 @@ void ZRGtkNavigationController::Impl::showItem(const UIViewController* controlle
       page.right = page.rightItem ? makeBarItemWidget(page.rightItem) : nullptr;
       if (page.right) adw_header_bar_pack_end(page.header, page.right);
     }
-    if (&page == &pages.back() && titleChanged) titleChanged(title);
+    if (&page == &pages.back() && titleChanged) {
+      const auto told = titleChanged;
+      told(title);
+    }
+    return;  // whoever was told may have changed the pages
   }
 }
 

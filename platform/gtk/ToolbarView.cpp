@@ -25,7 +25,7 @@ void showItem(GtkButton* button, const UIBarButtonItem& item) {
     gtk_button_set_label(button, utf8Text(item.title().value_or("")).c_str());
   }
   gtk_widget_set_sensitive(widget, item.isEnabled());
-  gtk_widget_set_size_request(widget, std::max(kTouchPoints, static_cast<int>(item.width())), -1);
+  gtk_widget_set_size_request(widget, std::max(kTouchPoints, wholePoints(item.width())), -1);
   const std::string label = utf8Text(item.accessibilityLabel().value_or(item.title().value_or("")));
   gtk_accessible_update_property(GTK_ACCESSIBLE(button), GTK_ACCESSIBLE_PROPERTY_LABEL, label.c_str(), -1);
   // Nothing is said about an arrow that is not there.

@@ -56,6 +56,7 @@ WebPageView::~WebPageView() {
   g_cancellable_cancel(titleAsked_);
   g_object_unref(titleAsked_);
   g_signal_handlers_disconnect_by_data(view_, this);
+  g_signal_handlers_disconnect_by_data(webkit_web_view_get_back_forward_list(view_), this);
   g_signal_handlers_disconnect_by_data(webkit_web_view_get_network_session(view_), this);
   webkit_web_view_stop_loading(view_);
   // The widget, and the notice's button with it, may be kept by an animation for a moment.
@@ -90,6 +91,13 @@ void WebPageView::connect() {
                              self->downloadStarted(download);
                            }),
                            this);
+  g_signal_connect_swapped(webkit_web_view_get_back_forward_list(view_), "changed", G_CALLBACK(+[](WebPageView* self) {
+                             self->hasNewHistory_ = true;
+                             self->tellOfMove();
+                           }),
+                           this);
+  g_signal_connect_swapped(view_, "notify::is-loading", G_CALLBACK(+[](WebPageView* self) { self->tellOfMove(); }),
+                           this);
   g_signal_connect(view_, "map", G_CALLBACK(gtk_widget_grab_focus), nullptr);  // keys scroll the page
   g_signal_connect_swapped(view_, "notify::title", G_CALLBACK(+[](WebPageView* self) {
                              const char* const title = webkit_web_view_get_title(self->view_);
@@ -100,8 +108,11 @@ void WebPageView::connect() {
 
 void WebPageView::loadRequest(const NSURLRequest& request) {
   if (!request.URL) return;
+  const std::string address = request.URL->absoluteString();
+  // For WebKit it is not the user's wish, and what goes outside would be refused.
+  if (!follow({address, policy::WebNavigation::Purpose::page, true})) return;
   isWished_ = true;
-  webkit_web_view_load_uri(view_, request.URL->absoluteString().c_str());
+  webkit_web_view_load_uri(view_, address.c_str());
 }
 
 void WebPageView::reload() {
@@ -133,6 +144,7 @@ std::optional<std::string> WebPageView::stringByEvaluatingJavaScriptFromString(s
 }
 
 void WebPageView::loadChanged(WebKitLoadEvent event) {
+  hasNewHistory_ = false;
   if (event == WEBKIT_LOAD_STARTED) {
     failedAddress_.clear();
     gtk_widget_set_visible(stopped_, FALSE);
@@ -174,6 +186,14 @@ void WebPageView::askForTitle() {
   };
   webkit_web_view_evaluate_javascript(view_, "document.title", -1, kScriptWorld, nullptr, titleAsked_, answered,
                                       new Question{this, reports_.load()});
+}
+
+/// While a way back or forward is being taken, WebKit calls itself loading even if it leads within the page.
+void WebPageView::tellOfMove() {
+  if (hasNewHistory_ && !webkit_web_view_is_loading(view_)) {
+    hasNewHistory_ = false;
+    reports_.movedWithinPage();
+  }
 }
 
 void WebPageView::engineDied(WebKitWebProcessTerminationReason reason) {

@@ -14,8 +14,9 @@
 #include "WebNavigation.h"
 
 /// A page of the web by WebKit. "document.title" is what the page had when it finished, and what it has become since;
-/// other scripts are not evaluated, because WebKit answers later and the question does not wait. An engine that has died
-/// is reported as a failed load and shown as such; reloading starts a new one.
+/// other scripts are not evaluated, because WebKit answers later and the question does not wait. A jump within the page
+/// is reported as a load that ends at once. An engine that has died is reported as a failed load and shown as such;
+/// reloading starts a new one.
 class WebPageView final : public Shown<UIWebView> {
  public:
   /// @param schemes  of the addresses that the view shows itself, in lower case.
@@ -32,12 +33,14 @@ class WebPageView final : public Shown<UIWebView> {
   void goForward() override;
   std::optional<NSURLRequest> request() const override;
   std::optional<std::string> stringByEvaluatingJavaScriptFromString(std::string_view script) const override;
+  bool isLoading() const { return reports_.isLoading(); }
 
  private:
   void connect();
   void loadChanged(WebKitLoadEvent event);
   void loadFailed(const char* address, const GError& error);
   void askForTitle();
+  void tellOfMove();
   void engineDied(WebKitWebProcessTerminationReason reason);
   void reportFailure(const NSError& error);
   void tell(const std::function<void(UIWebViewDelegate&)>& event);
@@ -51,8 +54,9 @@ class WebPageView final : public Shown<UIWebView> {
   GtkWidget* stopped_;  ///< shown in front of the page of a dead engine
   GCancellable* titleAsked_;
   std::string title_;
-  std::string failedAddress_;  ///< of a load that has failed before anything came; WebKit forgets it
-  bool isWished_ = false;      ///< the host or the user has asked for what comes next; good for one download
+  std::string failedAddress_;   ///< of a load that has failed before anything came; WebKit forgets it
+  bool isWished_ = false;       ///< the host or the user has asked for what comes next; good for one download
+  bool hasNewHistory_ = false;  ///< the way back or forward has changed, and no load has told of it
   policy::WebLoadReports reports_;
 };
 

@@ -110,6 +110,10 @@ void ZRFillLinuxPlatform(ZRPlatform& platform, const ZRLinuxOptions& host) {
   fillSound(platform, options, loop);
 }
 
+std::shared_ptr<ZRPositioning> ZRMakeLinuxPositioning(const ZRLinuxOptions& options) {
+  return makePositioning(std::make_shared<GLibLoop>(options.mainContext), options);
+}
+
 void ZRRunLinuxLoopUntil(const std::function<bool()>& isDone, GMainContext* context) {
   GMainContext* const iterated = context ? context : g_main_context_default();
   while (!isDone()) g_main_context_iteration(iterated, TRUE);

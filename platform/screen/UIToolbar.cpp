@@ -62,5 +62,6 @@ void UIBarButtonItem::press() const {
 }
 
 void UIBarButtonItem::changed() const {
-  if (changeHandler_) changeHandler_();
+  const auto handler = changeHandler_;  // it may set another
+  if (handler) handler();
 }

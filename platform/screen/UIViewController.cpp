@@ -18,14 +18,23 @@ ZRScreen::~ZRScreen() = default;
 UIApplication::~UIApplication() = default;
 UIPasteboard::~UIPasteboard() = default;
 
+namespace {
+
+void tell(const std::function<void()>& changeHandler) {
+  const auto handler = changeHandler;  // it may set another
+  if (handler) handler();
+}
+
+}  // namespace
+
 void UINavigationItem::setTitle(std::optional<std::string> title) {
   title_ = std::move(title);
-  if (changeHandler_) changeHandler_();
+  tell(changeHandler_);
 }
 
 void UINavigationItem::setRightBarButtonItem(std::shared_ptr<UIBarButtonItem> item) {
   rightBarButtonItem_ = std::move(item);
-  if (changeHandler_) changeHandler_();
+  tell(changeHandler_);
 }
 
 const std::shared_ptr<UIView>& UIViewController::view() {

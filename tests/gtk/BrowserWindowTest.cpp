@@ -81,20 +81,37 @@ TEST_F(BrowserWindow, WalksForthAndBack) {
   EXPECT_EQ(seen["title"], "Renewed by a key");
 }
 
-TEST_F(BrowserWindow, ARedirectedOpeningAddressIsSharedAsItWasOpened) {
+TEST_F(BrowserWindow, ARedirectedOpeningAddressIsSharedAsItWasOpenedUntilAMoveWithinThePage) {
   server.on("/", HTTPTestServer::redirecting("/elsewhere"));
-  page("/elsewhere", "Elsewhere");
+  page("/elsewhere", "Elsewhere",
+       "<a href='#far' style='display:block;height:150px'>far</a><iframe src='/framed' height=300></iframe>");
+  page("/framed", "Framed", linkTo("/within"));
+  page("/within", "Within");
   open(at("/"));
   untilEvents({"start", "finish"});
   EXPECT_EQ(seen["title"], "Elsewhere");
   EXPECT_EQ(seen["share"], at("/"));
+
+  display->click(100, 150);
+  untilFinished(2);
+  EXPECT_THAT(arrows(), ElementsAre(kBack, "off"));
+  EXPECT_EQ(seen["share"], at("/elsewhere#far"));
+  display->click(100, 350);  // in the frame
+  untilFinished(3);
+  click("Back");
+  untilFinished(4);
+  click("Back");
+  untilFinished(5);
+  EXPECT_THAT(arrows(), ElementsAre("off", kForward));
+  EXPECT_EQ(seen["title"], "Elsewhere");
 }
 
 TEST_F(BrowserWindow, ASlowPageSpinsUntilItHasComeAndAStoppedOneForEver) {
   std::mutex mutex;
   std::condition_variable changed;
   bool isReleased = false;
-  page("/", "First", linkTo("/slow"));
+  page("/", "First",
+       linkTo("/slow") + "<script>onkeydown = e => { if (e.key == 'Escape') location.hash = 'mine'; }</script>");
   server.on("/slow", [&](const HTTPTestServer::Request& request, HTTPTestServer::Connection& connection) {
     std::unique_lock lock(mutex);
     changed.wait_for(lock, std::chrono::seconds(60), [&] { return isReleased; });
@@ -110,6 +127,8 @@ TEST_F(BrowserWindow, ASlowPageSpinsUntilItHasComeAndAStoppedOneForEver) {
   display->key("Escape");
   untilEvents({"start", "finish", "start", "fail"});
   EXPECT_TRUE(seen["spins"]) << "what was stopped has failed, and that changes nothing";
+  display->key("Escape");
+  until("the page's own Escape", [this](const json& report) { return report["share"] == at("/#mine"); });
   EXPECT_EQ(seen["title"], "First");
 
   click("Reload");
@@ -256,6 +275,8 @@ TEST_F(BrowserWindow, SendsOutsideWhatAUserFollowsAndNothingThatAScriptAloneAsks
   page("/download", "The page is still there");
   click("Reload");
   until("the page reloaded", [](const json& report) { return report["title"] == "The page is still there"; });
+  open("mailto:host@example.org");
+  EXPECT_EQ(display->handedTo("mailto", 2), "mailto:a@example.org\nmailto:host@example.org\n") << "the host's wish";
 }
 
 TEST_F(BrowserWindow, KeepsNothingOfAPageWhenItsScreenHasGoneUnlessTheHostWantsIt) {

@@ -34,6 +34,7 @@ class OnADesktop : public testing::Test {
     const std::string missing = VirtualDisplay::missing();
     if (!missing.empty()) GTEST_SKIP() << "this machine lacks " << missing << " (scripts/setup installs them)";
     settle = gtkOnADesktop();
+    g_log_set_always_fatal(static_cast<GLogLevelFlags>(G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL));
   }
   std::function<void(std::function<bool()>)> settle;
 };
@@ -57,6 +58,12 @@ TEST_F(OnADesktop, AStackShowsItsLastControllerAndLetsGoOfThoseThatArePopped) {
   EXPECT_EQ(second->navigationController(), stack);
   EXPECT_GT(stack->navigationBar().frame.height, 0.0);
   EXPECT_FALSE(stack->navigationBar().isTranslucent);
+
+  struct Leaving : UIViewController {
+    void viewWillAppear(bool) override { navigationController()->popViewControllerAnimated(false); }
+  };
+  stack->pushViewController(std::make_shared<Leaving>(), false);
+  EXPECT_THAT(stack->viewControllers(), testing::ElementsAre(first, second)) << "it has left as it came";
 
   second.reset();
   stack->popViewControllerAnimated(false);

@@ -8,7 +8,7 @@ std::shared_ptr<CLLocationManager> makeReceiver(const ReceiverChoice& choice) {
   ZRLinuxOptions options;
   options.positioning = choice.positioning;
   options.desktopId = "org.zrcore.Demo";
-  return makeLinuxPlatform(options).positioning->makeLocationManager();
+  return ZRMakeLinuxPositioning(options)->makeLocationManager();
 }
 
 }  // namespace demo

@@ -216,6 +216,8 @@ void TripPage::showPlayback() {
   if (g_strcmp0(gtk_button_get_icon_name(play), icon) == 0) return;
   gtk_button_set_icon_name(play, icon);
   gtk_widget_set_tooltip_text(GTK_WIDGET(play), playback.isPlaying() ? "Pause (Ctrl+P)" : "Play (Ctrl+P)");
+  gtk_accessible_update_property(GTK_ACCESSIBLE(play), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                 playback.isPlaying() ? "Pause" : "Play", -1);
 }
 
 void TripPage::showService() {

@@ -12,7 +12,7 @@ void WebLoadReports::started() {
 
 void WebLoadReports::failed(const std::function<void()>& report) {
   if (state_ != State::loading) return;
-  state_ = State::ended;
+  state_ = State::idle;
   report();
 }
 
@@ -23,13 +23,21 @@ void WebLoadReports::finished() {
 }
 
 void WebLoadReports::titleIsKnown(unsigned load) {
-  if (state_ != State::awaitingTitle || load != load_) return;
-  state_ = State::ended;
+  const bool hasMoved = state_ == State::moved;
+  if ((state_ != State::awaitingTitle && !hasMoved) || load != load_) return;
+  state_ = State::finished;
+  if (hasMoved) delegate_.start();
   delegate_.finish();
 }
 
+void WebLoadReports::movedWithinPage() {
+  if (state_ != State::finished) return;
+  state_ = State::moved;
+  delegate_.askForTitle();
+}
+
 void WebLoadReports::died(const std::function<void()>& report) {
-  state_ = State::ended;
+  state_ = State::idle;
   report();
 }
 

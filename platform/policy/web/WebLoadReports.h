@@ -8,7 +8,8 @@ namespace policy {
 
 /// Turns an engine's events into a delegate's. The engine says "finished" after a failed load too, and a page's title
 /// can only be asked for and comes later; the delegate hears of each load that it started and then either that it
-/// finished, with its title known, or that it failed.
+/// finished, with its title known, or that it failed. A move within a page, which the engine calls no load, is one that
+/// ends as it starts, when the title is known: what leads back and forward has changed.
 class WebLoadReports {
  public:
   struct Delegate {
@@ -25,6 +26,9 @@ class WebLoadReports {
   void finished();
   /// @param load  the number that the load had when its title was asked for: a later load's title is not this one's.
   void titleIsKnown(unsigned load);
+  /// The history has changed without a load: a jump within the page, a page within a frame of it. Told of a page that
+  /// has finished only: the end of a load tells of it too, and a failed one changes nothing until the next.
+  void movedWithinPage();
   /// The engine has died, whatever it was doing.
   void died(const std::function<void()>& report);
 
@@ -32,10 +36,10 @@ class WebLoadReports {
   bool isLoading() const { return state_ == State::loading; }
 
  private:
-  enum class State { ended, loading, awaitingTitle };
+  enum class State { idle, loading, awaitingTitle, finished, moved };
 
   Delegate delegate_;
-  State state_ = State::ended;
+  State state_ = State::idle;  ///< so too after a failure
   unsigned load_ = 0;
 };
 

@@ -17,7 +17,7 @@ struct WebNavigation {
 
   std::string_view address;
   Purpose purpose = Purpose::page;
-  bool isUsersWish = false;  ///< follows from a click or a key, and was not a script's idea alone
+  bool isUsersWish = false;  ///< follows from a click, a key or the host, not from a script alone
 };
 
 enum class WebNavigationDecision { load, openOutside, refuse };

@@ -12,9 +12,14 @@ namespace {
 
 TEST(WebAddress, TakesWhatPeopleTypeAndNothingThatIsNoPage) {
   const std::pair<const char*, const char*> pages[] = {
-      {"example.com", "https://example.com"},           {"  example.com:8080/a?b=c ", "https://example.com:8080/a?b=c"},
-      {"localhost:80", "https://localhost:80"},         {"http://127.0.0.1:1/x", "http://127.0.0.1:1/x"},
-      {"HTTPS://Example.com/", "HTTPS://Example.com/"}, {"about:blank", "about:blank"},
+      {"example.com", "https://example.com"},
+      {"  example.com:8080/a?b=c ", "https://example.com:8080/a?b=c"},
+      {"localhost:80", "https://localhost:80"},
+      {"http://127.0.0.1:1/x", "http://127.0.0.1:1/x"},
+      {"HTTPS://Example.com/", "HTTPS://Example.com/"},
+      {"about:blank", "about:blank"},
+      {"[::1]:80", "https://[::1]:80"},
+      {"a.com/?u=b:c", "https://a.com/?u=b:c"},
   };
   for (const auto& [typed, expected] : pages) {
     const auto address = webAddress(typed);

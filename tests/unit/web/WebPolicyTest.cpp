@@ -23,15 +23,6 @@ class WebLoadReports : public testing::Test {
   std::function<void()> fail = [this] { heard.emplace_back("fail"); };
 };
 
-TEST_F(WebLoadReports, TheTitleComesBeforeTheFinish) {
-  reports.started();
-  reports.finished();
-  EXPECT_THAT(heard, ElementsAre("start", "title?"));
-  reports.titleIsKnown(reports.load());
-  reports.titleIsKnown(reports.load());
-  EXPECT_THAT(heard, ElementsAre("start", "title?", "finish"));
-}
-
 TEST_F(WebLoadReports, TheFinishAfterAFailureIsSwallowed) {
   reports.started();
   reports.failed(fail);
@@ -54,6 +45,24 @@ TEST_F(WebLoadReports, ALoadThatOvertakesATitleIsToldAfterTheFinish) {
   reports.finished();
   reports.titleIsKnown(first);
   EXPECT_THAT(heard, ElementsAre("start", "title?", "finish", "start", "title?")) << "an old title ends no new load";
+}
+
+TEST_F(WebLoadReports, TheTitleComesBeforeTheFinishAndAMoveWithinThePageAfterIt) {
+  reports.started();
+  reports.movedWithinPage();
+  reports.finished();
+  reports.movedWithinPage();
+  EXPECT_THAT(heard, ElementsAre("start", "title?")) << "the end of the load will tell of the moves";
+  reports.titleIsKnown(reports.load());
+  reports.titleIsKnown(reports.load());
+  reports.movedWithinPage();
+  reports.movedWithinPage();
+  reports.titleIsKnown(reports.load());
+  EXPECT_THAT(heard, ElementsAre("start", "title?", "finish", "title?", "start", "finish"));
+  reports.started();
+  reports.failed(fail);
+  reports.movedWithinPage();
+  EXPECT_EQ(heard.back(), "fail") << "and that changes nothing until the next load";
 }
 
 TEST_F(WebLoadReports, ADeadEngineEndsWhateverItWasDoing) {
