@@ -110,7 +110,8 @@ void ZRFillLinuxPlatform(ZRPlatform& platform, const ZRLinuxOptions& host) {
   fillSound(platform, options, loop);
 }
 
-std::shared_ptr<ZRPositioning> ZRMakeLinuxPositioning(const ZRLinuxOptions& options) {
+std::shared_ptr<ZRPositioning> ZRMakeLinuxPositioning(const ZRLinuxOptions& host) {
+  const ZRLinuxOptions options = knownOptions(host);
   return makePositioning(std::make_shared<GLibLoop>(options.mainContext), options);
 }
 
