@@ -166,8 +166,8 @@ TEST_F(Prompts, ClipsOfAllFormatsAreHeardAndJunkIsRefused) {
   startServer();
   install();
   ZRAudioPlayers& players = *ZRPlatformInUse().audioPlayers;
-  const int formats[] = {SF_FORMAT_WAV | SF_FORMAT_PCM_16, SF_FORMAT_FLAC | SF_FORMAT_PCM_16,
-                         SF_FORMAT_OGG | SF_FORMAT_VORBIS};
+  const int formats[] = {SF_FORMAT_WAV | SF_FORMAT_PCM_16, SF_FORMAT_WAV | SF_FORMAT_FLOAT,
+                         SF_FORMAT_FLAC | SF_FORMAT_PCM_16, SF_FORMAT_OGG | SF_FORMAT_VORBIS};
   for (const int format : formats) {
     SCOPED_TRACE(format);
     const std::string bytes = clip(server.folder() / "clip", format);
