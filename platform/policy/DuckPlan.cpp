@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <sstream>
 
 namespace policy {
@@ -59,7 +60,11 @@ void DuckPlan::lookForEnds(const std::vector<OtherStream>& streams) {
     if (!isThere) entry.index.reset();
     entry.isBeingRestored = false;  // if it was, the server went before it answered
   }
-  std::erase_if(entries_, [](const Entry& entry) { return !entry.index && entry.key.empty(); });
+  std::set<std::string> remembered{""};  // by the server, which knows one volume a key: the latest
+  for (std::size_t i = entries_.size(); i-- > 0;) {
+    const bool isMoot = !entries_[i].index && !remembered.insert(entries_[i].key).second;
+    if (isMoot) entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(i));
+  }
 }
 
 std::optional<DuckPlan::Change> DuckPlan::lowering(const OtherStream& stream, const DuckPlan& noted) {

@@ -36,6 +36,9 @@ TEST_F(Prompts, ASecondPromptStartsWhenTheFirstHasBeenHeard) {
   startServer();
   install();
   listen();
+  int hints = 0;
+  ZRPlatformInUse().notificationCenter->addObserver(audio, AVAudioSessionSilenceSecondaryAudioHintNotification,
+                                                    [&](const NSNotification&) { ++hints; });
   monitor->forget();
   speak("Turn left");
   speak("Turn right");
@@ -54,6 +57,7 @@ TEST_F(Prompts, ASecondPromptStartsWhenTheFirstHasBeenHeard) {
   speak("Arrived");
   ASSERT_TRUE(ended(3));
   EXPECT_EQ(monitor->stretches(0.2).size(), 3U) << "a stream that has rested sounds again";
+  EXPECT_EQ(hints, 0) << "the engine is no other application";
 }
 
 TEST_F(Prompts, AnInterruptionSilencesTheFirstBeforeTheSecondIsHeard) {

@@ -4,6 +4,7 @@
 #include <policy/UtteranceQueue.h>
 #include <policy/WavStreamReader.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -206,6 +207,14 @@ TEST(DuckPlan, AStreamThatEndsLoweredIsRestoredInItsSuccessor) {
   EXPECT_EQ(changed(plan, true, next), "") << "low enough";
   EXPECT_THAT(changed(plan, false, next), testing::EndsWith("23 up, "));
   EXPECT_EQ(next.back().volumes, ChannelVolumes{65536});
+
+  for (std::uint32_t index = 30; index < 40; ++index) {
+    next = {stream(index, lowered, "by-name:player")};
+    changed(plan, true, next);
+  }
+  changed(plan, true, none);
+  const std::string noted = plan.text(1);
+  EXPECT_EQ(std::count(noted.begin(), noted.end(), '\n'), 1) << "one volume a key, however many streams have ended";
 }
 
 TEST(DuckPlan, OfSeveralProcessesTheLastRestoresWhatWasLoweredOnce) {
