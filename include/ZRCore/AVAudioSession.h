@@ -48,8 +48,11 @@ class ZR_EXPORT AVAudioSession {
 
   /// Whether another application's audio is playing now.
   virtual bool isOtherAudioPlaying() const = 0;
+  /// @param category  one of the constants above
   virtual AVAudioSessionResult setCategoryWithOptions(const std::string& category,
                                                       AVAudioSessionCategoryOptions options) = 0;
+  /// Claims the device's sound, or gives it up.
+  /// @param options  0, or when it is given up the one above
   virtual AVAudioSessionResult setActiveWithOptions(bool active, AVAudioSessionSetActiveOptions options) = 0;
 };
 

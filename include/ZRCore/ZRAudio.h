@@ -73,6 +73,7 @@ class ZR_EXPORT ZRAudio : public NSObject,
 
   /// The synthesizer, which is made, with this object as its delegate, when there is none.
   const std::shared_ptr<AVSpeechSynthesizer>& speechSynth();
+  /// Null: the next reading makes one. One that is set here keeps the delegate it has.
   void setSpeechSynth(std::shared_ptr<AVSpeechSynthesizer> synthesizer);
 
   /// The clip's player while it is in use; null otherwise.
@@ -82,6 +83,7 @@ class ZR_EXPORT ZRAudio : public NSObject,
   /// The "en-US" voice. Null when the platform cannot make it: that is logged and told to the delegate, and the next
   /// call tries again.
   std::shared_ptr<AVSpeechSynthesisVoice> voice();
+  /// Another voice for every utterance; null: the "en-US" one again.
   void setVoice(std::shared_ptr<AVSpeechSynthesisVoice> voice);
 
   /// The utterance that was handed to the synthesizer last; null before the first.
@@ -106,7 +108,8 @@ class ZR_EXPORT ZRAudio : public NSObject,
   /// Speaks `text` (UTF-8), after what is being spoken or, with `interrupt`, in its place. A clip stops either way.
   /// @param volume  0 to 1.
   void speakTextInterruptVolume(const std::string& text, bool interrupt, float volume);
-  /// Speaks an utterance of the caller's after what is being spoken. Clips, and the knowledge of other audio, stay.
+  /// Speaks an utterance of the caller's (not null) after what is being spoken. Clips, and the knowledge of other audio,
+  /// stay.
   void speakUtterance(const std::shared_ptr<AVSpeechUtterance>& utterance);
   /// Stops all output and plays a clip. Bytes that are no clip play nothing, and nothing is told.
   void playAudioData(std::string_view data);

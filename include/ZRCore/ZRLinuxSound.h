@@ -48,8 +48,8 @@ struct ZRLinuxSoundOptions {
   double speechPatienceSeconds = 5.0;
   /// Null: sound goes to the sound server.
   std::shared_ptr<ZRSoundFile> soundFile;
-  /// The folder in which it stands which other applications' streams have been lowered, so that the next process can
-  /// restore them if this one dies. Empty: a folder of the user's session.
+  /// The folder in which it stands which other applications' streams have been lowered: hosts that share it lower a
+  /// stream once between them, and restore it if one of them dies. Empty: a folder of the user's session.
   std::string stateFolder;
 };
 

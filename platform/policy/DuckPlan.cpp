@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <sstream>
 
 namespace policy {
@@ -32,42 +33,99 @@ ChannelVolumes loweredVolumes(const ChannelVolumes& volumes) {
 }
 
 /// The very stream; or, for one that has gone, a successor.
-bool DuckPlan::Entry::isOf(const OtherStream& stream) const { return index ? *index == stream.index : bred(stream); }
-
-/// Whether the server gave the stream our lowered volume, because it remembers volumes by this key.
-bool DuckPlan::Entry::bred(const OtherStream& stream) const {
-  return !key.empty() && key == stream.key && standAt(stream.volumes, loweredVolumes(original));
+bool DuckPlan::Entry::isOf(const OtherStream& stream) const {
+  return index ? *index == stream.index : explains(stream);
 }
 
-std::vector<DuckPlan::Change> DuckPlan::changes(bool isDucking, const std::vector<OtherStream>& streams) {
-  std::vector<Change> changes;
+/// Whether the stream stands at our lowered volume: because it was lowered, or because the server gave it that volume,
+/// which it remembers by this key.
+bool DuckPlan::Entry::explains(const OtherStream& stream) const {
+  const bool isRelated = index == stream.index || (!key.empty() && key == stream.key);
+  return isRelated && standAt(stream.volumes, loweredVolumes(original));
+}
+
+template <class Entries>
+auto DuckPlan::thatExplains(Entries& entries, const OtherStream& stream) {
+  return std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.explains(stream); });
+}
+
+std::vector<DuckPlan::Entry>::iterator DuckPlan::entryOf(const OtherStream& stream) {
+  return std::find_if(entries_.begin(), entries_.end(), [&](const Entry& known) { return known.isOf(stream); });
+}
+
+void DuckPlan::lookForEnds(const std::vector<OtherStream>& streams) {
   for (Entry& entry : entries_) {
     const bool isThere = std::any_of(streams.begin(), streams.end(),
                                      [&](const OtherStream& stream) { return stream.index == entry.index; });
     if (!isThere) entry.index.reset();
+    entry.isBeingRestored = false;  // if it was, the server went before it answered
   }
-  std::erase_if(entries_, [](const Entry& entry) { return !entry.index && entry.key.empty(); });
+  std::set<std::string> remembered{""};  // by the server, which knows one volume a key: the latest
+  for (std::size_t i = entries_.size(); i-- > 0;) {
+    const bool isMoot = !entries_[i].index && !remembered.insert(entries_[i].key).second;
+    if (isMoot) entries_.erase(entries_.begin() + static_cast<std::ptrdiff_t>(i));
+  }
+}
 
+std::optional<DuckPlan::Change> DuckPlan::lowering(const OtherStream& stream, const DuckPlan& noted) {
+  const auto entry = entryOf(stream);
+  if (entry != entries_.end()) {
+    entry->index = stream.index;
+    return std::nullopt;
+  }
+  if (const auto parent = thatExplains(entries_, stream); parent != entries_.end()) {
+    entries_.push_back({stream.index, stream.key, ChannelVolumes(parent->original)});
+    return std::nullopt;
+  }
+  if (!stream.isAudible || !stream.canBeChanged || isSilent(stream.volumes)) return std::nullopt;
+  const auto other = thatExplains(noted.entries_, stream);
+  const ChannelVolumes& original = other != noted.entries_.end() ? other->original : stream.volumes;
+  entries_.push_back({stream.index, stream.key, original});
+  return Change{stream.index, loweredVolumes(original)};  // low or not: the other may be about to restore it
+}
+
+std::optional<DuckPlan::Change> DuckPlan::restoring(const OtherStream& stream, const DuckPlan& held) {
+  const auto entry = entryOf(stream);
+  if (entry == entries_.end()) return std::nullopt;
+  const bool isHeld = std::any_of(held.entries_.begin(), held.entries_.end(), [&](const Entry& other) {
+    return other.index == stream.index && other.explains(stream);
+  });
+  if (isHeld || !standAt(stream.volumes, loweredVolumes(entry->original))) {
+    entries_.erase(entry);
+    return std::nullopt;
+  }
+  entry->isBeingRestored = true;
+  return Change{stream.index, entry->original};
+}
+
+std::vector<DuckPlan::Change> DuckPlan::changes(bool isDucking, const std::vector<OtherStream>& streams,
+                                                const DuckPlan& noted, const DuckPlan& held) {
+  lookForEnds(streams);
+  std::vector<Change> changes;
   for (const OtherStream& stream : streams) {
-    const auto entry =
-        std::find_if(entries_.begin(), entries_.end(), [&](const Entry& known) { return known.isOf(stream); });
-    if (isDucking && entry != entries_.end()) {
-      entry->index = stream.index;
-    } else if (const auto parent = std::find_if(entries_.begin(), entries_.end(),
-                                                [&](const Entry& known) { return known.bred(stream); });
-               isDucking && parent != entries_.end()) {
-      entries_.push_back({stream.index, stream.key, ChannelVolumes(parent->original)});
-    } else if (isDucking && stream.isAudible && stream.canBeChanged && !isSilent(stream.volumes)) {
-      changes.push_back({stream.index, loweredVolumes(stream.volumes), true});
-      entries_.push_back({stream.index, stream.key, stream.volumes});
-    } else if (!isDucking && entry != entries_.end()) {
-      if (standAt(stream.volumes, loweredVolumes(entry->original))) {
-        changes.push_back({stream.index, entry->original, false});
-      }
-      entries_.erase(entry);
+    if (!stream.mayBeLowered) {
+      // The server remembers volumes by role, too: a prompt may begin at what was a lowered call's.
+      const auto parent = thatExplains(entries_, stream);
+      if (parent == entries_.end()) continue;
+      changes.push_back({stream.index, parent->original});
+      parent->isBeingRestored = !parent->index;
+    } else if (const auto change = isDucking ? lowering(stream, noted) : restoring(stream, held)) {
+      changes.push_back(*change);
     }
   }
   return changes;
+}
+
+void DuckPlan::changesDone() {
+  std::erase_if(entries_, [](const Entry& entry) { return entry.isBeingRestored; });
+}
+
+void DuckPlan::add(const DuckPlan& other) {
+  for (const Entry& entry : other.entries_) {
+    const bool isKnown =
+        std::any_of(entries_.begin(), entries_.end(), [&](const Entry& known) { return known.index == entry.index; });
+    if (!entry.index || !isKnown) entries_.push_back(entry);
+  }
 }
 
 void DuckPlan::forgetServer() {

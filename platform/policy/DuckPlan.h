@@ -13,35 +13,42 @@ namespace policy {
 /// with the third power.
 using ChannelVolumes = std::vector<std::uint32_t>;
 
-/// What is known of another process's stream.
+/// What is known of a stream, mostly of another process.
 struct OtherStream {
   std::uint32_t index = 0;  ///< the server's number of it
   std::string key;          ///< under which the server remembers the stream's volume for its next time; may be empty
   ChannelVolumes volumes;
-  bool isAudible = true;     ///< neither corked nor muted
+  bool isAudible = true;     ///< neither corked nor muted, nor of this process
   bool canBeChanged = true;  ///< whether it has a volume, and that can be set
+  bool mayBeLowered = true;  ///< neither of this process nor a prompt of another
 };
 
 /// 18 dB lower.
 ChannelVolumes loweredVolumes(const ChannelVolumes& volumes);
 
 /// Which streams are to be lowered and which restored. It remembers the streams that it has lowered with their former
-/// volumes until they are restored; one whose volume has been changed meanwhile is left alone.
+/// volumes until they are restored; one whose volume has been changed meanwhile is left alone. A stream that several
+/// processes want lowered is lowered once, and restored by the last of them.
 class DuckPlan {
  public:
   struct Change {
     std::uint32_t index = 0;
     ChannelVolumes volumes;
-    bool isLowering = false;
   };
 
-  /// What is to be changed now. Afterwards the plan counts on its having been done.
+  /// What is to be changed now. What is to be restored stays in the plan, and in its text, until `changesDone`.
   /// @param streams  all there are, as they stand: a list that was asked for after the changes of the last time
-  std::vector<Change> changes(bool isDucking, const std::vector<OtherStream>& streams);
+  /// @param noted    the plans of other processes that live, as they stand and as they stood when the list was asked
+  ///                 for: a low volume that they explain is not taken for a stream's own
+  /// @param held     the same, as they stand: they will restore what they have lowered
+  std::vector<Change> changes(bool isDucking, const std::vector<OtherStream>& streams, const DuckPlan& noted,
+                              const DuckPlan& held);
+  /// The server has carried out the changes.
+  void changesDone();
 
   bool isEmpty() const { return entries_.empty(); }
-  /// Takes over what another plan, of a process that has died, still has to restore.
-  void add(const DuckPlan& other) { entries_.insert(entries_.end(), other.entries_.begin(), other.entries_.end()); }
+  /// Adds what another plan still has to restore, but for streams that are in this one.
+  void add(const DuckPlan& other);
 
   /// The server has gone: its numbers mean nothing to the next one. What it remembers for a stream's next time stays.
   void forgetServer();
@@ -57,10 +64,18 @@ class DuckPlan {
     std::optional<std::uint32_t> index;  ///< nullopt: of a former server, or a stream that has gone
     std::string key;
     ChannelVolumes original;
+    bool isBeingRestored = false;
 
     bool isOf(const OtherStream& stream) const;
-    bool bred(const OtherStream& stream) const;
+    bool explains(const OtherStream& stream) const;
   };
+
+  template <class Entries>
+  static auto thatExplains(Entries& entries, const OtherStream& stream);
+  std::vector<Entry>::iterator entryOf(const OtherStream& stream);
+  void lookForEnds(const std::vector<OtherStream>& streams);
+  std::optional<Change> lowering(const OtherStream& stream, const DuckPlan& noted);
+  std::optional<Change> restoring(const OtherStream& stream, const DuckPlan& held);
 
   std::vector<Entry> entries_;
 };

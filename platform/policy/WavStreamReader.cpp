@@ -69,8 +69,10 @@ bool WavStreamReader::feed(std::string_view bytes, std::vector<std::int16_t>& sa
   pending_ += bytes;
   if (state_ == State::header && !readHeader()) return false;
   if (state_ == State::samples) {
-    takeSamples(pending_, samples);
-    pending_.erase(0, pending_.size() / 2 * 2);
+    // A stream on a server takes no part of a moment.
+    const std::size_t moment = 2 * format_->channels, whole = pending_.size() / moment * moment;
+    takeSamples(std::string_view(pending_).substr(0, whole), samples);
+    pending_.erase(0, whole);
   }
   return true;
 }

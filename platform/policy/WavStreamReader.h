@@ -21,7 +21,8 @@ struct SampleFormat {
 /// stream does. Any split of the bytes gives the same samples. Takes one or two channels of 16-bit PCM.
 class WavStreamReader {
  public:
-  /// Reads on. The whole samples in `bytes` are appended to `samples`.
+  /// Reads on. The samples of the moments that are complete are appended to `samples`; what is left at the stream's end
+  /// of one that is not, is lost.
   /// @return false when the stream is no such WAV (then and ever after)
   bool feed(std::string_view bytes, std::vector<std::int16_t>& samples);
 
@@ -41,7 +42,7 @@ class WavStreamReader {
   void takeSamples(std::string_view bytes, std::vector<std::int16_t>& samples);
 
   State state_ = State::header;
-  std::string pending_;  ///< of the header, or the first half of a sample
+  std::string pending_;  ///< of the header, or the first part of a moment
   std::optional<SampleFormat> format_;
   std::string fault_;
 };

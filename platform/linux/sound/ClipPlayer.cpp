@@ -48,9 +48,15 @@ class Clip {
 
   /// The next quarter of a second; empty at the end, and where the rest is damaged.
   std::vector<std::int16_t> next() {
-    std::vector<std::int16_t> samples(static_cast<std::size_t>(info_.samplerate / 4 * info_.channels));
-    const sf_count_t count = ::sf_read_short(file_, samples.data(), static_cast<sf_count_t>(samples.size()));
-    samples.resize(static_cast<std::size_t>(std::max<sf_count_t>(count, 0)));
+    // As numbers of the library's own 16 bits, a file of floating point would be silent.
+    std::vector<float> read(static_cast<std::size_t>(info_.samplerate / 4 * info_.channels));
+    const sf_count_t count = ::sf_read_float(file_, read.data(), static_cast<sf_count_t>(read.size()));
+    read.resize(static_cast<std::size_t>(std::max<sf_count_t>(count, 0)));
+    std::vector<std::int16_t> samples(read.size());
+    std::transform(read.begin(), read.end(), samples.begin(), [](float sample) {
+      const float bounded = std::isnan(sample) ? 0.0F : std::clamp(sample * 32768.0F, -32768.0F, 32767.0F);
+      return static_cast<std::int16_t>(std::lround(bounded));
+    });
     return samples;
   }
 

@@ -45,6 +45,15 @@ std::string contentOf(int descriptor) {
 
 DuckFile::DuckFile(std::string folder) : folder_(folder.empty() ? sessionFolder() : std::move(folder)) {}
 
+FileDescriptor DuckFile::lock() const {
+  constexpr int kMostTries = 20;
+  if (!isOwnFolder(folder_)) return {};
+  FileDescriptor folder(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  for (int tries = 0; folder.isOpen() && tries < kMostTries && ::flock(folder.get(), LOCK_EX | LOCK_NB) != 0; ++tries)
+    ::usleep(1000);
+  return folder;
+}
+
 void DuckFile::create() {
   if (own_.descriptor.isOpen() || !isOwnFolder(folder_)) return;
   // Locked before it has its name: nobody can take it for a dead one's in between.
@@ -84,14 +93,15 @@ std::vector<std::string> DuckFile::pathsOfOthers() const {
 
 bool DuckFile::hasNotesOfOthers() const { return !pathsOfOthers().empty(); }
 
-std::vector<std::string> DuckFile::readOfDead() {
-  std::vector<std::string> notes;
+std::vector<DuckFile::Note> DuckFile::notesOfOthers() {
+  std::vector<Note> notes;
   if (!isOwnFolder(folder_)) return notes;
   for (const std::string& path : pathsOfOthers()) {
     FileDescriptor file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-    if (!file.isOpen() || ::flock(file.get(), LOCK_EX | LOCK_NB) != 0) continue;
-    notes.push_back(contentOf(file.get()));
-    dead_.push_back({std::move(file), path});
+    if (!file.isOpen()) continue;
+    const bool isOfLiving = ::flock(file.get(), LOCK_EX | LOCK_NB) != 0;
+    notes.push_back({contentOf(file.get()), isOfLiving});
+    if (!isOfLiving) dead_.push_back({std::move(file), path});
   }
   return notes;
 }

@@ -19,6 +19,22 @@ extern "C" {
 
 extern char** environ;
 
+namespace {
+
+/// Our environment, but for a sound server: an engine that looks for one shows there as another application's sound, and
+/// hangs with a server that does. What is to be heard it writes.
+std::vector<char*> environmentWithoutSound() {
+  static char noServer[] = "PULSE_SERVER=unix:/dev/null";
+  std::vector<char*> variables{noServer};
+  for (char** variable = environ; *variable != nullptr; ++variable) {
+    if (!std::string_view(*variable).starts_with("PULSE_SERVER=")) variables.push_back(*variable);
+  }
+  variables.push_back(nullptr);
+  return variables;
+}
+
+}  // namespace
+
 FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
 
 FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
@@ -92,7 +108,8 @@ std::string EngineProcess::spawn(const std::vector<std::string>& command) {
   std::vector<char*> words;
   for (const std::string& word : command) words.push_back(const_cast<char*>(word.c_str()));
   words.push_back(nullptr);
-  const int error = ::posix_spawnp(&processId_, words[0], &files, &attributes, words.data(), environ);
+  const int error =
+      ::posix_spawnp(&processId_, words[0], &files, &attributes, words.data(), environmentWithoutSound().data());
   ::posix_spawnattr_destroy(&attributes);
   ::posix_spawn_file_actions_destroy(&files);
   if (error != 0) {

@@ -28,7 +28,7 @@ class FileDescriptor {
 };
 
 /// A program that is given a text on its standard input and whose standard output is read on the loop. It runs in a
-/// process group of its own; dropping this object kills the group.
+/// process group of its own, without a sound server; dropping this object kills the group.
 class EngineProcess {
  public:
   struct Events {

@@ -18,15 +18,16 @@ bool anyAudible(const std::vector<policy::OtherStream>& streams) {
 
 }  // namespace
 
-std::optional<policy::OtherStream> otherStream(const pa_sink_input_info& info) {
+policy::OtherStream otherStream(const pa_sink_input_info& info) {
   const char* const process = ::pa_proplist_gets(info.proplist, PA_PROP_APPLICATION_PROCESS_ID);
-  if (process != nullptr && process == std::to_string(::getpid())) return std::nullopt;
+  const bool isOurs = process != nullptr && process == std::to_string(::getpid());
   const char* const key = ::pa_proplist_gets(info.proplist, "module-stream-restore.id");
   return policy::OtherStream{.index = info.index,
                              .key = key != nullptr ? key : "",
                              .volumes = {info.volume.values, info.volume.values + info.volume.channels},
-                             .isAudible = info.corked == 0 && info.mute == 0,
-                             .canBeChanged = info.has_volume != 0 && info.volume_writable != 0};
+                             .isAudible = info.corked == 0 && info.mute == 0 && !isOurs,
+                             .canBeChanged = info.has_volume != 0 && info.volume_writable != 0,
+                             .mayBeLowered = !isOurs && ::pa_proplist_contains(info.proplist, kPromptProperty) == 0};
 }
 
 OtherStreams::OtherStreams(PulseConnection& connection, std::string stateFolder, std::function<void(bool)> changed)
@@ -78,19 +79,14 @@ void OtherStreams::serverIsReady() {
   release(::pa_context_subscribe(context, facilities, nullptr, nullptr));
   const auto learnServer = [](pa_context*, const pa_server_info* info, void* self) {
     auto* const others = static_cast<OtherStreams*>(self);
-    if (info != nullptr) others->serverCookie_ = info->cookie;
-    for (const std::string& note : others->file_.readOfDead()) {
-      others->plan_.add(policy::DuckPlan::fromText(note, others->serverCookie_));
-    }
-    others->file_.write(others->plan_.text(others->serverCookie_));
-    others->file_.removeOfDead();
+    const std::uint32_t cookie = info != nullptr ? info->cookie : 0;
+    if (std::exchange(others->serverCookie_, cookie) != cookie) others->plan_.forgetServer();
     others->lookAtModules();
   };
   release(::pa_context_get_server_info(context, learnServer, this));
 }
 
 void OtherStreams::serverIsLost(const std::string&) {
-  plan_.forgetServer();
   arePlaying_.reset();
   isListing_ = isStale_ = isLearning_ = false;
   changesUnderWay_ = 0;
@@ -115,29 +111,50 @@ void OtherStreams::lookAtModules() {
 void OtherStreams::synchronize() {
   if (!connection_.isReady()) return;
   isStale_ = true;
-  if (isListing_ || changesUnderWay_ > 0) return;
+  if (isLearning_ || isListing_ || changesUnderWay_ > 0) return;
   isListing_ = true;
   isStale_ = false;
   streams_.clear();
+  {
+    const FileDescriptor lock = file_.lock();
+    noted_ = lookAtNotes();
+  }
   const auto list = [](pa_context*, const pa_sink_input_info* info, int end, void* self) {
     auto* const others = static_cast<OtherStreams*>(self);
-    if (end != 0) return others->listed();
-    if (auto stream = otherStream(*info)) others->streams_.push_back(std::move(*stream));
+    if (end == 0) return others->streams_.push_back(otherStream(*info));
+    others->isListing_ = false;
+    if (end > 0) others->listed();  // otherwise the server has failed, and the list may lack streams
   };
   release(::pa_context_get_sink_input_info_list(connection_.context(), list, this));
 }
 
 void OtherStreams::listed() {
-  isListing_ = false;
   const bool playing = anyAudible(streams_);
   const bool isNews = std::exchange(arePlaying_, playing).value_or(playing) != playing;
-  apply(plan_.changes(shouldDuck(), streams_));
+  std::vector<policy::DuckPlan::Change> changes;
+  {
+    const FileDescriptor lock = file_.lock();
+    const policy::DuckPlan held = lookAtNotes();
+    noted_.add(held);
+    changes = plan_.changes(shouldDuck(), streams_, noted_, held);
+    file_.write(plan_.text(serverCookie_));  // before it is done: this process may die at any moment
+  }
+  apply(changes);
   if (isNews) changed_(playing);
 }
 
+/// Takes over what dead processes have noted, to restore it. Under the lock. @return what living ones have lowered
+policy::DuckPlan OtherStreams::lookAtNotes() {
+  policy::DuckPlan ofLiving;
+  for (const DuckFile::Note& note : file_.notesOfOthers()) {
+    (note.isOfLiving ? ofLiving : plan_).add(policy::DuckPlan::fromText(note.text, serverCookie_));
+  }
+  file_.write(plan_.text(serverCookie_));
+  file_.removeOfDead();
+  return ofLiving;
+}
+
 void OtherStreams::apply(const std::vector<policy::DuckPlan::Change>& changes) {
-  const bool lowers = std::any_of(changes.begin(), changes.end(), [](const auto& change) { return change.isLowering; });
-  if (lowers) file_.write(plan_.text(serverCookie_));  // before it is done: this process may die at any moment
   for (const auto& change : changes) {
     pa_cvolume volume;
     ::pa_cvolume_init(&volume);
@@ -156,7 +173,11 @@ void OtherStreams::apply(const std::vector<policy::DuckPlan::Change>& changes) {
 }
 
 void OtherStreams::changesDone() {
-  file_.write(plan_.text(serverCookie_));
+  plan_.changesDone();
+  {
+    const FileDescriptor lock = file_.lock();
+    file_.write(plan_.text(serverCookie_));
+  }
   if (isStale_) synchronize();
 }
 
@@ -170,17 +191,18 @@ bool askWhetherOthersPlay() {
   pa_context* const context = ::pa_context_new(::pa_mainloop_get_api(mainloop), "ZRCore");
   const auto list = [](pa_context*, const pa_sink_input_info* info, int end, void* asked) {
     auto& answer = *static_cast<Question*>(asked);
-    if (end != 0)
-      answer.isAnswered = true;
-    else if (auto stream = otherStream(*info))
-      answer.streams.push_back(std::move(*stream));
+    if (end == 0) return answer.streams.push_back(otherStream(*info));
+    answer.isAnswered = true;
   };
   bool isAsked = false;
   const pa_usec_t deadline = ::pa_rtclock_now() + kMicrosecondsToWait;
   bool isGood = ::pa_context_connect(context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) >= 0;
-  while (isGood && !question.isAnswered && ::pa_rtclock_now() < deadline) {
-    isGood = ::pa_mainloop_prepare(mainloop, kMicrosecondsToWait) >= 0 && ::pa_mainloop_poll(mainloop) >= 0 &&
-             ::pa_mainloop_dispatch(mainloop) >= 0 && PA_CONTEXT_IS_GOOD(::pa_context_get_state(context));
+  while (isGood && !question.isAnswered) {
+    const pa_usec_t now = ::pa_rtclock_now();
+    if (now >= deadline) break;
+    isGood = ::pa_mainloop_prepare(mainloop, static_cast<int>(deadline - now)) >= 0 &&
+             ::pa_mainloop_poll(mainloop) >= 0 && ::pa_mainloop_dispatch(mainloop) >= 0 &&
+             PA_CONTEXT_IS_GOOD(::pa_context_get_state(context));
     if (isGood && !isAsked && ::pa_context_get_state(context) == PA_CONTEXT_READY) {
       isAsked = true;
       release(::pa_context_get_sink_input_info_list(context, list, &question));

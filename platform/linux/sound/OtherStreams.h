@@ -13,7 +13,8 @@
 /// The streams of other processes on the sound server: whether they can be heard, and their lowering while ours can.
 ///
 /// All is decided on lists of the server, of which at most one is under way, and which is asked for after all changes
-/// before it: so it never shows a volume that we have changed since.
+/// before it: so it never shows a volume that we have changed since. Other processes like this one write down what they
+/// lower, and decide one after the other.
 class OtherStreams final : private PulseListener {
  public:
   static constexpr double kLingerSeconds = 0.15;  ///< for which they stay lowered, should another prompt follow
@@ -40,6 +41,7 @@ class OtherStreams final : private PulseListener {
   void lookAtModules();
   void synchronize();
   void listed();
+  policy::DuckPlan lookAtNotes();
   void apply(const std::vector<policy::DuckPlan::Change>& changes);
   void changesDone();
   bool shouldDuck() const { return isWanted_ && (audible_ > 0 || linger_) && !serverDucks_; }
@@ -48,6 +50,7 @@ class OtherStreams final : private PulseListener {
   DuckFile file_;
   std::function<void(bool)> changed_;
   policy::DuckPlan plan_;
+  policy::DuckPlan noted_;  ///< by other processes that live, since the list was asked for
   std::uint32_t serverCookie_ = 0;
   std::vector<policy::OtherStream> streams_;  ///< of the list under way
   std::optional<bool> arePlaying_;            ///< by the last list
@@ -62,8 +65,11 @@ class OtherStreams final : private PulseListener {
   int changesUnderWay_ = 0;
 };
 
-/// What a server tells of a stream, but for those of this process.
-std::optional<policy::OtherStream> otherStream(const pa_sink_input_info& info);
+/// The property, of whatever value, by which processes like this one know each other's streams.
+inline constexpr const char* kPromptProperty = "zrcore.prompt";
+
+/// What a server tells of a stream. One of this process does not count as audible.
+policy::OtherStream otherStream(const pa_sink_input_info& info);
 
 /// Whether others can be heard, asked over a connection of its own in at most a quarter of a second; false without a
 /// server.

@@ -107,6 +107,7 @@ class PulseSound::Stream final : public SoundStream, private PulseListener {
     spec.channels = static_cast<std::uint8_t>(format_.channels);
     pa_proplist* const properties = ::pa_proplist_new();
     ::pa_proplist_sets(properties, PA_PROP_MEDIA_ROLE, "phone");
+    ::pa_proplist_sets(properties, kPromptProperty, "1");
     stream_ = ::pa_stream_new_with_proplist(sound_.connection_.context(), "Guidance", &spec, nullptr, properties);
     ::pa_proplist_free(properties);
     if (stream_ == nullptr) return failLater();

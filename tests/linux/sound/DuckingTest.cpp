@@ -120,6 +120,35 @@ TEST_F(Ducking, MusicThatStartsDuringAPromptIsLoweredUntilItsEndAndHinted) {
   EXPECT_EQ(hints.back(), 0);
 }
 
+TEST_F(Ducking, TwoHostsThatSpeakAtOnceLowerMusicOnceAndTheLastRestoresIt) {
+  startServer();
+  const auto player = server.music();
+  ASSERT_TRUE(toneBecomes(kToneAmplitude));
+  install();
+  const std::string longer = std::string(kPrompt) + ". " + kPrompt;
+  for (const bool isOursTheLast : {false, true}) {
+    say(isOursTheLast ? longer : kPrompt, kSilent);
+    ASSERT_TRUE(toneBecomes(kLowered));
+    ChildProcess other({ZRCORE_TOOL, "say", isOursTheLast ? "Turn left" : longer, "--volume", "0"});
+    EXPECT_NEAR(medianToneWhileSpeaking(), kLowered, 0.1 * kLowered);
+    ASSERT_TRUE(eventually([] { return ZRLinuxSoundIsSettled(ZRPlatformInUse()); }));
+    if (!isOursTheLast) {
+      monitor->forget();
+      ASSERT_TRUE(eventually([&] { return monitor->samples.size() > 4 * Monitor::kBlock; }));
+      EXPECT_NEAR(monitor->tone(), kLowered, 0.1 * kLowered) << "the other one still speaks";
+    }
+    EXPECT_EQ(other.exitCode(std::chrono::seconds(20)), 0);
+    EXPECT_TRUE(toneBecomes(kToneAmplitude));
+    EXPECT_TRUE(std::filesystem::is_empty(server.folder() / "zrcore"));
+  }
+  const ChildProcess killed({ZRCORE_TOOL, "say", longer, "--volume", "0"});
+  ASSERT_TRUE(toneBecomes(kLowered));
+  say(kPrompt, kSilent);
+  ::kill(killed.pid(), SIGKILL);
+  EXPECT_NEAR(medianToneWhileSpeaking(), kLowered, 0.1 * kLowered);
+  EXPECT_TRUE(toneBecomes(kToneAmplitude));
+}
+
 TEST_F(Ducking, AMoviesSessionLowersNothing) {
   startServer();
   const auto player = server.music();

@@ -36,6 +36,9 @@ TEST_F(Prompts, ASecondPromptStartsWhenTheFirstHasBeenHeard) {
   startServer();
   install();
   listen();
+  int hints = 0;
+  ZRPlatformInUse().notificationCenter->addObserver(audio, AVAudioSessionSilenceSecondaryAudioHintNotification,
+                                                    [&](const NSNotification&) { ++hints; });
   monitor->forget();
   speak("Turn left");
   speak("Turn right");
@@ -54,6 +57,7 @@ TEST_F(Prompts, ASecondPromptStartsWhenTheFirstHasBeenHeard) {
   speak("Arrived");
   ASSERT_TRUE(ended(3));
   EXPECT_EQ(monitor->stretches(0.2).size(), 3U) << "a stream that has rested sounds again";
+  EXPECT_EQ(hints, 0) << "the engine is no other application";
 }
 
 TEST_F(Prompts, AnInterruptionSilencesTheFirstBeforeTheSecondIsHeard) {
@@ -166,8 +170,8 @@ TEST_F(Prompts, ClipsOfAllFormatsAreHeardAndJunkIsRefused) {
   startServer();
   install();
   ZRAudioPlayers& players = *ZRPlatformInUse().audioPlayers;
-  const int formats[] = {SF_FORMAT_WAV | SF_FORMAT_PCM_16, SF_FORMAT_FLAC | SF_FORMAT_PCM_16,
-                         SF_FORMAT_OGG | SF_FORMAT_VORBIS};
+  const int formats[] = {SF_FORMAT_WAV | SF_FORMAT_PCM_16, SF_FORMAT_WAV | SF_FORMAT_FLOAT,
+                         SF_FORMAT_FLAC | SF_FORMAT_PCM_16, SF_FORMAT_OGG | SF_FORMAT_VORBIS};
   for (const int format : formats) {
     SCOPED_TRACE(format);
     const std::string bytes = clip(server.folder() / "clip", format);

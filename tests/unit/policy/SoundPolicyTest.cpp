@@ -4,8 +4,10 @@
 #include <policy/UtteranceQueue.h>
 #include <policy/WavStreamReader.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 using policy::ChannelVolumes;
 using policy::DuckPlan;
@@ -55,15 +57,21 @@ std::string riff(const std::string& chunks) { return "RIFF" + littleEndian(0x7ff
 
 TEST(WavStreamReader, ReadsWhatAnEngineStreamsHoweverItIsSplit) {
   const std::string samples("\x01\x00\xff\x7f\x00\x80", 6);
-  const std::string wav = riff(chunk("LIST", std::string("odd\0", 4), 3) + format(1, 1, 22050, 16) +
-                               chunk("data", samples, 0x7ffff000));  // a length that nobody has seen
-  for (std::size_t piece = 1; piece <= wav.size(); ++piece) {
-    WavStreamReader reader;
-    std::vector<std::int16_t> read;
-    for (std::size_t at = 0; at < wav.size(); at += piece) ASSERT_TRUE(reader.feed(wav.substr(at, piece), read));
-    EXPECT_THAT(read, ElementsAre(1, 32767, -32768)) << "in pieces of " << piece;
-    EXPECT_EQ(reader.format(), (policy::SampleFormat{22050, 1}));
-    EXPECT_TRUE(reader.hasReachedSamples());
+  for (const unsigned channels : {1U, 2U}) {
+    const std::string wav = riff(chunk("LIST", std::string("odd\0", 4), 3) + format(1, channels, 22050, 16) +
+                                 chunk("data", samples, 0x7ffff000));  // a length that nobody has seen
+    for (std::size_t piece = 1; piece <= wav.size(); ++piece) {
+      WavStreamReader reader;
+      std::vector<std::int16_t> read;
+      for (std::size_t at = 0; at < wav.size(); at += piece) {
+        ASSERT_TRUE(reader.feed(wav.substr(at, piece), read));
+        ASSERT_EQ(read.size() % channels, 0U) << "half a moment, in pieces of " << piece;
+      }
+      const std::vector<std::int16_t> mono{1, 32767, -32768}, stereo{1, 32767};
+      EXPECT_EQ(read, channels == 1 ? mono : stereo) << "in pieces of " << piece;
+      EXPECT_EQ(reader.format(), (policy::SampleFormat{22050, channels}));
+      EXPECT_TRUE(reader.hasReachedSamples());
+    }
   }
 }
 
@@ -131,15 +139,19 @@ TEST(UtteranceQueue, OneIsSpokenTheOthersWaitAndEachEndsOnce) {
   EXPECT_EQ(shown(queue.add("five")), "start five");
 }
 
-/// "7 down, 8 up" and the like; applies the changes to the streams, as the server would.
-std::string changed(DuckPlan& plan, bool isDucking, std::vector<OtherStream>& streams) {
+/// "7 down, 8 up" and the like; applies the changes to the streams, as the server would. All other processes live.
+std::string changed(DuckPlan& plan, bool isDucking, std::vector<OtherStream>& streams, const DuckPlan& others = {}) {
   std::string text;
-  for (const auto& change : plan.changes(isDucking, streams)) {
-    text += std::to_string(change.index) + (change.isLowering ? " down, " : " up, ");
+  for (const auto& change : plan.changes(isDucking, streams, others, others)) {
     for (auto& stream : streams) {
-      if (stream.index == change.index) stream.volumes = change.volumes;
+      if (stream.index != change.index) continue;
+      const auto before = std::exchange(stream.volumes, change.volumes);
+      text += std::to_string(change.index) + (change.volumes < before   ? " down, "
+                                              : change.volumes > before ? " up, "
+                                                                        : " kept, ");
     }
   }
+  plan.changesDone();
   return text;
 }
 
@@ -195,6 +207,45 @@ TEST(DuckPlan, AStreamThatEndsLoweredIsRestoredInItsSuccessor) {
   EXPECT_EQ(changed(plan, true, next), "") << "low enough";
   EXPECT_THAT(changed(plan, false, next), testing::EndsWith("23 up, "));
   EXPECT_EQ(next.back().volumes, ChannelVolumes{65536});
+
+  for (std::uint32_t index = 30; index < 40; ++index) {
+    next = {stream(index, lowered, "by-name:player")};
+    changed(plan, true, next);
+  }
+  changed(plan, true, none);
+  const std::string noted = plan.text(1);
+  EXPECT_EQ(std::count(noted.begin(), noted.end(), '\n'), 1) << "one volume a key, however many streams have ended";
+}
+
+TEST(DuckPlan, OfSeveralProcessesTheLastRestoresWhatWasLoweredOnce) {
+  DuckPlan first, second;
+  std::vector<OtherStream> streams{stream(7, {65536}, "by-role:call"), stream(8, {65536})};
+  changed(first, true, streams);
+  EXPECT_EQ(changed(second, true, streams, first), "7 kept, 8 kept, ");
+  EXPECT_EQ(changed(first, false, streams, second), "") << "the second still speaks";
+  EXPECT_TRUE(first.isEmpty());
+  changed(first, true, streams, second);
+  first.changes(false, streams, {}, {});
+  EXPECT_NE(first.text(1), "") << "until the server has answered, others are told";
+  streams[0].volumes = {40000};  // by hand
+  changed(first, true, streams, second);
+  EXPECT_EQ(changed(first, false, streams, second), "");
+  EXPECT_EQ(changed(second, false, streams), "8 up, ");
+  EXPECT_EQ(streams[0].volumes, ChannelVolumes{40000});
+  EXPECT_EQ(streams[1].volumes, ChannelVolumes{65536});
+}
+
+TEST(DuckPlan, APromptIsNotLoweredNorKeptLowByTheServersMemory) {
+  DuckPlan plan;
+  std::vector<OtherStream> streams{stream(7, {65536}, "by-role:phone"), stream(8, {65536}, "by-role:phone")};
+  streams[1].mayBeLowered = false;
+  EXPECT_EQ(changed(plan, true, streams), "7 down, ");
+  streams[1] = {.index = 9, .key = "by-role:phone", .volumes = streams[0].volumes, .mayBeLowered = false};
+  EXPECT_EQ(changed(plan, true, streams), "9 up, ") << "it began low, as the call was";
+  streams.erase(streams.begin());
+  streams[0].volumes = policy::loweredVolumes({65536});
+  EXPECT_EQ(changed(plan, true, streams), "9 up, ");
+  EXPECT_TRUE(plan.isEmpty());
 }
 
 TEST(DuckPlan, TheNextProcessRestoresWhatADeadOneLeft) {
