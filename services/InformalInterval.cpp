@@ -28,6 +28,18 @@ std::optional<InformalInterval> informalInterval(double seconds) noexcept {
   return InformalInterval{"just now", std::nullopt};
 }
 
+namespace {
+
+/// How long the directive for a whole number is that `text` begins with, behind its "%"; 0 when it begins with none.
+std::size_t numberDirective(std::string_view text) {
+  for (const std::string_view directive : {"d", "i", "ld", "li", "@"}) {
+    if (text.starts_with(directive)) return directive.size();
+  }
+  return 0;
+}
+
+}  // namespace
+
 std::string fillInNumber(std::string_view format, int number) {
   std::string filled;
   while (!format.empty()) {
@@ -36,9 +48,9 @@ std::string fillInNumber(std::string_view format, int number) {
     format.remove_prefix(percent);
     std::string_view directive = format.substr(std::min<std::size_t>(1, format.size()));
     if (directive.starts_with("1$")) directive.remove_prefix(2);
-    if (directive.starts_with('d') || directive.starts_with('@')) {
+    if (const std::size_t length = numberDirective(directive); length > 0) {
       filled += std::to_string(number);
-      format = directive.substr(1);
+      format = directive.substr(length);
     } else if (!format.empty()) {
       filled += '%';
       format.remove_prefix(format.starts_with("%%") ? 2 : 1);

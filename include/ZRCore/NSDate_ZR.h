@@ -31,7 +31,7 @@ ZR_EXPORT std::optional<NSDate> dateFromIntervalSince1970FromStringDividedBy(
     const std::optional<std::string_view>& string, std::optional<double> divisor = std::nullopt);
 
 /// How long ago `date` was, by the platform's clock: "2 months ago" (of 30 days), "47 days ago", "30 hours ago", "1
-/// hour ago", "5 mins ago", "just now". The host's string table may translate the phrases; "%d" or "%@" in the
+/// hour ago", "5 mins ago", "just now". The host's string table may translate the phrases; "%d", "%i" or "%@" in the
 /// translation stands for the number, and "%%" for "%".
 /// @return absent when the date lies in the future, or is NaN.
 ZR_EXPORT std::optional<std::string> informalIntervalSinceDate(NSDate date);

@@ -145,6 +145,7 @@ TEST_F(InformalTest, ATranslationIsAFormatForTheNumberAndCanDoNoHarm) {
   const std::pair<const char*, const char*> rows[] = {{"vor %d Minuten", "vor 5 Minuten"},
                                                       {"%@ min", "5 min"},
                                                       {"%1$d%1$@", "55"},
+                                                      {"%i, %1$li, %l", "5, 5, %l"},
                                                       {"100%% %d", "100% 5"},
                                                       {"%%d", "%d"},
                                                       {"%s%n%9999999d", "%s%n%9999999d"},
