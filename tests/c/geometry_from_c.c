@@ -56,7 +56,8 @@ static void projectionAndScale(void) {
   const ZRMapPoint middle = ZRMapPointForCoordinate(CLLocationCoordinate2DMake(0.0, 0.0));
   EXPECT(here.latitude == 10.0 && here.longitude == 20.0 && CLLocationCoordinate2DIsValid(here));
   EXPECT(ZRDoublePointMake(1.0, 2.0).y == 2.0);
-  EXPECT(ZRBoundingBoxMake(1.0, 2.0, 3.0, 4.0).a == 1.0 && ZRBoundingBoxMake(1.0, 2.0, 3.0, 4.0).d == 4.0);
+  const ZRBoundingBox box = ZRBoundingBoxMake(1.0, 2.0, 3.0, 4.0);
+  EXPECT(box.a == 1.0 && box.b == 2.0 && box.c == 3.0 && box.d == 4.0);
   EXPECT(ZRCoordinateSpanIsZero(ZRCoordinateSpanMake(0.0, -0.0)));
   EXPECT(regionIs(ZRCoordinateRegionMake(here, ZRCoordinateSpanMake(1.0, 2.0)), 10.0, 20.0, 1.0, 2.0));
   EXPECT(near(mercatorTransform(0.0, 180.0).x, 20037508.342789244));

@@ -116,6 +116,8 @@ TEST_F(ProcessIdentityTest, TheClassOperationsTellOfTheDeviceAndTheApplication) 
   ZRTrackingIdentity::setUseAdvertiserID(false);
   EXPECT_EQ(ZRTrackingIdentity::uniqueDeviceID(), kVendor);
   EXPECT_THAT(ZRTrackingIdentity::adId(), Optional(kAd)) << "told whether or not it may be used";
+  ZRTrackingIdentity::setStaticVendorId(kOther);
+  EXPECT_THAT(ZRTrackingIdentity::vendorId(), Optional(kOther));
 }
 
 class ApplicationKeyTest : public WithFakePlatform {};
