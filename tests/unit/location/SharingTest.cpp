@@ -108,6 +108,9 @@ TEST_F(SharingTest, AWishMadeInTheBackgroundIsGrantedInTheForeground) {
   EXPECT_THAT(newCalls(), IsEmpty());
   toForeground();
   EXPECT_THAT(newCalls(), ElementsAre("startUpdatingLocation", "startUpdatingHeading"));
+  map->stopUpdatingHeading();
+  map->startUpdatingHeading();
+  EXPECT_THAT(newCalls(), ElementsAre("stopUpdatingHeading", "startUpdatingHeading")) << "the background is over";
 }
 
 TEST_F(SharingTest, WithPermissionForTheBackgroundUpdatesGoOnThere) {

@@ -75,7 +75,8 @@ TEST_F(Set, NothingEmptiesAnObjectPropertyAndRaisesForAScalar) {
 TEST_F(Set, AnUnknownKeyIsDroppedOnAMappableObjectAndRaisesOnAnother) {
   EXPECT_NO_THROW(filled({{"unheard of", 1}, {"", nullptr}}));
   PlainItem plain;
-  ZROHMSetMapping(PlainItem::staticClassInfo(), ZROHMTable{{"Label", "label"}});  // a table alone is not enough
+  ZROHMSetMapping(PlainItem::staticClassInfo(), ZROHMTable{{"Label", "label"}});  // tables alone are not enough
+  ZROHMSetAdapter(PlainItem::staticClassInfo(), ZROHMTable{{"label", bracketing(calls)}});
   try {
     plain.setValueForKey(1, "Label");
     ADD_FAILURE() << "must raise";
