@@ -175,6 +175,7 @@ TEST(NamedPlace, ShowsItsNameAboveTheWholeAddress) {
   const auto place = ZRNamedPlace::placeFromGeoAddressDict(kHouse);
   EXPECT_EQ(place->title(), "1 Main St");
   place->setName("");
+  EXPECT_EQ(place->title(), "1 Main St");
   EXPECT_EQ(place->subtitle(), "Springfield, IL 62704");
   EXPECT_FALSE(place->toDictionaryUsingTambrelParams(false).contains("name"));
   place->setName("Home");
