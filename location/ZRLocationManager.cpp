@@ -57,9 +57,9 @@ void becomeFirst(LocationStatics& shared, const std::shared_ptr<ZRLocationManage
   NSNotificationCenter& center = *ZRPlatformInUse().notificationCenter;
   ZRLocationManager* const manager = first.get();
   center.addObserver(first, UIApplicationWillEnterForegroundNotification,
-                     [manager](const std::string&) { manager->applicationWillEnterForeground(); });
+                     [manager](const NSNotification& post) { manager->applicationWillEnterForeground(post); });
   center.addObserver(first, UIApplicationDidEnterBackgroundNotification,
-                     [manager](const std::string&) { manager->applicationDidEnterBackground(); });
+                     [manager](const NSNotification& post) { manager->applicationDidEnterBackground(post); });
 }
 
 }  // namespace
@@ -213,14 +213,14 @@ void ZRLocationManager::setTripSimulator(const std::shared_ptr<CLLocationManager
 
 // These two do not take the shared manager's lock: the application's life is told on the thread that starts and stops.
 
-void ZRLocationManager::applicationWillEnterForeground() {
+void ZRLocationManager::applicationWillEnterForeground(const NSNotification&) {
   LocationStatics& shared = locationStatics();
   shared.__isInBackground = false;
   if (countInstancesGettingLocationUpdates() != 0 && !shared.__isUpdatingLocation) startLocations(shared);
   if (countInstancesGettingHeadingUpdates() != 0 && !shared.__isUpdatingHeading) startHeadings(shared);
 }
 
-void ZRLocationManager::applicationDidEnterBackground() {
+void ZRLocationManager::applicationDidEnterBackground(const NSNotification&) {
   LocationStatics& shared = locationStatics();
   shared.__isInBackground = true;
   if (countInstancesGettingLocationUpdatesInBackground() == 0 && shared.__isUpdatingLocation) stopLocations(shared);

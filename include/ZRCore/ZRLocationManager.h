@@ -14,6 +14,7 @@
 #include <vector>
 
 class ZRLocationManager;
+struct NSNotification;
 
 /// The name of a notification that clients may post to tell each other of a failed fix; the framework never posts it.
 ZR_EXPORT extern const char* const ZRLocationLocationFailedNotification;
@@ -170,8 +171,8 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   void locationManagerDidUpdateHeading(CLLocationManager& manager, const CLHeading& heading) override;
   void locationManagerDidFailWithError(CLLocationManager& manager, const NSError& error) override;
   void locationManagerDidChangeAuthorizationStatus(CLLocationManager& manager, CLAuthorizationStatus status) override;
-  void applicationWillEnterForeground();
-  void applicationDidEnterBackground();
+  void applicationWillEnterForeground(const NSNotification& notification);
+  void applicationDidEnterBackground(const NSNotification& notification);
 
  protected:
   ZRLocationManager();

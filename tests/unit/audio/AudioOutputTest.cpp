@@ -47,7 +47,7 @@ TEST_F(AudioOutput, APromptStartsTheSessionThenSpeaksWithVoiceRateAndVolumeThenI
   EXPECT_EQ(audio->utterance(), nullptr);
   EXPECT_THAT(fake.speech->made, IsEmpty()) << "asking makes no synthesizer";
   std::shared_ptr<const void> posted;
-  fake.notificationCenter->addObserver(audio, ZRNavRecordingUtteranceNotification, [&](const NSNotification& post) {
+  fake.notificationCenter->addObserver(audio, "ZRNavRecordingUtteranceNotification", [&](const NSNotification& post) {
     posted = post.object;
     EXPECT_EQ(fake.audioCalls->back(), "speak Turn left");
     EXPECT_EQ(audio->utterance(), post.object);

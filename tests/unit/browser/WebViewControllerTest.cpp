@@ -160,6 +160,7 @@ TEST_F(WebViewController, TakesTheTitleFromThePageThatFinishedAndTheArrowsFromIt
   page().title = "own";
   const auto other = std::make_shared<ZRFakeWebView>(CGRect{});
   other->title = "other";
+  controller->backButton()->setEnabled(false);
   controller->webViewDidFinishLoad(*other);
   EXPECT_EQ(controller->title(), "other");
   EXPECT_THAT(arrows(), ElementsAre(kBack, "off"));

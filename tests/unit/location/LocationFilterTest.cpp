@@ -119,9 +119,10 @@ TEST_F(LocationFilterTest, AJumpWithoutAnySpeedBeforeItKeepsItsOwnSpeed) {
 
 TEST_F(LocationFilterTest, ALockedCourseHoldsUntilTheDistanceIsReachedAndThenEndsForGood) {
   pass(0.0, 5.0, 1.0);
+  pass(5.0, 5.0, 1.0);  // not significant, but it is from here that the distance counts
   filter.lockSmoothCourse(123.0, 50.0);
-  EXPECT_EQ(pass(49.0, 5.0, 1.0)->smoothCourse(), 123.0);
-  EXPECT_EQ(pass(51.0, 5.0, 1.0)->smoothCourse(), 0.0);
+  EXPECT_EQ(pass(54.0, 5.0, 1.0)->smoothCourse(), 123.0);
+  EXPECT_EQ(pass(56.0, 5.0, 1.0)->smoothCourse(), 0.0);
   EXPECT_EQ(pass(10.0, 5.0, 1.0)->smoothCourse(), 0.0) << "coming back does not lock again";
 }
 

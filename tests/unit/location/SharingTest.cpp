@@ -75,6 +75,7 @@ TEST_F(SharingTest, WithoutADescriptionOneLineIsLoggedPerStartAndTheReceiverStar
   map->stopUpdatingLocation();
   map->startUpdatingLocation();
   EXPECT_THAT(newCalls(), ElementsAre("startUpdatingLocation", "stopUpdatingLocation", "startUpdatingLocation"));
+  ZRLocationManager::ios8Authorization(*map);  // a manager that can't ask: there is nothing to complain of
   const std::string line =
       "VELMARIS ERROR:you must have a NSLocationWhenInUseUsageDescription or NSLocationAlwaysUsageDescription to "
       "request "
@@ -107,18 +108,24 @@ TEST_F(SharingTest, AWishMadeInTheBackgroundIsGrantedInTheForeground) {
   EXPECT_THAT(newCalls(), IsEmpty());
   toForeground();
   EXPECT_THAT(newCalls(), ElementsAre("startUpdatingLocation", "startUpdatingHeading"));
+  map->stopUpdatingHeading();
+  map->startUpdatingHeading();
+  EXPECT_THAT(newCalls(), ElementsAre("stopUpdatingHeading", "startUpdatingHeading")) << "the background is over";
 }
 
 TEST_F(SharingTest, WithPermissionForTheBackgroundUpdatesGoOnThere) {
   CLLocationManager_ZR::setShouldUpdateInBackground(true);
   const auto map = manager();
   map->startUpdatingLocation();
+  map->startUpdatingHeading();
   newCalls();
   toBackground();
   EXPECT_THAT(newCalls(), IsEmpty());
   EXPECT_EQ(map->countInstancesGettingLocationUpdatesInBackground(), 1);
+  EXPECT_EQ(map->countInstancesGettingHeadingUpdatesInBackground(), 1);
   map->stopUpdatingLocation();
-  EXPECT_THAT(newCalls(), ElementsAre("stopUpdatingLocation"));
+  map->stopUpdatingHeading();
+  EXPECT_THAT(newCalls(), ElementsAre("stopUpdatingLocation", "stopUpdatingHeading"));
 }
 
 TEST_F(SharingTest, ReleasingTheLastTakerLeavesTheReceiverRunningUntilSomebodyAsks) {

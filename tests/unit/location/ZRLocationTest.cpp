@@ -115,6 +115,7 @@ TEST(ZRLocationTest, AnArchiveHoldsTheFixAndTheSmoothedValues) {
   record->encodeWithCoder(archive);
   EXPECT_FALSE(archive.containsValueForKey("lat"));
   EXPECT_FALSE(archive.containsValueForKey("lng"));
+  EXPECT_TRUE(archive.containsValueForKey("smoothSpeed") && archive.containsValueForKey("smoothCourse"));
 
   auto read = ZRLocation::initWithCoder(archive);
   EXPECT_EQ(read->coordinate().longitude, 13.4);

@@ -51,6 +51,7 @@ TEST(Place, FollowsTheAddressThatItSharesOrOwns) {
   EXPECT_EQ(place->title(), "2 Main St");
   place->setGeoAddress(nullptr);
   EXPECT_EQ(place->title(), "Home");
+  EXPECT_EQ(ZRPlace::placeFromGeoAddressDict(kHouse)->title(), "1 Main St");
 }
 
 TEST(Place, IsShownAtTheFirstCoordinateThatIsSet) {
@@ -174,6 +175,7 @@ TEST(NamedPlace, ShowsItsNameAboveTheWholeAddress) {
   const auto place = ZRNamedPlace::placeFromGeoAddressDict(kHouse);
   EXPECT_EQ(place->title(), "1 Main St");
   place->setName("");
+  EXPECT_EQ(place->title(), "1 Main St");
   EXPECT_EQ(place->subtitle(), "Springfield, IL 62704");
   EXPECT_FALSE(place->toDictionaryUsingTambrelParams(false).contains("name"));
   place->setName("Home");
@@ -197,6 +199,9 @@ TEST(PlaceArchive, HasTheStoredTextsTheAddressAndTheNameButNoMore) {
   const ZRArchive archive(ZRMakeJSONService(), {&ZRNamedPlace::staticClassInfo(), &ZRPlace::staticClassInfo(),
                                                 &ZRGeoAddress::staticClassInfo()});
   const auto document = std::get<std::string>(archive.archivedDataWithRootObject(place));
+  for (const char* const key : {R"("geoAddress":{)", R"("title":"stored")", R"("subtitle":null)", R"("name":"Home")"}) {
+    EXPECT_NE(document.find(key), std::string::npos) << key;
+  }
   const auto read = std::dynamic_pointer_cast<ZRNamedPlace>(
       std::get<std::shared_ptr<NSObject>>(archive.unarchivedObjectFromData(document)));
   ASSERT_NE(read, nullptr);

@@ -162,10 +162,11 @@ TEST_F(ConfigurationTest, AFailureFallsBackToThePackagedFile) {
   packaged(answerFor("1", "packaged"));
   fetch("offline");
   fail();
+  fetch("cached");
   store.setConfigurationService(0);
   fetch("no JSON");
   answer("<html>");
-  EXPECT_THAT(calls, ElementsAre("offline: packaged", "no JSON: packaged"));
+  EXPECT_THAT(calls, ElementsAre("offline: packaged", "cached: packaged", "no JSON: packaged"));
   EXPECT_THAT(fake.log->lines, IsEmpty());
 }
 

@@ -155,14 +155,17 @@ TEST_F(DataTasksTest, ABadBodyIsReportedWhetherOrNotSuccessIsAwaited) {
 TEST_F(DataTasksTest, AParserThatCannotBeMadeIsAnErrorWithASentence) {
   fake.xml->makesParsers = false;
   std::optional<NSError> told;
-  xmlParserDataTaskWithRequestSuccessFailure(request, nullptr, [&](const auto&, const auto& error) {
-    told = error;
-  })->resume();
+  const Failure tell = [&](const auto&, const auto& error) { told = error; };
+  xmlParserDataTaskWithRequestSuccessFailure(request, nullptr, tell)->resume();
   fake.httpSession->running.at(0)->answer(200, "<a/>");
   fake.mainQueue->run();
   EXPECT_EQ(told, errorWithErrorCodeDescription(1000, "Error parsing xml data"));
   EXPECT_THAT(told->domain, EndsWith(".nsurlsession"));
   EXPECT_EQ(told->localizedDescription(), "Error parsing xml data");
+  imageDataTaskWithRequestSuccessFailure(request, nullptr, tell)->resume();
+  fake.httpSession->running.at(0)->answer(200, "cut picture");
+  fake.mainQueue->run();
+  EXPECT_EQ(told, errorWithErrorCodeDescription(1001, "Error parsing image data"));
 }
 
 TEST_F(DataTasksTest, AJSONServiceThatReadsNothingFailsWithoutAnError) {

@@ -64,7 +64,7 @@ TEST_F(IdentityTest, WhileTheAdvertisingIdentifierServesTheVendorsIsNotTouched) 
 
 TEST_F(IdentityTest, ANewVendorIdentifierIsStoredAtOnceAndStays) {
   fake.userDefaults->values[kKey] = kOther;
-  fake.device->vendor = kVendor;
+  fake.device->vendor = "be000000-0000-4000-8000-00000000000b";
   EXPECT_THAT(vendorId(), Optional(kVendor));
   EXPECT_THAT(fake.userDefaults->stored, ElementsAre(Pair(kKey, kVendor)));
   fake.device->vendor = kOther;
@@ -116,6 +116,8 @@ TEST_F(ProcessIdentityTest, TheClassOperationsTellOfTheDeviceAndTheApplication) 
   ZRTrackingIdentity::setUseAdvertiserID(false);
   EXPECT_EQ(ZRTrackingIdentity::uniqueDeviceID(), kVendor);
   EXPECT_THAT(ZRTrackingIdentity::adId(), Optional(kAd)) << "told whether or not it may be used";
+  ZRTrackingIdentity::setStaticVendorId(kOther);
+  EXPECT_THAT(ZRTrackingIdentity::vendorId(), Optional(kOther));
 }
 
 class ApplicationKeyTest : public WithFakePlatform {};
