@@ -82,6 +82,7 @@ void ZRAudio::setSpeechSynth(std::shared_ptr<AVSpeechSynthesizer> synthesizer) {
 void ZRAudio::setAudioPlayer(std::shared_ptr<AVAudioPlayer> player) { audioPlayer_ = std::move(player); }
 
 std::shared_ptr<AVSpeechSynthesisVoice> ZRAudio::voice() {
+  const auto held = shared_from_this();  // the delegate may let go of this object
   if (!voice_) voice_ = voiceOrNull();
   if (!voice_) {
     ZRPlatformInUse().log->writeLine(kVoiceFailedLine);
@@ -95,6 +96,7 @@ void ZRAudio::setVoice(std::shared_ptr<AVSpeechSynthesisVoice> voice) { voice_ =
 void ZRAudio::setUtterance(std::shared_ptr<AVSpeechUtterance> utterance) { utterance_ = std::move(utterance); }
 
 void ZRAudio::speakTextInterruptVolume(const std::string& text, bool interrupt, float volume) {
+  const auto held = shared_from_this();  // as in `voice`
   otherAudioWasPlayingWhenSpeechStarted_ = isOtherAudioPlaying();
   const auto utterance = std::make_shared<AVSpeechUtterance>(text);
   if (const auto english = voice()) utterance->setVoice(english);
@@ -115,6 +117,7 @@ void ZRAudio::speakUtterance(const std::shared_ptr<AVSpeechUtterance>& utterance
 }
 
 void ZRAudio::playAudioData(std::string_view data) {
+  const auto held = shared_from_this();  // as in `stopAudioAndSpeechPlayback`
   otherAudioWasPlayingWhenSpeechStarted_ = isOtherAudioPlaying();
   stopAudioAndSpeechPlayback();
   auto made = ZRPlatformInUse().audioPlayers->playerWithData(data);
@@ -146,6 +149,7 @@ void ZRAudio::stopAudioPlayer() {
 }
 
 void ZRAudio::stopAudioAndSpeechPlayback() {
+  const auto held = shared_from_this();  // a cancellation that is told inside the stop may lead to its release
   stopSpeechPlayback();
   stopAudioPlayer();
 }

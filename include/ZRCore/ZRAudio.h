@@ -52,7 +52,8 @@ class ZR_EXPORT ZRAudioPlayerDidFinishPlaying : public virtual ZRAudioDelegate {
 /// deactivates it afterwards only if another application's audio had been playing when the output began: that audio then
 /// comes back at full volume, and otherwise the volume buttons stay bound to this application between prompts.
 ///
-/// Everything happens on the main thread; no locks are taken. The services are those of the platform in use.
+/// Everything happens on the main thread; no locks are taken. The services are those of the platform in use. The
+/// last owner may let go of the object from inside a callback or a notification.
 class ZR_EXPORT ZRAudio : public NSObject,
                           public AVSpeechSynthesizerDelegate,
                           public AVAudioPlayerDelegate,

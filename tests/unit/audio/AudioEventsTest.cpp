@@ -187,6 +187,12 @@ TEST_F(AudioEvents, ACancellationInsideTheStopIsSafe) {
   EXPECT_EQ(audio->utterance()->speechString(), "three");
   ASSERT_EQ(fake.speech->made.size(), 1U) << "the silent one is spoken, so three waits behind it";
   EXPECT_EQ(synthesizer().utterances.back()->speechString(), "three");
+
+  fake.notificationCenter->addObserver(fake.log, ZRNavRecordingUtteranceNotification,
+                                       [&](const std::string&) { audio.reset(); });
+  synthesizer().cancelsInsideStop = true;
+  audio->stopAudioAndSpeechPlayback();  // a sanitizer tells if the object does not outlive this
+  EXPECT_EQ(audio, nullptr);
 }
 
 class EveryAnswer : public ZRDidFailInitialization,

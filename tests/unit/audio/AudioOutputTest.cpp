@@ -130,8 +130,13 @@ TEST_F(AudioOutput, TheVolumeGoesToTheUtteranceAndTheClip) {
 
 TEST_F(AudioOutput, AVoiceThatCannotBeMadeIsToldEachTimeAndSpeechGoesOn) {
   struct Host : ZRDidFailInitialization {
-    void didFailInitialization() override { ++told; }
+    void didFailInitialization() override {
+      ++told;
+      const std::weak_ptr<ZRAudio> speaking = owner != nullptr ? std::exchange(*owner, nullptr) : nullptr;
+      EXPECT_EQ(speaking.expired(), owner == nullptr);
+    }
     int told = 0;
+    std::shared_ptr<ZRAudio>* owner = nullptr;
   };
   const auto host = std::make_shared<Host>();
   audio->setDelegate(host);
@@ -147,6 +152,12 @@ TEST_F(AudioOutput, AVoiceThatCannotBeMadeIsToldEachTimeAndSpeechGoesOn) {
   fake.speech->voices = ZRFakeSpeech::Voices::made;
   say("Turn left");
   EXPECT_NE(audio->utterance()->voice(), nullptr);
+
+  fake.speech->voices = ZRFakeSpeech::Voices::absent;
+  audio->setVoice(nullptr);
+  host->owner = &audio;
+  say("Turn right");
+  EXPECT_EQ(calls().back(), "speak Turn right") << "though nobody else holds the object";
 }
 
 TEST_F(AudioOutput, TheSessionsOperationsAskForWhatTheyAreFor) {
