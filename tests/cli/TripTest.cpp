@@ -266,6 +266,9 @@ TEST_F(Trip, AReaderThatGoesAwayEndsItQuietly) {
 }
 
 TEST_F(Trip, AnInterruptionKeepsWhatWasReplayed) {
+#ifdef __SANITIZE_THREAD__
+  GTEST_SKIP() << "the sanitizer's runtime (g++ 12) can lose a signal that comes while the program first waits";
+#endif
   for (const int signal : {SIGINT, SIGTERM}) {
     const std::string out = std::to_string(signal);
     ToolPipe reader;
