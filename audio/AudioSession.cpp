@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // ZRAudio's handling of the audio session, and the events that lead to it.
 #include <ZRCore/ZRAudio.h>
 #include <ZRCore/ZRPlatform.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_AUDIO_SYSTEMVERSION_H
 #define ZRCORE_AUDIO_SYSTEMVERSION_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a request costs: small ones, one after the other on a kept connection, against libcurl alone, in one run; then
 // what the process holds after many. http_bench [REQUESTS]
 #include <ZRCore/NSURLSession_ZR.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What it costs a process to load libZRCore: the time of dlopen, and the memory that is the process's own afterwards.
 // load_cost LIBRARY
 #include <dlfcn.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The location filter and the fan-out to many clients, through the shared library as a host sees it.
 #include <ZRCore/ZRCore.h>
 #include <benchmark/benchmark.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The mapping engine on ready values against the code that a programmer would write for one type by hand, and what the
 // steps under it cost.
 #include <ZRCore/ZRJSON.h>

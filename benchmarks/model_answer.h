@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // An invented answer of a geocoding service, as large as such answers are.
 #ifndef ZRCORE_BENCHMARKS_MODEL_ANSWER_H
 #define ZRCORE_BENCHMARKS_MODEL_ANSWER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From the bytes of a service's answer to addresses, against the two libraries that a programmer would take with a
 // plain struct; the mapping engine alone against code written by hand for the one type; and the display texts.
 #include <ZRCore/ZRGeoAddress.h>

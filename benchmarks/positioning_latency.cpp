@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How long a fix takes from the daemon's socket to a client's delegate, through the real location manager; how much
 // memory a long stream costs; how often the loop wakes up once everything is stopped.
 // positioning_latency [FIXES [IDLE_SECONDS]]

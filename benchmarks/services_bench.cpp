@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Escaping, addresses and dates, beside what curl, GLib and the C library offer for the same; through the shared
 // library as a host calls it.
 #include <ZRCore/ZRCore.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_BROWSER_HOSTTEXT_H
 #define ZRCORE_BROWSER_HOSTTEXT_H
 

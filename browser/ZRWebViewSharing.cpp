@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Passing an address on: the share menu and mail.
 #include <ZRCore/UIAlertController.h>
 #include <ZRCore/ZRPlatform.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # libZRCore: all rooms of ring 1 and the seam in one shared library, its installation and its package files.
 
 include(CMakePackageConfigHelpers)

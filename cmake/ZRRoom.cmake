@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # zr_room(NAME [PUBLIC_HEADERS header...] [ROOM_HEADERS header...] SOURCES source... [MAY_INCLUDE room...])
 #
 # Declares a room: the object library zr_NAME in the current folder. PUBLIC_HEADERS are the headers in include/ZRCore

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reads any bytes as services' answers in every dialect, and checks what holds for every address.
 #include <ZRCore/ZRGeoAddressDialects.h>
 #include <ZRCore/ZRJSON.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes as an archive: what is read once is written and read the same for ever after.
 #include <ZRCore/ZRArchive.h>
 #include <ZRCore/ZRJSON.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes, cut at the first line feed, as the configuration service's answer and as the packaged file.
 #include <ZRCore/ZRPlatformFake.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes as a date, as a number of seconds, and as the translation of a phrase with a number.
 #include <ZRCore/NSDate_ZR.h>
 #include <time.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes as a query's value and key, and as base, path and parameters of an address.
 #include <ZRCore/NSString_ZR.h>
 #include <ZRCore/NSURL_ZR.h>

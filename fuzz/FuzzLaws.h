@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_FUZZ_FUZZLAWS_H
 #define ZRCORE_FUZZ_FUZZLAWS_H
 

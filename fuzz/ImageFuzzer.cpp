@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes as a picture: what decodes is as large as it says and as is allowed, and is decoded the same again.
 #include <cstdint>
 #include <string_view>

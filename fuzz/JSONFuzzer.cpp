@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes as a JSON document: what is read once reads the same for ever after, and fills any object without harm.
 #include <ZRCore/ZRJSON.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // One program per format: reads any bytes as a recording, and checks what holds for all of them.
 #include <readers/FixReader.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes as a sequence of registry calls: the tables are those that a plain retelling of the rules arrives at.
 #include <cstdint>
 

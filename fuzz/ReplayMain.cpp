@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Stands in for libFuzzer where the compiler has none: runs a fuzz target once on each file of the given folders.
 #include <cstdint>
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_GEOMETRY_GREATCIRCLE_H
 #define ZRCORE_GEOMETRY_GREATCIRCLE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGeometry.h>
 
 CLLocationCoordinate2D CLLocationCoordinate2DMake(double latitude, double longitude) noexcept {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRCoreLoad.h>
 #include <ZRCore/ZRLocation.h>
 #include <ZRCore/ZRPlace.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_LOCATION_INSTANCELIST_H
 #define ZRCORE_LOCATION_INSTANCELIST_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From a batch of platform fixes to the clients' delegates.
 #include <ZRCore/ZRLocationManager.h>
 

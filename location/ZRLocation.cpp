@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/NSCoder.h>
 #include <ZRCore/ZRLocation.h>
 #include <ZRCore/ZROHMClassInfo.h>

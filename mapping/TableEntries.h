@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_MAPPING_TABLEENTRIES_H
 #define ZRCORE_MAPPING_TABLEENTRIES_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The way out: from objects to dictionaries.
 #include <ZRCore/ZROHMRegistry.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The way in: from dictionaries to objects.
 #include <ZRCore/ZROHMRegistry.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What values say of their content: as numbers, as texts, and compared. Nothing here depends on how they keep it.
 #include <ZRCore/ZROHMValue.h>
 #include <ZRCore/ZROHMWalk.h>

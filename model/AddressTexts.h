@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_MODEL_ADDRESSTEXTS_H
 #define ZRCORE_MODEL_ADDRESSTEXTS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_MODEL_DIALECTFIELDS_H
 #define ZRCORE_MODEL_DIALECTFIELDS_H
 

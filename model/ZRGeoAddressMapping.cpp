@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How services' dictionaries become addresses.
 #include <ZRCore/ZRGeoAddress.h>
 #include <ZRCore/ZROHMClassInfo.h>

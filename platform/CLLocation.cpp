@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/CLLocation.h>
 #include <ZRCore/NSCoder.h>
 #include <ZRCore/ZRGeometryAdditions.h>

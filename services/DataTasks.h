@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_SERVICES_DATATASKS_H
 #define ZRCORE_SERVICES_DATATASKS_H
 

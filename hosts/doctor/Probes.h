@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The probes. Each takes what it looks at, so that tests can show it something else than this machine.
 #ifndef ZRCORE_HOSTS_DOCTOR_PROBES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Writes the project's own sample recording to standard output: zrcore-make-sample > samples/drive.csv
 #include <cstdio>
 #include <string>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The files and pictures of a trip, and the maker of the project's own sample recording.
 
 find_package(nlohmann_json REQUIRED)

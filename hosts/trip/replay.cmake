@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # The replay of a recorded trip through the location service.
 
 add_library(

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "Messages.h"
 
 void Messages::remark(std::string_view file, const readers::Remark& remark) {

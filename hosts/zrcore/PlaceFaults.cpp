@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "PlaceFaults.h"
 
 bool tellFaults(Messages& messages, const std::string& name, const place::Document& document) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_HOSTS_ZRCORE_WATCHRUN_H
 #define ZRCORE_HOSTS_ZRCORE_WATCHRUN_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The playing of audio clips.
 #ifndef ZRCORE_AVAUDIOPLAYER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The application's claim on the device's sound, beside other applications.
 #ifndef ZRCORE_AVAUDIOSESSION_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Speech from text.
 #ifndef ZRCORE_AVSPEECHSYNTHESIS_H

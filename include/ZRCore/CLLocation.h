@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A position fix and a compass heading, as the platform's receivers report them.
 #ifndef ZRCORE_CLLOCATION_H

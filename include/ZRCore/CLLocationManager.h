@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The platform's location manager: what the shared location service asks of a receiver, and what it hears from it.
 #ifndef ZRCORE_CLLOCATIONMANAGER_H

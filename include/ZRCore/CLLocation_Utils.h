@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Operations on platform locations.
 #ifndef ZRCORE_CLLOCATION_UTILS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Writing mail.
 #ifndef ZRCORE_MFMAILCOMPOSEVIEWCONTROLLER_H

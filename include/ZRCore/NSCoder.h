@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Keyed archives: what an object writes of itself, and reads back.
 #ifndef ZRCORE_NSCODER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A point in time.
 #ifndef ZRCORE_NSDATE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Dates from and to texts. Any thread. The texts to read are taken by reference because copying an optional view costs
 /// as much as reading a date.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A failure of a service, as a value.
 #ifndef ZRCORE_NSERROR_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Named events within a process.
 #ifndef ZRCORE_NSNOTIFICATIONCENTER_H

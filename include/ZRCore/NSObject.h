@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The root of the objects that the framework hands out and that archives, collections and mappings treat alike.
 #ifndef ZRCORE_NSOBJECT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Texts: blanks, ordinals, percent-escaping for queries. Texts are UTF-8; every operation is for any thread.
 #ifndef ZRCORE_NSSTRING_ZR_H

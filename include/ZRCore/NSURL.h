@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// An address on the web.
 #ifndef ZRCORE_NSURL_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// HTTP requests: the request, the response, the task that runs one, and the session that makes tasks.
 #ifndef ZRCORE_NSURLSESSION_H

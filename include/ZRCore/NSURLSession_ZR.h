@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Data tasks whose outcome goes to one of two callbacks, parsed, on the main queue.
 #ifndef ZRCORE_NSURLSESSION_ZR_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Addresses from a base, a path and parameters. Any thread.
 #ifndef ZRCORE_NSURL_ZR_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Reading XML, event by event.
 #ifndef ZRCORE_NSXMLPARSER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Dialogues: a sentence, and what can be done about it.
 #ifndef ZRCORE_UIALERTCONTROLLER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What an application asks of the system around it: to open an address, and to keep a text for pasting.
 #ifndef ZRCORE_UIAPPLICATION_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Pictures and their decoding.
 #ifndef ZRCORE_UIIMAGE_H

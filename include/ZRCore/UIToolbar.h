@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Toolbars and what stands in them.
 #ifndef ZRCORE_UITOOLBAR_H

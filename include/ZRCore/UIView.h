@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Views: rectangles of a screen, inside one another. A view keeps what it is told; a screen's own views derive from
 /// these classes and show it.

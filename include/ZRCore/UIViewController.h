@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// View controllers: what stands behind a page of a screen, and the stack of pages in which it is shown.
 #ifndef ZRCORE_UIVIEWCONTROLLER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The view that shows a page of the web.
 #ifndef ZRCORE_UIWEBVIEW_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The web services' key of the host application.
 #ifndef ZRCORE_ZRAPPLICATIONKEY_H

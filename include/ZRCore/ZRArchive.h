@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Archives as documents: an object with everything in it as text, and back.
 #ifndef ZRCORE_ZRARCHIVE_H

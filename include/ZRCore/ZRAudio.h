@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Spoken guidance: prompts, clips, and the audio session around them.
 #ifndef ZRCORE_ZRAUDIO_H

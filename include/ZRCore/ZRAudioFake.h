@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Test doubles of the services for sound. Link ZRCore::Fake. One thread.
 #ifndef ZRCORE_ZRAUDIOFAKE_H

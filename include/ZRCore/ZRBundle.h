@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The host application's bundle, and what is packaged with the framework.
 #ifndef ZRCORE_ZRBUNDLE_H

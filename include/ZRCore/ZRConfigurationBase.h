@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The remote configuration: the base addresses of the kit's web services.
 #ifndef ZRCORE_ZRCONFIGURATIONBASE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// All of ZRCore.
 #ifndef ZRCORE_ZRCORE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The load hook.
 #ifndef ZRCORE_ZRCORELOAD_H

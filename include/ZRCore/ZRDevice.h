@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The device and its system.
 #ifndef ZRCORE_ZRDEVICE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The macros that every public header uses. Readable as C11 and C++20.
 #ifndef ZRCORE_ZREXPORT_H

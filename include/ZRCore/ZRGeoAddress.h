@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Geocoded addresses: parsed from what geocoding services answer, and written for people and for services.
 #ifndef ZRCORE_ZRGEOADDRESS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Addresses from what public geocoding services answer. An addition: `ZRGeoAddress` itself reads the documented keys
 /// and no others.

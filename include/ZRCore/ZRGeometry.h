@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The geometric vocabulary of the kit: coordinates, the flat Mercator plane of map points, rectangles in it.
 /// Readable as C11 and C++20.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The part of the geometry that needs C++: an overload and the helpers on coordinates.
 #ifndef ZRCORE_ZRGEOMETRY_HPP

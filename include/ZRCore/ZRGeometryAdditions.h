@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Additions to the geometry: right where the documented functions are fixed as they are. Readable as C11 and C++20.
 /// Pure leaf computations, any thread.

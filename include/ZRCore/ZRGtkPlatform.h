@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A screen on GTK 4, with the clipboard, mail and other programs beside it: link ZRCore::Gtk.
 ///

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The JSON service for hosts. Link ZRCore::JSON.
 #ifndef ZRCORE_ZRJSON_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// JSON documents, to values and back.
 #ifndef ZRCORE_ZRJSONSERVICE_H

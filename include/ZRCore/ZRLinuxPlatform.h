@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The services of a Linux system: link ZRCore::Linux beside ZRCore::ZRCore and install what `makeLinuxPlatform` makes.
 ///

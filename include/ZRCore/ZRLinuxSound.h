@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// How a Linux system's sound is made and where it goes; for ZRLinuxOptions.
 #ifndef ZRCORE_ZRLINUXSOUND_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The framework's position fix.
 #ifndef ZRCORE_ZRLOCATION_H

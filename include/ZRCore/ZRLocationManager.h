@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The shared location service: any number of clients, one receiver.
 #ifndef ZRCORE_ZRLOCATIONMANAGER_H

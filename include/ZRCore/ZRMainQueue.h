@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The queue of the main thread.
 #ifndef ZRCORE_ZRMAINQUEUE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Descriptors of object types: names, properties by name, and how to make an instance.
 #ifndef ZRCORE_ZROHMCLASSINFO_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Texts to values, in the order in which the texts came: the shape of JSON objects and of mapping tables alike.
 #ifndef ZRCORE_ZROHMORDEREDMAP_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// How values enter and leave typed properties. Included by ZROHMClassInfo.h.
 #ifndef ZRCORE_ZROHMPROPERTIES_H

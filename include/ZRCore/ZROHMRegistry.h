@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The mapping tables of each type, and the operations of the mapping engine.
 #ifndef ZRCORE_ZROHMREGISTRY_H

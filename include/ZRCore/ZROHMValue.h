@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The value that moves between service documents and model objects.
 #ifndef ZRCORE_ZROHMVALUE_H

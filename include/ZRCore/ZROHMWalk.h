@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A walk through everything in a value.
 #ifndef ZRCORE_ZROHMWALK_H

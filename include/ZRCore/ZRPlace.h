@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Places: what a map shows and navigation goes to, around an address.
 #ifndef ZRCORE_ZRPLACE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The seam: the small services through which the framework reaches the system it runs on. A host fills a ZRPlatform
 /// and installs it once, before its first other call; a service that it leaves out answers "absent".

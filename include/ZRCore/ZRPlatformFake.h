@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Test doubles of the platform's services, shipped so that hosts can test against the framework as the framework tests
 /// itself. Link ZRCore::Fake. One thread.

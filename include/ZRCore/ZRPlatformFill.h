@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// For libraries that fill a host's ZRPlatform and read its options: structures that begin with their size, because the
 /// host may have been built before some of their members were added.

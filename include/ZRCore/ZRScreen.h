@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The maker of everything that is seen.
 #ifndef ZRCORE_ZRSCREEN_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Test doubles of the screen and of what an application asks of the system around it. Link ZRCore::Fake. One thread.
 #ifndef ZRCORE_ZRSCREENFAKE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Test doubles of the services for requests, documents, settings and the device. Link ZRCore::Fake. One thread.
 #ifndef ZRCORE_ZRSERVICESFAKE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The identity that is sent with requests: of the device and of the host application.
 #ifndef ZRCORE_ZRTRACKINGIDENTITY_H

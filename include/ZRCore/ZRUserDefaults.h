@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The host application's settings.
 #ifndef ZRCORE_ZRUSERDEFAULTS_H

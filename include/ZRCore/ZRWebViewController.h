@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The in-app browser: one page of the web, a toolbar, and ways to pass its address on.
 #ifndef ZRCORE_ZRWEBVIEWCONTROLLER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGtkPlatform.h>
 #include <ZRCore/ZRPlatformFill.h>
 #include <adwaita.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_PLATFORM_GTK_GTKSCREEN_H
 #define ZRCORE_PLATFORM_GTK_GTKSCREEN_H
 

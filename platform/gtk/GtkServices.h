@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_PLATFORM_GTK_GTKSERVICES_H
 #define ZRCORE_PLATFORM_GTK_GTKSERVICES_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// When an application is in the background.
 #ifndef ZRCORE_PLATFORM_POLICY_APPLICATIONLIFE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// How long to wait before trying again.
 #ifndef ZRCORE_PLATFORM_POLICY_BACKOFF_H

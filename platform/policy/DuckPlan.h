@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_POLICY_DUCKPLAN_H
 #define ZRCORE_POLICY_DUCKPLAN_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What can be wrong with a source of positions, and when clients are told.
 #ifndef ZRCORE_PLATFORM_POLICY_FAULTLATCH_H

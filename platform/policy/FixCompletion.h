@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// From what a source tells to what the framework expects of a position fix.
 #ifndef ZRCORE_PLATFORM_POLICY_FIXCOMPLETION_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// From GeoClue's values to a fix.
 #ifndef ZRCORE_PLATFORM_POLICY_GEOCLUEFIX_H

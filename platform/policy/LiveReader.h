@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A reader for streams that are read as they come.
 #ifndef ZRCORE_PLATFORM_POLICY_LIVEREADER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Where positions come from, as people write it.
 #ifndef ZRCORE_PLATFORM_POLICY_POSITIONINGSOURCE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// When the fixes of a recording are due.
 #ifndef ZRCORE_PLATFORM_POLICY_REPLAYPACE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Filling a SourceFix from what an input says, with one rule per quantity for all formats.
 #ifndef ZRCORE_PLATFORM_READERS_FIXFIELDS_H

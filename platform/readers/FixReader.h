@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Readers of recorded and live position streams: bytes in, fixes out.
 #ifndef ZRCORE_PLATFORM_READERS_FIXREADER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The sentence of NMEA 0183 and its field types.
 #ifndef ZRCORE_PLATFORM_READERS_NMEASENTENCE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Reading single values out of text, whatever the locale.
 #ifndef ZRCORE_PLATFORM_READERS_TEXT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Times in text and calendar fields, as seconds since 1970-01-01 00:00 UTC without leap seconds.
 #ifndef ZRCORE_PLATFORM_READERS_TIMETEXT_H

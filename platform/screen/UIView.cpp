@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/UIToolbar.h>
 #include <ZRCore/UIView.h>
 #include <ZRCore/UIWebView.h>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Compares what libZRCore exports with the reviewed list. exports.sh LIBRARY [--update]
 set -euo pipefail
 list="$(dirname "$0")/zrcore.symbols"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The records of the C surface keep their layout: programs in other languages hard-code it.
 
 #include <ZRCore/ZRGeometry.h>

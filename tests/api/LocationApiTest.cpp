@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The library as a host sees it: the shared object alone, hidden symbols hidden, callbacks found across its border.
 #include <ZRCore/ZRCore.h>
 #include <ZRCore/ZRPlatformFake.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /* A host written in C: every function and constant can be reached, and structs go through the call boundary unharmed.
  */
 

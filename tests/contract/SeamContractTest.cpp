@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What every implementation of a service promises, checked on each of them, so that the fakes cannot drift from the
 // truth.
 #include <ZRCore/NSCoder.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What every implementation of the services for requests, documents, settings and the device promises.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What every implementation of the services for sound promises, also on a machine without any.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_TESTS_DEMO_DEMOSCREEN_H
 #define ZRCORE_TESTS_DEMO_DEMOSCREEN_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Prints one hash per geometry function over the bits of its results, so that two builds can be compared by their
 // output.
 

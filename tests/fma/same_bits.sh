@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # same_bits.sh TUNED PLAIN: runs both programs and compares what they print. 77: this processor can't run them.
 tuned=$("$1") || exit $?
 plain=$("$2") || exit $?

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What two hundred pages leave behind.
 #include <fstream>
 #include <iostream>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The in-app browser as a person meets it: a real window, real pages, mouse and keys.
 #include <signal.h>
 #include <unistd.h>

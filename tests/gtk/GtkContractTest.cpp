@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The screen on GTK keeps the promises that every screen makes.
 #include <ZRCore/ZRGtkPlatform.h>
 #include <ZRCore/ZRWebViewController.h>

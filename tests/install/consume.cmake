@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 function(run)
   execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY COMMAND_ECHO STDOUT)
 endfunction()

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the host says about itself, its translations, and the files packaged with the framework.
 #include <ZRCore/ZRPlatformFake.h>
 #include <gmock/gmock.h>

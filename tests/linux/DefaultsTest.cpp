@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Settings survive: other processes, full disks, damaged files, and a process that is killed at any moment.
 #include <ZRCore/ZRPlatformFake.h>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Against the real gpsd, on a pseudo-terminal for a receiver.
 #include <arpa/inet.h>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The session against a server that does what it is told, through the data tasks that users of the kit call.
 #include <ZRCore/NSURLSession_ZR.h>
 #include <ZRCore/ZRLinuxPlatform.h>

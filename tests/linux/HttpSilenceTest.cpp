@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Requests that nothing comes of, on a loop whose time stands still, and sessions that go before their requests.
 #include <ZRCore/ZRPlatformFake.h>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What pictures decode to, and that files which are cut short, too large or of other formats decode to nothing.
 #include <gdk-pixbuf/gdk-pixbuf.h>
 #include <gmock/gmock.h>

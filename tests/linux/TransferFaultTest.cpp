@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What no server on the loopback interface can be made to do.
 #include "http/TransferFault.h"
 

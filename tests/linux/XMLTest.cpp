@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the XML parser makes of documents, good and bad.
 #include <gmock/gmock.h>
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
 # Conventions that a compiler does not check. Prints each breach and fails when there is one.
 set -u
 cd "$1" || exit 2
@@ -16,6 +17,9 @@ hits=$(sources geometry mapping location load services model audio browser platf
 hits=$(sources geometry mapping location load services model audio browser include |
   xargs -0 grep -nE '^ *# *(if|ifdef|elif).*(__linux__|__APPLE__|_WIN32|__unix__|__ANDROID__)')
 [ -n "$hits" ] && breach 'The operating system is asked for outside platform/' "$hits"
+
+hits=$(sources . -path ./build -prune -o | xargs -0 awk 'FNR == 1 && !/SPDX-License-Identifier: Apache-2.0/ { print FILENAME }')
+[ -n "$hits" ] && breach 'A source file does not begin with the line that names its licence' "$hits"
 
 # Class-level state keeps its documented names, which are reserved in C++: they are declared in these headers alone.
 declared=$(grep -hoE '\b__[a-z][A-Za-z]+( = [^;]*)?;' location/LocationFilterState.h location/LocationStatics.h \

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Addresses for tests.
 #ifndef ZRCORE_TESTS_SUPPORT_ADDRESSVALUES_H
 #define ZRCORE_TESTS_SUPPORT_ADDRESSVALUES_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A location service on a test's own bus that does what the test wants.
 #ifndef ZRCORE_TESTS_SUPPORT_GEOCLUESTANDIN_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Live positions in a test: a loop with a deadline, the real location manager, and peers that the test leads by the
 /// hand.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Model types for the tests of the mapping engine, one of each kind of property.
 #ifndef ZRCORE_TESTS_SUPPORT_MAPPINGMODEL_H
 #define ZRCORE_TESTS_SUPPORT_MAPPINGMODEL_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A message bus of a test's own, which starts the services described in the folder `services`.
 #ifndef ZRCORE_TESTS_SUPPORT_PRIVATEBUS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A receiver on a serial line, made of a pseudo-terminal.
 #ifndef ZRCORE_TESTS_SUPPORT_PTYRECEIVER_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a reader told, to be looked at and compared.
 #ifndef ZRCORE_TESTS_SUPPORT_READEREVENTS_H

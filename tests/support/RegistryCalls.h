@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any bytes as a sequence of registry calls, made on the registry and on a plain retelling of its rules.
 #ifndef ZRCORE_TESTS_SUPPORT_REGISTRYCALLS_H
 #define ZRCORE_TESTS_SUPPORT_REGISTRYCALLS_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The other end of a UNIX socket, as a test wants it.
 #ifndef ZRCORE_TESTS_SUPPORT_STREAMPEER_H

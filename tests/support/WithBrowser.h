@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_TESTS_SUPPORT_WITHBROWSER_H
 #define ZRCORE_TESTS_SUPPORT_WITHBROWSER_H
 

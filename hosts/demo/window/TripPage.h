@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_HOSTS_DEMO_WINDOW_TRIPPAGE_H
 #define ZRCORE_HOSTS_DEMO_WINDOW_TRIPPAGE_H
 

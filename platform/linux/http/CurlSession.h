@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_LINUX_HTTP_CURLSESSION_H
 #define ZRCORE_LINUX_HTTP_CURLSESSION_H
 

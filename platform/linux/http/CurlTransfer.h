@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_LINUX_HTTP_CURLTRANSFER_H
 #define ZRCORE_LINUX_HTTP_CURLTRANSFER_H
 

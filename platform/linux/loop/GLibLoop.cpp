@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "loop/GLibLoop.h"
 
 #include <glib-unix.h>

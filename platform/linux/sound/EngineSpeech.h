@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ZRCORE_LINUX_SOUND_ENGINESPEECH_H
 #define ZRCORE_LINUX_SOUND_ENGINESPEECH_H
 

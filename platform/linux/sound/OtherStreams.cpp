@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "sound/OtherStreams.h"
 
 #include <unistd.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Other applications' sound while we speak, measured where it comes out.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Our own sound on a real server: queueing, interruption, loss.
 #include <gmock/gmock.h>
 #include <sndfile.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Engines that work and engines that do not, without a sound server: sound goes into a file.
 #include <ZRCore/ZRLinuxPlatform.h>
 #include <ZRCore/ZRPlatformFake.h>

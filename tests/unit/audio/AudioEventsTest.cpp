@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What each event of the platform leads to, and the session that is deactivated in the end.
 #include <ZRCore/ZRAudio.h>
 #include <gmock/gmock.h>

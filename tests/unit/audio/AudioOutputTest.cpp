@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What speaking, playing and starting the session ask of the platform, in which order.
 #include <ZRCore/ZRAudio.h>
 #include <gmock/gmock.h>

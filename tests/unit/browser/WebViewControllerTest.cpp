@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The page of the in-app browser: what it is built of, how it lies, and how it follows a page's load.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Passing an address on: the share menu, the clipboard, mail.
 #include <ZRCore/UIAlertController.h>
 #include <gmock/gmock.h>

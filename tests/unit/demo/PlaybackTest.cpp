@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <demo/Playback.h>
 #include <demo/Timeline.h>
 #include <gtest/gtest.h>

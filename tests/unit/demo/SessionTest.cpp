@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRPlatformFake.h>
 #include <demo/TripSession.h>
 #include <gtest/gtest.h>

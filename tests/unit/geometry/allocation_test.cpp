@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The geometry is called per frame and per vertex: it must never touch the heap.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRArchive.h>
 #include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZRLocation.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What the clients are told, and what they may do while they are told.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How many managers share one receiver: who starts it, who stops it, what the application's life does to it.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRJSON.h>
 #include <gmock/gmock.h>
 #include <place/PlaceDocument.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Addresses are built and dates read per item of a service's answer: nothing but the result may be allocated.
 #include <ZRCore/NSDate_ZR.h>
 #include <ZRCore/NSString_ZR.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRConfigurationBase.h>
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/NSString_ZR.h>
 #include <ZRCore/NSURL_ZR.h>
 #include <gmock/gmock.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 find_package(nlohmann_json REQUIRED)
 find_package(EXPAT REQUIRED)
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 zr_test(
   trip_replay_test
   SOURCES replay_manager.cpp replay_pacer.cpp replay_route.cpp replay_trip.cpp replay_turns.cpp replay_window.cpp

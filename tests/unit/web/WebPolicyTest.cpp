@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What a screen of the web decides: what it reports of a load, where an address goes, how a mail is handed over.
 #include <gmock/gmock.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include <LiveTable.h>
 #include <TripTable.h>
 #include <gmock/gmock.h>
