@@ -36,8 +36,8 @@ void LocationFilter::updateStability(const ZRLocation& location) {
   }
 }
 
-void LocationFilter::updateDynamicProperties(const std::shared_ptr<ZRLocation>& location) {
-  markImplausibleJump(*location);
+void LocationFilter::updateDynamicProperties(const std::shared_ptr<ZRLocation>& location, JumpSigns signs) {
+  markImplausibleJump(*location, signs);
   chooseGuidanceLocation(location);
   markSignificantMovement(location);
   smoothCourse(*location);
@@ -50,10 +50,20 @@ void LocationFilter::lockSmoothCourse(double courseDegrees, double distanceMeter
   state_.__smoothCourseMinDistance = distanceMeters;
 }
 
-void LocationFilter::markImplausibleJump(ZRLocation& location) {
-  if (!state_.__gpsStable || !(location.speed() >= kMovementLimitMetersPerSecond)) return;
+void LocationFilter::markImplausibleJump(ZRLocation& location, JumpSigns signs) {
+  if (!state_.__gpsStable) return;
+  const bool isTooFast = location.speed() >= kMovementLimitMetersPerSecond;
+  if (!isTooFast && !(signs == JumpSigns::ownSpeedAndPlace && liesTooFarAway(location))) return;
   location.setExceedsMovementLimit(true);
   ++state_.__rejectCount;
+}
+
+/// Without time between them, two places say nothing about a speed: undated fixes, reports of one instant.
+bool LocationFilter::liesTooFarAway(const ZRLocation& location) const {
+  const auto& guidance = state_.__previousGuidanceLocation;
+  if (!guidance) return false;
+  const double seconds = location.timestamp().secondsSince1970 - guidance->timestamp().secondsSince1970;
+  return seconds > 0.0 && location.distanceFromLocation(*guidance) / seconds >= kMovementLimitMetersPerSecond;
 }
 
 void LocationFilter::chooseGuidanceLocation(const std::shared_ptr<ZRLocation>& location) {

@@ -16,9 +16,14 @@ class LocationFilter {
   /// worse ones. An accuracy that is not above 0 changes nothing and breaks no run.
   void updateStability(const ZRLocation& location);
 
+  /// What gives an implausible jump away: the record's own speed alone, as documented, or also the speed at which the
+  /// way from the last guidance location would have been made. The second is an addition: reflected signals move the
+  /// place, and not the speed, which receivers take from the Doppler shift.
+  enum class JumpSigns { ownSpeed, ownSpeedAndPlace };
+
   /// Marks implausible jumps and significant movement, computes smoothed course and speed. The filter keeps the record:
   /// the next fixes are compared with it.
-  void updateDynamicProperties(const std::shared_ptr<ZRLocation>& location);
+  void updateDynamicProperties(const std::shared_ptr<ZRLocation>& location, JumpSigns signs = JumpSigns::ownSpeed);
 
   /// Reports `courseDegrees` as the smoothed course until a record lies `distanceMeters` or more from the last guidance
   /// location; without one there is no lock, but course and distance are overwritten all the same.
@@ -28,7 +33,8 @@ class LocationFilter {
   const LocationFilterState& state() const { return state_; }
 
  private:
-  void markImplausibleJump(ZRLocation& location);
+  void markImplausibleJump(ZRLocation& location, JumpSigns signs);
+  bool liesTooFarAway(const ZRLocation& location) const;
   void chooseGuidanceLocation(const std::shared_ptr<ZRLocation>& location);
   void markSignificantMovement(const std::shared_ptr<ZRLocation>& location);
   void smoothCourse(ZRLocation& location);

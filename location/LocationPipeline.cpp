@@ -62,7 +62,10 @@ std::shared_ptr<ZRLocation> ZRLocationManager::snapToRoute(const std::shared_ptr
 void ZRLocationManager::updateStability(ZRLocation& location) { locationStatics().filter.updateStability(location); }
 
 void ZRLocationManager::updateDynamicProperties(const std::shared_ptr<ZRLocation>& location) {
-  locationStatics().filter.updateDynamicProperties(location);
+  auto& statics = locationStatics();
+  statics.filter.updateDynamicProperties(location, statics.filtersMeasuredValues
+                                                       ? LocationFilter::JumpSigns::ownSpeedAndPlace
+                                                       : LocationFilter::JumpSigns::ownSpeed);
 }
 
 void ZRLocationManager::locationManagerDidUpdateLocations(CLLocationManager&, const CLLocations& locations) {

@@ -149,6 +149,10 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   /// Whether records made from platform fixes start with their own measurements filled from the fix, so that stability,
   /// jumps and smoothed speed work on live fixes. Default false: the records' own measurements start at 0.0, and the
   /// filter, which reads only these, never finds the receiver stable and smooths every speed to 0.0.
+  ///
+  /// With it, and while the receiver is stable, a fix is a jump, too, when its distance from the last guidance location
+  /// over the time between them reaches the limit of 54 m/s, whatever speed it tells: reflected signals move the place,
+  /// and not the speed. Where no time is between them only the speed decides. The speed stays as told.
   static bool filtersMeasuredValues();
   static void setFiltersMeasuredValues(bool filters);
   /// Whether the filter finds the receiver settled.

@@ -64,6 +64,12 @@ TEST_F(FanOutTest, OnRequestPlatformFixesAreFilteredByWhatWasMeasured) {
   EXPECT_TRUE(client->batches[3][0]->exceedsMovementLimit());
   EXPECT_EQ(client->batches[3][0]->speed(), 70.0);
   EXPECT_EQ(client->batches[3][0]->horizontalAccuracy(), 5.0);
+  // A second later and a hundred metres away, whatever the receiver says of its speed.
+  deliver({CLLocation::initWithFix({.coordinate = {30.0 + latitudeNorth(100.0), 0.0},
+                                    .horizontalAccuracy = 5.0,
+                                    .speed = 1.0,
+                                    .timestamp = {1.0}})});
+  EXPECT_TRUE(client->batches[4][0]->exceedsMovementLimit());
 }
 
 TEST_F(FanOutTest, ASnapFilterTurnsABatchIntoOneLocationMadeFromItsLastFix) {

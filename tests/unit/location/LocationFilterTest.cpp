@@ -59,6 +59,40 @@ TEST_F(LocationFilterTest, JumpsAreMarkedFromTheLimitOnAndOnlyWhileStable) {
   EXPECT_FALSE(pass(0.0, 5.0, kNaN)->exceedsMovementLimit());
 }
 
+TEST_F(LocationFilterTest, OnRequestAPlaceThatCouldNotBeReachedIsAJumpWhateverSpeedItTells) {
+  struct Fix {
+    double seconds, northMeters, speed;
+    bool isJump;
+  };
+  const Fix fixes[] = {
+      {10, 0, 1, false},     {11, 53.99, 1, false}, {12, 53.99 + 54.01, 1, true},
+      {13, 161.9, 1, false},  // 54 m/s from the place before the jump, two seconds ago, would be 161.99
+      {13, 900, -1, false},  {14, 1000, -1, true},  {15, 1000, -1, false},  // no time between; no speed told
+      {5, 9000, 1, false},   {0, 0, 1, false},      {60, 3000, 1, false},   // back in time, undated, after a tunnel
+      {61, 3060, 70, true},  {62, 9999, 1, true},   {63, 9999, 1, true},
+      {64, 9999, 1, false},  // the third was believed
+  };
+  for (const auto signs : {LocationFilter::JumpSigns::ownSpeedAndPlace, LocationFilter::JumpSigns::ownSpeed}) {
+    filter = {};
+    for (const Fix& fix : fixes) {
+      SCOPED_TRACE(testing::Message() << "at " << fix.seconds << " s, " << fix.northMeters << " m");
+      auto record = ZRLocation::initWithCLLocation(
+          *CLLocation::initWithFix({.coordinate = {latitudeNorth(fix.northMeters), 0.0}, .timestamp = {fix.seconds}}));
+      record->setSpeed(fix.speed);
+      record->setHorizontalAccuracy(5.0);
+      for (int i = 0; i < 3; ++i) filter.updateStability(*record);
+      const auto speeds = filter.state().__previousSpeeds;
+      filter.updateDynamicProperties(record, signs);
+      const bool isJump = signs == LocationFilter::JumpSigns::ownSpeed ? fix.speed >= 54.0 : fix.isJump;
+      EXPECT_EQ(record->exceedsMovementLimit(), isJump);
+      EXPECT_EQ(record->speed(), fix.speed);
+      if (isJump) {
+        EXPECT_EQ(filter.state().__previousSpeeds, speeds);
+      }
+    }
+  }
+}
+
 TEST_F(LocationFilterTest, TheThirdJumpInARowIsBelievedButStaysMarkedAndEntersNoHistory) {
   settle();
   const auto before = pass(0.0, 5.0, 3.0);
