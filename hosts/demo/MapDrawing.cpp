@@ -110,8 +110,9 @@ void drawLegend(trip::Canvas& canvas, const trip::MapTransform& view, bool hasJu
     y += kRow;
   };
   canvas.line(left, y, left + kLine, y, colors.raw, 5.0);
-  label("measured");
+  label("raw");
   canvas.line(left, y, left + kLine, y, colors.smoothed, 2.2);
+  label("smoothed");
   canvas.disc(left + kLine / 2, y, kSignificantRadius, colors.ground, colors.smoothed, 1.5);
   label("significant");
   if (!hasJumps) return;

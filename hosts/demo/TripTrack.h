@@ -5,9 +5,11 @@
 #include <trip/EndlessPlane.h>
 #include <trip/Envelope.h>
 #include <trip/SmoothedTrack.h>
+#include <trip/TimeGaps.h>
 #include <trip/TripRow.h>
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace demo {
@@ -19,7 +21,7 @@ struct TrackPoint {
   bool startsStroke = false;  ///< whether something is missing before it, so that no line leads to it
 };
 
-/// What has been heard of a trip so far, in the map plane.
+/// What has been heard of a trip so far, in the map plane. No line leads over a gap in time.
 class TripTrack {
  public:
   /// The next fix, whose `index` is greater than those before.
@@ -36,6 +38,8 @@ class TripTrack {
 
  private:
   std::vector<TrackPoint> raw_, smoothed_, significant_, jumps_;
+  std::vector<std::optional<double>> rawSeconds_;  ///< since 1970, of the fixes in raw_
+  trip::TimeGaps gaps_;
   trip::EndlessPlane plane_;
   trip::SmoothedTrack smoothedFixes_;
   bool isInterrupted_ = true;

@@ -42,6 +42,16 @@ std::vector<Tick> ticks(double from, double to, double step, int maxTicks, Label
   }
   return result;
 }
+
+std::vector<Tick> degreeTicks(double from, double to, int maxTicks, const char* positive, const char* negative) {
+  const double step = roundUp((to - from) / maxTicks);
+  const int decimals = std::max(0, static_cast<int>(std::ceil(-std::log10(step) - 1e-9)));
+  return ticks(from, to, step, maxTicks, [=](double value) {
+    const double degrees = std::remainder(value, 360.0);
+    const bool isOnBoth = std::fabs(degrees) < step / 2 || std::fabs(degrees) > 180.0 - step / 2;
+    return formatted("%.*f\u00b0%s", decimals, std::fabs(degrees), isOnBoth ? "" : degrees > 0.0 ? positive : negative);
+  });
+}
 }  // namespace
 
 double roundUp(double value) {
@@ -76,9 +86,25 @@ std::vector<Tick> timeTicks(double from, double to, int maxTicks) {
   });
 }
 
+std::vector<Tick> latitudeTicks(double from, double to, int maxTicks) {
+  return degreeTicks(from, to, maxTicks, " N", " S");
+}
+
+std::vector<Tick> longitudeTicks(double from, double to, int maxTicks) {
+  return degreeTicks(from, to, maxTicks, " E", " W");
+}
+
 std::string lengthText(double meters) {
   if (meters < 1.0) return formatted("%g cm", meters * 100.0);
   return meters < 1000.0 ? formatted("%g m", meters) : formatted("%g km", meters / 1000.0);
+}
+
+std::string measuredLengthText(double meters) {
+  if (meters == 0.0) return "0 m";
+  const bool isInKilometers = std::round(meters) >= 1000.0;
+  const double value = isInKilometers ? meters / 1000.0 : meters;
+  const int decimals = std::round(value * 100.0) < 1000.0 ? 2 : std::round(value * 10.0) < 1000.0 ? 1 : 0;
+  return formatted("%.*f %s", decimals, value, isInKilometers ? "km" : "m");
 }
 
 std::string durationText(double seconds) {

@@ -24,8 +24,15 @@ std::vector<Tick> countTicks(double from, double to, int maxTicks);
 /// outside the years 1 to 9999.
 std::vector<Tick> timeTicks(double from, double to, int maxTicks);
 
-/// "200 m", "5 km"
+/// Round latitudes and longitudes in degrees, at most `maxTicks` + 1 of them: "46.805° N", with the decimals that
+/// the steps need. Longitudes may go on past 180 degrees, around the world.
+std::vector<Tick> latitudeTicks(double from, double to, int maxTicks);
+std::vector<Tick> longitudeTicks(double from, double to, int maxTicks);
+
+/// A round length: "200 m", "5 km"
 std::string lengthText(double meters);
+/// A measured length, in three digits as far as they last: "0.42 m", "15.4 m", "9.13 km"; "1234 km"
+std::string measuredLengthText(double meters);
 /// "45 s", "11 min 40 s", "2 h 05 min", "3 d 4 h"
 std::string durationText(double seconds);
 

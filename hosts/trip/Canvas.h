@@ -2,9 +2,6 @@
 #ifndef ZRCORE_HOSTS_TRIP_CANVAS_H
 #define ZRCORE_HOSTS_TRIP_CANVAS_H
 
-#include <cairo.h>
-
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -38,41 +35,45 @@ struct TextStyle {
   Color haloColor{1.0, 1.0, 1.0, 0.9};
 };
 
-/// The few things that the pictures of a trip are drawn with, in pixels.
+/// The few things that the pictures of a trip are drawn with, in pixels. The ends of lines are round.
 class Canvas {
  public:
-  /// Draws on `surface`, which must outlive the canvas.
-  explicit Canvas(cairo_surface_t* surface);
-  /// Draws with `context`, which somebody else made for a surface, and holds it.
-  explicit Canvas(cairo_t* context);
+  static constexpr double kHaloWidth = 4.0;
 
-  void fill(const Area& area, Color color, double cornerRadius = 0.0);
-  void frame(const Area& area, Color color, double cornerRadius);
-  void line(double fromX, double fromY, double toX, double toY, Color color, double width);
+  virtual ~Canvas() = default;
+
+  virtual void fill(const Area& area, Color color, double cornerRadius = 0.0) = 0;
+  /// A line of one pixel along the inner side of the edge.
+  virtual void frame(const Area& area, Color color, double cornerRadius) = 0;
+  virtual void line(double fromX, double fromY, double toX, double toY, Color color, double width) = 0;
   /// Lines through the points; a stroke of a single point is a dot, twice as wide.
-  void strokes(const std::vector<DiagramPoint>& points, Color color, double width);
-  void disc(double x, double y, double radius, Color inside, Color rim, double rimWidth);
-  void cross(double x, double y, double radius, Color color, double width);
-  void triangle(double x, double y, double radius, Color color);  ///< points up
-  /// `y` is the baseline.
-  void text(double x, double y, const std::string& text, const TextStyle& style);
-  double textWidth(const std::string& text, const TextStyle& style);
+  virtual void strokes(const std::vector<DiagramPoint>& points, Color color, double width) = 0;
+  virtual void disc(double x, double y, double radius, Color inside, Color rim, double rimWidth) = 0;
+  /// A closed shape without a rim.
+  virtual void shape(const std::vector<DiagramPoint>& corners, Color color) = 0;
+  /// `y` is the baseline; `text` is UTF-8.
+  virtual void text(double x, double y, const std::string& text, const TextStyle& style) = 0;
+  virtual double textWidth(const std::string& text, const TextStyle& style) = 0;
 
   /// Until `unclip`, nothing outside of `area` is drawn.
-  void clip(const Area& area, double cornerRadius);
-  void unclip();
+  virtual void clip(const Area& area, double cornerRadius) = 0;
+  virtual void unclip() = 0;
 
- private:
-  void setLines();
-  void rectangle(const Area& area, double cornerRadius);
-  void setColor(Color color);
-  void setFont(const TextStyle& style);
-
-  struct Destroy {
-    void operator()(cairo_t* context) const { cairo_destroy(context); }
-  };
-  std::unique_ptr<cairo_t, Destroy> context_;
+  void cross(double x, double y, double radius, Color color, double width) {
+    line(x - radius, y - radius, x + radius, y + radius, color, width);
+    line(x - radius, y + radius, x + radius, y - radius, color, width);
+  }
+  /// An arrow's head that points up.
+  void arrow(double x, double y, double radius, Color color) {
+    shape({{x, y - radius}, {x + 0.75 * radius, y + radius}, {x, y + 0.5 * radius}, {x - 0.75 * radius, y + radius}},
+          color);
+  }
 };
+
+/// Whether the point with this number is the whole of its stroke.
+inline bool isAlone(const std::vector<DiagramPoint>& points, std::size_t i) {
+  return (i == 0 || points[i].startsStroke) && (i + 1 == points.size() || points[i + 1].startsStroke);
+}
 
 }  // namespace trip
 

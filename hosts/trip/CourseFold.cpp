@@ -16,6 +16,7 @@ std::vector<DiagramPoint> foldCourses(const std::vector<DiagramPoint>& courses) 
     if (point.y < 0.0) point.y += kTurn;
     if (!folded.empty() && !point.startsStroke) {
       const DiagramPoint last = folded.back();
+      if (point.y == 0.0 && last.y > kTurn / 2) point.y = kTurn;  // north itself: no crossing, the near edge
       const double step = point.y - last.y;
       if (std::fabs(step) > kTurn / 2) {
         const double edge = step < 0.0 ? kTurn : 0.0;  // where the line leaves

@@ -64,16 +64,17 @@ void drawGround(Canvas& canvas, const Area& plot, const TripAxis& axis, const st
 }
 
 void drawSeries(Canvas& canvas, const Area& plot, const std::vector<DiagramPoint>& raw,
-                const std::vector<DiagramPoint>& smoothed, const char* nothing) {
-  if (raw.empty() && smoothed.empty()) {
-    canvas.text(plot.centerX(), plot.centerY() + 6.0, nothing,
-                {.size = theme::kHeadingSize, .color = theme::kQuiet, .align = Align::center});
-  }
+                const std::vector<DiagramPoint>& smoothed) {
   const Area withRim{plot.x, plot.y - 1.5, plot.width, plot.height + 3.0};  // a line along the edge keeps its width
   canvas.clip(withRim, 0.0);
   canvas.strokes(raw, theme::kRaw, theme::kRawSeriesWidth);
   canvas.strokes(smoothed, theme::kSmoothed, theme::kSmoothedSeriesWidth);
   canvas.unclip();
+}
+
+void drawNote(Canvas& canvas, const Area& plot, const std::string& note) {
+  canvas.text(plot.centerX(), plot.centerY() + 6.0, note,
+              {.size = theme::kHeadingSize, .color = theme::kQuiet, .align = Align::center});
 }
 
 std::vector<DiagramPoint> inKmh(std::vector<DiagramPoint> points) {
@@ -89,19 +90,10 @@ double greatest(const std::vector<DiagramPoint>& points) {
 
 }  // namespace
 
-TripAxis::TripAxis(const TripPicture& picture) {
-  std::optional<double> least, greatest;
-  double lastIndex = 0.0;
-  // Every fix has a smoothed course, so this series spans the trip.
-  for (const SeriesPoint& point : picture.smoothedCourse().points()) {
-    lastIndex = static_cast<double>(point.index);
-    if (!point.seconds) continue;
-    least = std::min(least.value_or(*point.seconds), *point.seconds);
-    greatest = std::max(greatest.value_or(*point.seconds), *point.seconds);
-  }
-  isTime_ = least.has_value();
-  from_ = least.value_or(0.0);
-  to_ = greatest.value_or(lastIndex);
+TripAxis::TripAxis(const TripSpan& span)
+    : isTime_(span.leastSeconds.has_value()),
+      from_(span.leastSeconds.value_or(0.0)),
+      to_(span.greatestSeconds.value_or(static_cast<double>(span.lastIndex))) {
   if (to_ > from_) return;
   const double margin = std::max(30.0, std::fabs(from_) * 1e-9);  // a single instant, in the middle
   from_ -= isTime_ ? margin : 0.0;
@@ -118,10 +110,15 @@ void drawCourses(Canvas& canvas, const Area& plot, const TripAxis& axis, const T
   const auto curve = [&](const SeriesThinner& series) {
     return toPixels(foldCourses(alongAxis(series, axis, plot)), plot, kTurn);
   };
-  drawSeries(canvas, plot, curve(picture.rawCourse()), curve(picture.smoothedCourse()), "no fixes");
+  const auto raw = curve(picture.rawCourse()), smoothed = curve(picture.smoothedCourse());
+  drawSeries(canvas, plot, raw, smoothed);
+  if (raw.empty() && smoothed.empty()) {
+    drawNote(canvas, plot, picture.envelope().isEmpty ? "no fixes" : "no courses, and no movement to tell one from");
+  }
 }
 
-void drawSpeeds(Canvas& canvas, const Area& plot, const TripAxis& axis, const TripPicture& picture) {
+void drawSpeeds(Canvas& canvas, const Area& plot, const TripAxis& axis, const TripPicture& picture,
+                const std::string& whyEmpty) {
   const auto raw = inKmh(alongAxis(picture.rawSpeed(), axis, plot));
   const auto smoothed = inKmh(alongAxis(picture.smoothedSpeed(), axis, plot));
   std::vector<double> rawValues;
@@ -129,7 +126,8 @@ void drawSpeeds(Canvas& canvas, const Area& plot, const TripAxis& axis, const Tr
   const double top = speedAxisTop(std::move(rawValues), greatest(smoothed));
 
   drawGround(canvas, plot, axis, "Speed, km/h", countTicks(0.0, top, 4), top);
-  drawSeries(canvas, plot, toPixels(raw, plot, top), toPixels(smoothed, plot, top), "no speeds");
+  drawSeries(canvas, plot, toPixels(raw, plot, top), toPixels(smoothed, plot, top));
+  if (raw.empty()) drawNote(canvas, plot, picture.envelope().isEmpty ? "no fixes" : whyEmpty);
   if (const double peak = greatest(raw); peak > top) {
     std::array<char, 48> note;
     std::snprintf(note.data(), note.size(), "raw peak %.0f km/h", peak);

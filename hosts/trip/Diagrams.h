@@ -10,7 +10,7 @@ namespace trip {
 /// The horizontal axis that all diagrams of a trip share: the time, or the number of the fix when no fix has a time.
 class TripAxis {
  public:
-  explicit TripAxis(const TripPicture& picture);
+  explicit TripAxis(const TripSpan& span);
 
   bool isTime() const { return isTime_; }
   double from() const { return from_; }
@@ -27,7 +27,9 @@ class TripAxis {
 /// Course over time, from north through east, south and west to north.
 void drawCourses(Canvas& canvas, const Area& plot, const TripAxis& axis, const TripPicture& picture);
 /// Speed over time in km/h. Rare peaks far above the rest leave at the top and are told in words.
-void drawSpeeds(Canvas& canvas, const Area& plot, const TripAxis& axis, const TripPicture& picture);
+/// @param whyEmpty  what stands there when the recording has no speeds
+void drawSpeeds(Canvas& canvas, const Area& plot, const TripAxis& axis, const TripPicture& picture,
+                const std::string& whyEmpty);
 /// The labels of the shared axis, under the lowest diagram.
 void drawAxisLabels(Canvas& canvas, const Area& plot, const TripAxis& axis);
 

@@ -12,9 +12,9 @@ LineSimplifier::LineSimplifier(std::size_t maxPoints, double firstTolerance)
   points_.reserve(maxPoints_);
 }
 
-void LineSimplifier::add(ZRMapPoint point) {
+void LineSimplifier::add(ZRMapPoint point, bool startsStroke) {
   if (points_.size() == maxPoints_) makeRoom();
-  points_.push_back(point);
+  points_.push_back({point, startsStroke || points_.empty()});
 }
 
 void LineSimplifier::makeRoom() {
@@ -30,19 +30,34 @@ void LineSimplifier::makeRoom() {
   settled_ = points_.size() - 1;
 }
 
+/// Otherwise a recording of nothing but gaps could not be simplified.
+void LineSimplifier::closeInvisibleGaps(std::size_t first) {
+  for (std::size_t i = first + 1; i < points_.size(); ++i) {
+    const ZRMapPoint from = points_[i - 1].at, to = points_[i].at;
+    if (!(std::hypot(to.x - from.x, to.y - from.y) > tolerance_)) points_[i].startsStroke = false;
+  }
+}
+
 void LineSimplifier::simplify(std::size_t first) {
+  closeInvisibleGaps(first);
   std::vector<bool> isKept(points_.size(), false);
   std::fill(isKept.begin(), isKept.begin() + static_cast<std::ptrdiff_t>(first), true);
-  isKept[first] = isKept.back() = true;
   // A stack of its own, no recursion: lines may be hostile.
-  std::vector<std::pair<std::size_t, std::size_t>> stretches{{first, points_.size() - 1}};
+  std::vector<std::pair<std::size_t, std::size_t>> stretches;
+  for (std::size_t from = first; from < points_.size();) {
+    std::size_t to = from;
+    while (to + 1 < points_.size() && !points_[to + 1].startsStroke) ++to;
+    isKept[from] = isKept[to] = true;
+    stretches.push_back({from, to});
+    from = to + 1;
+  }
   while (!stretches.empty()) {
     const auto [from, to] = stretches.back();
     stretches.pop_back();
     double farthest = tolerance_;
     std::size_t farthestIndex = from;
     for (std::size_t i = from + 1; i < to; ++i) {
-      const double distance = distanceFromStretch(points_[i], points_[from], points_[to]);
+      const double distance = distanceFromStretch(points_[i].at, points_[from].at, points_[to].at);
       if (distance > farthest) {
         farthest = distance;
         farthestIndex = i;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Axis.h"
 #include "MapTransform.h"
 #include "OutputText.h"
 #include "Theme.h"
@@ -12,9 +13,10 @@ namespace trip {
 
 namespace {
 
-constexpr double kPaddingX = 70.0, kPaddingY = 44.0;  // at the sides, "start" and "end" need room
+constexpr double kPaddingX = 96.0, kPaddingY = 44.0;  // room for "start", "end" and the coordinates at the edges
 constexpr double kLeastMetersAcross = 60.0;           // closer up, a car park would look like a journey
 constexpr double kLongestScaleBar = 220.0;            // pixels
+constexpr int kMostMeridians = 8, kMostParallels = 4;
 
 /// The whole envelope in the middle of the panel.
 MapTransform fitInto(const Area& panel, const Envelope& envelope) {
@@ -25,19 +27,36 @@ MapTransform fitInto(const Area& panel, const Envelope& envelope) {
   return {center, std::min((panel.width - 2 * kPaddingX) / width, (panel.height - 2 * kPaddingY) / height), panel};
 }
 
-std::vector<DiagramPoint> fitted(const std::vector<ZRMapPoint>& track, const MapTransform& fit) {
+std::vector<DiagramPoint> fitted(const std::vector<StrokePoint>& track, const MapTransform& fit) {
   std::vector<DiagramPoint> points;
   points.reserve(track.size());
-  for (const ZRMapPoint& point : track) points.push_back(fit(point));
+  for (const StrokePoint& point : track) {
+    const DiagramPoint at = fit(point.at);
+    points.push_back({at.x, at.y, point.startsStroke});
+  }
   return points;
 }
 
-void drawGrid(Canvas& canvas, const Area& panel, double cell) {
-  for (double x = panel.centerX() - cell * std::floor(panel.width / 2 / cell); x < panel.right(); x += cell) {
+/// Meridians and parallels of round degrees, told at the lower and the left edge.
+void drawGraticule(Canvas& canvas, const MapTransform& fit) {
+  constexpr double kDegreesOfWorld = 360.0, kScaleBarHeight = 66.0;
+  const Area& panel = fit.panel();
+  const TextStyle style{.size = theme::kCoordinateSize, .color = theme::kQuiet, .halo = true};
+  const ZRMapPoint least = fit.mapPoint({panel.x, panel.y}), greatest = fit.mapPoint({panel.right(), panel.bottom()});
+  const double perDegree = ZRMapSizeWorld.width / kDegreesOfWorld;
+  for (const Tick& meridian :
+       longitudeTicks(least.x / perDegree - 180.0, greatest.x / perDegree - 180.0, kMostMeridians)) {
+    const double x = fit({(meridian.value + 180.0) * perDegree, 0.0}).x;
     canvas.line(x, panel.y, x, panel.bottom(), theme::kGrid, 1.0);
+    if (x + 5.0 + canvas.textWidth(meridian.label, style) > panel.right()) continue;
+    canvas.text(x + 5.0, panel.bottom() - 8.0, meridian.label, style);
   }
-  for (double y = panel.centerY() - cell * std::floor(panel.height / 2 / cell); y < panel.bottom(); y += cell) {
+  const double north = ZRCoordinateForMapPoint(least).latitude, south = ZRCoordinateForMapPoint(greatest).latitude;
+  for (const Tick& parallel : latitudeTicks(south, north, kMostParallels)) {
+    const double y = fit(ZRMapPointForCoordinate({parallel.value, 0.0})).y;
     canvas.line(panel.x, y, panel.right(), y, theme::kGrid, 1.0);
+    if (y < panel.y + 20.0 || y > panel.bottom() - kScaleBarHeight) continue;
+    canvas.text(panel.x + 8.0, y - 5.0, parallel.label, style);
   }
 }
 
@@ -52,7 +71,7 @@ void drawScaleBar(Canvas& canvas, const Area& panel, const MapTransform& fit, do
 
 void drawNorthArrow(Canvas& canvas, const Area& panel) {
   const double x = panel.right() - 34.0, y = panel.y + 34.0;
-  canvas.triangle(x, y, 12.0, theme::kQuiet);
+  canvas.arrow(x, y, 12.0, theme::kQuiet);
   canvas.text(x, y + 31.0, "N",
               {.size = theme::kLabelSize, .color = theme::kQuiet, .align = Align::center, .bold = true});
 }
@@ -96,11 +115,11 @@ void drawMap(Canvas& canvas, const Area& panel, const TripPicture& picture) {
     const double barMeters = scaleBarMeters(fit, kLongestScaleBar);
     const auto raw = fitted(picture.rawTrack().points(), fit);
     canvas.clip(panel, theme::kCorner);
-    drawGrid(canvas, panel, fit.pixels(barMeters));
+    drawGraticule(canvas, fit);
     canvas.strokes(raw, theme::kRaw, theme::kRawTrackWidth);
     canvas.strokes(fitted(picture.smoothedTrack().points(), fit), theme::kSmoothed, theme::kSmoothedTrackWidth);
-    for (const DiagramPoint& jump : fitted(picture.jumps().marks(), fit)) {
-      canvas.cross(jump.x, jump.y, theme::kMarkRadius - 1.0, theme::kJump, 3.0);
+    for (const ZRMapPoint& jump : picture.jumps().marks()) {
+      canvas.cross(fit(jump).x, fit(jump).y, theme::kMarkRadius - 1.0, theme::kJump, 3.0);
     }
     drawPlaces(canvas, panel, picture, fit);
     drawEnds(canvas, raw.front(), raw.back());

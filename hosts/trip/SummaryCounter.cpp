@@ -20,12 +20,21 @@ void SummaryCounter::row(const TripRow& row) {
   summary_.significant += row.significant;
   summary_.jumps += row.jump;
   summary_.stableFixes += row.stable;
+  summary_.fixesWithAccuracy += row.accuracyMeters.has_value();
+  summary_.fixesWithSpeed += row.speedMetersPerSecond.has_value();
+  effect_.row(row);
   if (row.secondsSince1970) {
     if (!summary_.firstSecondsSince1970) summary_.firstSecondsSince1970 = row.secondsSince1970;
     summary_.lastSecondsSince1970 = row.secondsSince1970;
   }
   addLeg(summary_.distanceMeters, previous_, row.coordinate);
   if (smoothedTrack_.takes(row)) addLeg(summary_.significantDistanceMeters, previousSmoothed_, row.coordinate);
+}
+
+TripSummary SummaryCounter::summary() const {
+  TripSummary summary = summary_;
+  summary.effect = effect_.effect();
+  return summary;
 }
 
 void SummaryCounter::remark(const readers::Remark& remark) {

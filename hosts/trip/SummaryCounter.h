@@ -4,6 +4,7 @@
 
 #include <readers/FixReader.h>
 
+#include "FilterEffectCounter.h"
 #include "SmoothedTrack.h"
 #include "TripRow.h"
 
@@ -18,10 +19,14 @@ class SummaryCounter {
   void row(const TripRow& row);
   void remark(const readers::Remark& remark);
 
-  const TripSummary& summary() const { return summary_; }
+  /// So far, without the filter's effect.
+  const TripSummary& counts() const { return summary_; }
+  /// All of it.
+  TripSummary summary() const;
 
  private:
   TripSummary summary_;
+  FilterEffectCounter effect_;
   SmoothedTrack smoothedTrack_;
   std::optional<CLLocationCoordinate2D> previous_, previousSmoothed_;
 };

@@ -12,11 +12,21 @@ nlohmann::ordered_json timeOrNull(std::optional<double> secondsSince1970) {
   if (!secondsSince1970) return nullptr;
   return timeText(*secondsSince1970);
 }
+
+nlohmann::ordered_json orNull(std::optional<double> value) {
+  if (!value) return nullptr;
+  return *value;
+}
+
+nlohmann::ordered_json quantilesOrNull(const std::optional<FilterEffect::Quantiles>& quantiles) {
+  if (!quantiles) return nullptr;
+  return {{"median", quantiles->median}, {"percentile90", quantiles->percentile90}};
+}
 }  // namespace
 
 std::string summaryJson(const TripSummary& summary, int indent) {
   using Json = nlohmann::ordered_json;
-  const auto duration = durationSeconds(summary);
+  const FilterEffect& effect = summary.effect;
   const Json json{
       {"source", summary.source},
       {"format", summary.format},
@@ -29,9 +39,14 @@ std::string summaryJson(const TripSummary& summary, int indent) {
       {"warnings", summary.warnings},
       {"firstTime", timeOrNull(summary.firstSecondsSince1970)},
       {"lastTime", timeOrNull(summary.lastSecondsSince1970)},
-      {"durationSeconds", duration ? Json(*duration) : Json(nullptr)},
+      {"durationSeconds", orNull(durationSeconds(summary))},
       {"distanceMeters", summary.distanceMeters},
       {"significantDistanceMeters", summary.significantDistanceMeters},
+      {"topSpeedMetersPerSecond", {{"raw", orNull(effect.topRawSpeed)}, {"smoothed", orNull(effect.topSmoothedSpeed)}}},
+      {"courseChangeDegrees",
+       {{"fixes", effect.turns},
+        {"raw", quantilesOrNull(effect.rawTurn)},
+        {"smoothed", quantilesOrNull(effect.smoothedTurn)}}},
       {"deliveredByClient", Json(summary.deliveredByClient)},
   };
   return json.dump(indent, ' ', false, Json::error_handler_t::replace);

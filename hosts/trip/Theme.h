@@ -27,7 +27,7 @@ inline constexpr double kWidth = 1600.0, kHeight = 1200.0;
 inline constexpr double kMargin = 56.0;
 inline constexpr double kCorner = 10.0;
 
-inline constexpr double kTitleSize = 34.0, kHeadingSize = 18.0, kLabelSize = 15.0;
+inline constexpr double kTitleSize = 34.0, kHeadingSize = 18.0, kLabelSize = 15.0, kCoordinateSize = 13.0;
 inline constexpr double kRawTrackWidth = 5.5, kSmoothedTrackWidth = 2.4;
 inline constexpr double kRawSeriesWidth = 2.2, kSmoothedSeriesWidth = 2.0;
 inline constexpr double kMarkRadius = 7.0;

@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TripDrawing.h"
 
-#include <cairo-svg.h>
-
 #include <array>
 #include <cstdio>
 #include <memory>
 #include <stdexcept>
 
 #include "Axis.h"
-#include "Canvas.h"
+#include "CairoCanvas.h"
 #include "Diagrams.h"
 #include "MapPanel.h"
 #include "OutputText.h"
+#include "SummaryHints.h"
 #include "SummaryOutput.h"
+#include "SvgCanvas.h"
 #include "Theme.h"
 
 namespace trip {
@@ -25,12 +25,6 @@ constexpr double kGutter = 44.0;  // left of the diagrams, for their labels
 constexpr Area kMap{theme::kMargin, 148.0, kInner, 604.0};
 constexpr Area kCourses{theme::kMargin + kGutter, 806.0, kInner - kGutter, 132.0};
 constexpr Area kSpeeds{theme::kMargin + kGutter, 990.0, kInner - kGutter, 132.0};
-
-std::string kilometersText(double meters) {
-  std::array<char, 40> text;
-  std::snprintf(text.data(), text.size(), "%.2f km", meters / 1000.0);
-  return text.data();
-}
 
 std::string whenText(const TripSummary& summary) {
   if (!summary.firstSecondsSince1970 || !summary.lastSecondsSince1970) return "no times";
@@ -45,7 +39,7 @@ std::string factsText(const TripSummary& summary) {
   std::string text = whenText(summary);
   const auto add = [&text](const std::string& fact) { text += "   \u00b7   " + fact; };
   if (const auto duration = durationSeconds(summary)) add(durationText(*duration));
-  add(kilometersText(summary.distanceMeters) + " raw, " + kilometersText(summary.significantDistanceMeters) +
+  add(measuredLengthText(summary.distanceMeters) + " raw, " + measuredLengthText(summary.significantDistanceMeters) +
       " smoothed");
   add(std::to_string(summary.fixes) + (summary.fixes == 1 ? " fix" : " fixes"));
   if (!summary.filter.empty()) add("filter: " + asUtf8(summary.filter));
@@ -91,19 +85,21 @@ void drawLegend(Canvas& canvas, double right, double y, std::uint64_t jumps) {
   }
 }
 
-void drawTrip(cairo_surface_t* surface, const TripPicture& picture, const TripSummary& summary) {
-  Canvas canvas(surface);
+std::string sourceText(const TripSummary& summary) {
+  return summary.source == "-" ? "standard input" : asUtf8(summary.source);
+}
+
+void drawTrip(Canvas& canvas, const TripPicture& picture, const TripSummary& summary) {
   canvas.fill({0.0, 0.0, theme::kWidth, theme::kHeight}, theme::kPaper);
   const TextStyle title{.size = theme::kTitleSize, .color = theme::kInk, .bold = true};
-  const std::string source = summary.source == "-" ? "standard input" : asUtf8(summary.source);
-  canvas.text(theme::kMargin, 78.0, shortened(canvas, source, title, kInner - 440.0), title);
+  canvas.text(theme::kMargin, 78.0, shortened(canvas, sourceText(summary), title, kInner - 440.0), title);
   canvas.text(theme::kMargin, 118.0, factsText(summary), {.size = theme::kHeadingSize, .color = theme::kQuiet});
   drawLegend(canvas, theme::kWidth - theme::kMargin, 78.0, picture.jumps().count());
 
-  const TripAxis axis(picture);
+  const TripAxis axis(picture.span());
   drawMap(canvas, kMap, picture);
   drawCourses(canvas, kCourses, axis, picture);
-  drawSpeeds(canvas, kSpeeds, axis, picture);
+  drawSpeeds(canvas, kSpeeds, axis, picture, missingSpeedHint(summary));
   if (!picture.envelope().isEmpty) drawAxisLabels(canvas, kSpeeds, axis);
 }
 
@@ -127,20 +123,17 @@ void requireSuccess(cairo_status_t status) {
 std::string drawPng(const TripPicture& picture, const TripSummary& summary) {
   const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, static_cast<int>(theme::kWidth),
                                                    static_cast<int>(theme::kHeight)));
-  drawTrip(surface.get(), picture, summary);
+  CairoCanvas canvas(surface.get());
+  drawTrip(canvas, picture, summary);
   std::string png;
   requireSuccess(cairo_surface_write_to_png_stream(surface.get(), append, &png));
   return png;
 }
 
 std::string drawSvg(const TripPicture& picture, const TripSummary& summary) {
-  std::string svg;
-  const Surface surface(cairo_svg_surface_create_for_stream(append, &svg, theme::kWidth, theme::kHeight));
-  cairo_svg_surface_set_document_unit(surface.get(), CAIRO_SVG_UNIT_PX);
-  drawTrip(surface.get(), picture, summary);
-  cairo_surface_finish(surface.get());
-  requireSuccess(cairo_surface_status(surface.get()));
-  return svg;
+  SvgCanvas canvas(theme::kWidth, theme::kHeight, sourceText(summary));
+  drawTrip(canvas, picture, summary);
+  return canvas.document();
 }
 
 }  // namespace trip

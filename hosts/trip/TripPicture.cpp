@@ -39,19 +39,38 @@ TripPicture::TripPicture()
       smoothedSpeed_(kSeriesBuckets, SeriesThinner::Keep::extremes) {}
 
 void TripPicture::add(const TripRow& row) {
+  const bool followsGap = gaps_.precede(row.secondsSince1970);
+  addToTracks(row, followsGap);
+  addToSeries(row, followsGap);
+  widenSpan(row);
+}
+
+void TripPicture::addToTracks(const TripRow& row, bool followsGap) {
   const ZRMapPoint point = plane_.place(row.coordinate);
   envelope_.add(point);
-  rawTrack_.add(point);
-  if (smoothedFixes_.takes(row)) smoothedTrack_.add(point);
+  rawTrack_.add(point, followsGap);
+  smoothedIsInterrupted_ = smoothedIsInterrupted_ || followsGap;
+  if (smoothedFixes_.takes(row)) smoothedTrack_.add(point, std::exchange(smoothedIsInterrupted_, false));
   if (row.jump) jumps_.add(point);
+}
 
-  if (followsSilence(row)) {
+void TripPicture::addToSeries(const TripRow& row, bool followsGap) {
+  if (followsGap) {
     for (SeriesThinner* series : {&rawCourse_, &smoothedCourse_, &rawSpeed_, &smoothedSpeed_}) series->interrupt();
   }
+  hasMoved_ = hasMoved_ || row.significant;
   addValue(rawCourse_, row, row.courseDegrees);
-  addValue(smoothedCourse_, row, row.smoothCourseDegrees);
+  if (hasMoved_) addValue(smoothedCourse_, row, row.smoothCourseDegrees);
   addValue(rawSpeed_, row, row.speedMetersPerSecond);
   addValue(smoothedSpeed_, row, knownSmoothSpeed(row));
+}
+
+void TripPicture::widenSpan(const TripRow& row) {
+  span_.lastIndex = row.index;
+  const auto seconds = finite(row.secondsSince1970);
+  if (!seconds) return;
+  span_.leastSeconds = std::min(span_.leastSeconds.value_or(*seconds), *seconds);
+  span_.greatestSeconds = std::max(span_.greatestSeconds.value_or(*seconds), *seconds);
 }
 
 std::size_t TripPicture::retainedPoints() const {
@@ -60,19 +79,6 @@ std::size_t TripPicture::retainedPoints() const {
     count += 2 * series->bucketCount();
   }
   return count;
-}
-
-/// Whether fixes are missing before this one: a pause far longer than this recording's own rhythm, and than any hiccup.
-bool TripPicture::followsSilence(const TripRow& row) {
-  const auto seconds = finite(row.secondsSince1970);
-  if (!seconds) return false;
-  const auto last = std::exchange(lastSeconds_, seconds);
-  if (!last) return false;
-  const double interval = *seconds - *last;
-  const bool isSilence = usualInterval_ && interval > std::max(10.0, 5.0 * *usualInterval_);
-  if (!isSilence && interval >= 0.0)
-    usualInterval_ = usualInterval_ ? 0.9 * *usualInterval_ + 0.1 * interval : interval;
-  return isSilence;
 }
 
 }  // namespace trip

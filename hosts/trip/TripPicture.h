@@ -11,11 +11,19 @@
 #include "PlaceMark.h"
 #include "SeriesThinner.h"
 #include "SmoothedTrack.h"
+#include "TimeGaps.h"
 #include "TripRow.h"
 
 namespace trip {
 
-/// What a picture of a trip shows, in bounded memory: the tracks in the Mercator plane and the values over time.
+/// What the diagrams of a trip lie over.
+struct TripSpan {
+  std::uint64_t lastIndex = 0;
+  std::optional<double> leastSeconds, greatestSeconds;  ///< since 1970; of the fixes that have a time
+};
+
+/// What a picture of a trip shows, in bounded memory: the tracks in the Mercator plane and the values over time. No line
+/// leads over a gap in time, nor over values that are missing.
 class TripPicture {
  public:
   TripPicture();
@@ -27,17 +35,22 @@ class TripPicture {
   const MarkThinner& jumps() const { return jumps_; }
   const std::vector<PlaceMark>& places() const { return places_; }
   const Envelope& envelope() const { return envelope_; }  ///< of all fixes; places do not widen it
+  const TripSpan& span() const { return span_; }
 
-  const SeriesThinner& rawCourse() const { return rawCourse_; }            ///< degrees
-  const SeriesThinner& smoothedCourse() const { return smoothedCourse_; }  ///< degrees
-  const SeriesThinner& rawSpeed() const { return rawSpeed_; }              ///< metres per second
-  const SeriesThinner& smoothedSpeed() const { return smoothedSpeed_; }    ///< metres per second
+  const SeriesThinner& rawCourse() const { return rawCourse_; }  ///< degrees
+  /// Degrees. It begins with the first significant movement: the course of a receiver that has not left its first place
+  /// is 0.0, which would be north.
+  const SeriesThinner& smoothedCourse() const { return smoothedCourse_; }
+  const SeriesThinner& rawSpeed() const { return rawSpeed_; }            ///< metres per second
+  const SeriesThinner& smoothedSpeed() const { return smoothedSpeed_; }  ///< metres per second
 
   /// Everything that grows with the trip, counted in kept points.
   std::size_t retainedPoints() const;
 
  private:
-  bool followsSilence(const TripRow& row);
+  void addToTracks(const TripRow& row, bool followsGap);
+  void addToSeries(const TripRow& row, bool followsGap);
+  void widenSpan(const TripRow& row);
 
   LineSimplifier rawTrack_, smoothedTrack_;
   MarkThinner jumps_;
@@ -45,9 +58,11 @@ class TripPicture {
   Envelope envelope_;
   SeriesThinner rawCourse_, smoothedCourse_, rawSpeed_, smoothedSpeed_;
   SmoothedTrack smoothedFixes_;
+  bool smoothedIsInterrupted_ = false;
+  bool hasMoved_ = false;
   EndlessPlane plane_;
-  std::optional<double> lastSeconds_;
-  std::optional<double> usualInterval_;  ///< seconds
+  TimeGaps gaps_;
+  TripSpan span_;
 };
 
 }  // namespace trip

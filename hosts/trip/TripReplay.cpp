@@ -13,6 +13,8 @@ TripSummary summaryAtStart(const TripReplay::Options& options, readers::Format f
   summary.source = options.source;
   summary.filter = options.filter;
   summary.format = readers::formatName(format);
+  summary.couldAssumeAccuracy = !options.completion.assumedAccuracyMeters;
+  summary.couldDeriveSpeed = !options.completion.derivesSpeed;
   return summary;
 }
 
@@ -81,7 +83,7 @@ void TripReplay::replayFix(const readers::SourceFix& fix) {
   clock_.setNow(completed.timestamp);
   auto row = pipeline_.deliver(completed);
   if (!row) return;
-  row->index = counter_.summary().fixes;
+  row->index = counter_.counts().fixes;
   row->line = fix.line;
   counter_.row(*row);
   listener_.row(*row);
@@ -89,7 +91,7 @@ void TripReplay::replayFix(const readers::SourceFix& fix) {
 
 void TripReplay::switchHalfWayClient() {
   const auto progress = recording_.progress();
-  const std::uint64_t replayed = counter_.summary().fixes;
+  const std::uint64_t replayed = counter_.counts().fixes;
   if (halfWay_ == HalfWay::before && (progress ? *progress >= kHalfWayStart : replayed >= kHalfWayStartOfStream)) {
     pipeline_.startHalfWayClient();
     halfWay_ = HalfWay::listening;

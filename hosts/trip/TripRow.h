@@ -29,21 +29,38 @@ struct TripRow {
   std::optional<CLLocationCoordinate2D> snapped;  ///< what the client with the snap filter got
 };
 
+/// What the filter did to a trip, from before to after.
+struct FilterEffect {
+  struct Quantiles {
+    double median, percentile90;
+  };
+
+  std::optional<double> topRawSpeed, topSmoothedSpeed;  ///< metres per second
+  /// By how much the course turns from fix to fix, in degrees from 0 to 180, while moving above 1 m/s: the raw one, from
+  /// place to place, and the smoothed one, of the same fixes.
+  std::optional<Quantiles> rawTurn, smoothedTurn;
+  std::uint64_t turns = 0;  ///< how many they are
+};
+
 /// What is known at the end.
 struct TripSummary {
   std::string source;  ///< the recording's file name without folders; "-" for standard input
   std::string format;  ///< as readers::formatName says it
-  std::string filter;  ///< "documented" or "measured"
+  std::string filter;  ///< "measured" or "documented"
   std::uint64_t fixes = 0;
   std::uint64_t significant = 0;
   std::uint64_t jumps = 0;
   std::uint64_t stableFixes = 0;
-  std::uint64_t faults = 0;    ///< places in the recording where something was dropped
-  std::uint64_t warnings = 0;  ///< places where something was odd but kept
+  std::uint64_t fixesWithAccuracy = 0, fixesWithSpeed = 0;  ///< told, or completed on request
+  std::uint64_t faults = 0;                                 ///< places in the recording where something was dropped
+  std::uint64_t warnings = 0;                               ///< places where something was odd but kept
   std::optional<double> firstSecondsSince1970, lastSecondsSince1970;
-  double distanceMeters = 0.0;                             ///< along all fixes
-  double significantDistanceMeters = 0.0;                  ///< along the significant ones
+  double distanceMeters = 0.0;             ///< along all fixes
+  double significantDistanceMeters = 0.0;  ///< along the smoothed track
+  FilterEffect effect;
   std::map<std::string, std::uint64_t> deliveredByClient;  ///< client name -> fixes delivered to it
+  /// Whether the options --assume-accuracy and --derive-speed were there to be given, and were not.
+  bool couldAssumeAccuracy = false, couldDeriveSpeed = false;
 };
 
 /// Something that is written while a trip is replayed. Bounded memory, whatever the length of the trip.

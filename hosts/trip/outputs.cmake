@@ -3,12 +3,12 @@
 
 find_package(nlohmann_json REQUIRED)
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(cairo REQUIRED IMPORTED_TARGET GLOBAL cairo cairo-png cairo-svg)
+pkg_check_modules(cairo REQUIRED IMPORTED_TARGET GLOBAL cairo cairo-png)
 
 add_library(
   zr_trip_outputs STATIC
   Axis.cpp
-  Canvas.cpp
+  CairoCanvas.cpp
   CourseFold.cpp
   CsvOutput.cpp
   Diagrams.cpp
@@ -25,7 +25,9 @@ add_library(
   Outputs.cpp
   PictureOutput.cpp
   SeriesThinner.cpp
+  SummaryHints.cpp
   SummaryOutput.cpp
+  SvgCanvas.cpp
   TripDrawing.cpp
   TripPicture.cpp)
 target_include_directories(zr_trip_outputs PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")

@@ -3,6 +3,7 @@
 
 add_library(
   zr_trip_replay STATIC
+  FilterEffectCounter.cpp
   LocationRow.cpp
   ManagerPipeline.cpp
   NearestOnLine.cpp

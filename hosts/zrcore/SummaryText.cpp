@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SummaryText.h"
 
+#include <trip/Axis.h>
+#include <trip/SummaryHints.h>
 #include <trip/SummaryOutput.h>
 
 #include <cmath>
@@ -18,7 +20,21 @@ std::string duration(double seconds) {
   return std::to_string(whole / 3600) + twoDigits(whole / 60 % 60) + twoDigits(whole % 60);
 }
 
-std::string kilometers(double meters) { return fixedText(meters / 1000.0, 3) + " km"; }
+std::string degrees(double value) { return fixedText(value, 1) + "°"; }
+
+/// "raw:      top speed 9.6 km/h, course change per fix 11.2° (median), 102.7° (90 %)"; nothing when nothing is known.
+std::string effectLine(const char* name, std::optional<double> topSpeed,
+                       const std::optional<trip::FilterEffect::Quantiles>& turn) {
+  if (!topSpeed) return {};
+  std::string line = std::string(name) + " top speed " + fixedText(*topSpeed * 3.6, 1) + " km/h";
+  if (turn) {
+    line +=
+        ", course change per fix " + degrees(turn->median) + " (median), " + degrees(turn->percentile90) + " (90 %)";
+  }
+  return line + "\n";
+}
+
+std::string hintLine(const std::string& hint) { return hint.empty() ? hint : hint + "\n"; }
 
 }  // namespace
 
@@ -27,10 +43,14 @@ std::string summaryText(const trip::TripSummary& summary) {
   text += countText(summary.fixes, "fix", "fixes");
   const auto seconds = trip::durationSeconds(summary);
   if (seconds && *seconds >= 0.0) text += " in " + duration(*seconds);
-  text += ", " + kilometers(summary.distanceMeters) + "\n";
-  text += std::to_string(summary.significant) + " significant along " + kilometers(summary.significantDistanceMeters);
-  text += ", " + countText(summary.jumps, "jump", "jumps");
-  text += ", " + std::to_string(summary.stableFixes) + " with a settled receiver\n";
+  text += ", " + trip::measuredLengthText(summary.distanceMeters) + "\n";
+  text += countText(summary.jumps, "jump", "jumps") + " marked, " + std::to_string(summary.significant);
+  text +=
+      " significant, " + trip::measuredLengthText(summary.significantDistanceMeters) + " along the smoothed track, ";
+  text += std::to_string(summary.stableFixes) + " with a settled receiver\n";
+  text += effectLine("raw:     ", summary.effect.topRawSpeed, summary.effect.rawTurn);
+  text += effectLine("smoothed:", summary.effect.topSmoothedSpeed, summary.effect.smoothedTurn);
+  text += hintLine(missingSpeedHint(summary)) + hintLine(missingAccuracyHint(summary));
   text += countText(summary.faults, "fault", "faults") + ", " + countText(summary.warnings, "warning", "warnings");
   return text += '\n';
 }

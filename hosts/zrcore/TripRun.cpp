@@ -56,7 +56,7 @@ class TripRun {
   explicit TripRun(const TripArguments& arguments)
       : arguments_(arguments),
         name_(shownName(arguments.file)),
-        view_(shapeFor(arguments), arguments.rate.has_value()),
+        view_(shapeFor(arguments), arguments.rate.has_value(), arguments.filter),
         pacer_(arguments.rate, view_.waiter()) {
     view_.setName(name_);
   }

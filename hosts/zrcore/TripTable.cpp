@@ -112,13 +112,17 @@ std::string TripTable::statusLine(const Terminal& terminal) const {
 }
 
 std::vector<std::string> TripTable::lines(const Terminal& terminal) const {
-  constexpr std::size_t kLinesAroundRows = 3;  // the header, the status, and the one on which the cursor stands
+  std::size_t linesAroundRows = 3;  // the columns' titles, the status, and the one on which the cursor stands
   std::vector<std::string> lines;
+  if (!heading_.empty() && terminal.rows > 4) {
+    lines.push_back((' ' + heading_).substr(0, static_cast<std::size_t>(std::max(terminal.columns, 0))));
+    ++linesAroundRows;
+  }
   const auto title = tableLine(terminal.columns, [](const Column& column) { return std::string(column.title); });
   lines.push_back(colored(terminal, kBold, title));
 
   const auto height = static_cast<std::size_t>(std::max(terminal.rows, 1));
-  const std::size_t fitting = height > kLinesAroundRows ? height - kLinesAroundRows : 1;
+  const std::size_t fitting = height > linesAroundRows ? height - linesAroundRows : 1;
   for (std::size_t i = rows_.size() - std::min(fitting, rows_.size()); i < rows_.size(); ++i) {
     const auto& row = rows_[i];
     const auto line = tableLine(terminal.columns, [&row](const Column& column) { return column.text(row); });

@@ -8,6 +8,7 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Terminal.h"
@@ -15,6 +16,8 @@
 /// The picture of a running replay in text: the last fixes, and how far it has come. Bounded memory.
 class TripTable {
  public:
+  /// What stands above the columns; empty: nothing.
+  void setHeading(std::string heading) { heading_ = std::move(heading); }
   void row(const trip::TripRow& row);
   void fault() { ++faults_; }
 
@@ -28,6 +31,7 @@ class TripTable {
  private:
   std::string statusLine(const Terminal& terminal) const;
 
+  std::string heading_;
   std::deque<trip::TripRow> rows_;
   std::uint64_t fixes_ = 0;
   std::uint64_t faults_ = 0;

@@ -10,7 +10,7 @@
 #include "JsonLines.h"
 #include "SummaryText.h"
 
-TripView::TripView(Shape shape, bool isPaced)
+TripView::TripView(Shape shape, bool isPaced, const std::string& filter)
     : isPaced_(isPaced),
       saysSummary_(shape != Shape::json),
       waiter_([this] {
@@ -18,7 +18,10 @@ TripView::TripView(Shape shape, bool isPaced)
         return wantsToStop();
       }),
       messages_([this](std::string_view line) { writeMessage(line); }) {
-  if (shape == Shape::table) live_ = std::make_unique<LiveTable>(output_, waiter_, Terminal::current);
+  if (shape == Shape::table) {
+    live_ = std::make_unique<LiveTable>(output_, waiter_, Terminal::current);
+    live_->changing().setHeading("filter: " + filter);
+  }
   if (shape == Shape::lines) outputs_.push_back(std::make_unique<FixLines>(output_));
   if (shape == Shape::json) outputs_.push_back(std::make_unique<JsonLines>(output_));
 }

@@ -21,7 +21,8 @@ class TripView final : public trip::ReplayListener {
   enum class Shape { table, lines, json, nothing };
 
   /// @param isPaced  fixes come in their own time, so each is shown at once
-  TripView(Shape shape, bool isPaced);
+  /// @param filter   its name, for the table's head
+  TripView(Shape shape, bool isPaced, const std::string& filter);
   TripView(const TripView&) = delete;
   TripView& operator=(const TripView&) = delete;
 

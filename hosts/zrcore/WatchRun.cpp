@@ -80,7 +80,7 @@ trip::TripSummary summaryAtStart(const WatchArguments& arguments) {
 class WatchRun final : public ZRDidUpdateLocations, public ZRDidFailWithError {
  public:
   explicit WatchRun(const WatchArguments& arguments)
-      : arguments_(arguments), view_(shapeFor(arguments), true), counter_(summaryAtStart(arguments)) {
+      : arguments_(arguments), view_(shapeFor(arguments), true, arguments.filter), counter_(summaryAtStart(arguments)) {
     view_.setName(harmless(arguments.source));
   }
 
@@ -132,7 +132,7 @@ void WatchRun::locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLoc
   try {
     for (const auto& location : locations) {
       trip::TripRow row = trip::rowOfLocation(*location);
-      row.index = counter_.summary().fixes;
+      row.index = counter_.counts().fixes;
       counter_.row(row);
       view_.row(row);
     }
@@ -154,7 +154,7 @@ void WatchRun::locationManagerDidFailWithError(ZRLocationManager&, const NSError
 int WatchRun::exitCode() const {
   if (signal_ != 0) return 128 + signal_;
   if (fault_ == "badSource") return kExitServiceMissing;
-  if (counter_.summary().fixes > 0 || view_.wantsToStop()) return kExitDone;
+  if (counter_.counts().fixes > 0 || view_.wantsToStop()) return kExitDone;
   return fault_.empty() || fault_ == "noFix" || fault_ == "lost" ? kExitDataFault : kExitServiceMissing;
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MapWidget.h"
 
+#include <trip/CairoCanvas.h>
+
 #include <cmath>
 #include <utility>
 
@@ -20,7 +22,7 @@ MapWidget::MapWidget(GtkDrawingArea* area, std::function<MapContent()> content)
       area_,
       [](GtkDrawingArea*, cairo_t* context, int, int, gpointer self) {
         const auto& map = *static_cast<const MapWidget*>(self);
-        trip::Canvas canvas(context);
+        trip::CairoCanvas canvas(context);
         const bool isDark = adw_style_manager_get_dark(adw_style_manager_get_default());
         drawMap(canvas, map.view_.transform(), map.content_(), isDark ? kDarkMap : kLightMap);
       },

@@ -3,6 +3,7 @@
 #include <demo/MapView.h>
 #include <demo/ViewThinning.h>
 #include <gmock/gmock.h>
+#include <trip/CairoCanvas.h>
 
 #include <algorithm>
 #include <cmath>
@@ -152,7 +153,7 @@ class Picture {
   ~Picture() { cairo_surface_destroy(surface_); }
 
   void draw(const MapView& view, const MapContent& content, const MapColors& colors) {
-    trip::Canvas canvas(surface_);
+    trip::CairoCanvas canvas(surface_);
     drawMap(canvas, view.transform(), content, colors);
     cairo_surface_flush(surface_);
   }

@@ -59,6 +59,22 @@ TEST(DurationText, CarriesBetweenItsUnits) {
   for (const auto& [seconds, text] : rows) EXPECT_EQ(durationText(seconds), text);
 }
 
+TEST(MeasuredLengthText, HasThreeDigitsAndNeverCutsWholeKilometres) {
+  const std::pair<double, const char*> rows[] = {
+      {0.0, "0 m"},        {0.42, "0.42 m"},      {9.994, "9.99 m"},     {9.996, "10.0 m"},   {99.96, "100 m"},
+      {153.7, "154 m"},    {999.4, "999 m"},      {999.6, "1.00 km"},    {9126.0, "9.13 km"}, {10071.0, "10.1 km"},
+      {99960.0, "100 km"}, {999600.0, "1000 km"}, {1234567.0, "1235 km"}};
+  for (const auto& [meters, text] : rows) EXPECT_EQ(measuredLengthText(meters), text);
+}
+
+TEST(DegreeTicks, AreRoundNameTheirHemisphereAndGoOnAroundTheWorld) {
+  EXPECT_THAT(labels(latitudeTicks(46.7961, 46.8137, 4)), ElementsAre("46.800° N", "46.805° N", "46.810° N"));
+  EXPECT_THAT(labels(latitudeTicks(-0.25, 0.2, 5)), ElementsAre("0.2° S", "0.1° S", "0.0°", "0.1° N", "0.2° N"));
+  EXPECT_THAT(labels(longitudeTicks(178.5, 181.2, 3)), ElementsAre("179° E", "180°", "179° W"));
+  EXPECT_THAT(labels(longitudeTicks(-541.0, -538.9, 3)), ElementsAre("179° E", "180°", "179° W"));
+  EXPECT_THAT(labels(longitudeTicks(-180.0, 180.0, 4)), ElementsAre("100° W", "0°", "100° E"));
+}
+
 TEST(FoldCourses, LeadsOverNorthThroughTheEdgesOfTheDiagram) {
   const auto folded = foldCourses({{0.0, 350.0, true}, {3.0, 20.0, false}, {4.0, 340.0, false}});
   ASSERT_EQ(folded.size(), 7u);
@@ -69,6 +85,12 @@ TEST(FoldCourses, LeadsOverNorthThroughTheEdgesOfTheDiagram) {
   EXPECT_DOUBLE_EQ(folded[4].x, 3.5);
   EXPECT_EQ(folded[4].y, 0.0);
   EXPECT_EQ(folded[5].y, 360.0);
+}
+
+TEST(FoldCourses, MarksNorthItselfAtOneEdgeOnly) {
+  for (const auto& point : foldCourses({{0.0, 340.0, true}, {1.0, 0.0, false}, {2.0, 350.0, false}})) {
+    EXPECT_GE(point.y, 340.0);
+  }
 }
 
 TEST(FoldCourses, NeverDrawsAcrossTheDiagramAndForgetsNoCourse) {

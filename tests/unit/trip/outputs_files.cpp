@@ -166,6 +166,14 @@ TEST(SummaryJson, TellsTimesDurationAndClientsAndStaysJsonWhateverTheSourceIsCal
   EXPECT_EQ(told["durationSeconds"], 90.5);
   EXPECT_EQ(told["deliveredByClient"], json::parse(R"({"plain":7,"halfway":3})"));
 
+  EXPECT_EQ(told["topSpeedMetersPerSecond"], json::parse(R"({"raw":null,"smoothed":null})"));
+  EXPECT_EQ(told["courseChangeDegrees"], json::parse(R"({"fixes":0,"raw":null,"smoothed":null})"));
+  summary.effect = {70.0, 20.5, {{4.8, 15.6}}, {{2.8, 9.8}}, 600};
+  const json effect = json::parse(summaryJson(summary, -1));
+  EXPECT_EQ(effect["topSpeedMetersPerSecond"], json::parse(R"({"raw":70.0,"smoothed":20.5})"));
+  EXPECT_EQ(effect["courseChangeDegrees"], json::parse(R"({"fixes":600,
+      "raw":{"median":4.8,"percentile90":15.6},"smoothed":{"median":2.8,"percentile90":9.8}})"));
+
   summary.lastSecondsSince1970.reset();
   const json unknown = json::parse(summaryJson(summary, 2));
   EXPECT_EQ(unknown["lastTime"], nullptr);

@@ -73,20 +73,31 @@ Box boxOf(const Pixels& pixels, Color color) {
   return box;
 }
 
-/// Elements of a well-formed SVG document; 0 and a failure when it is not well-formed.
-int countSvgElements(const std::string& svg) {
-  const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(XML_ParserCreate(nullptr), &XML_ParserFree);
+struct Svg {
   int elements = 0;
-  XML_SetUserData(parser.get(), &elements);
-  XML_SetStartElementHandler(parser.get(), [](void* count, const XML_Char* name, const XML_Char**) {
-    if (*static_cast<int*>(count) == 0) {
+  std::string text;  ///< all that is text in it
+};
+
+/// What stands in an SVG document; nothing and a failure when it is not well-formed, or has numbers that are none.
+Svg readSvg(const std::string& svg) {
+  const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(XML_ParserCreate(nullptr), &XML_ParserFree);
+  Svg read;
+  XML_SetUserData(parser.get(), &read);
+  XML_SetStartElementHandler(parser.get(), [](void* into, const XML_Char* name, const XML_Char** attributes) {
+    auto& elements = static_cast<Svg*>(into)->elements;
+    if (++elements == 1) {
       EXPECT_STREQ(name, "svg");
     }
-    ++*static_cast<int*>(count);
+    for (; *attributes != nullptr; attributes += 2) {
+      EXPECT_THAT(attributes[1], testing::Not(testing::AnyOf(testing::HasSubstr("nan"), testing::HasSubstr("inf"))));
+    }
+  });
+  XML_SetCharacterDataHandler(parser.get(), [](void* into, const XML_Char* text, int length) {
+    static_cast<Svg*>(into)->text.append(text, static_cast<std::size_t>(length));
   });
   const auto status = XML_Parse(parser.get(), svg.data(), static_cast<int>(svg.size()), XML_TRUE);
   EXPECT_EQ(status, XML_STATUS_OK) << XML_ErrorString(XML_GetErrorCode(parser.get()));
-  return status == XML_STATUS_OK ? elements : 0;
+  return status == XML_STATUS_OK ? read : Svg{};
 }
 
 TripPicture pictureOf(const std::vector<TripRow>& rows) {
@@ -107,7 +118,7 @@ TEST(Picture, MarksThePlacesOnItsMapAndNoOthers) {
   picture.setPlaces({{{there.latitude, there.longitude + 0.002}, "Caf\xC3\xA9\xFF"}});
   const Box marked = boxOf(decodePng(drawPng(picture, {})), theme::kPlace);
   EXPECT_GT(marked.count, bare + 100);
-  EXPECT_GT(countSvgElements(drawSvg(picture, {})), 100);
+  EXPECT_THAT(readSvg(drawSvg(picture, {})).text, testing::HasSubstr("Caf\xC3\xA9"));
 }
 
 TEST(Picture, ShowsBothTracksInBothFormatsAndTheJumpsOnlyWhenThereAreAny) {
@@ -118,7 +129,17 @@ TEST(Picture, ShowsBothTracksInBothFormatsAndTheJumpsOnlyWhenThereAreAny) {
   EXPECT_GT(boxOf(withJumps, theme::kSmoothed).count, 1000);
   EXPECT_GT(boxOf(withJumps, theme::kRaw).count, 100);
   EXPECT_GT(boxOf(withJumps, theme::kJump).count, 10);
-  EXPECT_GT(countSvgElements(drawSvg(pictureOf(rows), {})), 100);
+
+  TripSummary summary;
+  summary.source = "<a & b>.csv";
+  summary.filter = "measured";
+  summary.distanceMeters = 10071.0;
+  const Svg svg = readSvg(drawSvg(pictureOf(rows), summary));
+  EXPECT_GT(svg.elements, 50);
+  for (const char* const text : {"<a & b>.csv", "10.1 km raw", "filter: measured", "smoothed", "jump (2)", "Course",
+                                 "09:35", "46.805° N", "7.42° E", "500 m"}) {
+    EXPECT_THAT(svg.text, testing::HasSubstr(text));
+  }
 
   for (TripRow& row : rows) row.jump = false;
   EXPECT_EQ(boxOf(decodePng(drawPng(pictureOf(rows), {})), theme::kJump).count, 0);
@@ -153,6 +174,40 @@ TEST(Picture, HasOneScaleBothWaysAndABarOfRoundTrueLength) {
   EXPECT_THAT(leading, testing::AnyOf(testing::DoubleNear(1.0, 0.02), testing::DoubleNear(2.0, 0.04),
                                       testing::DoubleNear(5.0, 0.1)))
       << barMeters << " m";
+}
+
+TEST(Picture, DrawsNothingOverAGapInTime) {
+  std::vector<TripRow> rows;
+  for (std::uint64_t i = 0; i < 20; ++i) {
+    rows.push_back(rowAt(47.0, 8.0 + 0.001 * static_cast<double>(i < 10 ? i : i + 20), i));
+    if (i >= 10) *rows.back().secondsSince1970 += 60.0;
+  }
+  const auto middleOf = [&rows] {  // of the map: what is neither ground nor grid
+    const Pixels pixels = decodePng(drawPng(pictureOf(rows), {}));
+    int count = 0;
+    for (int y = kMapTop; y < kMapBottom; ++y) {
+      count += pixels.at(800, y) == asPixel(theme::kSmoothed) || pixels.at(800, y) == asPixel(theme::kRaw);
+    }
+    return count;
+  };
+  EXPECT_EQ(middleOf(), 0);
+  for (std::size_t i = 10; i < rows.size(); ++i) *rows[i].secondsSince1970 -= 60.0;
+  EXPECT_GT(middleOf(), 0);
+}
+
+TEST(Picture, SaysWhyItHasNoSpeeds) {
+  TripRow row = rowAt(10.0, 20.0, 0);
+  row.speedMetersPerSecond.reset();
+  TripSummary summary;
+  summary.fixes = 2;
+  summary.couldDeriveSpeed = true;
+  const auto text = [&] { return readSvg(drawSvg(pictureOf({row}), summary)).text; };
+  EXPECT_THAT(text(), testing::HasSubstr("no times to work them out from"));
+  summary.firstSecondsSince1970 = 1.0;
+  summary.lastSecondsSince1970 = 2.0;
+  EXPECT_THAT(text(), testing::HasSubstr("--derive-speed"));
+  summary.couldDeriveSpeed = false;
+  EXPECT_THAT(text(), testing::AllOf(testing::HasSubstr("no speeds"), testing::Not(testing::HasSubstr("--derive"))));
 }
 
 TEST(Picture, PutsNorthUpAndEastRight) {
@@ -194,7 +249,7 @@ TEST(Picture, IsDrawnForTripsOfEveryKind) {
     SCOPED_TRACE(name);
     const Pixels pixels = decodePng(drawPng(pictureOf(rows), named));
     ASSERT_EQ(pixels.width, 1600);
-    EXPECT_GT(countSvgElements(drawSvg(pictureOf(rows), named)), 20);
+    EXPECT_GT(readSvg(drawSvg(pictureOf(rows), named)).elements, 20);
     // The last thing that is drawn: an error on the way would have stopped everything after it.
     bool isBottomDrawn = false;
     for (int x = 0; x < 1600; ++x) isBottomDrawn |= pixels.at(x, 1121) != asPixel(theme::kPaper);

@@ -18,10 +18,12 @@ using testing::SizeIs;
 
 using Line = std::vector<ZRMapPoint>;
 
-double distanceFromLine(ZRMapPoint point, const Line& line) {
+double distanceFromStrokes(ZRMapPoint point, const std::vector<StrokePoint>& line) {
   double least = INFINITY;
-  for (std::size_t i = 1; i < line.size(); ++i)
-    least = std::min(least, distanceFromStretch(point, line[i - 1], line[i]));
+  for (std::size_t i = 1; i < line.size(); ++i) {
+    const ZRMapPoint from = line[line[i].startsStroke ? i : i - 1].at;
+    least = std::min(least, distanceFromStretch(point, from, line[i].at));
+  }
   return least;
 }
 
@@ -51,16 +53,16 @@ TEST(LineSimplifier, KeepsEveryDroppedPointWithinItsErrorBoundAndBothEnds) {
     SCOPED_TRACE(name);
     LineSimplifier simplifier(64, 0.25);
     for (std::size_t i = 0; i < line.size(); ++i) {
-      simplifier.add(line[i]);
+      simplifier.add(line[i], i % 50 == 0 || i / 1000 == 1);  // long strokes, then nothing but gaps, and strokes again
       ASSERT_THAT(simplifier.points(), SizeIs(Le(64u)));
-      ASSERT_EQ(simplifier.points().back().x, line[i].x);
+      ASSERT_EQ(simplifier.points().back().at.x, line[i].x);
       if (i % 400 != 399) continue;  // while the bound is still tight, and later
       double worst = 0.0;
-      for (std::size_t j = 0; j <= i; ++j) worst = std::max(worst, distanceFromLine(line[j], simplifier.points()));
+      for (std::size_t j = 0; j <= i; ++j) worst = std::max(worst, distanceFromStrokes(line[j], simplifier.points()));
       ASSERT_LE(worst, simplifier.errorBound() * (1 + 1e-12) + 1e-9);
     }
-    EXPECT_EQ(simplifier.points().front().x, line.front().x);
-    EXPECT_EQ(simplifier.points().front().y, line.front().y);
+    EXPECT_EQ(simplifier.points().front().at.x, line.front().x);
+    EXPECT_EQ(simplifier.points().front().at.y, line.front().y);
   }
 }
 
@@ -77,6 +79,16 @@ TEST(LineSimplifier, LosesNothingWhileThereIsRoomAndLittleOfASimpleLine) {
     for (const ZRMapPoint& point : lines.at(name)) tight.add(point);
     EXPECT_EQ(tight.errorBound(), 0.25) << name;
   }
+}
+
+TEST(LineSimplifier, KeepsBothEndsOfAGapThatCanBeSeen) {
+  LineSimplifier simplifier(64, 0.25);
+  for (int i = 0; i < 10'000; ++i) simplifier.add({i + (i < 5000 ? 0.0 : 9e5), 0.0}, i == 5000);
+  const auto& points = simplifier.points();
+  const auto gap = std::find_if(points.begin() + 1, points.end(), [](const auto& point) { return point.startsStroke; });
+  ASSERT_NE(gap, points.end());
+  EXPECT_EQ((gap - 1)->at.x, 4999.0);
+  EXPECT_EQ(gap->at.x, 905'000.0);
 }
 
 TEST(SeriesThinner, KeepsTheExtremesAndTheOrder) {
@@ -135,7 +147,16 @@ TEST(TripPicture, KeepsATrackConnectedAcrossTheAntimeridianThereAndBack) {
   const double degree = ZRMapSizeWorld.width / 360.0;
   EXPECT_NEAR(picture.envelope().maxX - picture.envelope().minX, 0.4 * degree, 1e-3);
   const auto& track = picture.rawTrack().points();
-  for (std::size_t i = 1; i < track.size(); ++i) EXPECT_LT(std::fabs(track[i].x - track[i - 1].x), 0.4 * degree);
+  for (std::size_t i = 1; i < track.size(); ++i) EXPECT_LT(std::fabs(track[i].at.x - track[i - 1].at.x), 0.4 * degree);
+}
+
+/// Where the strokes of a track begin, counted in the points that it keeps.
+std::vector<std::size_t> strokeStarts(const std::vector<StrokePoint>& points) {
+  std::vector<std::size_t> starts;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    if (points[i].startsStroke) starts.push_back(i);
+  }
+  return starts;
 }
 
 std::vector<std::uint64_t> strokeStarts(const std::vector<SeriesPoint>& points) {
@@ -146,18 +167,23 @@ std::vector<std::uint64_t> strokeStarts(const std::vector<SeriesPoint>& points) 
   return starts;
 }
 
-TEST(TripPicture, DrawsNoLineOverValuesThatAreMissing) {
+TEST(TripPicture, DrawsNoLineOverWhatIsMissing) {
   TripPicture picture;
   for (std::uint64_t i = 0; i < 40; ++i) {
     TripRow row = rowAt(10.0, 20.0, i);
-    if (i >= 30) *row.secondsSince1970 += 45.0;  // a tunnel
+    if (i >= 30) *row.secondsSince1970 += 45.0;   // a tunnel
+    if (i >= 35) *row.secondsSince1970 -= 900.0;  // another trip
+    row.significant = i > 3 && i != 30;
     if (i == 10 || i == 11) row.speedMetersPerSecond.reset();
     if (i == 20) row.smoothSpeedMetersPerSecond = -1.0;  // unknown
     picture.add(row);
   }
-  EXPECT_THAT(strokeStarts(picture.rawCourse().points()), testing::ElementsAre(0, 30));
-  EXPECT_THAT(strokeStarts(picture.rawSpeed().points()), testing::ElementsAre(0, 12, 30));
-  EXPECT_THAT(strokeStarts(picture.smoothedSpeed().points()), testing::ElementsAre(0, 21, 30));
+  EXPECT_THAT(strokeStarts(picture.rawCourse().points()), testing::ElementsAre(0, 30, 35));
+  EXPECT_THAT(strokeStarts(picture.rawSpeed().points()), testing::ElementsAre(0, 12, 30, 35));
+  EXPECT_THAT(strokeStarts(picture.smoothedSpeed().points()), testing::ElementsAre(0, 21, 30, 35));
+  EXPECT_THAT(strokeStarts(picture.rawTrack().points()), testing::ElementsAre(0, 30, 35));
+  EXPECT_THAT(strokeStarts(picture.smoothedTrack().points()), testing::ElementsAre(0, 27, 31));  // without 1, 2, 3, 30
+  EXPECT_EQ(picture.smoothedCourse().points().front().index, 4u) << "before there was movement, it is no course";
 }
 
 TEST(TripPicture, TakesTheSlowRhythmOfALoggerForNoSilence) {

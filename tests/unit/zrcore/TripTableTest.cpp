@@ -25,6 +25,7 @@ trip::TripRow rowOf(std::uint64_t index) {
 
 TEST(TripTable, NoLineIsWiderThanTheTerminalAndTheCursorKeepsALineOfItsOwn) {
   TripTable table;
+  table.setHeading(std::string(50, 'h'));
   for (std::uint64_t i = 0; i < 1000; ++i) table.row(rowOf(i));
   trip::TripRow extreme = rowOf(1000);
   extreme.secondsSince1970 = 1e18;
@@ -49,8 +50,11 @@ TEST(TripTable, ShowsTheNewestRowsThatFitWithRawAndSmoothedValues) {
   table.row(jump);
   table.fault();
   table.setProgress(0.425);
-  const auto lines = table.lines({.columns = 80, .rows = 8, .color = false, .unicode = false});
-  ASSERT_EQ(lines.size(), 7u);
+  table.setHeading("filter: measured");
+  auto lines = table.lines({.columns = 80, .rows = 9, .color = false, .unicode = false});
+  ASSERT_EQ(lines.size(), 8u);
+  EXPECT_EQ(lines[0], " filter: measured");
+  lines.erase(lines.begin());
   EXPECT_THAT(lines[0], AllOf(HasSubstr("UTC"), HasSubstr("latitude"), HasSubstr("stable")));
   EXPECT_THAT(lines[1], HasSubstr("09:30:06"));
   EXPECT_THAT(lines[5], testing::MatchesRegex(" 09:30:10 +-46.80715 +-120.42564 +3.9 +264.2 +0.0 +36.0 +18.0 +J +yes"));

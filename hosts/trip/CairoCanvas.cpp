@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "Canvas.h"
+#include "CairoCanvas.h"
 
 #include <numbers>
 
@@ -9,22 +9,22 @@ namespace {
 constexpr double kPi = std::numbers::pi;
 }
 
-Canvas::Canvas(cairo_surface_t* surface) : context_(cairo_create(surface)) { setLines(); }
+CairoCanvas::CairoCanvas(cairo_surface_t* surface) : context_(cairo_create(surface)) { setLines(); }
 
-Canvas::Canvas(cairo_t* context) : context_(cairo_reference(context)) { setLines(); }
+CairoCanvas::CairoCanvas(cairo_t* context) : context_(cairo_reference(context)) { setLines(); }
 
-void Canvas::setLines() {
+void CairoCanvas::setLines() {
   cairo_set_line_cap(context_.get(), CAIRO_LINE_CAP_ROUND);
   cairo_set_line_join(context_.get(), CAIRO_LINE_JOIN_ROUND);
 }
 
-void Canvas::fill(const Area& area, Color color, double cornerRadius) {
+void CairoCanvas::fill(const Area& area, Color color, double cornerRadius) {
   rectangle(area, cornerRadius);
   setColor(color);
   cairo_fill(context_.get());
 }
 
-void Canvas::frame(const Area& area, Color color, double cornerRadius) {
+void CairoCanvas::frame(const Area& area, Color color, double cornerRadius) {
   // Half a pixel inwards: a thin line between pixels would be smeared over two.
   rectangle({area.x + 0.5, area.y + 0.5, area.width - 1.0, area.height - 1.0}, cornerRadius);
   setColor(color);
@@ -32,7 +32,7 @@ void Canvas::frame(const Area& area, Color color, double cornerRadius) {
   cairo_stroke(context_.get());
 }
 
-void Canvas::line(double fromX, double fromY, double toX, double toY, Color color, double width) {
+void CairoCanvas::line(double fromX, double fromY, double toX, double toY, Color color, double width) {
   cairo_move_to(context_.get(), fromX, fromY);
   cairo_line_to(context_.get(), toX, toY);
   setColor(color);
@@ -40,15 +40,14 @@ void Canvas::line(double fromX, double fromY, double toX, double toY, Color colo
   cairo_stroke(context_.get());
 }
 
-void Canvas::strokes(const std::vector<DiagramPoint>& points, Color color, double width) {
+void CairoCanvas::strokes(const std::vector<DiagramPoint>& points, Color color, double width) {
   for (std::size_t i = 0; i < points.size(); ++i) {
     const auto [x, y, startsStroke] = points[i];
     if (i > 0 && !startsStroke) {
       cairo_line_to(context_.get(), x, y);
       continue;
     }
-    const bool isAlone = i + 1 == points.size() || points[i + 1].startsStroke;
-    if (isAlone) {
+    if (isAlone(points, i)) {
       cairo_new_sub_path(context_.get());
       cairo_arc(context_.get(), x, y, width / 2, 0.0, 2 * kPi);
     } else {
@@ -60,7 +59,7 @@ void Canvas::strokes(const std::vector<DiagramPoint>& points, Color color, doubl
   cairo_stroke(context_.get());
 }
 
-void Canvas::disc(double x, double y, double radius, Color inside, Color rim, double rimWidth) {
+void CairoCanvas::disc(double x, double y, double radius, Color inside, Color rim, double rimWidth) {
   cairo_new_sub_path(context_.get());
   cairo_arc(context_.get(), x, y, radius, 0.0, 2 * kPi);
   setColor(inside);
@@ -70,22 +69,14 @@ void Canvas::disc(double x, double y, double radius, Color inside, Color rim, do
   cairo_stroke(context_.get());
 }
 
-void Canvas::cross(double x, double y, double radius, Color color, double width) {
-  line(x - radius, y - radius, x + radius, y + radius, color, width);
-  line(x - radius, y + radius, x + radius, y - radius, color, width);
-}
-
-void Canvas::triangle(double x, double y, double radius, Color color) {
-  cairo_move_to(context_.get(), x, y - radius);
-  cairo_line_to(context_.get(), x + 0.75 * radius, y + radius);
-  cairo_line_to(context_.get(), x, y + 0.5 * radius);
-  cairo_line_to(context_.get(), x - 0.75 * radius, y + radius);
+void CairoCanvas::shape(const std::vector<DiagramPoint>& corners, Color color) {
+  for (const DiagramPoint& corner : corners) cairo_line_to(context_.get(), corner.x, corner.y);
   cairo_close_path(context_.get());
   setColor(color);
   cairo_fill(context_.get());
 }
 
-void Canvas::text(double x, double y, const std::string& text, const TextStyle& style) {
+void CairoCanvas::text(double x, double y, const std::string& text, const TextStyle& style) {
   const double width = style.align == Align::left ? 0.0 : textWidth(text, style);
   const double left = style.align == Align::center ? x - width / 2 : x - width;
   setFont(style);
@@ -93,7 +84,7 @@ void Canvas::text(double x, double y, const std::string& text, const TextStyle& 
   if (style.halo) {
     cairo_text_path(context_.get(), text.c_str());
     setColor(style.haloColor);
-    cairo_set_line_width(context_.get(), 4.0);
+    cairo_set_line_width(context_.get(), kHaloWidth);
     cairo_stroke(context_.get());
     cairo_move_to(context_.get(), left, y);
   }
@@ -102,22 +93,22 @@ void Canvas::text(double x, double y, const std::string& text, const TextStyle& 
   cairo_new_path(context_.get());  // showing text leaves a current point behind
 }
 
-double Canvas::textWidth(const std::string& text, const TextStyle& style) {
+double CairoCanvas::textWidth(const std::string& text, const TextStyle& style) {
   setFont(style);
   cairo_text_extents_t extents;
   cairo_text_extents(context_.get(), text.c_str(), &extents);
   return extents.x_advance;
 }
 
-void Canvas::clip(const Area& area, double cornerRadius) {
+void CairoCanvas::clip(const Area& area, double cornerRadius) {
   cairo_save(context_.get());
   rectangle(area, cornerRadius);
   cairo_clip(context_.get());
 }
 
-void Canvas::unclip() { cairo_restore(context_.get()); }
+void CairoCanvas::unclip() { cairo_restore(context_.get()); }
 
-void Canvas::rectangle(const Area& area, double cornerRadius) {
+void CairoCanvas::rectangle(const Area& area, double cornerRadius) {
   cairo_t* const context = context_.get();
   if (cornerRadius <= 0.0) return cairo_rectangle(context, area.x, area.y, area.width, area.height);
   cairo_new_sub_path(context);
@@ -128,11 +119,11 @@ void Canvas::rectangle(const Area& area, double cornerRadius) {
   cairo_close_path(context);
 }
 
-void Canvas::setColor(Color color) {
+void CairoCanvas::setColor(Color color) {
   cairo_set_source_rgba(context_.get(), color.red, color.green, color.blue, color.alpha);
 }
 
-void Canvas::setFont(const TextStyle& style) {
+void CairoCanvas::setFont(const TextStyle& style) {
   cairo_select_font_face(context_.get(), "sans-serif", CAIRO_FONT_SLANT_NORMAL,
                          style.bold ? CAIRO_FONT_WEIGHT_BOLD : CAIRO_FONT_WEIGHT_NORMAL);
   cairo_set_font_size(context_.get(), style.size);
