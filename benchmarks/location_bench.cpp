@@ -13,7 +13,8 @@ std::shared_ptr<CLLocation> fixNumber(int i) {
   return CLLocation::initWithFix({.coordinate = {52.5 + 1e-4 * (i % 1000), 13.4 + 2e-4 * (i % 777)},
                                   .horizontalAccuracy = 5.0,
                                   .course = 45.0,
-                                  .speed = 13.0});
+                                  .speed = 13.0,
+                                  .timestamp = {1e9 + i}});
 }
 
 CLLocations manyFixes() {

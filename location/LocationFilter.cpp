@@ -3,7 +3,9 @@
 
 #include <ZRCore/ZRGeometry.hpp>
 
+#include <cmath>
 #include <cstddef>
+#include <numbers>
 #include <numeric>
 #include <vector>
 
@@ -20,6 +22,14 @@ template <class Entry>
 void appendToHistory(std::vector<Entry>& history, const Entry& entry) {
   history.push_back(entry);
   while (history.size() > kHistoryLength) history.erase(history.begin());
+}
+
+/// A sieve that spares most fixes the trigonometry: no way is longer than that along the meridian and then as far as if
+/// the parallel were the equator. The thousandth keeps rounding out of it.
+bool isSurelyWithin(const CLLocation& a, const CLLocation& b, double meters) {
+  const CLLocationCoordinate2D from = a.coordinate(), to = b.coordinate();
+  const double degrees = std::fabs(to.latitude - from.latitude) + std::fabs(to.longitude - from.longitude);
+  return degrees * std::numbers::pi / 180.0 * EarthRadius < 0.999 * meters;
 }
 
 }  // namespace
@@ -63,7 +73,8 @@ bool LocationFilter::liesTooFarAway(const ZRLocation& location) const {
   const auto& guidance = state_.__previousGuidanceLocation;
   if (!guidance) return false;
   const double seconds = location.timestamp().secondsSince1970 - guidance->timestamp().secondsSince1970;
-  return seconds > 0.0 && location.distanceFromLocation(*guidance) / seconds >= kMovementLimitMetersPerSecond;
+  if (!(seconds > 0.0) || isSurelyWithin(location, *guidance, kMovementLimitMetersPerSecond * seconds)) return false;
+  return location.distanceFromLocation(*guidance) / seconds >= kMovementLimitMetersPerSecond;
 }
 
 void LocationFilter::chooseGuidanceLocation(const std::shared_ptr<ZRLocation>& location) {

@@ -9,6 +9,7 @@
 #include <numbers>
 
 #include "OutputText.h"
+#include "SampleNoise.h"
 #include "SampleRoad.h"
 
 namespace trip {
@@ -21,48 +22,8 @@ constexpr double kRedLightSeconds = 30.0;
 constexpr double kTunnelSeconds = 45.0;
 constexpr std::array<double, 10> kSettlingAccuracyMeters{300, 215, 150, 110, 82, 60, 38, 22, 12, 7};
 constexpr std::array<double, 6> kAfterTunnelAccuracyMeters{165, 140, 118, 74, 36, 15};
+constexpr double kDriftKept = 0.96;  // a second later; a correlation time of about 25 s
 constexpr std::array<double, 2> kJumpSeconds{238.0, 452.0};
-
-/// SplitMix64 (Steele, Lea and Flood 2014).
-class Random {
- public:
-  explicit Random(std::uint64_t seed) : state_(seed) {}
-
-  /// [0, 1)
-  double uniform() {
-    state_ += 0x9e3779b97f4a7c15;
-    std::uint64_t bits = state_;
-    bits = (bits ^ (bits >> 30)) * 0xbf58476d1ce4e5b9;
-    bits = (bits ^ (bits >> 27)) * 0x94d049bb133111eb;
-    return static_cast<double>((bits ^ (bits >> 31)) >> 11) * 0x1p-53;
-  }
-
-  /// Nearly normal, mean 0, deviation 1: a sum of twelve uniform numbers needs no logarithm, whose last bits differ
-  /// between libraries.
-  double normal() {
-    double sum = -6.0;
-    for (int i = 0; i < 12; ++i) sum += uniform();
-    return sum;
-  }
-
- private:
-  std::uint64_t state_;
-};
-
-/// An error that forgets itself slowly, as a receiver's does (first-order Gauss-Markov). Deviation 1.
-class DriftingError {
- public:
-  explicit DriftingError(Random& random) : value_(random.normal()) {}
-
-  double next(Random& random) {
-    constexpr double kKept = 0.96;  // a second later; a correlation time of about 25 s
-    value_ = kKept * value_ + std::sqrt(1.0 - kKept * kKept) * random.normal();
-    return value_;
-  }
-
- private:
-  double value_;
-};
 
 double rounded(double value, double stepsPerUnit) { return std::round(value * stepsPerUnit) / stepsPerUnit; }
 
@@ -157,7 +118,7 @@ class Receiver {
 
   const SampleRoad& road_;
   Random random_;
-  DriftingError east_{random_}, north_{random_};
+  DriftingError east_{random_, kDriftKept}, north_{random_, kDriftKept};
 };
 
 }  // namespace
