@@ -16,7 +16,9 @@ TripSession::TripSession(const ZRClock& clock, NSNotificationCenter& notificatio
                     [this](const NSError& error) {
                       failure_ = error.localizedDescription();
                       hasNews_ = true;
-                    }}) {}
+                    }}) {
+  setFiltersMeasuredValues(true);
+}
 
 void TripSession::begin(const std::shared_ptr<CLLocationManager>& source, std::string name) {
   ZRLocationManager::setTripSimulator(source);

@@ -54,8 +54,10 @@ class TripSession {
   /// Posts that the application went to the background, or came back.
   void setInBackground(bool isInBackground);
   bool isInBackground() const { return isInBackground_; }
-  /// Whether the filter works on the values that the receiver measured, in place of the documented behaviour.
+  /// Whether the filter works on the values that the receiver measured, as it does at the start, or on none, as the
+  /// service does by itself.
   void setFiltersMeasuredValues(bool filters) { ZRLocationManager::setFiltersMeasuredValues(filters); }
+  bool filtersMeasuredValues() const { return ZRLocationManager::filtersMeasuredValues(); }
   /// Whether the service keeps its receiver running now.
   bool receiverRuns() const;
 

@@ -13,8 +13,8 @@
 struct TripArguments {
   std::string file;  ///< "-": standard input
   std::optional<std::string> outputFolder;
-  std::string filter = "documented";  ///< or "measured"
-  std::optional<double> rate;         ///< recorded seconds per second; nullopt: as fast as possible
+  std::string filter = "measured";  ///< or "documented"
+  std::optional<double> rate;       ///< recorded seconds per second; nullopt: as fast as possible
   std::optional<trip::TimeBound> from, to;
   std::optional<double> assumedAccuracyMeters;
   bool derivesSpeed = false;

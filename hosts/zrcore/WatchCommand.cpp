@@ -30,7 +30,7 @@ Exit codes:
 
 Examples:
   zrcore watch
-  zrcore watch gpsd:10.0.0.7 --filter measured --record drive.gpx
+  zrcore watch gpsd:10.0.0.7 --record drive.gpx
   zrcore watch nmea:/dev/ttyUSB0 --for 60 --json)";
 
 }  // namespace
@@ -46,7 +46,7 @@ void addWatchCommand(CLI::App& tool, int& exitCode) {
                   "Write the fixes there, as GPX. The file is whole at any moment, whatever becomes of the tool")
       ->type_name("FILE.gpx");
   command.add_flag("--force", arguments->force, "Let --record and --speak overwrite files");
-  command.add_option("--filter", arguments->filter, "As in 'zrcore trip': documented or measured [documented]")
+  command.add_option("--filter", arguments->filter, "As in 'zrcore trip': measured or documented [measured]")
       ->type_name("NAME")
       ->check(CLI::IsMember({"documented", "measured"}));
   command

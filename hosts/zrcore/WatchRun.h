@@ -11,7 +11,7 @@
 struct WatchArguments {
   std::string source = "auto";
   std::optional<std::string> recordFile;
-  std::string filter = "documented";  ///< or "measured"
+  std::string filter = "measured";    ///< or "documented"
   std::optional<double> forSeconds;   ///< nullopt: until it is interrupted
   std::optional<SoundTarget> speech;  ///< nullopt: nothing is spoken
   bool json = false;

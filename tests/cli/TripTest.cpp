@@ -205,7 +205,7 @@ TEST_F(Trip, TheOptionsReachTheFilter) {
     more.insert(more.begin(), {"trip", kDrive, "--json"});
     return folder.run(more);
   };
-  const json documented = summaryOf(fixes({})), measured = summaryOf(fixes({"--filter", "measured"}));
+  const json documented = summaryOf(fixes({"--filter", "documented"})), measured = summaryOf(fixes({}));
   EXPECT_EQ(documented["jumps"], 0);
   EXPECT_EQ(documented["stableFixes"], 0);
   EXPECT_EQ(measured["jumps"], 2);
@@ -217,6 +217,8 @@ TEST_F(Trip, TheOptionsReachTheFilter) {
   EXPECT_EQ(fixes({"--from", "+86400"}).exitCode, 1);
 
   const std::string bare = folder.file("bare.csv", kTable);
+  const std::string foot = folder.run({"trip", bare}).err;
+  EXPECT_THAT(foot, AllOf(HasSubstr("filter measured"), HasSubstr("--derive-speed"), HasSubstr("--assume-accuracy")));
   const ToolRun completed = folder.run({"trip", bare, "--json", "--assume-accuracy", "12", "--derive-speed"});
   const json second = json::parse(linesOf(completed.out)[1]);
   EXPECT_EQ(second["accuracyMeters"], 12.0);
@@ -245,6 +247,13 @@ TEST_F(Trip, EachRecordingOfTheCollectionIsReplayedToItsEnd) {
     EXPECT_EQ(summaryOf(run)["deliveredByClient"]["snapped"], fixes);
     EXPECT_EQ(json::parse(filesIn(name)["summary.json"]), summaryOf(run));
   }
+  // What the filter is for: a walk whose course is calmed, and a phone among high buildings whose place jumps.
+  const json walk = summaryOf(folder.run({"trip", collection / "haicom-305N-walk.log", "--json"}));
+  const json& turns = walk["courseChangeDegrees"];
+  EXPECT_LE(turns["smoothed"]["percentile90"].get<double>(), turns["raw"]["percentile90"].get<double>() / 3.0);
+  const json phone = summaryOf(folder.run({"trip", collection / "pinephone-quectel-eg25-g.log", "--json"}));
+  EXPECT_EQ(phone["jumps"], 2);
+  EXPECT_LT(phone["topSpeedMetersPerSecond"]["smoothed"].get<double>(), 3.5);
 }
 
 TEST_F(Trip, AFullDiskIsToldAndNoHalfFileIsLeft) {

@@ -60,7 +60,6 @@ TEST_F(DemoWindow, TheSwitchesStopTheReceiverInTheBackgroundAndFindTheJumps) {
   start(1024, 768, false);
   until("the first fix", [&] { return number("drawn") == 1; });
   constexpr int kSwitchX = 968, kBackgroundY = 577, kMeasuredY = 686;
-  click(kSwitchX, kMeasuredY);
   click(kSwitchX, kBackgroundY);
   until("the receiver to stop", [&] { return number("runs") == 0; });
   seekTo(0.4);
@@ -72,6 +71,13 @@ TEST_F(DemoWindow, TheSwitchesStopTheReceiverInTheBackgroundAndFindTheJumps) {
   until("fixes", [&] { return number("drawn") > 200; });
   EXPECT_EQ(number("jumps"), 1);  // the other was lost in the background
   EXPECT_GT(picture("walk-jumps").find(kJump).count, 20u);
+
+  click(kSwitchX, kMeasuredY);  // back to the service's own way, which finds none
+  seekTo(0.5);
+  until("the jump to be taken back", [&] { return number("jumps") == 0; });
+  seekTo(0.9);
+  until("the same fixes again", [&] { return number("drawn") > 200; });
+  EXPECT_EQ(number("jumps"), 0);
 }
 
 TEST_F(DemoWindow, APlaceThatIsTappedIsShownOnTheMap) {

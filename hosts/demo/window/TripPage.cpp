@@ -129,6 +129,7 @@ void TripPage::listenToSwitches() {
     showService();
   });
   GtkSwitch* const measured = ui_.toggle("measured");
+  gtk_switch_set_active(measured, session_.filtersMeasuredValues());
   connectNotify(measured, "active",
                 [this, measured] { session_.setFiltersMeasuredValues(gtk_switch_get_active(measured)); });
 }
