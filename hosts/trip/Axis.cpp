@@ -44,6 +44,7 @@ std::vector<Tick> ticks(double from, double to, double step, int maxTicks, Label
 }
 
 std::vector<Tick> degreeTicks(double from, double to, int maxTicks, const char* positive, const char* negative) {
+  if (!(to > from)) return {};
   const double step = roundUp((to - from) / maxTicks);
   const int decimals = std::max(0, static_cast<int>(std::ceil(-std::log10(step) - 1e-9)));
   return ticks(from, to, step, maxTicks, [=](double value) {

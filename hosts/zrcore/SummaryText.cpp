@@ -13,6 +13,8 @@
 
 namespace {
 
+constexpr double kKilometersPerHour = 3.6;
+
 /// "H:MM:SS".
 std::string duration(double seconds) {
   const auto whole = static_cast<std::uint64_t>(std::llround(seconds));
@@ -26,7 +28,7 @@ std::string degrees(double value) { return fixedText(value, 1) + "°"; }
 std::string effectLine(const char* name, std::optional<double> topSpeed,
                        const std::optional<trip::FilterEffect::Quantiles>& turn) {
   if (!topSpeed) return {};
-  std::string line = std::string(name) + " top speed " + fixedText(*topSpeed * 3.6, 1) + " km/h";
+  std::string line = std::string(name) + " top speed " + fixedText(*topSpeed * kKilometersPerHour, 1) + " km/h";
   if (turn) {
     line +=
         ", course change per fix " + degrees(turn->median) + " (median), " + degrees(turn->percentile90) + " (90 %)";

@@ -20,8 +20,8 @@ Output:
   On a terminal a live table: time (UTC), position, accuracy, raw and smoothed course and speed, S: significant movement,
   J: implausible jump, whether the receiver has settled. Otherwise one line per fix, columns separated by tabs, named by
   the first line, "-" for what is unknown. Messages and the summary go to the standard error stream.
-  The summary tells what the filter did: from place to place, and smoothed, the top speed and by how much the course
-  changes from fix to fix while moving above 1 m/s (the median, and what nine in ten do not exceed).
+  The summary tells what the filter did: the top speed as told and smoothed, and by how much the course changes from fix
+  to fix while moving above 1 m/s, from place to place and smoothed (the median, and what nine in ten do not exceed).
   Three clients listen to the service: a plain one, one with a snap filter, and one from a quarter to three quarters of
   the file (of a stream: from the 101st to the 200th fix).
 

@@ -72,6 +72,7 @@ TEST(DegreeTicks, AreRoundNameTheirHemisphereAndGoOnAroundTheWorld) {
   EXPECT_THAT(labels(latitudeTicks(-0.25, 0.2, 5)), ElementsAre("0.2° S", "0.1° S", "0.0°", "0.1° N", "0.2° N"));
   EXPECT_THAT(labels(longitudeTicks(178.5, 181.2, 3)), ElementsAre("179° E", "180°", "179° W"));
   EXPECT_THAT(labels(longitudeTicks(-541.0, -538.9, 3)), ElementsAre("179° E", "180°", "179° W"));
+  EXPECT_THAT(latitudeTicks(85.0, 85.0, 4), testing::IsEmpty());
   EXPECT_THAT(labels(longitudeTicks(-180.0, 180.0, 4)), ElementsAre("100° W", "0°", "100° E"));
 }
 
