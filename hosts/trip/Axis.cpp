@@ -49,7 +49,7 @@ std::vector<Tick> degreeTicks(double from, double to, int maxTicks, const char* 
   const int decimals = std::max(0, static_cast<int>(std::ceil(-std::log10(step) - 1e-9)));
   return ticks(from, to, step, maxTicks, [=](double value) {
     const double degrees = std::remainder(value, 360.0);
-    const bool isOnBoth = std::fabs(degrees) < step / 2 || std::fabs(degrees) > 180.0 - step / 2;
+    const bool isOnBoth = std::fabs(degrees) < step / 1e3 || std::fabs(degrees) > 180.0 - step / 1e3;
     return formatted("%.*f\u00b0%s", decimals, std::fabs(degrees), isOnBoth ? "" : degrees > 0.0 ? positive : negative);
   });
 }
