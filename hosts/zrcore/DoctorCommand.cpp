@@ -8,6 +8,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "CommandLine.h"
 #include "ExitCodes.h"
 #include "Messages.h"
 #include "StandardOutput.h"
@@ -61,10 +62,8 @@ int runDoctor(bool json) {
 
 }  // namespace
 
-void addDoctorCommand(CLI::App& tool, int& exitCode) {
+void addDoctorCommand(CommandLine& tool) {
   const auto json = std::make_shared<bool>(false);
-  CLI::App& command = *tool.add_subcommand("doctor", kDescription);
-  command.footer(kFooter);
-  command.add_flag("--json", *json, "For programs");
-  command.callback([json, &exitCode] { exitCode = runDoctor(*json); });
+  Command command = tool.add("doctor", kDescription, kFooter, [json] { return runDoctor(*json); });
+  command.flag("--json", *json, "For programs");
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "CommandLine.h"
 #include "ExitCodes.h"
 #include "Messages.h"
 #include "StandardOutput.h"
@@ -63,12 +64,10 @@ int runUrl(const UrlArguments& arguments) {
 
 }  // namespace
 
-void addUrlCommand(CLI::App& tool, int& exitCode) {
+void addUrlCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<UrlArguments>();
-  CLI::App& command = *tool.add_subcommand("url", kDescription);
-  command.footer(kFooter);
-  command.add_option("BASE", arguments->base, "The service's base address")->required();
-  command.add_option("PATH", arguments->path, "The path behind it; may be empty")->required();
-  command.add_option("KEY=VALUE", arguments->parameters, "Parameters, in this order");
-  command.callback([arguments, &exitCode] { exitCode = runUrl(*arguments); });
+  Command command = tool.add("url", kDescription, kFooter, [arguments] { return runUrl(*arguments); });
+  command.option("BASE", arguments->base, "The service's base address").required();
+  command.option("PATH", arguments->path, "The path behind it; may be empty").required();
+  command.option("KEY=VALUE", arguments->parameters, "Parameters, in this order");
 }
