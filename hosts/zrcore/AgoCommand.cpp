@@ -16,9 +16,9 @@
 
 namespace {
 
-constexpr const char* kDescription = "Says how long ago a date was, in the words that the kit shows.";
+constexpr const char* kAgoDescription = "Says how long ago a date was, in the words that the kit shows.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kAgoFooter = R"(
 Dates are written as 2016-03-01T12:00:00Z.
 
 Exit codes:
@@ -75,7 +75,7 @@ int runAgo(const AgoArguments& arguments) {
 
 void addAgoCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<AgoArguments>();
-  Command command = tool.add("ago", kDescription, kFooter, [arguments] { return runAgo(*arguments); });
+  Command command = tool.add("ago", kAgoDescription, kAgoFooter, [arguments] { return runAgo(*arguments); });
   command.option("ISO-DATE", arguments->date, "The date").required();
   command.option("--now", arguments->now, "Count from here instead of the present").valueName("ISO-DATE");
 }

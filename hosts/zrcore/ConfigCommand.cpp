@@ -8,9 +8,10 @@
 
 namespace {
 
-constexpr const char* kDescription = "Fetches the configuration: the base addresses of the kit's five web services.";
+constexpr const char* kConfigDescription =
+    "Fetches the configuration: the base addresses of the kit's five web services.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kConfigFooter = R"(
 Output:
   One line per service: its name and its address, "-" for what there is not. The standard error stream says whether the
   addresses came from the service or from the packaged file, and why.
@@ -30,7 +31,8 @@ Examples:
 
 void addConfigCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<ConfigArguments>();
-  Command command = tool.add("config", kDescription, kFooter, [arguments] { return runConfig(*arguments); });
+  Command command =
+      tool.add("config", kConfigDescription, kConfigFooter, [arguments] { return runConfig(*arguments); });
 
   command.option("--key", arguments->key, "The product key that the service knows").required();
   command

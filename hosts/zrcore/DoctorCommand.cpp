@@ -15,10 +15,10 @@
 
 namespace {
 
-constexpr const char* kDescription =
+constexpr const char* kDoctorDescription =
     "Tells what of this machine the navigation kit can use, and how to mend what it can't. Changes nothing.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kDoctorFooter = R"(
 Output:
   One line for each thing: usable, missing or broken; what it is; details. Below a thing that can't be used stands the
   command that mends it. With --json an array of objects: subject, state, detail, remedy.
@@ -64,6 +64,6 @@ int runDoctor(bool json) {
 
 void addDoctorCommand(CommandLine& tool) {
   const auto json = std::make_shared<bool>(false);
-  Command command = tool.add("doctor", kDescription, kFooter, [json] { return runDoctor(*json); });
+  Command command = tool.add("doctor", kDoctorDescription, kDoctorFooter, [json] { return runDoctor(*json); });
   command.flag("--json", *json, "For programs");
 }

@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr const char* kDescription =
+constexpr const char* kPlaceDescription =
     "Shows what a geocoding or search service answered as places.\n"
     "Reads JSON: one result, an array of results, or an object with a list of them under \"results\" or \"features\".";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kPlaceFooter = R"(
 Output:
   On a terminal a table: each place's first line, second line and single line, where it is shown on a map, how exact the
   result is, and the zoom level that suits it. Otherwise one line per place, columns separated by tabs, named by the
@@ -34,7 +34,7 @@ Examples:
 
 void addPlaceCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<PlaceArguments>();
-  Command command = tool.add("place", kDescription, kFooter, [arguments] { return runPlace(*arguments); });
+  Command command = tool.add("place", kPlaceDescription, kPlaceFooter, [arguments] { return runPlace(*arguments); });
 
   command.option("FILE", arguments->files, "The answers; - for standard input").required();
   command

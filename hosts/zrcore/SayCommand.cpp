@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr const char* kDescription = "Speaks texts, one after the other, as guidance speaks its prompts.";
+constexpr const char* kSayDescription = "Speaks texts, one after the other, as guidance speaks its prompts.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kSayFooter = R"(
 While it speaks, other applications' sound is lowered. Messages go to the standard error stream.
 
 Exit codes:
@@ -28,7 +28,7 @@ Examples:
 
 void addSayCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<SayArguments>();
-  Command command = tool.add("say", kDescription, kFooter, [arguments] { return runSay(*arguments); });
+  Command command = tool.add("say", kSayDescription, kSayFooter, [arguments] { return runSay(*arguments); });
 
   command.option("TEXT", arguments->texts, "What to say; each is a prompt of its own").required();
   command.option("--voice", arguments->voice, "A language tag, such as en-US or de [en-US]").valueName("TAG");

@@ -10,12 +10,12 @@
 
 namespace {
 
-constexpr const char* kDescription =
+constexpr const char* kTripDescription =
     "Replays a recorded trip through the location service and shows what the filter makes of it.\n"
     "Reads GPX, NMEA 0183, gpsd JSON lines and CSV (time,lat,lon,altitude,accuracy,speed,course), told apart by "
     "content.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kTripFooter = R"(
 Output:
   On a terminal a live table: time (UTC), position, accuracy, raw and smoothed course and speed, S: significant movement,
   J: implausible jump, whether the receiver has settled. Otherwise one line per fix, columns separated by tabs, named by
@@ -76,7 +76,7 @@ void checkStandardInput(const TripArguments& arguments) {
 
 void addTripCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<TripArguments>();
-  Command command = tool.add("trip", kDescription, kFooter, [arguments] {
+  Command command = tool.add("trip", kTripDescription, kTripFooter, [arguments] {
     checkStandardInput(*arguments);
     return runTrip(*arguments);
   });

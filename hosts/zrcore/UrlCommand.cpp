@@ -15,10 +15,10 @@
 
 namespace {
 
-constexpr const char* kDescription =
+constexpr const char* kUrlDescription =
     "Makes the address of a request from a base address, a path and parameters, as the kit does.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kUrlFooter = R"(
 Keys and values are escaped; the base and the path are taken as they are. The kit gives each key one value.
 
 Exit codes:
@@ -66,7 +66,7 @@ int runUrl(const UrlArguments& arguments) {
 
 void addUrlCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<UrlArguments>();
-  Command command = tool.add("url", kDescription, kFooter, [arguments] { return runUrl(*arguments); });
+  Command command = tool.add("url", kUrlDescription, kUrlFooter, [arguments] { return runUrl(*arguments); });
   command.option("BASE", arguments->base, "The service's base address").required();
   command.option("PATH", arguments->path, "The path behind it; may be empty").required();
   command.option("KEY=VALUE", arguments->parameters, "Parameters, in this order");

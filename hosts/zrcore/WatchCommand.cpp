@@ -11,11 +11,11 @@
 
 namespace {
 
-constexpr const char* kDescription =
+constexpr const char* kWatchDescription =
     "Shows where this machine is, through the location service, until it is interrupted.\n"
     "Sources: auto, gpsd[:HOST[:PORT]], gpsd:/PATH, geoclue, nmea:PATH (a serial device, a FIFO, a socket), file:PATH.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kWatchFooter = R"(
 Output:
   As 'zrcore trip': on a terminal a live table, otherwise one line per fix. Messages and the summary go to the standard
   error stream; a source that is lost is looked for until it comes back.
@@ -37,7 +37,7 @@ Examples:
 
 void addWatchCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<WatchArguments>();
-  Command command = tool.add("watch", kDescription, kFooter, [arguments] {
+  Command command = tool.add("watch", kWatchDescription, kWatchFooter, [arguments] {
     const auto source = policy::parsePositioningSource(arguments->source);
     if (const auto* const why = std::get_if<std::string>(&source)) throw UsageFault("SOURCE", *why);
     return runWatch(*arguments);
