@@ -22,13 +22,13 @@ set(ZR_PACKAGE_FOLDER "${CMAKE_INSTALL_LIBDIR}/cmake/ZRCore")
 
 # A component is nothing without what it needs, and takes what else there is.
 set(ZR_COMPONENTS tool library development window)
-set(ZR_TOOL_NEEDS ZRCore ZRCoreLinux zrcore)
+set(ZR_TOOL_NEEDS ZRCore ZRCoreLinux zrcore samples)
 set(ZR_LIBRARY_NEEDS ZRCore)
 set(ZR_LIBRARY_TAKES ZRCoreLinux ZRCoreGtk)
 set(ZR_DEVELOPMENT_NEEDS ZRCore ZRCore_development)
 set(ZR_DEVELOPMENT_TAKES ZRCoreLinux ZRCoreLinux_development ZRCoreGtk ZRCoreGtk_development ZRCoreJSON_development
                          ZRCoreFake_development)
-set(ZR_WINDOW_NEEDS ZRCore ZRCoreLinux ZRCoreGtk zrcore-demo)
+set(ZR_WINDOW_NEEDS ZRCore ZRCoreLinux ZRCoreGtk zrcore-demo samples)
 
 # zr_lies_as_installed(TARGET)
 function(zr_lies_as_installed target)
@@ -103,7 +103,9 @@ function(zr_install_ends)
   if(NOT PROJECT_IS_TOP_LEVEL)
     return()
   endif()
+  install(DIRECTORY "${PROJECT_SOURCE_DIR}/samples" DESTINATION ${ZR_DATA_FOLDER} COMPONENT samples)
   get_property(files GLOBAL PROPERTY ZR_PARTS)
+  string(APPEND files "set(samples_FILE [[${PROJECT_SOURCE_DIR}/samples]])\n")  # which need not be built
   set(lists "set(ZR_BUILD [[${PROJECT_BINARY_DIR}]])\nset(ZR_COMPONENTS ${ZR_COMPONENTS})\n")
   foreach(component IN LISTS ZR_COMPONENTS)
     string(TOUPPER "ZR_${component}" name)
