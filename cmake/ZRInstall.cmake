@@ -55,6 +55,7 @@ endfunction()
 # The parts of a target can be installed once there is its file.
 function(zr_has_parts target)
   set_property(GLOBAL APPEND_STRING PROPERTY ZR_PARTS "set(${target}_FILE [[$<TARGET_FILE:${target}>]])\n")
+  set_property(GLOBAL APPEND PROPERTY ZR_PART_TARGETS ${target})
 endfunction()
 
 # zr_install_library(TARGET DESCRIPTION [REQUIRES package...])
@@ -114,6 +115,8 @@ function(zr_install_ends)
   string(REPLACE ";" " " lists "${lists}")
   file(GENERATE OUTPUT "${PROJECT_BINARY_DIR}/ZRInstallParts.cmake"
        CONTENT "${lists}${files}include([[${PROJECT_SOURCE_DIR}/cmake/ZRInstallComponents.cmake]])\n")
+  get_property(targets GLOBAL PROPERTY ZR_PART_TARGETS)
+  add_custom_target(shipped DEPENDS ${targets})  # all that can be installed, and no test
   add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} "-DBUILD=${PROJECT_BINARY_DIR}" -P
                                       "${PROJECT_SOURCE_DIR}/cmake/ZRUninstall.cmake" VERBATIM)
 endfunction()
