@@ -1,0 +1,122 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef ZRCORE_GEOMETRY_EXACT_PAIR_H
+#define ZRCORE_GEOMETRY_EXACT_PAIR_H
+
+#include <cstddef>
+
+#include "Lanes.h"
+
+/// Sums and products without error, as unevaluated sums of two doubles (Dekker 1971). A product's two parts are the
+/// same whether the processor has a fused multiply-add or not.
+namespace exact::ZR_EXACT_BUILD {
+
+template <class R>
+struct Pair {
+  R high, low;
+};
+
+/// a + b. Exact where a is 0 or a multiple of the last place of b, as it is for |a| >= |b|.
+template <class R>
+ZR_INLINE Pair<R> sum(R a, R b) {
+  const R high = a + b;
+  return {high, b - (high - a)};
+}
+
+/// a b, for products that neither overflow nor leave their low part among the subnormals.
+template <class R>
+ZR_INLINE Pair<R> product(R a, R b) {
+  const R high = a * b;
+  if constexpr (kHasFusedMultiplyAdd) {
+    return {high, fused<R>(a, b, -high)};
+  } else {
+    constexpr double kSplit = 0x1p27 + 1.0;
+    const R scaledA = a * kSplit;
+    const R scaledB = b * kSplit;
+    const R highA = scaledA - (scaledA - a);
+    const R highB = scaledB - (scaledB - b);
+    const R lowA = a - highA;
+    const R lowB = b - highB;
+    return {high, lowA * lowB - (((high - highA * highB) - lowA * highB) - highA * lowB)};
+  }
+}
+
+/// a b + c in one rounding or in two, whichever is quicker: only where the last place does not matter, or where the
+/// product is exact. Single numbers among the arguments stand for all lanes.
+template <class R>
+ZR_INLINE R mulAdd(auto a, auto b, auto c) {
+  if constexpr (kHasFusedMultiplyAdd) {
+    return fused<R>(spread<R>(a), spread<R>(b), spread<R>(c));
+  } else {
+    return spread<R>(a) * spread<R>(b) + spread<R>(c);
+  }
+}
+
+/// c - a b, where a b is close to c.
+template <class R>
+ZR_INLINE R residual(R c, R a, R b) {
+  if constexpr (kHasFusedMultiplyAdd) {
+    return fused<R>(-a, b, c);
+  } else {
+    const Pair<R> ab = product<R>(a, b);
+    return (c - ab.high) - ab.low;
+  }
+}
+
+/// A value rounded to a double, if it is known how. Where it is not, the true value lies too close to the middle of two
+/// doubles (or something is NaN) and has to be computed more carefully.
+template <class R>
+struct Rounded {
+  R value;
+  Mask<R> isSure;
+};
+
+/// high + low, whose error is at most `relativeError` |high|: sure where both ends are rounded alike.
+template <class R>
+ZR_INLINE Rounded<R> rounded(R high, R low, double relativeError) {
+  const R end = high + mulAdd<R>(high, -relativeError, low);
+  return {end, end == high + mulAdd<R>(high, relativeError, low)};
+}
+/// The same with an absolute error.
+template <class R>
+ZR_INLINE Rounded<R> roundedWithin(R high, R low, double error) {
+  const R end = high + (low - error);
+  return {end, end >= high + (low + error)};
+}
+
+/// c[0] + c[1] u + ...
+template <class R, std::size_t Count>
+ZR_INLINE R polynomial(R u, const double (&c)[Count]) {
+  if constexpr (Count == 3) {
+    return mulAdd<R>(mulAdd<R>(all<R>(c[2]), u, c[1]), u, c[0]);
+  } else if constexpr (Count == 4) {
+    return mulAdd<R>(u * u, mulAdd<R>(all<R>(c[3]), u, c[2]), mulAdd<R>(all<R>(c[1]), u, c[0]));
+  } else if constexpr (Count == 5) {
+    const R square = u * u;
+    const R upper = mulAdd<R>(square, all<R>(c[4]), mulAdd<R>(all<R>(c[3]), u, c[2]));
+    return mulAdd<R>(square, upper, mulAdd<R>(all<R>(c[1]), u, c[0]));
+  } else {
+    R result = all<R>(c[Count - 1]);
+    for (std::size_t n = Count - 1; n-- > 0;) result = mulAdd<R>(result, u, c[n]);
+    return result;
+  }
+}
+
+/// The whole number nearest to `value` (|value| < 2^51, ties either way), as a number and, in its low 32 bits and more,
+/// as a word.
+template <class R>
+struct Whole {
+  R number;
+  Word<R> word;
+};
+/// The word of the whole number 0; others are so much more or less.
+inline constexpr std::int64_t kWholeZero = 0x4338000000000000;
+template <class R>
+ZR_INLINE Whole<R> wholeOfProduct(R value, double factor) {
+  constexpr double kShift = 0x1.8p52;  // its last place is 1
+  const R shifted = mulAdd<R>(value, factor, all<R>(kShift));
+  return {shifted - kShift, wordOf(shifted)};
+}
+
+}  // namespace exact::ZR_EXACT_BUILD
+
+#endif
