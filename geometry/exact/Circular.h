@@ -28,16 +28,6 @@ inline constexpr auto kSines = [] {
   return rows;
 }();
 
-/// tan((k - 64) pi/256).
-inline constexpr auto kTangents = [] {
-  std::array<tables::TangentRow, 128> rows{};
-  for (std::size_t k = 0; k < rows.size(); ++k) {
-    const tables::TangentRow row = tables::kEighthOfTangents[k < 64 ? 64 - k : k - 64];
-    rows[k] = k < 64 ? tables::TangentRow{-row.high, -row.low} : row;
-  }
-  return rows;
-}();
-
 /// An angle as `steps` pi/256 and a rest of at most half a step.
 template <class R>
 struct ReducedAngle {
@@ -76,11 +66,10 @@ ZR_INLINE Rounded<R> sineOf(Word<R> steps, R rest, const RestFunctions<R>& of) {
   const R sineLow = looked<R>(kSines.data(), &tables::SineRow::low, row);
   const R cosine = looked<R>(kSines.data(), &tables::SineRow::high, row + 128);
   const R cosineLow = looked<R>(kSines.data(), &tables::SineRow::low, row + 128);
-  const Pair<R> turn = product<R>(cosine, rest);
-  const Pair<R> high = sum<R>(sine, turn.high);
+  const Pair<R> high = sumWithProduct<R>(sine, cosine, rest);
   R low = mulAdd<R>(cosine, of.sineLow, mulAdd<R>(cosineLow, rest, sineLow));
   low = mulAdd<R>(sine, of.cosineLessOne, low);
-  return rounded<R>(high.high, low + (turn.low + high.low), kError);
+  return rounded<R>(high.high, low + high.low, kError);
 }
 
 template <class R>
@@ -94,33 +83,27 @@ ZR_INLINE Rounded<R> quickCosine(R angle) {
   return sineOf<R>(rest.steps + 128, rest.high, functionsOf<R>(rest));
 }
 
-/// tan(a + r) is (tan a + tan r) / (1 - tan a tan r); in the odd quadrants, where a counts from a quarter turn, it is
-/// -1/tan(a + r), by exchanging numerator and denominator.
+/// tan(a + r) is (sin a + cos a tan r) / (cos a - sin a tan r).
 template <class R>
 ZR_INLINE Rounded<R> quickTangent(R angle) {
   constexpr double kError = 0x1p-65;
   const ReducedAngle<R> rest = reduced<R>(angle);
-  const Word<R> steps = rest.steps + 64;
-  const R tangent = looked<R>(kTangents.data(), &tables::TangentRow::high, steps & 127);
-  const R tangentLow = looked<R>(kTangents.data(), &tables::TangentRow::low, steps & 127);
+  const Word<R> row = rest.steps & 511;
+  const R sine = looked<R>(kSines.data(), &tables::SineRow::high, row);
+  const R sineLow = looked<R>(kSines.data(), &tables::SineRow::low, row);
+  const R cosine = looked<R>(kSines.data(), &tables::SineRow::high, row + 128);
+  const R cosineLow = looked<R>(kSines.data(), &tables::SineRow::low, row + 128);
   const R square = rest.high * rest.high;
   const R curve = mulAdd<R>(rest.high, polynomial<R>(square, tables::kTangent), rest.low);
   const Pair<R> small = sum<R>(rest.high, mulAdd<R>(square, curve, rest.low));
 
-  const Pair<R> over = sum<R>(tangent, small.high);
-  const R overLow = over.low + (tangentLow + small.low);
-  const Pair<R> less = product<R>(tangent, small.high);
-  const Pair<R> under = sum<R>(all<R>(1.0), -less.high);
-  const R underLow = under.low - mulAdd<R>(tangent, small.low, mulAdd<R>(tangentLow, small.high, less.low));
-
-  const Mask<R> isOdd = (steps & 128) != 0;
-  const R numerator = isOdd ? under.high : over.high;
-  const R numeratorLow = isOdd ? underLow : overLow;
-  const R denominator = isOdd ? -over.high : under.high;
-  const R denominatorLow = isOdd ? -overLow : underLow;
-  const R inverse = 1.0 / denominator;
-  const R quotient = numerator * inverse;
-  const R left = residual<R>(numerator, quotient, denominator) + (numeratorLow - quotient * denominatorLow);
+  const Pair<R> over = sumWithProduct<R>(sine, cosine, small.high);
+  const R overLow = over.low + mulAdd<R>(cosine, small.low, mulAdd<R>(cosineLow, small.high, sineLow));
+  const Pair<R> under = sumWithProduct<R>(cosine, -sine, small.high);
+  const R underLow = under.low - mulAdd<R>(sine, small.low, mulAdd<R>(sineLow, small.high, -cosineLow));
+  const R inverse = 1.0 / under.high;
+  const R quotient = over.high * inverse;
+  const R left = residual<R>(over.high, quotient, under.high) + (overLow - quotient * underLow);
   return rounded<R>(quotient, left * inverse, kError);
 }
 

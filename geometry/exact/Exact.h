@@ -25,6 +25,30 @@ struct SineCosine {
 /// Both for little more than the price of one.
 SineCosine sincos(double angle) noexcept;
 
+/// The processors that this library has been compiled for, the later ones of which are quicker. All give the same
+/// results.
+enum class Build : int { kCommon, kFused, kWide };
+
+/// The quickest one that this processor can run; it can run those before it, too.
+Build bestBuild() noexcept;
+
+/// One build's functions.
+struct Functions {
+  double (*sin)(double) noexcept;
+  double (*cos)(double) noexcept;
+  double (*tan)(double) noexcept;
+  double (*asin)(double) noexcept;
+  double (*acos)(double) noexcept;
+  double (*atan)(double) noexcept;
+  double (*exp)(double) noexcept;
+  double (*log)(double) noexcept;
+  double (*atan2)(double, double) noexcept;
+  double (*hypot)(double, double) noexcept;
+  SineCosine (*sincos)(double) noexcept;
+};
+/// kWide has those of kFused.
+const Functions& functionsOf(Build build) noexcept;
+
 }  // namespace exact
 
 #endif

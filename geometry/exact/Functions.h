@@ -23,7 +23,8 @@ ZR_INLINE R settled(Mask<R> isInDomain, auto quick, auto* carefully, [[maybe_unu
   if constexpr (kIsSingle<R>) {
     if (isInDomain) [[likely]] {
       const Rounded<R> of = quick(x...);
-      if (of.isSure) [[likely]] return of.value;
+      if (of.isSure) [[likely]]
+        return of.value;
     }
     return carefully(x...);
   } else {
@@ -63,26 +64,25 @@ ZR_INLINE R exp(R x, Doubt<R>& doubt) {
 }
 template <class R>
 ZR_INLINE R atan2(R y, R x, Doubt<R>& doubt) {
-  const Mask<R> isInDomain =
-      isWithin<R>(x, kLeastSide, kGreatestSide) & isWithin<R>(y, kLeastSide, kGreatestSide);
+  const Mask<R> isInDomain = isWithin<R>(x, kLeastSide, kGreatestSide) & isWithin<R>(y, kLeastSide, kGreatestSide);
   return settled<R>(isInDomain, quickAngle<R>, careful::atan2, doubt, y, x);
 }
 template <class R>
 ZR_INLINE R hypot(R x, R y, Doubt<R>& doubt) {
-  const Mask<R> isInDomain =
-      isWithin<R>(x, kLeastSide, kGreatestSide) & isWithin<R>(y, kLeastSide, kGreatestSide);
+  const Mask<R> isInDomain = isWithin<R>(x, kLeastSide, kGreatestSide) & isWithin<R>(y, kLeastSide, kGreatestSide);
   return settled<R>(isInDomain, quickHypotenuse<R>, careful::hypot, doubt, x, y);
 }
 
 template <class R>
 ZR_INLINE R log(R x, Doubt<R>& doubt) {
-  const Mask<R> isNormal = isPositiveNormal<R>(x);
   if constexpr (kIsSingle<R>) {
     if (isNearOne<R>(x)) [[unlikely]] {
       return settled<R>(x != 1.0, quickLogarithmNearOne<R>, careful::log, doubt, x);
     }
+    return settled<R>(isPositiveNormal<R>(x), quickLogarithm<R>, careful::log, doubt, x);
+  } else {
+    return settled<R>(isPositiveNormal<R>(x) & ~isNearOne<R>(x), quickLogarithm<R>, careful::log, doubt, x);
   }
-  return settled<R>(isNormal & !isNearOne<R>(x), quickLogarithm<R>, careful::log, doubt, x);
 }
 
 /// Sine and cosine of the same angle.
@@ -94,7 +94,8 @@ template <class R>
 ZR_INLINE CirclePoint<R> sincos(R x, [[maybe_unused]] Doubt<R>& doubt) {
   const Mask<R> isInDomain = isWithin<R>(x, kLeastAngle, kAngleLimit);
   if constexpr (kIsSingle<R>) {
-    if (!isInDomain) [[unlikely]] return {careful::sin(x), careful::cos(x)};
+    if (!isInDomain) [[unlikely]]
+      return {careful::sin(x), careful::cos(x)};
   }
   const ReducedAngle<R> rest = reduced<R>(x);
   const RestFunctions<R> of = functionsOf<R>(rest);
@@ -118,15 +119,16 @@ template <class R>
 ZR_INLINE Growths<R> expOfBoth(R x, [[maybe_unused]] Doubt<R>& doubt) {
   const Mask<R> isInDomain = isWithin<R>(x, 0.0, kExponentLimit);
   if constexpr (kIsSingle<R>) {
-    if (!isInDomain) [[unlikely]] return {careful::exp(x), careful::exp(-x)};
+    if (!isInDomain) [[unlikely]]
+      return {careful::exp(x), careful::exp(-x)};
   }
   const ReducedExponent<R> rest = reducedExponent<R>(x);
   const R square = rest.high * rest.high;
   // Even and odd part of (exp(r) - 1 - r) / r^2.
   const R even = mulAdd<R>(square, tables::kExponential[2], tables::kExponential[0]);
   const R odd = rest.high * mulAdd<R>(square, tables::kExponential[3], tables::kExponential[1]);
-  const Rounded<R> up = powerOf<R>(rest.steps, rest.high, mulAdd<R>(square, even + odd, rest.low));
-  const Rounded<R> down = powerOf<R>(-rest.steps, -rest.high, mulAdd<R>(square, even - odd, -rest.low));
+  const Rounded<R> up = powerOf<R>(rest.steps, rest.high, rest.low, even + odd);
+  const Rounded<R> down = powerOf<R>(-rest.steps, -rest.high, -rest.low, even - odd);
   if constexpr (kIsSingle<R>) {
     return {up.isSure ? up.value : careful::exp(x), down.isSure ? down.value : careful::exp(-x)};
   } else {

@@ -23,20 +23,20 @@ template <class R>
 ZR_INLINE ReducedExponent<R> reducedExponent(R exponent) {
   const Whole<R> steps = wholeOfProduct<R>(exponent, tables::kStepsPerUnit);
   const R rest = mulAdd<R>(steps.number, -tables::kLogStepFirst, exponent);  // exact
-  const Pair<R> high = sum<R>(rest, steps.number * -tables::kLogStepSecond);
-  return {steps.word, high.high, high.low};
+  const R high = mulAdd<R>(steps.number, -tables::kLogStepSecond, rest);
+  return {steps.word, high, mulAdd<R>(steps.number, -tables::kLogStepSecond, rest - high)};
 }
 
-/// exp(steps ln 2/256 + rest), where `restLow` is what exp(rest) - 1 has beside `rest`.
+/// exp(steps ln 2/256 + rest + restLow), where `curve` is (exp(rest) - 1 - rest) / rest^2.
 template <class R>
-ZR_INLINE Rounded<R> powerOf(Word<R> steps, R rest, R restLow) {
+ZR_INLINE Rounded<R> powerOf(Word<R> steps, R rest, R restLow, R curve) {
   constexpr double kError = 0x1p-67;
   const Word<R> row = steps & 255;
   const R power = looked<R>(tables::kPowers, &tables::PowerRow::high, row);
-  const R powerLow = looked<R>(tables::kPowers, &tables::PowerRow::low, row);
-  const Pair<R> grown = product<R>(power, rest);
-  const Pair<R> high = sum<R>(power, grown.high);
-  const R low = mulAdd<R>(power, restLow, mulAdd<R>(powerLow, rest, powerLow)) + (grown.low + high.low);
+  const R left = looked<R>(tables::kPowers, &tables::PowerRow::left, row);
+  const Pair<R> high = sumWithProduct<R>(power, power, rest);
+  const R small = restLow + left;
+  const R low = mulAdd<R>(power, mulAdd<R>(rest, mulAdd<R>(rest, curve, small), small), high.low);
   const Rounded<R> mantissa = roundedWithin<R>(high.high, low, kError);
   const Word<R> doublings = (steps - row) << 44;  // steps/256 in the exponent's place; what is above is shifted out
   return {realOf<R>(wordOf(mantissa.value) + doublings), mantissa.isSure};
@@ -45,8 +45,7 @@ ZR_INLINE Rounded<R> powerOf(Word<R> steps, R rest, R restLow) {
 template <class R>
 ZR_INLINE Rounded<R> quickExponential(R exponent) {
   const ReducedExponent<R> rest = reducedExponent<R>(exponent);
-  const R square = rest.high * rest.high;
-  return powerOf<R>(rest.steps, rest.high, mulAdd<R>(square, polynomial<R>(rest.high, tables::kExponential), rest.low));
+  return powerOf<R>(rest.steps, rest.high, rest.low, polynomial<R>(rest.high, tables::kExponential));
 }
 
 /// Whether the logarithm is so close to 0 that it needs `quickLogarithmNearOne`.

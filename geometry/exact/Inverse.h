@@ -58,10 +58,10 @@ ZR_INLINE Rounded<R> quickArctangent(R argument) {
   return {turned<R>(of.value, wordOf(argument)), of.isSure};
 }
 
-/// base - angle or base + angle, where the base is 0, 1 or 2 quarter turns and the angle an entry of a table, which lies
+/// base - angle or base + angle, where the base is 0, 1 or 2 quarter turns, the sign minus where `backwards` is 1, and the angle an entry of a table, which lies
 /// in [0, pi/4], and something smaller.
 template <class R>
-ZR_INLINE Rounded<R> fromQuarter(Word<R> quarters, Mask<R> isBackwards, R table, R tableLow, const Pair<R>& small) {
+ZR_INLINE Rounded<R> fromQuarter(Word<R> quarters, Word<R> backwards, R table, R tableLow, const Pair<R>& small) {
   constexpr double kError = 0x1p-65;
   R base, baseLow;
   if constexpr (kIsSingle<R>) {
@@ -69,10 +69,14 @@ ZR_INLINE Rounded<R> fromQuarter(Word<R> quarters, Mask<R> isBackwards, R table,
     base = count * tables::kHalfPiHigh;
     baseLow = count * tables::kHalfPiLow;
   } else {
-    base = quarters == 0 ? all<R>(0.0) : quarters == 1 ? all<R>(tables::kHalfPiHigh) : all<R>(2.0 * tables::kHalfPiHigh);
-    baseLow = quarters == 0 ? all<R>(0.0) : quarters == 1 ? all<R>(tables::kHalfPiLow) : all<R>(2.0 * tables::kHalfPiLow);
+    base = quarters == 0   ? all<R>(0.0)
+           : quarters == 1 ? all<R>(tables::kHalfPiHigh)
+                           : all<R>(2.0 * tables::kHalfPiHigh);
+    baseLow = quarters == 0   ? all<R>(0.0)
+              : quarters == 1 ? all<R>(tables::kHalfPiLow)
+                              : all<R>(2.0 * tables::kHalfPiLow);
   }
-  const Word<R> turn = one<R>(isBackwards) << 63;
+  const Word<R> turn = backwards << 63;
   const Pair<R> coarse = sum<R>(base, turned<R>(table, turn));
   const Pair<R> high = sum<R>(coarse.high, turned<R>(small.high, turn));
   const R low = baseLow + turned<R>(tableLow + small.low, turn) + (coarse.low + high.low);
@@ -84,28 +88,25 @@ template <class R>
 ZR_INLINE Rounded<R> quickAngle(R y, R x) {
   const R up = magnitude<R>(y);
   const R along = magnitude<R>(x);
-  const Mask<R> isSteep = wordOf(up) > wordOf(along);
   const R shorter = smaller<R>(up, along);
   const R longer = larger<R>(up, along);
   const Word<R> row = arctangentRow<R>(shorter / longer);
   const R middle = looked<R>(tables::kArctangents, &tables::ArctangentRow::middle, row);
   const Pair<R> less = product<R>(middle, longer);
-  const Pair<R> more = product<R>(middle, shorter);
-  const Pair<R> denominator = sum<R>(longer, more.high);
-  const Pair<R> small = smallArctangent<R>(shorter - less.high, -less.low, denominator.high, denominator.low + more.low);
-  const Mask<R> isWest = wordOf(x) < 0;
-  const Word<R> steep = one<R>(isSteep);
-  const Word<R> west = one<R>(isWest);
-  const Rounded<R> of = fromQuarter<R>(steep + 2 * (west & ~steep), isSteep != isWest,
-                                         looked<R>(tables::kArctangents, &tables::ArctangentRow::high, row),
-                                         looked<R>(tables::kArctangents, &tables::ArctangentRow::low, row), small);
+  const Pair<R> denominator = sumWithProduct<R>(longer, middle, shorter);
+  const Pair<R> small = smallArctangent<R>(shorter - less.high, -less.low, denominator.high, denominator.low);
+  const Word<R> steep = ((wordOf(along) - wordOf(up)) >> 63) & 1;
+  const Word<R> west = (wordOf(x) >> 63) & 1;
+  const Rounded<R> of = fromQuarter<R>(steep + 2 * (west & ~steep), steep ^ west,
+                                       looked<R>(tables::kArctangents, &tables::ArctangentRow::high, row),
+                                       looked<R>(tables::kArctangents, &tables::ArctangentRow::low, row), small);
   return {turned<R>(of.value, wordOf(y)), of.isSure};
 }
 
 /// What arcsine and arccosine share: the angle in [0, pi/4] whose sine is the smaller of |sine| and sqrt(1 - sine^2).
 template <class R>
 struct AngleOfSine {
-  Mask<R> isSteep;  ///< |sine| is the larger
+  Word<R> steep;  ///< 1 where |sine| is the larger, else 0
   R table, tableLow;
   Pair<R> small;
 };
@@ -118,12 +119,11 @@ ZR_INLINE AngleOfSine<R> angleOfSine(R sine) {
   const Pair<R> other = sum<R>(less.high, less.low - square.low);
   const R root = squareRoot<R>(other.high);
   const R rootLow = (residual<R>(other.high, root, root) + other.low) * (0.5 / root);
-  const Mask<R> isSteep = a > root;
   const R n = smaller<R>(a, root);
   const R m = larger<R>(a, root);
-  const R zero = all<R>(0.0);
-  const R nLow = isSteep ? rootLow : zero;
-  const R mLow = isSteep ? zero : rootLow;
+  const R isSteep = root - a;  // negative where it is
+  const R nLow = whereNegative<R>(isSteep, rootLow);
+  const R mLow = rootLow - nLow;
   // asin(n) is asin(c) + asin(n sqrt(1 - c^2) - c m), c the multiple of 1/64 next to n.
   const Whole<R> steps = wholeOfProduct<R>(n, 64.0);
   const R c = steps.number * 0x1p-6;
@@ -133,10 +133,11 @@ ZR_INLINE AngleOfSine<R> angleOfSine(R sine) {
   const Pair<R> plus = product<R>(n, cosine);
   const Pair<R> minus = product<R>(c, m);
   const R v = plus.high - minus.high;
-  const R vLow = (plus.high - (v + minus.high)) + ((plus.low - minus.low) +
-                 (mulAdd<R>(nLow, cosine, n * cosineLow) - c * mLow));
+  const R vLow =
+      (plus.high - (v + minus.high)) + ((plus.low - minus.low) + (mulAdd<R>(nLow, cosine, n * cosineLow) - c * mLow));
   const R v2 = v * v;
-  return {isSteep, looked<R>(tables::kArcsines, &tables::ArcsineRow::high, row),
+  return {(wordOf(isSteep) >> 63) & 1,
+          looked<R>(tables::kArcsines, &tables::ArcsineRow::high, row),
           looked<R>(tables::kArcsines, &tables::ArcsineRow::low, row),
           {v, mulAdd<R>(v * v2, polynomial<R>(v2, tables::kArcsine), vLow)}};
 }
@@ -144,19 +145,17 @@ ZR_INLINE AngleOfSine<R> angleOfSine(R sine) {
 template <class R>
 ZR_INLINE Rounded<R> quickArcsine(R sine) {
   const AngleOfSine<R> angle = angleOfSine<R>(sine);
-  const Rounded<R> of =
-      fromQuarter<R>(one<R>(angle.isSteep), angle.isSteep, angle.table, angle.tableLow, angle.small);
+  const Rounded<R> of = fromQuarter<R>(angle.steep, angle.steep, angle.table, angle.tableLow, angle.small);
   return {turned<R>(of.value, wordOf(sine)), of.isSure};
 }
 
 template <class R>
 ZR_INLINE Rounded<R> quickArccosine(R cosine) {
   const AngleOfSine<R> angle = angleOfSine<R>(cosine);
-  const Mask<R> isPositive = wordOf(cosine) >= 0;
-  const Word<R> steep = one<R>(angle.isSteep);
+  const Word<R> west = (wordOf(cosine) >> 63) & 1;
   // A quarter turn less or more, and near the ends nothing or half a turn less.
-  const Word<R> quarters = 1 - steep + 2 * (steep & ~one<R>(isPositive));
-  return fromQuarter<R>(quarters, isPositive != angle.isSteep, angle.table, angle.tableLow, angle.small);
+  const Word<R> quarters = 1 - angle.steep + 2 * (angle.steep & west);
+  return fromQuarter<R>(quarters, 1 ^ west ^ angle.steep, angle.table, angle.tableLow, angle.small);
 }
 
 template <class R>

@@ -65,10 +65,7 @@ ZR_INLINE R spread(R value) {
   return value;
 }
 template <class R>
-  requires(!kIsSingle<R>)
-ZR_INLINE R spread(double value) {
-  return all<R>(value);
-}
+requires(!kIsSingle<R>) ZR_INLINE R spread(double value) { return all<R>(value); }
 
 template <class R>
 ZR_INLINE Word<R> wordOf(R value) {
@@ -102,24 +99,35 @@ ZR_INLINE Mask<R> isWithin(R value, double low, double high) {
     return (past >= 0) & (past < reach);
   }
 }
-/// 1 where the mask is set, else 0.
-template <class R>
-ZR_INLINE Word<R> one(Mask<R> mask) {
-  if constexpr (kIsSingle<R>) {
-    return mask;
-  } else {
-    return mask & 1;
-  }
-}
+// The compiler would make branches of some choices between single numbers, which the processor often guesses wrong:
+// hence the intrinsics.
 
 template <class R>
 ZR_INLINE R smaller(R a, R b) {
+#if defined(__AVX2__)
+  if constexpr (kIsSingle<R>) return _mm_cvtsd_f64(_mm_min_sd(_mm_set_sd(a), _mm_set_sd(b)));
+#endif
   return a < b ? a : b;
 }
 template <class R>
 ZR_INLINE R larger(R a, R b) {
+#if defined(__AVX2__)
+  if constexpr (kIsSingle<R>) return _mm_cvtsd_f64(_mm_max_sd(_mm_set_sd(a), _mm_set_sd(b)));
+#endif
   return a > b ? a : b;
 }
+/// `value` where `sign` is negative, else 0.
+template <class R>
+ZR_INLINE R whereNegative(R sign, R value) {
+#if defined(__AVX2__)
+  if constexpr (kIsSingle<R>) {
+    return _mm_cvtsd_f64(_mm_blendv_pd(_mm_setzero_pd(), _mm_set_sd(value), _mm_set_sd(sign)));
+  }
+#endif
+  return realOf<R>(wordOf(value) & (wordOf(sign) >> 63));
+}
+
+// Intrinsics of AVX-512 are used masked, though all lanes are wanted: g++ 12 warns of the others' uninitialised register.
 
 template <class R>
 ZR_INLINE R squareRoot(R value) {
@@ -127,7 +135,7 @@ ZR_INLINE R squareRoot(R value) {
     return __builtin_sqrt(value);
 #if defined(__AVX512F__)
   } else if constexpr (sizeof(R) == 64) {
-    return reinterpret_cast<R>(_mm512_sqrt_pd(reinterpret_cast<__m512d>(value)));
+    return reinterpret_cast<R>(_mm512_maskz_sqrt_pd(0xff, reinterpret_cast<__m512d>(value)));
 #endif
 #if defined(__AVX2__)
   } else if constexpr (sizeof(R) == 32) {
@@ -146,13 +154,13 @@ ZR_INLINE R fused(R a, R b, R c) {
     return __builtin_fma(a, b, c);
 #if defined(__AVX512F__)
   } else if constexpr (sizeof(R) == 64) {
-    return reinterpret_cast<R>(_mm512_fmadd_pd(reinterpret_cast<__m512d>(a), reinterpret_cast<__m512d>(b),
-                                               reinterpret_cast<__m512d>(c)));
+    return reinterpret_cast<R>(
+        _mm512_fmadd_pd(reinterpret_cast<__m512d>(a), reinterpret_cast<__m512d>(b), reinterpret_cast<__m512d>(c)));
 #endif
 #if defined(__AVX2__) && defined(__FMA__)
   } else if constexpr (sizeof(R) == 32) {
-    return reinterpret_cast<R>(_mm256_fmadd_pd(reinterpret_cast<__m256d>(a), reinterpret_cast<__m256d>(b),
-                                               reinterpret_cast<__m256d>(c)));
+    return reinterpret_cast<R>(
+        _mm256_fmadd_pd(reinterpret_cast<__m256d>(a), reinterpret_cast<__m256d>(b), reinterpret_cast<__m256d>(c)));
 #endif
 #if defined(__ARM_NEON) && defined(__aarch64__)
   } else if constexpr (sizeof(R) == 16) {
@@ -167,7 +175,7 @@ ZR_INLINE R fused(R a, R b, R c) {
 
 /// Column `column` of the rows `index` of a table of `Row`, a record of doubles.
 template <class R, class Row>
-ZR_INLINE R looked(const Row* table, double Row::* column, Word<R> index) {
+ZR_INLINE R looked(const Row* table, double Row::*column, Word<R> index) {
   if constexpr (kIsSingle<R>) {
     return table[index].*column;
   } else {
@@ -176,7 +184,8 @@ ZR_INLINE R looked(const Row* table, double Row::* column, Word<R> index) {
     const Word<R> offset = index * kDoubles;
 #if defined(__AVX512F__)
     if constexpr (sizeof(R) == 64) {
-      return reinterpret_cast<R>(_mm512_i64gather_pd(reinterpret_cast<__m512i>(offset), base, 8));
+      return reinterpret_cast<R>(
+          _mm512_mask_i64gather_pd(_mm512_setzero_pd(), 0xff, reinterpret_cast<__m512i>(offset), base, 8));
     }
 #endif
 #if defined(__AVX2__)

@@ -40,6 +40,19 @@ ZR_INLINE Pair<R> product(R a, R b) {
   }
 }
 
+/// c + a b, where |c| >= |a b| or c is 0: the sum and its error, which is itself rounded to the nearest double.
+template <class R>
+ZR_INLINE Pair<R> sumWithProduct(R c, R a, R b) {
+  if constexpr (kHasFusedMultiplyAdd) {
+    const R high = fused<R>(a, b, c);
+    return {high, fused<R>(a, b, c - high)};
+  } else {
+    const Pair<R> ab = product<R>(a, b);
+    const Pair<R> all = sum<R>(c, ab.high);
+    return {all.high, all.low + ab.low};
+  }
+}
+
 /// a b + c in one rounding or in two, whichever is quicker: only where the last place does not matter, or where the
 /// product is exact. Single numbers among the arguments stand for all lanes.
 template <class R>
@@ -63,24 +76,30 @@ ZR_INLINE R residual(R c, R a, R b) {
 }
 
 /// A value rounded to a double, if it is known how. Where it is not, the true value lies too close to the middle of two
-/// doubles (or something is NaN) and has to be computed more carefully.
+/// doubles and has to be computed more carefully.
 template <class R>
 struct Rounded {
   R value;
   Mask<R> isSure;
 };
 
+template <class R>
+ZR_INLINE Rounded<R> ifBothAre(R one, R other) {
+  if constexpr (kIsSingle<R>) {
+    return {one, wordOf(one) == wordOf(other)};  // quicker than comparing numbers
+  } else {
+    return {one, one == other};
+  }
+}
 /// high + low, whose error is at most `relativeError` |high|: sure where both ends are rounded alike.
 template <class R>
 ZR_INLINE Rounded<R> rounded(R high, R low, double relativeError) {
-  const R end = high + mulAdd<R>(high, -relativeError, low);
-  return {end, end == high + mulAdd<R>(high, relativeError, low)};
+  return ifBothAre<R>(high + mulAdd<R>(high, -relativeError, low), high + mulAdd<R>(high, relativeError, low));
 }
 /// The same with an absolute error.
 template <class R>
 ZR_INLINE Rounded<R> roundedWithin(R high, R low, double error) {
-  const R end = high + (low - error);
-  return {end, end >= high + (low + error)};
+  return ifBothAre<R>(high + (low - error), high + (low + error));
 }
 
 /// c[0] + c[1] u + ...

@@ -11,9 +11,14 @@ exponentials.constant("kStepsPerUnit", nearest(1 / STEP), "256/ln 2")
 first = rounded_to(STEP, 43)
 exponentials.constant("kLogStepFirst", nearest(first), "ln 2/256 in two parts: 35 bits, so that 2^18 times it is exact,")
 exponentials.constant("kLogStepSecond", nearest(STEP - first), "and 53 bits; together within 2^-97.")
-exponentials.record("PowerRow", ["high", "low"])
-exponentials.rows("kPowers", "PowerRow", [pair(mpf(2) ** (mpf(i) / STEPS)) for i in range(STEPS)],
-                  "2^(i/256) as pairs, which err by at most 2^-107.", 2)
+def power_row(i):
+    power = mpf(2) ** (mpf(i) / STEPS)
+    return nearest(power), nearest(log(power / mpf(nearest(power))))
+
+
+exponentials.record("PowerRow", ["high", "left"])
+exponentials.rows("kPowers", "PowerRow", [power_row(i) for i in range(STEPS)],
+                  "2^(i/256) is high exp(left); left errs by at most 2^-107.", 2)
 series = [1 / factorial(n + 2) for n in range(16)]
 coefficients, bound = fit(series, -STEP / 2 * (1 + mpf(2) ** -20), STEP / 2 * (1 + mpf(2) ** -20), 4)
 exponentials.polynomial("kExponential", coefficients,

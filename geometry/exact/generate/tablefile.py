@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 """What the generators of the tables share: rounding to doubles, fitted polynomials with proven errors, the files' form."""
 import sys
-from mpmath import mp, mpf, chebyfit, taylor, floor, ldexp
+from mpmath import mp, mpf, chebyfit, floor, ldexp, polyval
 
 mp.prec = 400
 
@@ -28,14 +28,14 @@ def fit(series, low, high, count):
     itself; it is evaluated on a grid, and between two points of the grid it can't change by more than the sum of its
     coefficients' derivatives allows. `series` must be so long that what follows is below 2^-120."""
     low, high = mpf(low), mpf(high)
-    value = lambda u: sum(c * u**n for n, c in enumerate(series))
+    value = lambda u: polyval(series[::-1], u)
     fitted = [nearest(c) for c in chebyfit(value, [low, high], count)[::-1]]
     difference = [mpf(c) - mpf(fitted[n] if n < count else 0) for n, c in enumerate(series)]
     reach = max(abs(low), abs(high))
     slope = sum(n * abs(c) * reach ** (n - 1) for n, c in enumerate(difference) if n)
     steps = 4000
     width = (high - low) / steps
-    bound = max(abs(sum(c * (low + i * width) ** n for n, c in enumerate(difference))) for i in range(steps + 1))
+    bound = max(abs(polyval(difference[::-1], low + i * width)) for i in range(steps + 1))
     return fitted, bound + slope * width / 2
 
 
@@ -51,13 +51,14 @@ def hex_double(value):
 class Header:
     """A C++ header of constants. It is written to the folder given on the command line (default: the one above)."""
 
-    def __init__(self, name, says):
+    def __init__(self, name, says, space="exact::tables", room="GEOMETRY_EXACT"):
         self.name = name
-        guard = "ZRCORE_GEOMETRY_EXACT_" + name.upper() + "_H"
+        self.space = space
+        guard = f"ZRCORE_{room}_{name.upper()}_H"
         self.lines = ["// SPDX-License-Identifier: Apache-2.0",
                       "// clang-format off",
                       "// Made by geometry/exact/generate/make.sh (" + sys.argv[0].split("/")[-1] + "): do not edit.",
-                      "#ifndef " + guard, "#define " + guard, "", "#include <cstdint>", "", "/// " + says, "namespace exact::tables {", ""]
+                      "#ifndef " + guard, "#define " + guard, "", "#include <cstdint>", "", "/// " + says, f"namespace {space} {{", ""]
 
     def constant(self, name, value, says):
         self.lines += ["/// " + says, f"inline constexpr double {name} = {hex_double(value)};", ""]
@@ -86,4 +87,4 @@ class Header:
     def write(self):
         folder = sys.argv[1] if len(sys.argv) > 1 else "."
         with open(f"{folder}/{self.name}.h", "w") as out:
-            out.write("\n".join(self.lines) + "\n}  // namespace exact::tables\n\n#endif\n")
+            out.write("\n".join(self.lines) + f"\n}}  // namespace {self.space}\n\n#endif\n")
