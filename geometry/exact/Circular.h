@@ -86,7 +86,7 @@ ZR_INLINE Rounded<R> quickCosine(R angle) {
 /// tan(a + r) is (sin a + cos a tan r) / (cos a - sin a tan r).
 template <class R>
 ZR_INLINE Rounded<R> quickTangent(R angle) {
-  constexpr double kError = 0x1p-65;
+  constexpr double kError = 0x1p-66;
   const ReducedAngle<R> rest = reduced<R>(angle);
   const Word<R> row = rest.steps & 511;
   const R sine = looked<R>(kSines.data(), &tables::SineRow::high, row);

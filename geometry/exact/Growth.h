@@ -95,7 +95,7 @@ ZR_INLINE Rounded<R> quickLogarithm(R value) {
 /// For 1 - 2^-6 <= value < 1 + 2^-6, 1 itself excepted.
 template <class R>
 ZR_INLINE Rounded<R> quickLogarithmNearOne(R value) {
-  constexpr double kError = 0x1p-64;
+  constexpr double kError = 0x1.4p-64;
   const R rest = value - 1.0;  // exact
   const Pair<R> square = product<R>(rest, rest);
   const Pair<R> high = sum<R>(rest, -0.5 * square.high);

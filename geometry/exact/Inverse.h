@@ -16,10 +16,10 @@ inline constexpr double kArctangentLimit = 64.0;
 inline constexpr double kLeastSide = 0x1p-400;
 inline constexpr double kGreatestSide = 0x1p400;
 
-/// The row of an argument in [0, 64): row 0 below 2^-6, then 16 rows a binade, the upper end of each included.
+/// The row of an argument in [0, 64): row 0 below 2^-8, then 16 rows a binade, the upper end of each included.
 template <class R>
 ZR_INLINE Word<R> arctangentRow(R argument) {
-  constexpr std::int64_t kRowsBefore = ((1023 - 6) << 4) - 1;
+  constexpr std::int64_t kRowsBefore = ((1023 - 8) << 4) - 1;
   const Word<R> row = ((wordOf(argument) - 1) >> 48) - kRowsBefore;
   return row > 0 ? row : row & 0;
 }
@@ -37,7 +37,7 @@ ZR_INLINE Pair<R> smallArctangent(R numerator, R numeratorLow, R denominator, R 
 /// atan(x) is atan(c) + atan((x - c) / (1 + c x)), c the middle of the interval of x.
 template <class R>
 ZR_INLINE Rounded<R> quickArctangent(R argument) {
-  constexpr double kError = 0x1p-65;
+  constexpr double kError = 0x1p-66;
   const R x = magnitude<R>(argument);
   const Word<R> row = arctangentRow<R>(x);
   const R middle = looked<R>(tables::kArctangents, &tables::ArctangentRow::middle, row);

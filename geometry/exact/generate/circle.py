@@ -38,11 +38,11 @@ coefficients, bound = fit(series, 0, REACH**2, 4)
 tangents.polynomial("kTangent", coefficients, f"(tan(r) - r) / r^3 in r^2, |r| <= pi/512, within 2^{power_of_two(bound)}.")
 tangents.write()
 
-arctangents = Header("ArctangentTable", "Arctangents of the middles of 16 intervals a binade, from 2^-6 to 2^6.")
+arctangents = Header("ArctangentTable", "Arctangents of the middles of 16 intervals a binade, from 2^-8 to 2^6.")
 arctangents.record("ArctangentRow", ["middle", "high", "low"])
-middles = [mpf(0)] + [mpf(2) ** e * (1 + mpf(2 * j + 1) / 32) for e in range(-6, 6) for j in range(16)]
+middles = [mpf(0)] + [mpf(2) ** e * (1 + mpf(2 * j + 1) / 32) for e in range(-8, 6) for j in range(16)]
 arctangents.rows("kArctangents", "ArctangentRow", [(nearest(c), *pair(atan(c))) for c in middles],
-                 "atan(middle) as pairs. Row 0 is for everything below 2^-6. The low part errs by at most 2^-107.")
+                 "atan(middle) as pairs. Row 0 is for everything below 2^-8. The low part errs by at most 2^-107.")
 series = [mpf((-1) ** (n + 1)) / (2 * n + 3) for n in range(18)]
 coefficients, bound = fit(series, 0, mpf(2) ** -12, 4)
 arctangents.polynomial("kArctangent", coefficients,
