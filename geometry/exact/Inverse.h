@@ -2,6 +2,8 @@
 #ifndef ZRCORE_GEOMETRY_EXACT_INVERSE_H
 #define ZRCORE_GEOMETRY_EXACT_INVERSE_H
 
+#include <iterator>
+
 #include "ArcsineTable.h"
 #include "ArctangentTable.h"
 #include "Pair.h"
@@ -21,7 +23,7 @@ template <class R>
 ZR_INLINE Word<R> arctangentRow(R argument) {
   constexpr std::int64_t kRowsBefore = ((1023 - 8) << 4) - 1;
   const Word<R> row = ((wordOf(argument) - 1) >> 48) - kRowsBefore;
-  return row > 0 ? row : row & 0;
+  return existing<R>(row > 0 ? row : row & 0, std::size(tables::kArctangents));
 }
 
 /// atan((numerator + numeratorLow) / (denominator + denominatorLow)) of a small quotient: its high part, and the rest.
@@ -127,7 +129,7 @@ ZR_INLINE AngleOfSine<R> angleOfSine(R sine) {
   // asin(n) is asin(c) + asin(n sqrt(1 - c^2) - c m), c the multiple of 1/64 next to n.
   const Whole<R> steps = wholeOfProduct<R>(n, 64.0);
   const R c = steps.number * 0x1p-6;
-  const Word<R> row = steps.word & 63;
+  const Word<R> row = existing<R>(steps.word & 63, std::size(tables::kArcsines));
   const R cosine = looked<R>(tables::kArcsines, &tables::ArcsineRow::cosineHigh, row);
   const R cosineLow = looked<R>(tables::kArcsines, &tables::ArcsineRow::cosineLow, row);
   const Pair<R> plus = product<R>(n, cosine);

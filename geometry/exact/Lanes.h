@@ -173,6 +173,17 @@ ZR_INLINE R fused(R a, R b, R c) {
   }
 }
 
+/// A row of a table of `count` rows. Lanes that are not in a function's domain, and whose results nobody uses, may ask for
+/// rows that do not exist.
+template <class R>
+ZR_INLINE Word<R> existing(Word<R> row, std::int64_t count) {
+  if constexpr (kIsSingle<R>) {
+    return row;
+  } else {
+    return row & (row >= 0) & (row < count);
+  }
+}
+
 /// Column `column` of the rows `index` of a table of `Row`, a record of doubles.
 template <class R, class Row>
 ZR_INLINE R looked(const Row* table, double Row::*column, Word<R> index) {
