@@ -2,12 +2,28 @@
 #ifndef ZRCORE_GEOMETRY_EXACT_CIRCULAR_H
 #define ZRCORE_GEOMETRY_EXACT_CIRCULAR_H
 
-#include <array>
-
 #include "AngleTable.h"
 #include "Pair.h"
 #include "SineTable.h"
 #include "TangentTable.h"
+
+namespace exact::tables {
+
+/// sin(k pi/256) for a whole turn and a quarter, so that cosines need no wrapping.
+struct Sines {
+  SineRow rows[512 + 128];
+};
+inline constexpr Sines kSines = [] {
+  Sines sines{};
+  for (int k = 0; k < 512 + 128; ++k) {
+    const int inHalf = k % 256;
+    const SineRow row = kQuarterOfSines[inHalf <= 128 ? inHalf : 256 - inHalf];
+    sines.rows[k] = k % 512 < 256 ? row : SineRow{-row.high, -row.low};
+  }
+  return sines;
+}();
+
+}  // namespace exact::tables
 
 /// First phase of sine, cosine and tangent. The errors are derived in docs/numbers.md.
 namespace exact::ZR_EXACT_BUILD {
@@ -16,17 +32,6 @@ namespace exact::ZR_EXACT_BUILD {
 inline constexpr double kAngleLimit = 0x1p15;
 /// Below, the sine and the tangent are left to it, for the sign of zero.
 inline constexpr double kLeastAngle = 0x1p-27;
-
-/// sin(k pi/256) for a whole turn and a quarter, so that cosines need no wrapping.
-inline constexpr auto kSines = [] {
-  std::array<tables::SineRow, 512 + 128> rows{};
-  for (std::size_t k = 0; k < rows.size(); ++k) {
-    const std::size_t inHalf = k % 256;
-    const tables::SineRow row = tables::kQuarterOfSines[inHalf <= 128 ? inHalf : 256 - inHalf];
-    rows[k] = k % 512 < 256 ? row : tables::SineRow{-row.high, -row.low};
-  }
-  return rows;
-}();
 
 /// An angle as `steps` pi/256 and a rest of at most half a step.
 template <class R>
@@ -62,10 +67,10 @@ template <class R>
 ZR_INLINE Rounded<R> sineOf(Word<R> steps, R rest, const RestFunctions<R>& of) {
   constexpr double kError = 0x1p-65;
   const Word<R> row = steps & 511;
-  const R sine = looked<R>(kSines.data(), &tables::SineRow::high, row);
-  const R sineLow = looked<R>(kSines.data(), &tables::SineRow::low, row);
-  const R cosine = looked<R>(kSines.data(), &tables::SineRow::high, row + 128);
-  const R cosineLow = looked<R>(kSines.data(), &tables::SineRow::low, row + 128);
+  const R sine = looked<R>(tables::kSines.rows, &tables::SineRow::high, row);
+  const R sineLow = looked<R>(tables::kSines.rows, &tables::SineRow::low, row);
+  const R cosine = looked<R>(tables::kSines.rows, &tables::SineRow::high, row + 128);
+  const R cosineLow = looked<R>(tables::kSines.rows, &tables::SineRow::low, row + 128);
   const Pair<R> high = sumWithProduct<R>(sine, cosine, rest);
   R low = mulAdd<R>(cosine, of.sineLow, mulAdd<R>(cosineLow, rest, sineLow));
   low = mulAdd<R>(sine, of.cosineLessOne, low);
@@ -89,10 +94,10 @@ ZR_INLINE Rounded<R> quickTangent(R angle) {
   constexpr double kError = 0x1p-66;
   const ReducedAngle<R> rest = reduced<R>(angle);
   const Word<R> row = rest.steps & 511;
-  const R sine = looked<R>(kSines.data(), &tables::SineRow::high, row);
-  const R sineLow = looked<R>(kSines.data(), &tables::SineRow::low, row);
-  const R cosine = looked<R>(kSines.data(), &tables::SineRow::high, row + 128);
-  const R cosineLow = looked<R>(kSines.data(), &tables::SineRow::low, row + 128);
+  const R sine = looked<R>(tables::kSines.rows, &tables::SineRow::high, row);
+  const R sineLow = looked<R>(tables::kSines.rows, &tables::SineRow::low, row);
+  const R cosine = looked<R>(tables::kSines.rows, &tables::SineRow::high, row + 128);
+  const R cosineLow = looked<R>(tables::kSines.rows, &tables::SineRow::low, row + 128);
   const R square = rest.high * rest.high;
   const R curve = mulAdd<R>(rest.high, polynomial<R>(square, tables::kTangent), rest.low);
   const Pair<R> small = sum<R>(rest.high, mulAdd<R>(square, curve, rest.low));

@@ -18,12 +18,15 @@ inline constexpr double kArctangentLimit = 64.0;
 inline constexpr double kLeastSide = 0x1p-400;
 inline constexpr double kGreatestSide = 0x1p400;
 
+inline constexpr auto kArctangentRows = static_cast<std::int64_t>(std::size(tables::kArctangents));
+inline constexpr auto kArcsineRows = static_cast<std::int64_t>(std::size(tables::kArcsines));
+
 /// The row of an argument in [0, 64): row 0 below 2^-8, then 16 rows a binade, the upper end of each included.
 template <class R>
 ZR_INLINE Word<R> arctangentRow(R argument) {
   constexpr std::int64_t kRowsBefore = ((1023 - 8) << 4) - 1;
   const Word<R> row = ((wordOf(argument) - 1) >> 48) - kRowsBefore;
-  return existing<R>(row > 0 ? row : row & 0, std::size(tables::kArctangents));
+  return existing<R>(row > 0 ? row : row & 0, kArctangentRows);
 }
 
 /// atan((numerator + numeratorLow) / (denominator + denominatorLow)) of a small quotient: its high part, and the rest.
@@ -129,7 +132,7 @@ ZR_INLINE AngleOfSine<R> angleOfSine(R sine) {
   // asin(n) is asin(c) + asin(n sqrt(1 - c^2) - c m), c the multiple of 1/64 next to n.
   const Whole<R> steps = wholeOfProduct<R>(n, 64.0);
   const R c = steps.number * 0x1p-6;
-  const Word<R> row = existing<R>(steps.word & 63, std::size(tables::kArcsines));
+  const Word<R> row = existing<R>(steps.word & 63, kArcsineRows);
   const R cosine = looked<R>(tables::kArcsines, &tables::ArcsineRow::cosineHigh, row);
   const R cosineLow = looked<R>(tables::kArcsines, &tables::ArcsineRow::cosineLow, row);
   const Pair<R> plus = product<R>(n, cosine);

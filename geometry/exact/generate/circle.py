@@ -29,10 +29,7 @@ coefficients, bound = fit(series, 0, REACH**2, 3)
 sines.polynomial("kCosine", coefficients, f"(cos(r) - 1) / r^2 in r^2, |r| <= pi/512, within 2^{power_of_two(bound)}.")
 sines.write()
 
-tangents = Header("TangentTable", "Tangents of the multiples of pi/256.")
-tangents.record("TangentRow", ["high", "low"])
-tangents.rows("kEighthOfTangents", "TangentRow", [pair(tan(k * STEP)) for k in range(STEPS // 4 + 1)],
-              "tan(k pi/256) as pairs, k from 0 to 64. The low part errs by at most 2^-108.", 2)
+tangents = Header("TangentTable", "The tangent of a small angle.")
 series = [abs(bernoulli(2 * n)) * 4**n * (4**n - 1) / factorial(2 * n) for n in range(2, 14)]
 coefficients, bound = fit(series, 0, REACH**2, 4)
 tangents.polynomial("kTangent", coefficients, f"(tan(r) - r) / r^3 in r^2, |r| <= pi/512, within 2^{power_of_two(bound)}.")
