@@ -23,14 +23,10 @@ const Kernels& kernelsOf([[maybe_unused]] exact::Build build) noexcept {
   return common::kKernels;
 }
 
+constinit const Kernels* bestKernels = &common::kKernels;
+
 namespace {
-
-/// The common build's until this file's variables are initialised, for callers that are quicker than that.
-constinit const Kernels* best = &common::kKernels;
-[[maybe_unused]] const bool isChosen = (best = &kernelsOf(exact::bestBuild()), true);
-
-}  // namespace
-
-const Kernels& kernels() noexcept { return *best; }
+[[maybe_unused]] const bool isChosen = (bestKernels = &kernelsOf(exact::bestBuild()), true);
+}
 
 }  // namespace geometry

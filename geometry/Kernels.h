@@ -34,8 +34,9 @@ struct Kernels {
   void (*bearingsAlong)(const CLLocationCoordinate2D* line, float* degrees, std::uint64_t count) noexcept;
 };
 
-/// The quickest that this processor can run.
-const Kernels& kernels() noexcept;
+/// The quickest that this processor can run. The common ones until the library's variables are initialised.
+extern const Kernels* bestKernels;
+inline const Kernels& kernels() noexcept { return *bestKernels; }
 
 /// One build's, for comparisons.
 const Kernels& kernelsOf(exact::Build build) noexcept;

@@ -31,7 +31,7 @@ sines.write()
 
 tangents = Header("TangentTable", "The tangent of a small angle.")
 series = [abs(bernoulli(2 * n)) * 4**n * (4**n - 1) / factorial(2 * n) for n in range(2, 14)]
-coefficients, bound = fit(series, 0, REACH**2, 4)
+coefficients, bound = fit(series, 0, REACH**2, 3)
 tangents.polynomial("kTangent", coefficients, f"(tan(r) - r) / r^3 in r^2, |r| <= pi/512, within 2^{power_of_two(bound)}.")
 tangents.write()
 
