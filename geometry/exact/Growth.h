@@ -45,7 +45,7 @@ ZR_INLINE Rounded<R> powerOf(Word<R> steps, R rest, R restLow, R curve) {
 template <class R>
 ZR_INLINE Rounded<R> quickExponential(R exponent) {
   const ReducedExponent<R> rest = reducedExponent<R>(exponent);
-  return powerOf<R>(rest.steps, rest.high, rest.low, polynomial<R>(rest.high, tables::kExponential));
+  return powerOf<R>(rest.steps, rest.high, rest.low, horner<R>(rest.high, tables::kExponential));
 }
 
 /// Whether the logarithm is so close to 0 that it needs `quickLogarithmNearOne`.

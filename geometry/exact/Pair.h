@@ -102,21 +102,26 @@ ZR_INLINE Rounded<R> roundedWithin(R high, R low, double error) {
   return ifBothAre<R>(high + (low - error), high + (low + error));
 }
 
-/// c[0] + c[1] u + ...
+/// c[0] + c[1] u + ..., by the fewest operations.
+template <class R, std::size_t From = 0, std::size_t Count>
+ZR_INLINE R horner(R u, const double (&c)[Count]) {
+  if constexpr (From + 1 == Count) {
+    return all<R>(c[From]);
+  } else {
+    return mulAdd<R>(horner<R, From + 1>(u, c), u, c[From]);
+  }
+}
+/// The same with less waiting of one operation for another.
 template <class R, std::size_t Count>
 ZR_INLINE R polynomial(R u, const double (&c)[Count]) {
-  if constexpr (Count == 3) {
-    return mulAdd<R>(mulAdd<R>(all<R>(c[2]), u, c[1]), u, c[0]);
-  } else if constexpr (Count == 4) {
+  if constexpr (Count == 4) {
     return mulAdd<R>(u * u, mulAdd<R>(all<R>(c[3]), u, c[2]), mulAdd<R>(all<R>(c[1]), u, c[0]));
   } else if constexpr (Count == 5) {
     const R square = u * u;
     const R upper = mulAdd<R>(square, all<R>(c[4]), mulAdd<R>(all<R>(c[3]), u, c[2]));
     return mulAdd<R>(square, upper, mulAdd<R>(all<R>(c[1]), u, c[0]));
   } else {
-    R result = all<R>(c[Count - 1]);
-    for (std::size_t n = Count - 1; n-- > 0;) result = mulAdd<R>(result, u, c[n]);
-    return result;
+    return horner<R>(u, c);
   }
 }
 
