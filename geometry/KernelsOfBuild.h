@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#ifndef ZRCORE_GEOMETRY_KERNELSOFBUILD_H
+#define ZRCORE_GEOMETRY_KERNELSOFBUILD_H
+
 // Included by one source a build.
 #include "Batch.h"
 #include "Bearing.h"
@@ -131,3 +134,5 @@ const Kernels kKernels = {
 };
 
 }  // namespace geometry::ZR_EXACT_BUILD
+
+#endif

@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#ifndef ZRCORE_GEOMETRY_EXACT_FUNCTIONSOFBUILD_H
+#define ZRCORE_GEOMETRY_EXACT_FUNCTIONSOFBUILD_H
+
 // Included by one source a build.
 #include "Exact.h"
 #include "Functions.h"
@@ -33,3 +36,5 @@ extern const Functions kFunctions;
 const Functions kFunctions = kOwn;
 
 }  // namespace exact::ZR_EXACT_BUILD
+
+#endif
