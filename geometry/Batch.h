@@ -76,7 +76,7 @@ ZR_INLINE void overEach(const From* from, To* to, std::uint64_t count, auto seve
     exact::Doubt<Lanes> doubt;
     store(several(from + i, doubt), to + i);
     if (isAny(doubt.lanes)) [[unlikely]] {
-      for (int lane = 0; lane < kLanes; ++lane) {
+      for (std::uint64_t lane = 0; lane < kLanes; ++lane) {
         if (doubt.lanes[lane] != 0) to[i + lane] = one(from + i + lane);
       }
     }

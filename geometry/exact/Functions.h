@@ -64,12 +64,14 @@ ZR_INLINE R exp(R x, Doubt<R>& doubt) {
 }
 template <class R>
 ZR_INLINE R atan2(R y, R x, Doubt<R>& doubt) {
-  const Mask<R> isInDomain = isWithin<R>(x, kLeastSide, kGreatestSide) & isWithin<R>(y, kLeastSide, kGreatestSide);
+  const Mask<R> isInDomain =
+      both<R>(isWithin<R>(x, kLeastSide, kGreatestSide), isWithin<R>(y, kLeastSide, kGreatestSide));
   return settled<R>(isInDomain, quickAngle<R>, careful::atan2, doubt, y, x);
 }
 template <class R>
 ZR_INLINE R hypot(R x, R y, Doubt<R>& doubt) {
-  const Mask<R> isInDomain = isWithin<R>(x, kLeastSide, kGreatestSide) & isWithin<R>(y, kLeastSide, kGreatestSide);
+  const Mask<R> isInDomain =
+      both<R>(isWithin<R>(x, kLeastSide, kGreatestSide), isWithin<R>(y, kLeastSide, kGreatestSide));
   return settled<R>(isInDomain, quickHypotenuse<R>, careful::hypot, doubt, x, y);
 }
 

@@ -53,14 +53,14 @@ template <class R>
 ZR_INLINE Mask<R> isNearOne(R value) {
   constexpr auto kFirst = __builtin_bit_cast(std::int64_t, 1.0 - 0x1p-6);
   constexpr auto kEnd = __builtin_bit_cast(std::int64_t, 1.0 + 0x1p-6);
-  return (wordOf(value) >= kFirst) & (wordOf(value) < kEnd);
+  return both<R>(wordOf(value) >= kFirst, wordOf(value) < kEnd);
 }
 
 template <class R>
 ZR_INLINE Mask<R> isPositiveNormal(R value) {
   constexpr std::int64_t kLeast = 0x0010000000000000;
   constexpr std::int64_t kInfinity = 0x7ff0000000000000;
-  return (wordOf(value) >= kLeast) & (wordOf(value) < kInfinity);
+  return both<R>(wordOf(value) >= kLeast, wordOf(value) < kInfinity);
 }
 
 /// Of a positive normal number that is not near one.

@@ -79,6 +79,15 @@ ZR_INLINE R realOf(Word<R> word) {
 inline constexpr std::int64_t kSignBit = INT64_MIN;
 
 template <class R>
+ZR_INLINE Mask<R> both(Mask<R> a, Mask<R> b) {
+  if constexpr (kIsSingle<R>) {
+    return a && b;
+  } else {
+    return a & b;
+  }
+}
+
+template <class R>
 ZR_INLINE R magnitude(R value) {
   return realOf<R>(wordOf(value) & ~kSignBit);
 }
