@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// Reads and writes JSON. Without state; any thread.
@@ -56,7 +57,7 @@ class ZRJSONBuilder final : public ZRJSONListener {
     std::string key;
   };
 
-  void add(ZROHMValue value);
+  void add(ZROHMValue&& value);
 
   std::vector<Level> levels_;
   ZROHMValue root_;

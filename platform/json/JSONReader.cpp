@@ -30,7 +30,18 @@ std::string_view beginningOf(std::string_view sentence) {
 template <class Listener>
 class Teller final : public nlohmann::json_sax<nlohmann::json> {
  public:
-  Teller(std::string_view document, Listener& listener) : bytes(document), document_(document), listener_(listener) {}
+  Teller(std::string_view document, Listener& listener) : document_(document), listener_(listener) {}
+
+  /// @return what is wrong with the document
+  std::optional<NSError> read() {
+    if (isOrdinary(document_)) {
+      nlohmann::json::sax_parse(document_.begin(), document_.end(), this);
+    } else {
+      nlohmann::json::sax_parse(JSONBytes::Iterator(given_), JSONBytes::Iterator(), this);
+      if (const auto end = given_.endlessWord()) return failure(placeOf(*end) + "a number does not end", end);
+    }
+    return std::move(error_);
+  }
 
   bool null() override { return scalar(nullptr); }
   bool boolean(bool value) override { return scalar(value); }
@@ -71,61 +82,53 @@ class Teller final : public nlohmann::json_sax<nlohmann::json> {
 
   bool parse_error(std::size_t count, const std::string&, const nlohmann::detail::exception& what) override {
     // The library's sentence begins with a code of its own in brackets, and knows nothing of the bytes left out.
-    const std::size_t position = bytes.positionOf(count);
+    const std::size_t position = isOrdinary(document_) ? count - 1 : given_.positionOf(count);
     std::string_view sentence = what.what();
     sentence.remove_prefix(std::min(sentence.find("] ") + 2, sentence.size()));
-    std::string text = "The JSON document cannot be read: ";
-    if (sentence.starts_with("parse error at line ")) {
-      sentence.remove_prefix(sentence.find(": ") + 2);
-      text += placeOf(position);
-    }
-    text += beginningOf(sentence);
+    if (sentence.starts_with("parse error at line ")) sentence.remove_prefix(sentence.find(": ") + 2);
+    std::string text = placeOf(position) + std::string(beginningOf(sentence));
     if (beginningOf(sentence).size() < sentence.size()) text += " …";
-    error = failure(std::move(text), position);
+    error_ = failure(std::move(text), position);
     return false;
   }
 
-  std::string placeOf(std::size_t position) const {
-    const std::string_view before = document_.substr(0, position);
-    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
-    const std::size_t column = position - (before.rfind('\n') + 1) + 1;
-    return "parse error at line " + std::to_string(line) + ", column " + std::to_string(column) + ": ";
-  }
-
-  JSONBytes bytes;
-  std::optional<NSError> error;
   bool isFragment = false;
 
  private:
   bool open() {
     if (depth_ >= ZRJSONDeepestNesting) {
-      error = failure("The JSON document is nested deeper than " + std::to_string(ZRJSONDeepestNesting) + " levels.");
+      error_ = failure("The JSON document is nested deeper than " + std::to_string(ZRJSONDeepestNesting) + " levels.");
       return false;
     }
     ++depth_;
     return true;
   }
 
-  bool scalar(ZROHMValue value) {
+  bool scalar(ZROHMValue&& value) {
     isFragment = isFragment || depth_ == 0;
     listener_.scalar(std::move(value));
     return true;
   }
 
+  std::string placeOf(std::size_t position) const {
+    const std::string_view before = document_.substr(0, position);
+    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+    const std::size_t column = position - (before.rfind('\n') + 1) + 1;
+    return "The JSON document cannot be read: line " + std::to_string(line) + ", column " + std::to_string(column) +
+           ": ";
+  }
+
   std::string_view document_;
+  JSONBytes given_{document_};
   Listener& listener_;
+  std::optional<NSError> error_;
   std::size_t depth_ = 0;
 };
 
 template <class Listener>
 std::optional<NSError> tell(std::string_view bytes, ZRJSONFragments fragments, Listener& listener) {
   Teller<Listener> teller(bytes, listener);
-  nlohmann::json::sax_parse(JSONBytes::Iterator(teller.bytes), JSONBytes::Iterator(), &teller);
-  if (const auto position = teller.bytes.endlessWord()) {
-    return failure("The JSON document cannot be read: " + teller.placeOf(*position) + "a number does not end",
-                   position);
-  }
-  if (teller.error) return std::move(teller.error);
+  if (auto error = teller.read()) return error;
   // The library takes a NUL byte for the end and looks no further.
   if (const std::size_t position = bytes.find('\0'); position != bytes.npos) {
     return failure("The JSON document cannot be read: it has a NUL byte.", position);
@@ -162,7 +165,7 @@ void ZRJSONBuilder::endArray() {
   add(std::move(elements));
 }
 
-void ZRJSONBuilder::add(ZROHMValue value) {
+void ZRJSONBuilder::add(ZROHMValue&& value) {
   if (levels_.empty()) {
     root_ = std::move(value);
   } else if (levels_.back().isArray) {
