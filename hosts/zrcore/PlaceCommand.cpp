@@ -13,9 +13,8 @@ namespace {
 
 constexpr const char* kDescription =
     "Shows what a geocoding or search service answered as places.\n"
-    "Reads JSON: one result, an array of results, or an object with results in it, however deep. Lists under "
-    "\"results\",\n"
-    "\"features\", \"addresses\", \"places\" or \"locations\" come before all else in an object.";
+    "Reads JSON: one result, an array of results, or an object with results in it, however deep. Lists under\n"
+    "\"results\", \"features\", \"addresses\", \"places\" or \"locations\" come before all else in an object.";
 
 /// What --dialect takes.
 std::vector<std::string> dialectNames() {

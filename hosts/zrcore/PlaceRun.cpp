@@ -51,8 +51,8 @@ class PlaceRun {
   bool isTable_;
   Messages messages_;
   StandardOutput output_;
-  std::optional<place::DocumentWriter> document_;  // of all files
-  std::vector<place::Result> table_;               // what is not shown yet
+  std::unique_ptr<place::DocumentWriter> document_;  // of all files
+  std::vector<place::Result> table_;                 // what is not shown yet
   bool hasShown_ = false;
   bool hasFaults_ = false;
 };
@@ -119,7 +119,8 @@ void PlaceRun::read(const std::string& path) {
 int PlaceRun::run() {
   try {
     if (arguments_.json || arguments_.geoJson) {
-      document_.emplace(*json_, shapeFor(arguments_), [this](std::string_view piece) { output_.write(piece); });
+      document_ = std::make_unique<place::DocumentWriter>(*json_, shapeFor(arguments_),
+                                                          [this](std::string_view piece) { output_.write(piece); });
     }
     for (const std::string& path : arguments_.files) {
       if (!output_.isClosed()) read(path);
