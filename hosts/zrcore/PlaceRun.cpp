@@ -99,6 +99,7 @@ void PlaceRun::show(const std::string& name, place::Result result) {
   hasShown_ = true;
   output_.write(placeLine(name, result));
 }
+
 void PlaceRun::read(const std::string& path) {
   const std::string name = shownName(path);
   try {
