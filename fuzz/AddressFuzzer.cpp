@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
-// Reads any bytes as services' answers in every dialect, and checks what holds for every address.
+// Reads any bytes as services' answers in every dialect, and checks what holds for every address and every answer.
 #include <ZRCore/ZRGeoAddressDialects.h>
 #include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZROHMClassInfo.h>
 #include <ZRCore/ZRPlace.h>
 
-#include <array>
+#include <place/PlaceDocument.h>
+
 #include <cstdint>
+#include <optional>
+#include <string_view>
+#include <variant>
 
 #include "FuzzLaws.h"
 
 namespace {
-
-constexpr std::array kDialects{ZRGeoAddressDialect::documented, ZRGeoAddressDialect::nominatim,
-                               ZRGeoAddressDialect::photon, ZRGeoAddressDialect::pelias,
-                               ZRGeoAddressDialect::geocodeJSON};
 
 ZROHMDictionary contentOf(const ZRGeoAddress& address) {
   return address.dictionaryWithValuesForKeys(ZRGeoAddress::staticClassInfo().propertyNames());
@@ -49,28 +49,37 @@ void requireSound(const ZRGeoAddress& address) {
   require(address.stringForFormat(0) == place->title(), "a place shows its address");
 }
 
-void requireSoundIn(const ZROHMValue& result) {
-  for (const ZRGeoAddressDialect dialect : kDialects) {
-    const ZRGeoAddressReading reading = ZRReadGeoAddress(result, dialect);
-    require(reading.address == nullptr || result.dictionary() != nullptr, "only objects are results");
-    if (reading.address) requireSound(*reading.address);
-  }
+void requireSoundIn(const ZROHMValue& result, ZRGeoAddressDialect dialect) {
+  const ZRGeoAddressReading reading = ZRReadGeoAddress(result, dialect);
+  require(reading.address == nullptr || result.dictionary() != nullptr, "only objects are results");
+  if (reading.address) requireSound(*reading.address);
+}
+
+/// Reads the bytes as a tool does.
+void requireSoundAccount(std::string_view bytes, std::optional<ZRGeoAddressDialect> dialect, bool isJSON) {
+  std::uint64_t results = 0, last = 0;
+  const auto account = place::readDocument(bytes, dialect, [&](const place::Result& result) {
+    require(result.number > last, "the results' numbers grow");
+    last = result.number;
+    ++results;
+    requireSound(*result.place->geoAddress());
+  });
+  require(results + account.faultCount > 0, "an answer without a place has a fault");
+  require(account.faultCount >= account.faults.size(), "what is told is counted");
+  require(isJSON || account.faultCount > 0, "what is no JSON has a fault");
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const auto json = ZRMakeJSONService();
-  const auto parsed = json->valueFromJSON({reinterpret_cast<const char*>(data), size}, ZRJSONFragments::allowed);
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  const auto parsed = json->valueFromJSON(bytes, ZRJSONFragments::refused);
   const ZROHMValue* const document = std::get_if<ZROHMValue>(&parsed);
-  if (document == nullptr) return 0;
-  requireSoundIn(*document);
-  const ZROHMValue* list = document;
-  if (const ZROHMDictionary* const entries = document->dictionary()) {
-    if (const ZROHMValue* const features = entries->find("features")) list = features;
-  }
-  if (const ZROHMArray* const results = list->array()) {
-    for (const ZROHMValue& result : *results) requireSoundIn(result);
+  requireSoundAccount(bytes, std::nullopt, document != nullptr);
+  for (const ZRGeoAddressDialect dialect : ZRGeoAddressDialects()) {
+    requireSoundAccount(bytes, dialect, document != nullptr);
+    if (document != nullptr) requireSoundIn(*document, dialect);
   }
   return 0;
 }

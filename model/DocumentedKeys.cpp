@@ -4,6 +4,8 @@
 #include <ZRCore/ZROHMClassInfo.h>
 #include <ZRCore/ZROHMRegistry.h>
 
+#include <algorithm>
+#include <array>
 #include <variant>
 
 #include "DialectFields.h"
@@ -41,6 +43,7 @@ ZRGeoAddressReading readDocumented(const ZROHMValue& result) {
   ZRGeoAddressReading reading;
   const ZROHMDictionary* const entries = result.dictionary();
   if (entries == nullptr) return reading;
+  ZROHMDictionary usable;
   for (const auto& [key, value] : *entries) {
     const std::string_view property = propertyFor(key);
     if (property.empty()) {
@@ -48,8 +51,26 @@ ZRGeoAddressReading readDocumented(const ZROHMValue& result) {
       continue;
     }
     reading.hasKnownKeys = true;
-    if (!isUsable(value, property)) reading.unusableKeys.push_back(key);
+    if (isUsable(value, property)) {
+      usable.set(key, value);
+    } else {
+      reading.unusableKeys.push_back(key);
+    }
   }
-  reading.address = ZRGeoAddress::geoAddressFromDictionary(*entries);
+  reading.address = ZRGeoAddress::geoAddressFromDictionary(usable);
   return reading;
+}
+
+std::vector<std::string_view> documentedRecogniserKeys() {
+  static constexpr std::array<std::string_view, 9> kProperties{
+      "street", "neighborhood", "city", "county", "state", "zip", "country", "coordinate", "displayCoordinate"};
+  std::vector<std::string_view> keys(kProperties.begin(), kProperties.end());
+  const auto* const mapping = ZROHMRegistry::table(ZRGeoAddress::staticClassInfo(), ZROHMRegistry::Slot::mapping);
+  if (mapping == nullptr) return keys;
+  for (const auto& [key, entry] : *mapping) {
+    const auto* const property = std::get_if<std::string>(&entry);
+    const bool isPart = property != nullptr && std::count(kProperties.begin(), kProperties.end(), *property) > 0;
+    if (isPart) keys.push_back(key);
+  }
+  return keys;
 }

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 /// Collects the parts of an address under the documented keys.
 class DocumentedKeys {
@@ -20,13 +21,24 @@ class DocumentedKeys {
   }
   bool has(std::string_view key) const { return entries_.contains(key); }
 
-  std::shared_ptr<ZRGeoAddress> address() const { return ZRGeoAddress::geoAddressFromDictionary(entries_); }
+  std::shared_ptr<ZRGeoAddress> address() {
+    leaveOutWhatHidesTheCity();
+    return ZRGeoAddress::geoAddressFromDictionary(entries_);
+  }
 
  private:
+  /// The display texts of a country without a state are the country alone.
+  void leaveOutWhatHidesTheCity() {
+    if (has("city") && !has("street") && !has("state")) entries_.erase("country");
+  }
+
   ZROHMDictionary entries_;
 };
 
 /// Reads a dictionary that has the documented keys already.
 ZRGeoAddressReading readDocumented(const ZROHMValue& result);
+
+/// The documented keys of parts and positions.
+std::vector<std::string_view> documentedRecogniserKeys();
 
 #endif

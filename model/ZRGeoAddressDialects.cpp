@@ -3,6 +3,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "DialectFields.h"
 #include "DocumentedKeys.h"
@@ -66,15 +72,20 @@ void nameThePart(DocumentedKeys& keys, const std::optional<std::string>& type, s
     std::string_view type;
     const char* key;
   };
-  static constexpr std::array<Row, 9> kRows{{{"street", "street"},
-                                             {"road", "street"},
-                                             {"locality", "neighborhood"},
-                                             {"district", "neighborhood"},
-                                             {"city", "city"},
-                                             {"town", "city"},
-                                             {"village", "city"},
-                                             {"county", "county"},
-                                             {"state", "state"}}};
+  static constexpr std::array<Row, 14> kRows{{{"street", "street"},
+                                              {"road", "street"},
+                                              {"locality", "neighborhood"},
+                                              {"district", "neighborhood"},
+                                              {"city", "city"},
+                                              {"town", "city"},
+                                              {"village", "city"},
+                                              {"hamlet", "city"},
+                                              {"municipality", "city"},
+                                              {"localadmin", "city"},
+                                              {"county", "county"},
+                                              {"state", "state"},
+                                              {"province", "state"},
+                                              {"region", "state"}}};
   if (!type) return;
   const auto row = std::find_if(kRows.begin(), kRows.end(), [&](const Row& known) { return known.type == *type; });
   if (row != kRows.end() && !keys.has(row->key)) keys.add(row->key, std::move(name));
@@ -108,14 +119,38 @@ void addNamedParts(DocumentedKeys& keys, DialectFields& parts, std::string_view 
   keys.add("state", parts.text("state"));
   keys.add("zip", parts.text("postcode"));
   keys.add("country", countryFrom(parts, countryCodeKey));
-  const auto type = parts.text("type");
+  const auto type = parts.firstText({"type", "osm_value"});
   addQuality(keys, type, houseNumber.has_value());
   keys.add("type", type);
   nameThePart(keys, type, parts.text("name"));
 }
 
-void readNominatim(DialectFields& result, DocumentedKeys& keys) {
-  keys.addPosition(result.number("lat"), result.number("lon"));
+/// "IL" of "US-IL"; nothing of "JP-13", whose second half tells nobody anything.
+std::optional<std::string> lettersOfStateCode(const std::optional<std::string>& code) {
+  const std::size_t dash = code ? code->find('-') : std::string::npos;
+  if (dash == std::string::npos) return std::nullopt;
+  const std::string letters = code->substr(dash + 1);
+  const bool isWord = !letters.empty() && std::none_of(letters.begin(), letters.end(),
+                                                       [](char byte) { return byte >= '0' && byte <= '9'; });
+  return isWord ? std::optional(letters) : std::nullopt;
+}
+
+/// The state of a Nominatim result. A city that is a state itself (Berlin) has the code alone.
+std::optional<std::string> stateOf(DialectFields& parts, bool hasCity) {
+  auto name = parts.firstText({"state", "province", "region"});
+  auto code = parts.text("ISO3166-2-lvl4");
+  auto letters = hasCity ? lettersOfStateCode(code) : std::nullopt;
+  return letters ? std::move(letters) : name ? std::move(name) : hasCity ? std::move(code) : std::nullopt;
+}
+
+std::optional<std::string> nameOf(DialectFields& result) {
+  auto name = result.text("name");
+  auto wholeAddress = result.text("display_name");
+  if (!name && wholeAddress) wholeAddress->resize(std::min(wholeAddress->find(", "), wholeAddress->size()));
+  return name ? std::move(name) : std::move(wholeAddress);
+}
+
+void readNominatimObject(DialectFields& result, DocumentedKeys& keys) {
   auto identifier = openStreetMapIdentifier(result);
   auto ownIdentifier = result.text("place_id");
   keys.add("zrid", identifier ? std::move(identifier) : std::move(ownIdentifier));
@@ -125,13 +160,24 @@ void readNominatim(DialectFields& result, DocumentedKeys& keys) {
   keys.add("neighborhood", parts.firstText({"neighbourhood", "quarter", "suburb", "borough"}));
   keys.add("city", parts.firstText({"city", "town", "village", "municipality", "hamlet"}));
   keys.add("county", parts.text("county"));
-  keys.add("state", parts.firstText({"state", "province", "region"}));
+  keys.add("state", stateOf(parts, keys.has("city")));
   keys.add("zip", parts.text("postcode"));
   keys.add("country", countryFrom(parts, "country_code"));
   const auto type = result.firstText({"addresstype", "type"});
   addQuality(keys, type, houseNumber.has_value());
   keys.add("type", type);
-  nameThePart(keys, type, result.text("name"));  // all there is where the parts were not asked for
+  nameThePart(keys, type, nameOf(result));  // all there is where the parts were not asked for
+}
+
+void readNominatim(DialectFields& result, DocumentedKeys& keys) {
+  DialectFields properties = result.inside("properties");
+  if (properties.exists()) {
+    addGeometry(keys, result);
+    readNominatimObject(properties, keys);
+  } else {
+    keys.addPosition(result.number("lat"), result.number("lon"));
+    readNominatimObject(result, keys);
+  }
 }
 
 void readPhoton(DialectFields& feature, DialectFields& properties, DocumentedKeys& keys) {
@@ -147,7 +193,7 @@ void readPelias(DialectFields& feature, DialectFields& properties, DocumentedKey
   keys.add("neighborhood", properties.firstText({"neighbourhood", "borough"}));
   keys.add("city", properties.firstText({"locality", "localadmin"}));
   keys.add("county", properties.text("county"));
-  keys.add("state", properties.text("region"));
+  keys.add("state", properties.firstText({"region", "region_a", "macroregion"}));
   keys.add("zip", properties.text("postalcode"));
 
   auto code = properties.text("country_code");
@@ -158,8 +204,10 @@ void readPelias(DialectFields& feature, DialectFields& properties, DocumentedKey
   keys.add("country", code ? inCapitals(*code) : longCode ? std::move(longCode) : std::move(name));
 
   const auto layer = properties.text("layer");
-  addQuality(keys, layer == "locality" ? "city" : layer, houseNumber.has_value());
+  const auto type = layer == "locality" ? "city" : layer;  // elsewhere a locality is a part of a city
+  addQuality(keys, type, houseNumber.has_value());
   keys.add("type", layer);
+  nameThePart(keys, type, properties.text("name"));
 }
 
 void readGeocodeJSON(DialectFields& feature, DialectFields& properties, DocumentedKeys& keys) {
@@ -173,9 +221,8 @@ void readGeocodeJSON(DialectFields& feature, DialectFields& properties, Document
   if (!keys.has("county")) keys.add("county", std::move(county));
 }
 
-using FeatureReader = void (*)(DialectFields& feature, DialectFields& properties, DocumentedKeys& keys);
-
-ZRGeoAddressReading readFeature(const ZROHMValue& result, FeatureReader read) {
+template <void (*read)(DialectFields& feature, DialectFields& properties, DocumentedKeys& keys)>
+ZRGeoAddressReading readFeature(const ZROHMValue& result) {
   ZRGeoAddressReading reading;
   DocumentedKeys keys;
   bool hasProperties = false;
@@ -200,22 +247,62 @@ ZRGeoAddressReading readNominatim(const ZROHMValue& result) {
   return reading;
 }
 
+/// A dialect, whole. The rows stand in the order in which a result is tried for them.
+struct Dialect {
+  ZRGeoAddressDialect dialect;
+  std::string_view name;
+  std::vector<std::string_view> recogniserKeys;
+  ZRGeoAddressReading (*read)(const ZROHMValue& result);
+};
+
+using Dialects = std::array<Dialect, 5>;
+
+const Dialects& dialects() {
+  using enum ZRGeoAddressDialect;
+  static const Dialects& rows = *new const Dialects{{
+      {geocodeJSON, "geocodejson", {"properties.geocoding"}, readFeature<readGeocodeJSON>},
+      {pelias,
+       "pelias",
+       {"properties.gid", "properties.layer", "properties.country_a", "properties.postalcode"},
+       readFeature<readPelias>},
+      {nominatim, "nominatim", {"lon", "display_name", "osm_id", "properties.display_name"}, readNominatim},
+      {photon, "photon", {"properties"}, readFeature<readPhoton>},
+      {documented, "documented", documentedRecogniserKeys(), readDocumented},
+  }};
+  return rows;
+}
+
+/// Null for a number that is no dialect's.
+const Dialect* find(ZRGeoAddressDialect dialect) {
+  const auto row = std::find_if(dialects().begin(), dialects().end(),
+                                [dialect](const Dialect& known) { return known.dialect == dialect; });
+  return row != dialects().end() ? &*row : nullptr;
+}
+
 }  // namespace
 
+std::span<const ZRGeoAddressDialect> ZRGeoAddressDialects() {
+  static const auto all = [] {
+    std::array<ZRGeoAddressDialect, std::tuple_size_v<Dialects>> found{};
+    std::transform(dialects().begin(), dialects().end(), found.begin(), [](const Dialect& row) { return row.dialect; });
+    return found;
+  }();
+  return all;
+}
+
+std::string_view ZRGeoAddressDialectName(ZRGeoAddressDialect dialect) {
+  const Dialect* const row = find(dialect);
+  return row != nullptr ? row->name : std::string_view();
+}
+
+std::span<const std::string_view> ZRGeoAddressDialectRecogniserKeys(ZRGeoAddressDialect dialect) {
+  const Dialect* const row = find(dialect);
+  return row != nullptr ? std::span(row->recogniserKeys) : std::span<const std::string_view>();
+}
+
 ZRGeoAddressReading ZRReadGeoAddress(const ZROHMValue& result, ZRGeoAddressDialect dialect) {
-  switch (dialect) {
-    case ZRGeoAddressDialect::documented:
-      return readDocumented(result);
-    case ZRGeoAddressDialect::nominatim:
-      return readNominatim(result);
-    case ZRGeoAddressDialect::photon:
-      return readFeature(result, readPhoton);
-    case ZRGeoAddressDialect::pelias:
-      return readFeature(result, readPelias);
-    case ZRGeoAddressDialect::geocodeJSON:
-      return readFeature(result, readGeocodeJSON);
-  }
-  return {};
+  const Dialect* const row = find(dialect);
+  return row != nullptr ? row->read(result) : ZRGeoAddressReading();
 }
 
 std::shared_ptr<ZRGeoAddress> ZRGeoAddressFromNominatim(const ZROHMValue& result) {

@@ -12,20 +12,19 @@ namespace demo {
 
 std::string PlaceList::summary() const {
   std::string text = std::to_string(entries.size()) + (entries.size() == 1 ? " place" : " places");
-  if (faults.empty()) return text;
-  text += " · " + std::to_string(faults.size()) + (faults.size() == 1 ? " fault: " : " faults: ") + faults.front();
-  return faults.size() > 1 ? text + " …" : text;
+  if (faultCount == 0) return text;
+  text += " · " + std::to_string(faultCount) + (faultCount == 1 ? " fault: " : " faults: ") + firstFault;
+  return faultCount > 1 ? text + " …" : text;
 }
 
-PlaceList loadPlaces(const ZRJSONService& json, const std::string& path) {
+PlaceList loadPlaces(const std::string& path) {
   std::error_code error;
   if (std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error)) {
     throw place::FileError("is no file; choose a geocoder's answer");
   }
-  const place::Document document = place::readDocument(json, place::readFile(path), std::nullopt);
   PlaceList list;
   list.name = trip::asUtf8(std::filesystem::path(path).filename().string());
-  for (const place::Result& result : document.results) {
+  const auto take = [&list](const place::Result& result) {
     const ZRGeoAddress& address = *result.place->geoAddress();
     PlaceList::Entry entry{trip::asUtf8(address.primaryString()), trip::asUtf8(address.secondaryString()),
                            trip::asUtf8(address.singleLineString()), std::nullopt};
@@ -33,10 +32,13 @@ PlaceList loadPlaces(const ZRJSONService& json, const std::string& path) {
       entry.mark = trip::PlaceMark{*position, entry.primary.empty() ? entry.singleLine : entry.primary};
     }
     list.entries.push_back(std::move(entry));
-  }
-  for (const place::Fault& fault : document.faults) {
-    const std::string where = fault.number > 0 ? "result " + std::to_string(fault.number) + ": " : "";
-    list.faults.push_back(trip::asUtf8(where + fault.text));
+  };
+  const place::Account account = place::readDocument(place::readFile(path), std::nullopt, take);
+  list.faultCount = account.faultCount;
+  if (!account.faults.empty()) {
+    const place::Fault& first = account.faults.front();
+    const std::string where = first.number > 0 ? "result " + std::to_string(first.number) + ": " : "";
+    list.firstFault = trip::asUtf8(where + first.text);
   }
   return list;
 }

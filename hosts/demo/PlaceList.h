@@ -2,9 +2,9 @@
 #ifndef ZRCORE_HOSTS_DEMO_PLACELIST_H
 #define ZRCORE_HOSTS_DEMO_PLACELIST_H
 
-#include <ZRCore/ZRJSONService.h>
 #include <trip/PlaceMark.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,7 +20,8 @@ struct PlaceList {
 
   std::string name;  ///< of the file, without folders
   std::vector<Entry> entries;
-  std::vector<std::string> faults;  ///< what could not be used, a line each
+  std::uint64_t faultCount = 0;  ///< how much could not be used
+  std::string firstFault;        ///< the first of it, a line
 
   /// "6 places · 1 fault: result 3 …"
   std::string summary() const;
@@ -28,7 +29,7 @@ struct PlaceList {
 
 /// Reads the answer at `path`. What is damaged in it is among the faults.
 /// @throws place::FileError when the file can't be read
-PlaceList loadPlaces(const ZRJSONService& json, const std::string& path);
+PlaceList loadPlaces(const std::string& path);
 
 }  // namespace demo
 

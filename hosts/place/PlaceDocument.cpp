@@ -2,44 +2,32 @@
 #include "PlaceDocument.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
-#include <variant>
+
+#include "Outline.h"
+#include "ResultBuilder.h"
 
 namespace place {
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, ZRGeoAddressDialect>, 5> kNames{{
-    {"documented", ZRGeoAddressDialect::documented},
-    {"nominatim", ZRGeoAddressDialect::nominatim},
-    {"photon", ZRGeoAddressDialect::photon},
-    {"pelias", ZRGeoAddressDialect::pelias},
-    {"geocodejson", ZRGeoAddressDialect::geocodeJSON},
-}};
-
-bool hasAny(const ZROHMDictionary& entries, std::initializer_list<std::string_view> keys) {
-  return std::any_of(keys.begin(), keys.end(), [&entries](std::string_view key) { return entries.contains(key); });
-}
-
-/// The list of results in a document; null when the document is itself one.
-const ZROHMArray* listIn(const ZROHMValue& document) {
-  if (document.array() != nullptr) return document.array();
-  const ZROHMDictionary* const entries = document.dictionary();
-  if (entries == nullptr) return nullptr;
-  for (const char* const key : {"results", "features"}) {
-    const ZROHMValue* const list = entries->find(key);
-    if (list != nullptr && list->array() != nullptr) return list->array();
-  }
-  return nullptr;
-}
-
 /// What a service says instead of a result; empty when it says nothing.
-std::string serviceError(const ZROHMValue& result) {
-  const ZROHMDictionary* const entries = result.dictionary();
-  const ZROHMValue* error = entries != nullptr ? entries->find("error") : nullptr;
+std::string serviceError(const ZROHMDictionary& result) {
+  const ZROHMValue* error = result.find("error");
   if (error != nullptr && error->dictionary() != nullptr) error = error->dictionary()->find("message");
   return error != nullptr && error->string() != nullptr ? *error->string() : std::string();
+}
+
+/// "nominatim ("lon", "display_name", "osm_id")"
+std::string keysOf(ZRGeoAddressDialect dialect) {
+  constexpr std::size_t kMostKeys = 3;
+  std::string text(ZRGeoAddressDialectName(dialect));
+  const char* separator = " (";
+  const auto keys = ZRGeoAddressDialectRecogniserKeys(dialect);
+  for (const std::string_view key : keys.first(std::min(keys.size(), kMostKeys))) {
+    text.append(std::exchange(separator, ", ")).append("\"").append(key).append("\"");
+  }
+  return text + (keys.size() > kMostKeys ? " …)" : ")");
 }
 
 /// Takes a position off the Earth away. @return whether it did.
@@ -56,78 +44,189 @@ bool dropOutOfRange(ZRGeoAddress& address) {
   return dropped;
 }
 
-class Reader {
+class Reader final : public ZRJSONListener {
  public:
-  explicit Reader(std::optional<ZRGeoAddressDialect> dialect) : dialect_(dialect) {}
+  Reader(const Outline& outline, std::optional<ZRGeoAddressDialect> dialect, const std::function<void(Result)>& take)
+      : outline_(outline), dialect_(dialect), take_(take) {}
 
-  void read(const ZROHMValue& result) {
-    ++number_;
-    if (result.dictionary() == nullptr) return fault("is no object");
-    const auto dialect = dialect_.value_or(detectDialect(result));
-    ZRGeoAddressReading reading = ZRReadGeoAddress(result, dialect);
-    if (!reading.address || !reading.hasKnownKeys) return fault(reasonForNothing(result, dialect));
-    for (const std::string& key : reading.unknownKeys) ++document.unknownKeys[key];
-    for (const std::string& key : reading.unusableKeys) fault("\"" + key + "\" can't be used as it stands");
-    if (dropOutOfRange(*reading.address)) fault("the position is out of range and was left out");
-    document.results.push_back({number_, ZRPlace::placeFromGeoAddress(std::move(reading.address))});
-  }
+  void beginObject() override;
+  void key(std::string key) override;
+  void endObject() override;
+  void beginArray() override;
+  void endArray() override;
+  void scalar(ZROHMValue value) override;
 
-  Document document;
+  /// @param error  what is wrong with the document
+  Account finish(const std::optional<NSError>& error);
 
  private:
-  void fault(std::string text) { document.faults.push_back({number_, std::move(text)}); }
+  using Kind = Outline::Use::Kind;
 
-  static std::string reasonForNothing(const ZROHMValue& result, ZRGeoAddressDialect dialect) {
-    const std::string error = serviceError(result);
-    if (!error.empty()) return "the service answered: " + error;
-    return "is no result in the dialect '" + std::string(nameOfDialect(dialect)) + "'; choose another with --dialect";
-  }
+  /// What may stand in an open object or array that is looked into.
+  enum class Inside { results, listsUnderListKeys, whatHoldsResults };
 
-  std::optional<ZRGeoAddressDialect> dialect_;
-  std::size_t number_ = 0;
+  bool isResultExpected(bool isArray, Kind kind) const;
+  void end();
+  void read(std::optional<ZROHMValue> result);
+  std::string reasonForNothing(const ZROHMDictionary& result) const;
+  template <class Text>
+  void fault(const Text& text);
+
+  const Outline& outline_;
+  std::optional<ZRGeoAddressDialect> dialect_;  // the one that was asked for
+  const std::function<void(Result)>& take_;
+  std::size_t begun_ = 0;  // objects and arrays
+  std::vector<Inside> levels_;
+  std::size_t passedOver_ = 0;  // open objects and arrays in them in which there is nothing
+  std::string key_;             // the last one
+  ResultBuilder builder_;
+  ZRGeoAddressDialect resultDialect_ = ZRGeoAddressDialect::documented;  // of what is being built
+  std::uint64_t number_ = 0;
+  Account account_;
 };
+
+/// @param text  makes the fault's text, if it is kept
+template <class Text>
+void Reader::fault(const Text& text) {
+  if (++account_.faultCount <= Account::kMostFaults) account_.faults.push_back({number_, text()});
+}
+
+/// Whether a result or a list of them may begin here.
+bool Reader::isResultExpected(bool isArray, Kind kind) const {
+  if (levels_.empty() || levels_.back() == Inside::results) return true;
+  if (levels_.back() == Inside::listsUnderListKeys) return isArray && isListKey(key_);
+  return kind != Kind::unknown;
+}
+
+void Reader::beginObject() {
+  const Outline::Use use = outline_.use(begun_++);
+  if (builder_.isOpen()) {
+    builder_.beginObject();
+  } else if (passedOver_ > 0 || !isResultExpected(false, use.kind)) {
+    ++passedOver_;
+  } else if (use.kind == Kind::listsInside) {
+    levels_.push_back(Inside::listsUnderListKeys);
+  } else if (use.kind == Kind::inside) {
+    levels_.push_back(Inside::whatHoldsResults);
+  } else {
+    resultDialect_ = dialect_.value_or(use.dialect);
+    builder_.beginObject();
+  }
+}
+
+void Reader::beginArray() {
+  const Kind kind = outline_.use(begun_++).kind;
+  if (builder_.isOpen()) {
+    builder_.beginArray();
+  } else if (passedOver_ > 0 || !isResultExpected(true, kind)) {
+    ++passedOver_;
+  } else if (kind != Kind::unknown || levels_.empty() || levels_.back() == Inside::listsUnderListKeys) {
+    levels_.push_back(Inside::results);
+  } else {
+    ++number_;
+    fault([] { return "is no object"; });
+    ++passedOver_;
+  }
+}
+
+void Reader::key(std::string key) {
+  if (builder_.isOpen()) {
+    builder_.key(std::move(key));
+  } else {
+    key_ = std::move(key);
+  }
+}
+
+void Reader::scalar(ZROHMValue value) {
+  if (builder_.isOpen()) {
+    builder_.scalar(std::move(value));
+  } else if (passedOver_ == 0 && !levels_.empty() && levels_.back() == Inside::results) {
+    ++number_;
+    fault([] { return "is no object"; });
+  }
+}
+
+void Reader::endObject() {
+  if (!builder_.isOpen()) return end();
+  builder_.endObject();
+  if (!builder_.isOpen()) read(builder_.take());
+}
+
+void Reader::endArray() { builder_.isOpen() ? builder_.endArray() : end(); }
+
+void Reader::end() {
+  if (passedOver_ > 0) {
+    --passedOver_;
+  } else {
+    levels_.pop_back();
+  }
+}
+
+void Reader::read(std::optional<ZROHMValue> result) {
+  ++number_;
+  if (!result) return fault([] { return "is larger than any result (a megabyte beside its lists) and was left out"; });
+  ZRGeoAddressReading reading = ZRReadGeoAddress(*result, resultDialect_);
+  if (!reading.address || !reading.hasKnownKeys) {
+    return fault([&] { return reasonForNothing(*result->dictionary()); });
+  }
+  account_.unknownCount += reading.unknownKeys.size();
+  for (const std::string& key : reading.unknownKeys) {
+    if (account_.unknownKeys.size() < Account::kMostKeys || account_.unknownKeys.contains(key)) {
+      ++account_.unknownKeys[key];
+    }
+  }
+  for (const std::string& key : reading.unusableKeys) {
+    fault([&] { return "\"" + key + "\" can't be used as it stands"; });
+  }
+  if (dropOutOfRange(*reading.address)) fault([] { return "the position is out of range and was left out"; });
+  take_({number_, ZRPlace::placeFromGeoAddress(std::move(reading.address))});
+}
+
+std::string Reader::reasonForNothing(const ZROHMDictionary& result) const {
+  const std::string error = serviceError(result);
+  if (!error.empty()) return "the service answered: " + error;
+  if (dialect_) {
+    return "holds no result in the dialect " + keysOf(*dialect_) + "; choose another with --dialect";
+  }
+  std::string text = "holds no result in any dialect; looked for the keys of ";
+  const char* separator = "";
+  for (const ZRGeoAddressDialect dialect : ZRGeoAddressDialects()) {
+    text += std::exchange(separator, ", ") + keysOf(dialect);
+  }
+  return text;
+}
+
+Account Reader::finish(const std::optional<NSError>& error) {
+  std::string text;
+  if (error) {
+    text = error->localizedDescription();
+  } else if (number_ == 0) {
+    text = "holds no result";
+  }
+  if (!text.empty()) {
+    ++account_.faultCount;
+    account_.faults.push_back({0, std::move(text)});
+  }
+  return std::move(account_);
+}
 
 }  // namespace
 
-ZRGeoAddressDialect detectDialect(const ZROHMValue& result) {
-  const ZROHMDictionary* const entries = result.dictionary();
-  if (entries == nullptr) return ZRGeoAddressDialect::documented;
-  const ZROHMValue* const inside = entries->find("properties");
-  const ZROHMDictionary* const properties = inside != nullptr ? inside->dictionary() : nullptr;
-  if (properties != nullptr) {
-    if (properties->contains("geocoding")) return ZRGeoAddressDialect::geocodeJSON;
-    const bool isPelias = hasAny(*properties, {"gid", "layer", "country_a", "postalcode"});
-    return isPelias ? ZRGeoAddressDialect::pelias : ZRGeoAddressDialect::photon;
-  }
-  if (inside != nullptr) return ZRGeoAddressDialect::photon;  // a feature without properties: no dialect reads it
-  const bool isNominatim = hasAny(*entries, {"lon", "display_name", "osm_id"});
-  return isNominatim ? ZRGeoAddressDialect::nominatim : ZRGeoAddressDialect::documented;
-}
-
-Document readDocument(const ZRJSONService& json, std::string_view bytes, std::optional<ZRGeoAddressDialect> dialect) {
-  const auto parsed = json.valueFromJSON(bytes, ZRJSONFragments::refused);
-  Reader reader(dialect);
-  if (const NSError* const error = std::get_if<NSError>(&parsed)) {
-    reader.document.faults.push_back({0, error->localizedDescription()});
-  } else if (const ZROHMValue& document = std::get<ZROHMValue>(parsed);
-             const ZROHMArray* const list = listIn(document)) {
-    for (const ZROHMValue& result : *list) reader.read(result);
-    if (list->empty()) reader.document.faults.push_back({0, "holds no result"});
-  } else {
-    reader.read(document);
-  }
-  return std::move(reader.document);
-}
-
-std::string_view nameOfDialect(ZRGeoAddressDialect dialect) {
-  return std::find_if(kNames.begin(), kNames.end(), [dialect](const auto& row) { return row.second == dialect; })
-      ->first;
+Account readDocument(std::string_view bytes, std::optional<ZRGeoAddressDialect> dialect,
+                     const std::function<void(Result)>& take) {
+  Outline outline(dialect);
+  static_cast<void>(ZRReadJSON(bytes, ZRJSONFragments::refused, outline));  // the second time it is told
+  outline.finish();
+  Reader reader(outline, dialect, take);
+  const auto error = ZRReadJSON(bytes, ZRJSONFragments::refused, reader);
+  return reader.finish(error);
 }
 
 std::optional<ZRGeoAddressDialect> dialectNamed(std::string_view name) {
-  const auto row =
-      std::find_if(kNames.begin(), kNames.end(), [name](const auto& known) { return known.first == name; });
-  return row != kNames.end() ? std::optional(row->second) : std::nullopt;
+  for (const ZRGeoAddressDialect dialect : ZRGeoAddressDialects()) {
+    if (ZRGeoAddressDialectName(dialect) == name) return dialect;
+  }
+  return std::nullopt;
 }
 
 }  // namespace place

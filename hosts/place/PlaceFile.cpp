@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PlaceFile.h"
 
+#include <sys/stat.h>
+
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -27,6 +29,10 @@ std::string readFile(const std::string& path) {
                     (error == ENOENT ? "; check the name" : ""));
   }
   std::string content;
+  struct stat status {};
+  const bool isKnown = ::fstat(::fileno(file.get()), &status) == 0 && S_ISREG(status.st_mode);
+  if (isKnown)
+    content.reserve(static_cast<std::size_t>(status.st_size));  // grown step by step it would take twice that
   std::array<char, 65536> bytes;
   errno = 0;
   while (const std::size_t count = std::fread(bytes.data(), 1, bytes.size(), file.get())) {

@@ -4,6 +4,8 @@
 #include <place/PlaceDocument.h>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "CommandLine.h"
 #include "PlaceRun.h"
@@ -12,7 +14,15 @@ namespace {
 
 constexpr const char* kPlaceDescription =
     "Shows what a geocoding or search service answered as places.\n"
-    "Reads JSON: one result, an array of results, or an object with a list of them under \"results\" or \"features\".";
+    "Reads JSON: one result, an array of results, or an object with results in it, however deep. Lists under\n"
+    "\"results\", \"features\", \"addresses\", \"places\" or \"locations\" come before all else in an object.";
+
+/// What --dialect takes.
+std::vector<std::string> dialectNames() {
+  std::vector<std::string> names{"auto"};
+  for (const ZRGeoAddressDialect dialect : ZRGeoAddressDialects()) names.emplace_back(ZRGeoAddressDialectName(dialect));
+  return names;
+}
 
 constexpr const char* kPlaceFooter = R"(
 Output:
@@ -40,9 +50,9 @@ void addPlaceCommand(CommandLine& tool) {
   command
       .option(
           "--dialect", [arguments](const std::string& name) { arguments->dialect = place::dialectNamed(name); },
-          "auto: told by what each result looks like; documented, nominatim, photon, pelias, geocodejson [auto]")
+          "The service's way of writing results; auto: told by the keys of each [auto]")
       .valueName("NAME")
-      .oneOf({"auto", "documented", "nominatim", "photon", "pelias", "geocodejson"});
+      .oneOf(dialectNames());
   const CommandOption json =
       command.flag("--json", arguments->json, "The addresses as an array of dictionaries, which can be read again");
   command.flag("--tambrel", arguments->tambrel, "Let --json use the keys of the second dialect").needs(json);

@@ -8,6 +8,6 @@
 
 /// Tells what could not be used of a service's answer: "zrcore: FILE: result N: text".
 /// @return whether there was anything
-bool tellFaults(Messages& messages, const std::string& name, const place::Document& document);
+bool tellFaults(Messages& messages, const std::string& name, const place::Account& account);
 
 #endif

@@ -7,12 +7,8 @@
 #include <place/PlaceJson.h>
 #include <trip/OutputError.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <iterator>
-#include <numeric>
 #include <utility>
-#include <variant>
 
 #include "ExitCodes.h"
 #include "Messages.h"
@@ -23,12 +19,19 @@
 
 namespace {
 
+/// So many places share the widths of a table's columns; a longer table starts anew.
+constexpr std::size_t kPlacesOfATable = 1000;
+
+place::DocumentShape shapeFor(const PlaceArguments& arguments) {
+  if (arguments.geoJson) return place::DocumentShape::geoJSON;
+  return arguments.tambrel ? place::DocumentShape::tambrelDictionaries : place::DocumentShape::dictionaries;
+}
+
 class PlaceRun {
  public:
   explicit PlaceRun(const PlaceArguments& arguments)
       : arguments_(arguments),
         json_(ZRMakeJSONService()),
-        isDocument_(arguments.json || arguments.geoJson),
         isTable_(Terminal::canRedraw()),
         messages_([](std::string_view line) {
           std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
@@ -38,80 +41,76 @@ class PlaceRun {
 
  private:
   void read(const std::string& path);
-  void tell(const std::string& name, const place::Document& document);
-  void tellUnknownKeys(const std::string& name, const place::Document& document);
-  void showOneFile(const std::string& name, const std::vector<place::Result>& results);
-  void showDocument();
+  void show(const std::string& name, place::Result result);
+  void addToDocument(const std::string& name, const place::Result& result);
+  void showTable(const std::string& name);
+  void tellUnknownKeys(const std::string& name, const place::Account& account);
 
   const PlaceArguments& arguments_;
   std::shared_ptr<ZRJSONService> json_;
-  bool isDocument_;
   bool isTable_;
   Messages messages_;
   StandardOutput output_;
-  std::vector<place::Result> all_;  // of all files, for one document
+  std::unique_ptr<place::DocumentWriter> document_;  // of all files
+  std::vector<place::Result> table_;                 // what is not shown yet
   bool hasShown_ = false;
   bool hasFaults_ = false;
 };
 
-void PlaceRun::tellUnknownKeys(const std::string& name, const place::Document& document) {
-  const auto& unknown = document.unknownKeys;
-  if (unknown.empty()) return;
-  const std::uint64_t total = std::accumulate(unknown.begin(), unknown.end(), std::uint64_t{0},
-                                              [](std::uint64_t sum, const auto& row) { return sum + row.second; });
-  std::string text = countText(total, "entry was", "entries were") + " not used";
+void PlaceRun::tellUnknownKeys(const std::string& name, const place::Account& account) {
+  if (account.unknownCount == 0) return;
+  std::string text = countText(account.unknownCount, "entry was", "entries were") + " not used";
   if (arguments_.verbose) {
+    std::uint64_t unnamed = account.unknownCount;
     const char* separator = ": ";
-    for (const auto& [key, count] : unknown) {
+    for (const auto& [key, count] : account.unknownKeys) {
       text += std::exchange(separator, ", ") + harmless(key) + (count > 1 ? " (" + std::to_string(count) + ")" : "");
+      unnamed -= count;
     }
+    if (unnamed > 0) text += ", and " + std::to_string(unnamed) + " under other names";
   } else {
     text += "; --verbose names them";
   }
   messages_.about(name, text);
 }
 
-void PlaceRun::tell(const std::string& name, const place::Document& document) {
-  if (tellFaults(messages_, name, document)) hasFaults_ = true;
-  tellUnknownKeys(name, document);
+void PlaceRun::addToDocument(const std::string& name, const place::Result& result) {
+  const auto error = document_->add(*result.place);
+  if (!error) return;
+  messages_.oneOfMany(name + ": result " + std::to_string(result.number), error->localizedDescription());
+  hasFaults_ = true;
 }
 
-void PlaceRun::showOneFile(const std::string& name, const std::vector<place::Result>& results) {
-  if (results.empty()) return;
-  if (isTable_) {
-    if (arguments_.files.size() > 1) output_.write((hasShown_ ? "\n" : "") + name + ":\n");
-    output_.write(placeTable(results, Terminal::current()));
-  } else {
-    if (!hasShown_) output_.write(kPlaceLinesHeader);
-    output_.write(placeLines(name, results));
-  }
-  output_.flush();
+void PlaceRun::showTable(const std::string& name) {
+  if (table_.empty()) return;
+  if (arguments_.files.size() > 1) output_.write((hasShown_ ? "\n" : "") + name + ":\n");
+  output_.write(placeTable(std::exchange(table_, {}), Terminal::current()));
   hasShown_ = true;
 }
 
-void PlaceRun::showDocument() {
-  const ZROHMValue value =
-      arguments_.geoJson ? place::featuresOf(all_) : place::dictionariesOf(all_, arguments_.tambrel);
-  const auto written = json_->JSONFromValue(value, ZRJSONLayout::pretty);
-  if (const NSError* const error = std::get_if<NSError>(&written)) {
-    messages_.say(error->localizedDescription());
-    hasFaults_ = true;
+void PlaceRun::show(const std::string& name, place::Result result) {
+  if (document_) return addToDocument(name, result);
+  if (isTable_) {
+    table_.push_back(std::move(result));
+    if (table_.size() == kPlacesOfATable) showTable(name);
     return;
   }
-  output_.write(std::get<std::string>(written) + "\n");
-  output_.flush();
+  if (!hasShown_) output_.write(kPlaceLinesHeader);
+  hasShown_ = true;
+  output_.write(placeLine(name, result));
 }
 
 void PlaceRun::read(const std::string& path) {
   const std::string name = shownName(path);
   try {
-    place::Document document = place::readDocument(*json_, place::readFile(path), arguments_.dialect);
-    if (isDocument_) {
-      std::move(document.results.begin(), document.results.end(), std::back_inserter(all_));
-    } else {
-      showOneFile(name, document.results);
-    }
-    tell(name, document);
+    const place::Account account =
+        place::readDocument(place::readFile(path), arguments_.dialect,
+                            [this, &name](place::Result result) { show(name, std::move(result)); });
+    showTable(name);
+    output_.flush();
+    if (tellFaults(messages_, name, account)) hasFaults_ = true;
+    messages_.endRemarks(name);
+    tellUnknownKeys(name, account);
   } catch (const place::FileError& error) {
     messages_.about(name, error.what());
     hasFaults_ = true;
@@ -120,10 +119,15 @@ void PlaceRun::read(const std::string& path) {
 
 int PlaceRun::run() {
   try {
+    if (arguments_.json || arguments_.geoJson) {
+      document_ = std::make_unique<place::DocumentWriter>(*json_, shapeFor(arguments_),
+                                                          [this](std::string_view piece) { output_.write(piece); });
+    }
     for (const std::string& path : arguments_.files) {
       if (!output_.isClosed()) read(path);
     }
-    if (isDocument_) showDocument();
+    if (document_) document_->finish();
+    output_.flush();
   } catch (const trip::OutputError& error) {
     messages_.say(error.what());
     return kExitServiceMissing;

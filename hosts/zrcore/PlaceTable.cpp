@@ -108,18 +108,15 @@ std::string placeTable(const std::vector<place::Result>& results, const Terminal
   return table;
 }
 
-std::string placeLines(const std::string& file, const std::vector<place::Result>& results) {
-  std::string lines;
-  for (const auto& [number, place] : results) {
-    const ZRGeoAddress& address = *place->geoAddress();
-    lines += file + "\t" + std::to_string(number);
-    for (const std::string& cell :
-         {orDash(address.primaryString()), orDash(address.secondaryString()), orDash(address.singleLineString()),
-          fixedText(latitudeOf(*place), 7), fixedText(longitudeOf(*place), 7), place::qualityText(address),
-          std::to_string(address.zoomLevelForGeoQuality())}) {
-      lines += "\t" + cell;
-    }
-    lines += "\n";
+std::string placeLine(const std::string& file, const place::Result& result) {
+  const ZRPlace& place = *result.place;
+  const ZRGeoAddress& address = *place.geoAddress();
+  std::string line = file + "\t" + std::to_string(result.number);
+  for (const std::string& cell :
+       {orDash(address.primaryString()), orDash(address.secondaryString()), orDash(address.singleLineString()),
+        fixedText(latitudeOf(place), 7), fixedText(longitudeOf(place), 7), place::qualityText(address),
+        std::to_string(address.zoomLevelForGeoQuality())}) {
+    line += "\t" + cell;
   }
-  return lines;
+  return line + "\n";
 }

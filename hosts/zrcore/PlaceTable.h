@@ -13,8 +13,8 @@
 /// line below. No line is longer than the terminal is wide; texts are cut.
 std::string placeTable(const std::vector<place::Result>& results, const Terminal& terminal);
 
-/// Places for other programs: one line each, columns separated by tabs, "-" for what there is not.
-std::string placeLines(const std::string& file, const std::vector<place::Result>& results);
+/// A place for other programs: one line, columns separated by tabs, "-" for what there is not.
+std::string placeLine(const std::string& file, const place::Result& result);
 extern const char* const kPlaceLinesHeader;
 
 #endif

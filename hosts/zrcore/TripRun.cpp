@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TripRun.h"
 
-#include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZRPlatform.h>
 #include <place/PlaceDocument.h>
 #include <place/PlaceFile.h>
@@ -103,13 +102,13 @@ bool TripRun::readRoute(const std::string& path) {
 bool TripRun::readPlaces(const std::string& path) {
   const std::string name = shownName(path);
   try {
-    const place::Document document = place::readDocument(*ZRMakeJSONService(), place::readFile(path), std::nullopt);
-    if (tellFaults(view_.messages(), name, document)) inputsHaveFaults_ = true;
-    for (const place::Result& result : document.results) {
+    const auto take = [this](const place::Result& result) {
       if (const auto position = place::position(*result.place)) {
         places_.push_back({*position, result.place->title().value_or("")});
       }
-    }
+    };
+    const place::Account account = place::readDocument(place::readFile(path), std::nullopt, take);
+    if (tellFaults(view_.messages(), name, account)) inputsHaveFaults_ = true;
   } catch (const place::FileError& error) {
     view_.messages().about(name, error.what());
     return false;

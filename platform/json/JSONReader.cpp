@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <ZRCore/ZRJSON.h>
+
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "JSON.h"
+#include "JSONBytes.h"
 
 namespace {
 
@@ -14,94 +17,162 @@ NSError failure(std::string sentence, std::optional<std::size_t> position = {}) 
   return error;
 }
 
-/// Builds the value while the document is read; there is no second tree.
-class Builder final : public nlohmann::json_sax<nlohmann::json> {
+/// The library quotes the whole last token, which may be as long as the document.
+std::string_view beginningOf(std::string_view sentence) {
+  constexpr std::size_t kMostBytes = 300;
+  if (sentence.size() <= kMostBytes) return sentence;
+  std::size_t end = kMostBytes;
+  while (end > 0 && (sentence[end] & 0xC0) == 0x80) --end;  // inside a character
+  return sentence.substr(0, end);
+}
+
+/// Tells a listener what the library reads; there is no tree in between.
+template <class Listener>
+class Teller final : public nlohmann::json_sax<nlohmann::json> {
  public:
-  bool null() override { return add(nullptr); }
-  bool boolean(bool value) override { return add(value); }
-  bool number_integer(number_integer_t value) override { return add(value); }
+  Teller(std::string_view document, Listener& listener) : document_(document), listener_(listener) {}
+
+  /// @return what is wrong with the document
+  std::optional<NSError> read() {
+    if (isOrdinary(document_)) {
+      nlohmann::json::sax_parse(document_.begin(), document_.end(), this);
+    } else {
+      nlohmann::json::sax_parse(JSONBytes::Iterator(given_), JSONBytes::Iterator(), this);
+      if (const auto end = given_.endlessWord()) return failure(placeOf(*end) + "a number does not end", end);
+    }
+    return std::move(error_);
+  }
+
+  bool null() override { return scalar(nullptr); }
+  bool boolean(bool value) override { return scalar(value); }
+  bool number_integer(number_integer_t value) override { return scalar(value); }
   /// Comes for every integer without a sign.
   bool number_unsigned(number_unsigned_t value) override {
-    return value <= static_cast<number_unsigned_t>(INT64_MAX) ? add(static_cast<std::int64_t>(value)) : add(value);
+    return value <= static_cast<number_unsigned_t>(INT64_MAX) ? scalar(static_cast<std::int64_t>(value))
+                                                              : scalar(value);
   }
-  bool number_float(number_float_t value, const string_t&) override { return add(value); }
-  bool string(string_t& text) override { return add(std::move(text)); }
+  bool number_float(number_float_t value, const string_t&) override { return scalar(value); }
+  bool string(string_t& text) override { return scalar(std::move(text)); }
   bool binary(binary_t&) override { return false; }  // not in texts
 
-  bool start_object(std::size_t) override { return open(false); }
-  bool start_array(std::size_t) override { return open(true); }
+  bool start_object(std::size_t) override {
+    if (!open()) return false;
+    listener_.beginObject();
+    return true;
+  }
+  bool start_array(std::size_t) override {
+    if (!open()) return false;
+    listener_.beginArray();
+    return true;
+  }
   bool key(string_t& text) override {
-    levels_.back().key = std::move(text);
+    listener_.key(std::move(text));
     return true;
   }
   bool end_object() override {
-    ZROHMDictionary entries = std::move(levels_.back().entries);
-    levels_.pop_back();
-    return add(std::move(entries));
+    --depth_;
+    listener_.endObject();
+    return true;
   }
   bool end_array() override {
-    ZROHMArray elements = std::move(levels_.back().elements);
-    levels_.pop_back();
-    return add(std::move(elements));
+    --depth_;
+    listener_.endArray();
+    return true;
   }
 
-  bool parse_error(std::size_t position, const std::string&, const nlohmann::detail::exception& what) override {
-    // The library counts from 1, its sentence begins with a code of its own in brackets.
-    const std::string_view sentence = what.what();
-    const std::size_t afterCode = sentence.find("] ");
-    error = failure("The JSON document cannot be read: " +
-                        std::string(sentence.substr(afterCode == sentence.npos ? 0 : afterCode + 2)),
-                    position > 0 ? position - 1 : 0);
+  bool parse_error(std::size_t count, const std::string&, const nlohmann::detail::exception& what) override {
+    // The library's sentence begins with a code of its own in brackets, and knows nothing of the bytes left out.
+    const std::size_t position = isOrdinary(document_) ? count - 1 : given_.positionOf(count);
+    std::string_view sentence = what.what();
+    sentence.remove_prefix(std::min(sentence.find("] ") + 2, sentence.size()));
+    if (sentence.starts_with("parse error at line ")) sentence.remove_prefix(sentence.find(": ") + 2);
+    std::string text = placeOf(position) + std::string(beginningOf(sentence));
+    if (beginningOf(sentence).size() < sentence.size()) text += " …";
+    error_ = failure(std::move(text), position);
     return false;
   }
 
-  ZROHMValue root;
-  std::optional<NSError> error;
+  bool isFragment = false;
 
  private:
-  struct Level {
-    bool isArray;
-    ZROHMArray elements;
-    ZROHMDictionary entries;
-    std::string key;
-  };
-
-  bool open(bool isArray) {
-    if (levels_.size() >= ZRJSONDeepestNesting) {
-      error = failure("The JSON document is nested deeper than " + std::to_string(ZRJSONDeepestNesting) + " levels.");
+  bool open() {
+    if (depth_ >= ZRJSONDeepestNesting) {
+      error_ = failure("The JSON document is nested deeper than " + std::to_string(ZRJSONDeepestNesting) + " levels.");
       return false;
     }
-    levels_.push_back({isArray, {}, {}, {}});
+    ++depth_;
     return true;
   }
 
-  bool add(ZROHMValue value) {
-    if (levels_.empty()) {
-      root = std::move(value);
-    } else if (levels_.back().isArray) {
-      levels_.back().elements.push_back(std::move(value));
-    } else {
-      levels_.back().entries.set(std::move(levels_.back().key), std::move(value));
-    }
+  bool scalar(ZROHMValue&& value) {
+    isFragment = isFragment || depth_ == 0;
+    listener_.scalar(std::move(value));
     return true;
   }
 
-  std::vector<Level> levels_;
+  std::string placeOf(std::size_t position) const {
+    const std::string_view before = document_.substr(0, position);
+    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+    const std::size_t column = position - (before.rfind('\n') + 1) + 1;
+    return "The JSON document cannot be read: line " + std::to_string(line) + ", column " + std::to_string(column) +
+           ": ";
+  }
+
+  std::string_view document_;
+  JSONBytes given_{document_};
+  Listener& listener_;
+  std::optional<NSError> error_;
+  std::size_t depth_ = 0;
 };
 
-}  // namespace
-
-std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments) {
-  Builder builder;
-  nlohmann::json::sax_parse(bytes.begin(), bytes.end(), &builder);
-  if (builder.error) return *std::move(builder.error);
+template <class Listener>
+std::optional<NSError> tell(std::string_view bytes, ZRJSONFragments fragments, Listener& listener) {
+  Teller<Listener> teller(bytes, listener);
+  if (auto error = teller.read()) return error;
   // The library takes a NUL byte for the end and looks no further.
   if (const std::size_t position = bytes.find('\0'); position != bytes.npos) {
     return failure("The JSON document cannot be read: it has a NUL byte.", position);
   }
-  const bool isFragment = builder.root.array() == nullptr && builder.root.dictionary() == nullptr;
-  if (isFragment && fragments == ZRJSONFragments::refused) {
+  if (teller.isFragment && fragments == ZRJSONFragments::refused) {
     return failure("The JSON document is neither an object nor an array.");
   }
-  return std::move(builder.root);
+  return std::nullopt;
 }
+
+}  // namespace
+
+ZRJSONListener::~ZRJSONListener() = default;
+
+std::optional<NSError> ZRReadJSON(std::string_view bytes, ZRJSONFragments fragments, ZRJSONListener& listener) {
+  return tell(bytes, fragments, listener);
+}
+
+std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments) {
+  ZRJSONBuilder builder;
+  if (auto error = tell(bytes, fragments, builder)) return *std::move(error);
+  return builder.take();
+}
+
+void ZRJSONBuilder::endObject() {
+  ZROHMDictionary entries = std::move(levels_.back().entries);
+  levels_.pop_back();
+  add(std::move(entries));
+}
+
+void ZRJSONBuilder::endArray() {
+  ZROHMArray elements = std::move(levels_.back().elements);
+  levels_.pop_back();
+  add(std::move(elements));
+}
+
+void ZRJSONBuilder::add(ZROHMValue&& value) {
+  if (levels_.empty()) {
+    root_ = std::move(value);
+  } else if (levels_.back().isArray) {
+    levels_.back().elements.push_back(std::move(value));
+  } else {
+    levels_.back().entries.set(std::move(levels_.back().key), std::move(value));
+  }
+}
+
+ZROHMValue ZRJSONBuilder::take() { return std::exchange(root_, {}); }

@@ -21,8 +21,8 @@ class PlaceCommand : public testing::Test {
 
 TEST_F(PlaceCommand, ReadsEverySampleAndToldItsDialectReadsTheSame) {
   std::size_t files = 0;
-  for (const char* dialect : {"documented", "nominatim", "photon", "pelias", "geocodejson"}) {
-    for (const auto& entry : std::filesystem::directory_iterator(kPlaces / dialect)) {
+  for (const auto& dialect : std::filesystem::directory_iterator(kPlaces)) {
+    for (const auto& entry : std::filesystem::directory_iterator(dialect)) {
       SCOPED_TRACE(entry.path());
       ++files;
       const std::string name = entry.path().filename();
@@ -30,7 +30,7 @@ TEST_F(PlaceCommand, ReadsEverySampleAndToldItsDialectReadsTheSame) {
       const bool isFaulty = name == "damaged.json" || name == "wrong-kinds.json" || name == "nothing.json";
       EXPECT_EQ(run.exitCode, isFaulty ? 1 : 0) << run.err;
       EXPECT_EQ(json::parse(run.out).empty(), name == "nothing.json");
-      EXPECT_EQ(folder.run({"place", entry.path(), "--json", "--dialect", dialect}).out, run.out);
+      EXPECT_EQ(folder.run({"place", entry.path(), "--json", "--dialect", dialect.path().filename()}).out, run.out);
       const std::string again = folder.file("again.json", run.out);
       EXPECT_EQ(folder.run({"place", again, "--json"}).out, run.out);
     }
@@ -77,7 +77,7 @@ TEST_F(PlaceCommand, CountsFaultsBeyondTheFirstTwenty) {
   for (int i = 1; i < 50; ++i) list += ",null";
   const ToolRun run = folder.run({"place", folder.file("nulls.json", list + "]")});
   EXPECT_EQ(linesOf(run.err).size(), 21U);
-  EXPECT_THAT(run.err, HasSubstr("and 30 more"));
+  EXPECT_THAT(run.err, HasSubstr("nulls.json: … and 30 more\n"));
 }
 
 TEST_F(PlaceCommand, RefusesOptionsThatMakeNoSense) {
@@ -121,7 +121,7 @@ TEST_F(PlaceCommand, ReadsARealServicesAnswer) {
   if (!std::filesystem::exists(answer)) GTEST_SKIP() << answer << " is not there";
   const ToolRun run = folder.run({"place", answer});
   EXPECT_EQ(run.exitCode, 0);
-  EXPECT_THAT(run.out, HasSubstr("1 Unter den Linden\tBerlin,  10117, DE\t"));
+  EXPECT_THAT(run.out, HasSubstr("1 Unter den Linden\tBerlin, BE 10117, DE\t"));
   EXPECT_THAT(run.out, HasSubstr("52.5172077\t13.3978344\taddress\t16"));
 }
 

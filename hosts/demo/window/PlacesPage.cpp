@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PlacesPage.h"
 
-#include <ZRCore/ZRPlatform.h>
 #include <place/PlaceFile.h>
 
 #include <utility>
@@ -57,7 +56,7 @@ PlacesPage::PlacesPage(std::function<void(const trip::PlaceMark&)> show) : ui_("
 
 std::string PlacesPage::open(const std::string& path) {
   try {
-    places_ = loadPlaces(*ZRPlatformInUse().json, path);
+    places_ = loadPlaces(path);
   } catch (const place::FileError& error) {
     return error.what();
   }

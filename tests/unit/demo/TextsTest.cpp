@@ -56,9 +56,8 @@ TEST(Texts, AreForPeople) {
 }
 
 TEST(PlaceList, KeepsTheThreeTextsThePositionsAndTheFaults) {
-  const auto json = ZRMakeJSONService();
   const std::string folder = ZRCORE_SAMPLES "/places/";
-  const PlaceList along = loadPlaces(*json, folder + "nominatim/along-the-drive.json");
+  const PlaceList along = loadPlaces(folder + "nominatim/along-the-drive.json");
   ASSERT_EQ(along.entries.size(), 6u);
   EXPECT_EQ(along.summary(), "6 places");
   EXPECT_EQ(along.entries[4].primary, "2 Mühleweg");
@@ -67,11 +66,11 @@ TEST(PlaceList, KeepsTheThreeTextsThePositionsAndTheFaults) {
   ASSERT_TRUE(along.entries[4].mark);
   EXPECT_EQ(along.entries[4].mark->title, "2 Mühleweg");
 
-  const PlaceList sparse = loadPlaces(*json, folder + "documented/sparse.json");
+  const PlaceList sparse = loadPlaces(folder + "documented/sparse.json");
   EXPECT_FALSE(sparse.entries.at(0).mark);
-  EXPECT_THAT(loadPlaces(*json, folder + "nominatim/damaged.json").summary(), testing::HasSubstr("fault"));
-  EXPECT_THROW(loadPlaces(*json, folder), place::FileError);
-  EXPECT_THROW(loadPlaces(*json, folder + "absent.json"), place::FileError);
+  EXPECT_THAT(loadPlaces(folder + "nominatim/damaged.json").summary(), testing::HasSubstr("fault"));
+  EXPECT_THROW(loadPlaces(folder), place::FileError);
+  EXPECT_THROW(loadPlaces(folder + "absent.json"), place::FileError);
 }
 
 class SpeechDeskTest : public testing::Test {

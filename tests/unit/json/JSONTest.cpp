@@ -4,6 +4,8 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
+#include <tuple>
 
 namespace {
 
@@ -76,6 +78,45 @@ TEST_F(JSON, WhatIsNoDocumentIsAnErrorWithItsPosition) {
     EXPECT_EQ(error->userInfo.at(NSJSONSerializationErrorIndex), position);
     EXPECT_THAT(error->localizedDescription(), HasSubstr("JSON"));
   }
+}
+
+TEST_F(JSON, ErrorsAreShortAndNameThePlaceWhateverTheSize) {
+  const std::string many(200'000, 'a');
+  const std::tuple<std::string, std::size_t, const char*> rows[] = {
+      {"[\n \r\n\t[] ,\n\n\"a \n", 15, "line 5, column 4: syntax error"},
+      {"{\"a\\\"  b\" :\n\n  1  2", 18, "line 3, column 6: syntax error"},
+      {std::string(100'000, '\n') + "x", 100'000, "line 100001, column 1: syntax error"},
+      {"[\"" + many, 200'002, "line 1, column 200003: syntax error"},
+      {"[\"" + many + "é\x01", 200'004, "line 1, column 200005: syntax error"},
+      {"[1,\n-1." + std::string(200'000, '1') + "]", 65'541, "line 2, column 65538: a number does not end"},
+  };
+  for (const auto& [text, position, place] : rows) {
+    const auto result = json->valueFromJSON(text, ZRJSONFragments::allowed);
+    ASSERT_TRUE(std::holds_alternative<NSError>(result)) << place;
+    const auto& error = std::get<NSError>(result);
+    EXPECT_THAT(error.localizedDescription(), HasSubstr(place));
+    EXPECT_LT(error.localizedDescription().size(), 400U);
+    EXPECT_EQ(error.userInfo.at(NSJSONSerializationErrorIndex), std::to_string(position));
+  }
+}
+
+TEST_F(JSON, PartsAreHeardInTheirOrderUpToTheFault) {
+  struct Ear final : ZRJSONListener {
+    void beginObject() override { heard += '{'; }
+    void key(std::string key) override { heard += key + ":"; }
+    void endObject() override { heard += '}'; }
+    void beginArray() override { heard += '['; }
+    void endArray() override { heard += ']'; }
+    void scalar(ZROHMValue value) override { heard += value.text() + " "; }
+    std::string heard;
+  };
+  Ear whole, damaged;
+  EXPECT_FALSE(ZRReadJSON(R"( {"a" : [1, "b\n", {}], "":null} )", ZRJSONFragments::refused, whole));
+  EXPECT_EQ(whole.heard, "{a:[1 b\n {}]:<null> }");
+  EXPECT_TRUE(ZRReadJSON("[1,{}}", ZRJSONFragments::refused, damaged));
+  EXPECT_EQ(damaged.heard, "[1 {}");
+  Ear fragment;
+  EXPECT_TRUE(ZRReadJSON("7", ZRJSONFragments::refused, fragment));
 }
 
 TEST_F(JSON, ABareValueIsADocumentOnlyWhenAskedFor) {

@@ -42,7 +42,19 @@ const std::vector<DialectRow> kRows{
     {"NominatimVillageWithoutCode", Dialect::nominatim,
      R"({"place_id":9,"lat":50.5,"lon":7.25,"type":"administrative","addresstype":"village","address":{
          "village":"Dorf","town":null,"country":"Land"}})",
-     "9|-|-|Dorf|-|-|-|Land|village|6"},
+     "9|-|-|Dorf|-|-|-|-|village|6"},  // beside the country the display texts would drop the village
+    {"NominatimStreetWithoutState", Dialect::nominatim,
+     R"({"lat":50.5,"lon":7.25,"address":{"road":"Gasse","city":"Ort","country":"Land","ISO3166-2-lvl4":"XY-1"}})",
+     "-|Gasse|-|Ort|-|XY-1|-|Land|-|0"},
+    {"NominatimStateKeepsItsName", Dialect::nominatim,
+     R"({"lat":50.5,"lon":7.25,"addresstype":"state","address":{"state":"Gau","ISO3166-2-lvl4":"XY-GA"}})",
+     "-|-|-|-|-|Gau|-|-|state|8"},
+    {"NominatimCityTakesTheStatesLetters", Dialect::nominatim,
+     R"({"lat":50.5,"lon":7.25,"address":{"city":"Ort","state":"Gau","ISO3166-2-lvl4":"XY-GA","country_code":"xy"}})",
+     "-|-|-|Ort|-|GA|-|XY|-|0"},
+    {"NominatimFeature", Dialect::nominatim,
+     R"({"geometry":{"coordinates":[7.25,50.5]},"properties":{"osm_type":"way","osm_id":5,"address":{"city":"Ort"}}})",
+     "W5|-|-|Ort|-|-|-|-|-|0"},
     {"PhotonHouse", Dialect::photon,
      R"({"type":"Feature","geometry":{"type":"Point","coordinates":[7.25,50.5]},"properties":{"osm_type":"N","osm_id":5,
          "type":"house","name":"Café","housenumber":"7","street":"Rue","district":"Saint","city":"Ville",
@@ -58,8 +70,8 @@ const std::vector<DialectRow> kRows{
      "a:b:1|14 Row|Quay|Mere|Harlow|IL|62999|US|address|2"},
     {"PeliasLocality", Dialect::pelias,
      R"({"geometry":{"coordinates":[7.25,50.5]},"properties":{"layer":"locality","locality":"Vik","country_a":"SWE",
-         "country_code":"se"}})",
-     "-|-|-|Vik|-|-|-|SE|locality|6"},
+         "country_code":"se","region_a":"VL"}})",
+     "-|-|-|Vik|-|VL|-|SE|locality|6"},
     {"GeocodeJSONHouse", Dialect::geocodeJSON,
      R"({"geometry":{"coordinates":[7.25,50.5]},"properties":{"geocoding":{"osm_type":"node","osm_id":5,"type":"house",
          "housenumber":"5","street":"Rua","locality":"Ponte","postcode":"36999","city":"Vila","country":"España",
@@ -115,6 +127,13 @@ TEST(DialectReading, NamesWhatItCannotUseAndWhatItDoesNotKnow) {
                              Dialect::documented);
   EXPECT_THAT(reading.unusableKeys, ElementsAre("Street", "LatLng", "geoQuality"));
   EXPECT_THAT(reading.unknownKeys, ElementsAre("town"));
+
+  reading = ZRReadGeoAddress(valueOf(R"({"LatLng":{"Lat":1,"Lng":2},"latLng":{"lat":"52,5","lng":13},
+                                         "displayLatLng":{"lat":null,"lng":13}})"),
+                             Dialect::documented);
+  EXPECT_THAT(reading.unusableKeys, ElementsAre("latLng", "displayLatLng"));
+  EXPECT_EQ(reading.address->coordinate(), (CLLocationCoordinate2D{1, 2}));
+  EXPECT_EQ(reading.address->displayCoordinate(), CLLocationCoordinate2D{});
   EXPECT_FALSE(ZRReadGeoAddress(valueOf(R"({"town":"a"})"), Dialect::documented).hasKnownKeys);
 }
 
