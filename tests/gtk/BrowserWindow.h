@@ -27,6 +27,9 @@ class BrowserWindow : public testing::Test {
   /// The address of a page of the server.
   std::string at(const std::string& path) const { return server.url(path); }
 
+  /// How the server is called beside a page's title.
+  std::string serverName() const { return "127.0.0.1:" + std::to_string(server.port()); }
+
   void open(const std::string& address, const std::vector<std::string>& options = {});
   /// Reads reports until one fits. Fails the test, and says what for, when none comes.
   void until(const char* what, const std::function<bool(const json&)>& fits);
