@@ -49,6 +49,11 @@ void TripSession::useReceiver(const std::shared_ptr<CLLocationManager>& receiver
   begin(receiver, std::move(name));
 }
 
+const std::vector<TrackPoint>& TripSession::route() const {
+  static const std::vector<TrackPoint> kUnknown;
+  return isLive() ? kUnknown : recording_.route;
+}
+
 void TripSession::seek(double seconds) {
   playback_.seek(seconds);
   followPlayback();

@@ -48,6 +48,8 @@ class TripSession {
   const Playback& playback() const { return playback_; }
   /// The recording that is used, or was used last.
   const LoadedRecording& recording() const { return recording_; }
+  /// Where the trip leads; empty with a receiver.
+  const std::vector<TrackPoint>& route() const;
 
   // What the host tells the service.
 

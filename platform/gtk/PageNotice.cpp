@@ -50,6 +50,9 @@ void PageNotice::show(const Words& words) {
   GtkWidget* const page = adw_status_page_new();
   adw_status_page_set_icon_name(ADW_STATUS_PAGE(page), "dialog-warning-symbolic");
   adw_status_page_set_title(ADW_STATUS_PAGE(page), words.title.c_str());
+  // The keyboard can be in what scrolls it, for which the toolkit has no name.
+  gtk_accessible_update_property(GTK_ACCESSIBLE(gtk_widget_get_first_child(page)), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                 words.title.c_str(), -1);
   GtkWidget* const box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 18);
   for (const std::string& text : {words.sentence, shownText(words.address, kLongestAddress)}) {
     if (text.empty()) continue;
