@@ -55,6 +55,11 @@ GtkWidget* makeAlertCard(const UIAlertController& alert, const std::function<voi
   gtk_widget_set_valign(card, isSheet ? GTK_ALIGN_END : GTK_ALIGN_CENTER);
   gtk_widget_set_size_request(card, isSheet ? 320 : 280, -1);
 
+  const std::string name = utf8Text(alert.title().value_or(alert.message().value_or("")));
+  if (!name.empty()) {
+    gtk_accessible_update_property(GTK_ACCESSIBLE(card), GTK_ACCESSIBLE_PROPERTY_LABEL, name.c_str(), -1);
+  }
+
   GtkBox* const box = GTK_BOX(card);
   if (alert.title()) gtk_box_append(box, makeText(*alert.title(), "title-4"));
   if (alert.message()) gtk_box_append(box, makeText(*alert.message(), "zr-message"));

@@ -241,7 +241,8 @@ void WebPageView::tellOfMove() {
 
 void WebPageView::engineDied(WebKitWebProcessTerminationReason reason) {
   hasCome_ = false;
-  showNotice({hostText("This page has stopped working"), "", "", hostText("Reload")});
+  const char* const address = webkit_web_view_get_uri(view_);
+  showNotice({hostText("This page has stopped working"), address ? address : "", "", hostText("Reload")});
   reports_.died([this, reason] {
     reportFailure({"WebKitWebProcessTermination",
                    reason,

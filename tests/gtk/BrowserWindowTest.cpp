@@ -210,6 +210,7 @@ TEST_F(BrowserWindow, AServerWhoseCertificateNobodyVouchesForIsAFailedLoad) {
   open("https://127.0.0.1:" + port + "/");
   untilEvents({"start", "fail"});
   EXPECT_TRUE(seen["title"].get<std::string>().empty());
+  until("why", [](const json& report) { return report["texts"].dump().find("cannot prove") != std::string::npos; });
 }
 
 TEST_F(BrowserWindow, SharesWithOtherPrograms) {
