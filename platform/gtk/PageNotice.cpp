@@ -18,10 +18,24 @@ GtkWidget* makeLabel(const std::string& text) {
   return label;
 }
 
+/// Nothing for a button without a label.
+void appendButton(GtkWidget* box, const std::string& label, const std::function<void()>& pressed) {
+  if (label.empty()) return;
+  GtkWidget* const button = gtk_button_new_with_label(label.c_str());
+  gtk_widget_set_halign(button, GTK_ALIGN_CENTER);
+  gtk_widget_set_valign(button, GTK_ALIGN_CENTER);
+  if (gtk_orientable_get_orientation(GTK_ORIENTABLE(box)) == GTK_ORIENTATION_VERTICAL) {
+    gtk_widget_add_css_class(button, "pill");
+  }
+  const auto press = +[](GtkButton*, gpointer action) { (*static_cast<const std::function<void()>*>(action))(); };
+  g_signal_connect(button, "clicked", G_CALLBACK(press), const_cast<std::function<void()>*>(&pressed));
+  gtk_box_append(GTK_BOX(box), button);
+}
+
 }  // namespace
 
-PageNotice::PageNotice(std::function<void()> pressed)
-    : pressed_(std::move(pressed)),
+PageNotice::PageNotice(Actions actions)
+    : actions_(std::move(actions)),
       widget_(GTK_WIDGET(g_object_ref_sink(
           g_object_new(ADW_TYPE_BIN, "visible", FALSE, "accessible-role", GTK_ACCESSIBLE_ROLE_ALERT, nullptr)))) {
   gtk_widget_add_css_class(widget_, "zr-notice");
@@ -30,14 +44,6 @@ PageNotice::PageNotice(std::function<void()> pressed)
 PageNotice::~PageNotice() {
   hide();  // an animation may keep the widget for a moment, and the button must not outlive this object
   g_object_unref(widget_);
-}
-
-GtkWidget* PageNotice::makeButton(const std::string& label) {
-  GtkWidget* const button = gtk_button_new_with_label(label.c_str());
-  gtk_widget_set_halign(button, GTK_ALIGN_CENTER);
-  gtk_widget_set_valign(button, GTK_ALIGN_CENTER);
-  g_signal_connect_swapped(button, "clicked", G_CALLBACK(+[](PageNotice* self) { self->pressed_(); }), this);
-  return button;
 }
 
 void PageNotice::fill(GtkWidget* content, GtkAlign vertically) {
@@ -61,24 +67,22 @@ void PageNotice::show(const Words& words) {
     gtk_box_append(GTK_BOX(box), label);
   }
   if (!words.address.empty()) gtk_widget_add_css_class(gtk_widget_get_last_child(box), "dim-label");
-  if (!words.button.empty()) {
-    GtkWidget* const button = makeButton(words.button);
-    gtk_widget_add_css_class(button, "pill");
-    gtk_box_append(GTK_BOX(box), button);
-  }
+  appendButton(box, words.retry, actions_.retry);
+  appendButton(box, words.leave, actions_.leave);
   adw_status_page_set_child(ADW_STATUS_PAGE(page), box);
   fill(page, GTK_ALIGN_FILL);
 }
 
 void PageNotice::showAbovePage(const Words& words) {
-  GtkWidget* const box = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 12);
+  GtkWidget* const box = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 6);
   gtk_widget_add_css_class(box, "zr-bar");
   GtkWidget* const label = makeLabel(words.title);
   gtk_widget_set_tooltip_text(label, words.sentence.c_str());
   gtk_widget_set_hexpand(label, TRUE);
   gtk_label_set_xalign(GTK_LABEL(label), 0.0F);
   gtk_box_append(GTK_BOX(box), label);
-  gtk_box_append(GTK_BOX(box), makeButton(words.button));
+  appendButton(box, words.retry, actions_.retry);
+  appendButton(box, words.leave, actions_.leave);
   fill(box, GTK_ALIGN_START);
 }
 

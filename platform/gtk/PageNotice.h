@@ -14,11 +14,15 @@ class PageNotice {
   /// In the user's language.
   struct Words {
     std::string title, address, sentence;
-    std::string button;  ///< empty: nothing can be done
+    std::string retry, leave;  ///< the buttons; an empty one is not there
   };
 
-  /// @param pressed  called when the notice's button is pressed
-  explicit PageNotice(std::function<void()> pressed);
+  /// What the buttons do.
+  struct Actions {
+    std::function<void()> retry, leave;
+  };
+
+  explicit PageNotice(Actions actions);
   PageNotice(const PageNotice&) = delete;
   PageNotice& operator=(const PageNotice&) = delete;
   ~PageNotice();
@@ -33,9 +37,8 @@ class PageNotice {
 
  private:
   void fill(GtkWidget* content, GtkAlign vertically);
-  GtkWidget* makeButton(const std::string& label);
 
-  std::function<void()> pressed_;
+  const Actions actions_;
   GtkWidget* widget_;
 };
 

@@ -30,7 +30,7 @@ WebPageView::WebPageView(const CGRect& frame, policy::WebSchemes schemes, WebKit
     : Shown(gtk_overlay_new(), frame),
       schemes_(std::move(schemes)),
       view_(makeView(session)),
-      notice_([this] { reload(); }),
+      notice_({.retry = [this] { reload(); }, .leave = [this] { leaveNotice(); }}),
       titleAsked_(g_cancellable_new()),
       reports_({[this] { tell([this](UIWebViewDelegate& listener) { listener.webViewDidStartLoad(*this); }); },
                 [this] { tell([this](UIWebViewDelegate& listener) { listener.webViewDidFinishLoad(*this); }); },
@@ -154,7 +154,8 @@ void WebPageView::loadChanged(WebKitLoadEvent event) {
   } else if (event == WEBKIT_LOAD_COMMITTED) {
     isWished_ = false;
     hasCome_ = true;
-    host_ = policy::shownHost(webkit_web_view_get_uri(view_));
+    const char* const address = webkit_web_view_get_uri(view_);
+    host_ = policy::shownHost(address ? address : "");
     nameWhatIsNotLoaded(std::exchange(asked_, ""));
     tellChange();
   } else if (event == WEBKIT_LOAD_FINISHED) {
@@ -174,7 +175,9 @@ void WebPageView::loadFailed(const char* address, const GError& error) {
     const char* const title = isStopped  ? "Loading was stopped"
                               : hasCome_ ? "The rest of this page did not load"
                                          : "This page did not load";
-    showNotice({hostText(title), failedAddress_, isStopped ? "" : loadFailureSentence(error), hostText("Try again")});
+    const char* const leave = hasCome_ ? "Close" : "Back to the page";
+    showNotice({hostText(title), failedAddress_, isStopped ? "" : loadFailureSentence(error), hostText("Try again"),
+                host_.empty() ? "" : hostText(leave)});
   }
   reports_.failed([this, &error] { reportFailure(errorOf(error)); });
   tellChange();
@@ -185,7 +188,7 @@ void WebPageView::nameWhatIsNotLoaded(const std::string& asked) {
   if (host_ != "about:blank" || asked.empty() || asked.starts_with("about:")) return;
   failedAddress_ = asked;
   hasCome_ = false;
-  showNotice({hostText("This address is not opened"), asked, "", ""});
+  showNotice({hostText("This address is not opened"), asked, "", "", ""});
 }
 
 /// Over the page, or above what has come of it.
@@ -200,6 +203,12 @@ void WebPageView::hideNotice() {
   const bool hadFocus = gtk_widget_get_focus_child(notice_.widget()) != nullptr;
   notice_.hide();
   if (hadFocus) gtk_widget_grab_focus(GTK_WIDGET(view_));
+}
+
+/// The page that was there before, or what has come, is there again, and a reload is its own.
+void WebPageView::leaveNotice() {
+  failedAddress_.clear();
+  hideNotice();
 }
 
 void WebPageView::tellChange() const {
@@ -242,7 +251,7 @@ void WebPageView::tellOfMove() {
 void WebPageView::engineDied(WebKitWebProcessTerminationReason reason) {
   hasCome_ = false;
   const char* const address = webkit_web_view_get_uri(view_);
-  showNotice({hostText("This page has stopped working"), address ? address : "", "", hostText("Reload")});
+  showNotice({hostText("This page has stopped working"), address ? address : "", "", hostText("Reload"), ""});
   reports_.died([this, reason] {
     reportFailure({"WebKitWebProcessTermination",
                    reason,

@@ -57,6 +57,7 @@ class WebPageView final : public Shown<UIWebView> {
   void nameWhatIsNotLoaded(const std::string& asked);
   void showNotice(const PageNotice::Words& words);
   void hideNotice();
+  void leaveNotice();
   void tellChange() const;
   gboolean decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
   void downloadStarted(WebKitDownload* download);

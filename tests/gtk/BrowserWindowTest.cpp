@@ -173,6 +173,21 @@ TEST_F(BrowserWindow, ARefusedPageChangesNothingAndCanBeTriedAgain) {
   until("the bar above half a page",
         [](const json& report) { return report["texts"].contains("The rest of this page did not load"); });
 
+  click("Close");
+  until("no bar", [this](const json&) { return !shows("buttons", "Try again"); });
+
+  HTTPTestServer dead;
+  dead.stop();
+  page("/", "With a dead link", linkTo(dead.url("/")));
+  click("Reload");
+  until("the page", [](const json& report) { return report["title"] == "With a dead link" && !report["spins"]; });
+  clickPage();
+  click("Back to the page");
+  until("it", [this](const json&) { return !shows("buttons", "Try again") && shows("texts", serverName()); });
+  page("/", "Reloaded");
+  click("Reload");
+  until("the page, and not what its link led to", [](const json& report) { return report["title"] == "Reloaded"; });
+
   const char* const kNeverLoaded = "http://127.0.0.1:22/";  // a page may not speak to services of other kinds
   open(kNeverLoaded);
   until("its name", [&](const json& report) { return report["texts"].contains(kNeverLoaded); });
