@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "ViewThinning.h"
 
@@ -90,10 +91,18 @@ void drawStrokes(trip::Canvas& canvas, const std::vector<trip::DiagramPoint>& po
   }
 }
 
+/// What of the route is not covered by the track. Where nothing was lost, that begins with the newest fix.
+std::span<const TrackPoint> uncovered(const MapContent& content) {
+  const auto& heard = content.track.raw();
+  const std::span<const TrackPoint> route(content.route);
+  const bool hasAll = !heard.empty() && heard.size() == heard.back().index + 1 && heard.size() <= route.size();
+  return hasAll ? route.subspan(heard.size() - 1) : route;
+}
+
 void drawTrack(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content,
                const MapColors& colors) {
   const TripTrack& track = content.track;
-  drawStrokes(canvas, visibleTrack(content.route, view, kMostPoints).strokes, colors.route, 5.0);
+  drawStrokes(canvas, visibleTrack(uncovered(content), view, kMostPoints).strokes, colors.route, 5.0);
   drawStrokes(canvas, visibleTrack(track.raw(), view, kMostPoints).strokes, colors.raw, 5.0);
   drawStrokes(canvas, visibleTrack(track.smoothed(), view, kMostPoints).strokes, colors.smoothed, 2.2);
   for (const auto& mark : visibleMarks(track.significant(), view, kMarkCell)) {
