@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "CommandLine.h"
 #include "ExitCodes.h"
 #include "Interruption.h"
 
@@ -10,7 +11,7 @@ SoundTarget SoundTarget::parse(const std::string& option, const std::string& tex
   const std::string prefix = "wav:";
   if (text == "sound") return {};
   if (text.size() > prefix.size() && text.starts_with(prefix)) return {text.substr(prefix.size())};
-  throw CLI::ValidationError(option, "'" + text + "' is neither 'sound' nor 'wav:FILE'");
+  throw UsageFault(option, "'" + text + "' is neither 'sound' nor 'wav:FILE'");
 }
 
 std::optional<SpeakingPlatform> speakingPlatform(const SoundTarget& target, bool mayOverwrite, Messages& messages,

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <fcntl.h>
 
-#include <CLI/CLI.hpp>
 #include <clocale>
 #include <cstdio>
 #include <exception>
 
 #include "AgoCommand.h"
+#include "CommandLine.h"
 #include "ConfigCommand.h"
 #include "DoctorCommand.h"
 #include "ExitCodes.h"
@@ -26,24 +26,16 @@ void fillStandardStreams() {
 }
 
 int runTool(int argc, char** argv) {
-  CLI::App tool("The ZRCore navigation kit on the command line", "zrcore");
-  tool.set_version_flag("--version", "zrcore " ZRCORE_VERSION);
-  tool.require_subcommand(1);
-  int exitCode = kExitDone;
-  addTripCommand(tool, exitCode);
-  addPlaceCommand(tool, exitCode);
-  addConfigCommand(tool, exitCode);
-  addUrlCommand(tool, exitCode);
-  addAgoCommand(tool, exitCode);
-  addSayCommand(tool, exitCode);
-  addWatchCommand(tool, exitCode);
-  addDoctorCommand(tool, exitCode);
-  try {
-    tool.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return tool.exit(error) == 0 ? kExitDone : kExitUsage;  // it prints help and version, too
-  }
-  return exitCode;
+  CommandLine tool("zrcore", ZRCORE_VERSION, "The ZRCore navigation kit on the command line");
+  addTripCommand(tool);
+  addPlaceCommand(tool);
+  addConfigCommand(tool);
+  addUrlCommand(tool);
+  addAgoCommand(tool);
+  addSayCommand(tool);
+  addWatchCommand(tool);
+  addDoctorCommand(tool);
+  return tool.run(argc, argv);
 }
 
 }  // namespace
