@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kLongestAddress = 200;  // bytes
+constexpr std::size_t kLongestAskedAddress = 200;  // bytes
 
 struct Unref {
   void operator()(gpointer object) const { g_object_unref(object); }
@@ -24,8 +24,8 @@ Program programFor(const std::string& address) {
 }
 
 std::shared_ptr<UIAlertController> makeAlert(const std::string& title, const std::string& address) {
-  return UIAlertController::alertControllerWithTitleMessagePreferredStyle(title, shownText(address, kLongestAddress),
-                                                                          UIAlertControllerStyle::alert);
+  return UIAlertController::alertControllerWithTitleMessagePreferredStyle(
+      title, shownText(address, kLongestAskedAddress), UIAlertControllerStyle::alert);
 }
 
 void say(DialogLayer& layer, const void* presenter, const char* sentence, const std::string& address) {
@@ -48,7 +48,7 @@ void askToOpenOutside(DialogLayer& layer, const void* presenter, const std::stri
   const Program program = programFor(address);
   if (!program) return sayThatNoProgramOpens(layer, presenter, address);
   std::string title = hostText("Open with %@?");
-  const std::string name = shownText(utf8Text(g_app_info_get_display_name(program.get())), kLongestAddress);
+  const std::string name = shownText(utf8Text(g_app_info_get_display_name(program.get())), kLongestAskedAddress);
   if (const auto at = title.find("%@"); at != std::string::npos) title.replace(at, 2, name);
   const auto alert = makeAlert(title, address);
   const auto open = [&layer, presenter, program, address] {

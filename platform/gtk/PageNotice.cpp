@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr std::size_t kLongestAddress = 300;  // bytes
+constexpr std::size_t kLongestNoticedAddress = 300;  // bytes
 
 GtkWidget* makeLabel(const std::string& text) {
   GtkWidget* const label = gtk_label_new(text.c_str());
@@ -60,7 +60,7 @@ void PageNotice::show(const Words& words) {
   gtk_accessible_update_property(GTK_ACCESSIBLE(gtk_widget_get_first_child(page)), GTK_ACCESSIBLE_PROPERTY_LABEL,
                                  words.title.c_str(), -1);
   GtkWidget* const box = gtk_box_new(GTK_ORIENTATION_VERTICAL, 18);
-  for (const std::string& text : {words.sentence, shownText(words.address, kLongestAddress)}) {
+  for (const std::string& text : {words.sentence, shownText(words.address, kLongestNoticedAddress)}) {
     if (text.empty()) continue;
     GtkWidget* const label = makeLabel(text);
     gtk_label_set_justify(GTK_LABEL(label), GTK_JUSTIFY_CENTER);

@@ -9,9 +9,9 @@ using Clock = std::chrono::steady_clock;
 namespace {
 
 constexpr int kDeepest = 60;
-constexpr int kPatienceMilliseconds = 10000;        // for an answer
-constexpr std::chrono::seconds kPatience{60};       // for a part
-constexpr unsigned kFocusable = 11, kVisible = 30;  // bits of AT-SPI's states
+constexpr int kPatienceMilliseconds = 10000;          // for an answer
+constexpr std::chrono::seconds kPatienceForPart{60};  // for a part
+constexpr unsigned kFocusable = 11, kVisible = 30;    // bits of AT-SPI's states
 
 constexpr const char* kRegistry = R"xml(<node>
   <interface name="org.a11y.atspi.Socket"><method name="Embed"><arg type="(so)" direction="in"/>
@@ -20,10 +20,10 @@ constexpr const char* kRegistry = R"xml(<node>
     <method name="GetRegisteredEvents"><arg type="a(ss)" direction="out"/></method></interface>
 </node>)xml";
 
-struct Unref {
+struct UnrefVariant {
   void operator()(GVariant* value) const { g_variant_unref(value); }
 };
-using Value = std::unique_ptr<GVariant, Unref>;
+using Value = std::unique_ptr<GVariant, UnrefVariant>;
 
 }  // namespace
 
@@ -110,7 +110,7 @@ bool AccessibleTree::walk(const Place& place, const std::string& around, int dep
 }
 
 void AccessibleTree::look(const Visit& visit) {
-  for (const auto deadline = Clock::now() + kPatience; program_.bus.empty() && Clock::now() < deadline;) {
+  for (const auto deadline = Clock::now() + kPatienceForPart; program_.bus.empty() && Clock::now() < deadline;) {
     g_main_context_iteration(context_, FALSE);
   }
   while (g_main_context_iteration(context_, FALSE)) {
@@ -139,7 +139,7 @@ std::vector<AccessibleTree::Part> AccessibleTree::partsOfNewestWindow() {
 
 std::optional<AccessibleTree::Part> AccessibleTree::find(const Visit& fits) {
   std::optional<Part> found;
-  for (const auto deadline = Clock::now() + kPatience; !found && Clock::now() < deadline;) {
+  for (const auto deadline = Clock::now() + kPatienceForPart; !found && Clock::now() < deadline;) {
     look([&](const Part& part) {
       if (fits(part)) found = part;
       return !found;
