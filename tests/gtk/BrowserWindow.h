@@ -22,6 +22,11 @@ class BrowserWindow : public testing::Test {
 
   void SetUp() override;
 
+  /// A link that fills a page, and more.
+  static std::string linkTo(const std::string& address) {
+    return "<a href='" + address + "' style='display:block;height:2000px'>follow</a>";
+  }
+
   /// Answers `path` with a page of that title and body.
   void page(const std::string& path, const std::string& title, const std::string& body = "");
   /// The address of a page of the server.

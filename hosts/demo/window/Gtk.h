@@ -70,7 +70,7 @@ class Ui {
   GtkSwitch* toggle(const char* id) const { return get<GtkSwitch>(GTK_TYPE_SWITCH, id); }
 
  private:
-  /// GTK names a button by its text as it was given, underscore included, and once more by its label: this is enough.
+  /// GTK names a button by its text as it was given, underscore included, and once more by its label, which is enough.
   void nameMnemonicButtons() const {
     GSList* const objects = gtk_builder_get_objects(builder_);
     for (const GSList* at = objects; at != nullptr; at = at->next) {

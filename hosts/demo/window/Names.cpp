@@ -50,27 +50,30 @@ void nameScrolledParts(GtkWidget* widget, const std::string& name) {
 
 void nameChoices(GtkWidget* combo, const std::string& name) {
   nameChoicesOnce(combo, name);
-  connectNotify(combo, "selected", [combo, name] { nameChoicesOnce(combo, name); });
-  // A list makes its lines when it is laid out for the first time.
-  const auto nameSoon = [combo, name](GtkWidget*) {
-    struct Shown {
+  // A list makes its lines when it is laid out, and gives them their texts when they come into view.
+  const auto nameSoon = [combo, name] {
+    struct Choices {
       Ref<GtkWidget> combo;
       std::string name;
     };
     g_idle_add_full(
         G_PRIORITY_LOW,
-        [](gpointer shown) -> gboolean {
-          const auto& [choices, choicesName] = *static_cast<Shown*>(shown);
-          nameChoicesOnce(choices.get(), choicesName);
+        [](gpointer data) -> gboolean {
+          const auto& choices = *static_cast<Choices*>(data);
+          nameChoicesOnce(choices.combo.get(), choices.name);
           return G_SOURCE_REMOVE;
         },
-        new Shown{Ref<GtkWidget>(GTK_WIDGET(g_object_ref(combo))), name},
-        [](gpointer shown) { delete static_cast<Shown*>(shown); });
+        new Choices{Ref<GtkWidget>(GTK_WIDGET(g_object_ref(combo))), name},
+        [](gpointer data) { delete static_cast<Choices*>(data); });
   };
-  connect<void(GtkWidget*)>(combo, "map", nameSoon);
-  forEachWithin(combo, [&nameSoon](GtkWidget* part) {
-    if (GTK_IS_POPOVER(part)) connect<void(GtkWidget*)>(part, "map", nameSoon);
+  const auto nameWhenShown = [&nameSoon](GtkWidget* part) {
+    connect<void(GtkWidget*)>(part, "map", [nameSoon](GtkWidget*) { nameSoon(); });
+  };
+  nameWhenShown(combo);
+  forEachWithin(combo, [&nameWhenShown](GtkWidget* part) {
+    if (GTK_IS_POPOVER(part)) nameWhenShown(part);
   });
+  connectNotify(combo, "selected", nameSoon);
 }
 
 }  // namespace demo

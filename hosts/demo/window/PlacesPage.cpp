@@ -24,7 +24,8 @@ GtkWidget* lineOf(const std::string& text, const char* style) {
 GtkWidget* rowOf(const PlaceList::Entry& entry) {
   GtkWidget* const texts = gtk_box_new(GTK_ORIENTATION_VERTICAL, 3);
   gtk_widget_set_hexpand(texts, TRUE);
-  gtk_box_append(GTK_BOX(texts), lineOf(entry.primary.empty() ? "(no address)" : entry.primary, "heading"));
+  const std::string heading = entry.primary.empty() ? "(no address)" : entry.primary;
+  gtk_box_append(GTK_BOX(texts), lineOf(heading, "heading"));
   if (!entry.secondary.empty()) gtk_box_append(GTK_BOX(texts), lineOf(entry.secondary, nullptr));
   if (!entry.singleLine.empty()) {
     GtkWidget* const line = lineOf(entry.singleLine, "caption");
@@ -42,7 +43,7 @@ GtkWidget* rowOf(const PlaceList::Entry& entry) {
   GtkWidget* const row = gtk_list_box_row_new();
   gtk_list_box_row_set_child(GTK_LIST_BOX_ROW(row), box);
   gtk_list_box_row_set_activatable(GTK_LIST_BOX_ROW(row), entry.mark.has_value());
-  setName(row, entry.singleLine.empty() ? entry.primary : entry.singleLine);
+  setName(row, entry.singleLine.empty() ? heading : entry.singleLine);
   gtk_widget_set_tooltip_text(row, entry.mark ? "Show on the map" : "This place has no position");
   return row;
 }

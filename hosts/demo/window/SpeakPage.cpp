@@ -30,8 +30,8 @@ SpeakPage::SpeakPage(std::function<std::string()> lastFault)
   connect<void(GtkAdjustment*)>(volume, "value-changed", [this](GtkAdjustment* changed) {
     desk_.setVolume(static_cast<float>(gtk_adjustment_get_value(changed)));
   });
-  nameChoices(ui_.widget("voice"), "Voice");
   nameScrolledParts(widget(), "Prompt");
+  nameChoices(ui_.widget("voice"), "Voice");
   step();
 }
 

@@ -48,10 +48,10 @@ TripPage::TripPage()
   listenToPlayback();
   listenToSpace();
   listenToSwitches();
+  nameScrolledParts(widget(), "Details");
   nameChoices(GTK_WIDGET(sources_), "Source");
   setName(gtk_widget_get_ancestor(GTK_WIDGET(sources_), GTK_TYPE_LIST_BOX), "Positions");
   nameChoices(ui_.widget("rate"), "Speed of the playback");
-  nameScrolledParts(widget(), "Details");
   showSource();
 }
 
