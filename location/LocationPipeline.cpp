@@ -31,6 +31,8 @@ void ZRLocationManager::setFiltersMeasuredValues(bool filters) { locationStatics
 
 bool ZRLocationManager::receiverIsStable() { return locationStatics().filter.isStable(); }
 
+void ZRLocationManager::resetFilter() { locationStatics().filter = {}; }
+
 void ZRLocationManager::lockSmoothCourseToCourseUntilMoved(double courseDegrees, double distanceMeters) {
   locationStatics().filter.lockSmoothCourse(courseDegrees, distanceMeters);
 }

@@ -29,7 +29,9 @@ class Loader final : public readers::Listener {
     }
     loaded_.fixes.push_back(completion_.complete(fix));
     loaded_.timeline.add(fix.secondsSince1970);
-    loaded_.envelope.add(plane_.place(fix.coordinate));
+    const ZRMapPoint at = plane_.place(fix.coordinate);
+    loaded_.route.push_back({at, loaded_.route.size(), loaded_.route.empty()});
+    loaded_.envelope.add(at);
   }
   void remark(const readers::Remark& remark) override {
     if (remark.severity == readers::Severity::fault) ++loaded_.faults;

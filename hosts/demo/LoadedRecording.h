@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Timeline.h"
+#include "TrackPoint.h"
 
 namespace demo {
 
@@ -21,10 +22,11 @@ struct LoadedRecording {
   std::string name;    ///< of the file, without folders, UTF-8
   std::string format;  ///< "GPX", "NMEA 0183" …
   std::vector<ZRPositionFix> fixes;
-  Timeline timeline;        ///< of the same fixes
-  trip::Envelope envelope;  ///< of the whole trip in the map plane
-  std::size_t faults = 0;   ///< places where something was dropped
-  bool isCutShort = false;  ///< longer than kMostFixes
+  Timeline timeline;              ///< of the same fixes
+  std::vector<TrackPoint> route;  ///< of the same fixes, in the map plane
+  trip::Envelope envelope;        ///< of the whole trip in the map plane
+  std::size_t faults = 0;         ///< places where something was dropped
+  bool isCutShort = false;        ///< longer than kMostFixes
 
   /// "CSV · 656 fixes · 12 min", and what could not be read.
   std::string summary() const;

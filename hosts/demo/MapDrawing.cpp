@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "ViewThinning.h"
 
@@ -17,6 +18,7 @@ const MapColors kLightMap{.ground = trip::theme::kPanel,
                           .grid = trip::theme::kGrid,
                           .ink = trip::theme::kInk,
                           .quiet = trip::theme::kQuiet,
+                          .route = rgb(0xd3dde6),
                           .raw = trip::theme::kRaw,
                           .smoothed = trip::theme::kSmoothed,
                           .jump = trip::theme::kJump,
@@ -26,6 +28,7 @@ const MapColors kDarkMap{.ground = rgb(0x1b2026),
                          .grid = rgb(0x2a3139),
                          .ink = rgb(0xe6ebf0),
                          .quiet = rgb(0x93a1ae),
+                         .route = rgb(0x36414c),
                          .raw = rgb(0x52677a),
                          .smoothed = rgb(0x62a8ff),
                          .jump = rgb(0xff8a3c),
@@ -88,7 +91,18 @@ void drawStrokes(trip::Canvas& canvas, const std::vector<trip::DiagramPoint>& po
   }
 }
 
-void drawTrack(trip::Canvas& canvas, const trip::MapTransform& view, const TripTrack& track, const MapColors& colors) {
+/// What of the route is not covered by the track. Where nothing was lost, that begins with the newest fix.
+std::span<const TrackPoint> uncovered(const MapContent& content) {
+  const auto& heard = content.track.raw();
+  const std::span<const TrackPoint> route(content.route);
+  const bool hasAll = !heard.empty() && heard.size() == heard.back().index + 1 && heard.size() <= route.size();
+  return hasAll ? route.subspan(heard.size() - 1) : route;
+}
+
+void drawTrack(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content,
+               const MapColors& colors) {
+  const TripTrack& track = content.track;
+  drawStrokes(canvas, visibleTrack(uncovered(content), view, kMostPoints).strokes, colors.route, 5.0);
   drawStrokes(canvas, visibleTrack(track.raw(), view, kMostPoints).strokes, colors.raw, 5.0);
   drawStrokes(canvas, visibleTrack(track.smoothed(), view, kMostPoints).strokes, colors.smoothed, 2.2);
   for (const auto& mark : visibleMarks(track.significant(), view, kMarkCell)) {
@@ -100,7 +114,8 @@ void drawTrack(trip::Canvas& canvas, const trip::MapTransform& view, const TripT
 }
 
 /// What the lines and crosses mean, at the top left.
-void drawLegend(trip::Canvas& canvas, const trip::MapTransform& view, bool hasJumps, const MapColors& colors) {
+void drawLegend(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content,
+                const MapColors& colors) {
   constexpr double kLine = 24.0, kRow = 20.0;
   const double left = view.panel().x + 16.0;
   double y = view.panel().y + 22.0;
@@ -109,13 +124,17 @@ void drawLegend(trip::Canvas& canvas, const trip::MapTransform& view, bool hasJu
                 {.size = kTextSize, .color = colors.quiet, .halo = true, .haloColor = colors.halo});
     y += kRow;
   };
+  if (content.track.raw().size() < content.route.size()) {
+    canvas.line(left, y, left + kLine, y, colors.route, 5.0);
+    label("to come");
+  }
   canvas.line(left, y, left + kLine, y, colors.raw, 5.0);
   label("raw");
   canvas.line(left, y, left + kLine, y, colors.smoothed, 2.2);
   label("smoothed");
   canvas.disc(left + kLine / 2, y, kSignificantRadius, colors.ground, colors.smoothed, 1.5);
   label("significant");
-  if (!hasJumps) return;
+  if (content.track.jumps().empty()) return;
   canvas.cross(left + kLine / 2, y, kJumpRadius, colors.jump, 2.5);
   label("jump");
 }
@@ -142,7 +161,7 @@ void drawMap(trip::Canvas& canvas, const trip::MapTransform& view, const MapCont
   const double barMeters = trip::scaleBarMeters(view, std::min(kLongestScaleBar, view.panel().width / 2));
   canvas.fill(view.panel(), colors.ground);
   drawGrid(canvas, view, std::max(view.pixels(barMeters), 24.0), colors.grid);
-  drawTrack(canvas, view, content.track, colors);
+  drawTrack(canvas, view, content, colors);
   drawPlaces(canvas, view, content.places, colors);
   if (content.snapped) {
     const trip::DiagramPoint at = nearestCopy(view, *content.snapped);
@@ -152,7 +171,7 @@ void drawMap(trip::Canvas& canvas, const trip::MapTransform& view, const MapCont
     const trip::DiagramPoint newest = view(content.track.raw().back().at);
     canvas.disc(newest.x, newest.y, kMarkRadius, colors.smoothed, colors.ground, 2.5);
   }
-  drawLegend(canvas, view, !content.track.jumps().empty(), colors);
+  drawLegend(canvas, view, content, colors);
   drawScaleBar(canvas, view, barMeters, colors);
 }
 

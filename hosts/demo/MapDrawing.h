@@ -15,12 +15,13 @@ namespace demo {
 
 /// The colours of a map. Raw and smoothed differ in lightness as well as in hue, in both.
 struct MapColors {
-  trip::Color ground, grid, ink, quiet, raw, smoothed, jump, place, halo;
+  trip::Color ground, grid, ink, quiet, route, raw, smoothed, jump, place, halo;
 };
 extern const MapColors kLightMap, kDarkMap;
 
 /// What a map shows.
 struct MapContent {
+  const std::vector<TrackPoint>& route;  ///< where the trip will lead; empty when nobody knows
   const TripTrack& track;
   const std::vector<trip::PlaceMark>& places;
   std::optional<CLLocationCoordinate2D> snapped;  ///< where the snapping client was put last

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <exception>
+#include <utility>
 
 namespace demo {
 
@@ -34,24 +35,64 @@ std::shared_ptr<AVSpeechSynthesisVoice> voiceOrNull(ZRSpeech& speech, const char
 
 }  // namespace
 
-SpeechDesk::SpeechDesk(ZRAudio& audio, ZRSpeech& speech, const AVAudioSession& session)
-    : audio_(audio), session_(session) {
+/// Which prompts have still to be heard.
+class SpeechDesk::Hearing final : public ZRDidFinishSpeechUtterance {
+ public:
+  void speechSynthesizerDidFinishSpeechUtterance(const std::shared_ptr<AVSpeechSynthesizer>&,
+                                                 const std::shared_ptr<AVSpeechUtterance>& utterance) override {
+    std::erase(awaited, utterance);
+  }
+
+  std::vector<std::shared_ptr<AVSpeechUtterance>> awaited;
+  bool hasMissed = false;
+};
+
+SpeechDesk::SpeechDesk(Services services) : services_(std::move(services)), hearing_(std::make_shared<Hearing>()) {
+  services_.audio.setDelegate(hearing_);
   for (const auto& [tag, name] : kLanguages) {
-    if (auto voice = voiceOrNull(speech, tag)) voices_.push_back({name, std::move(voice)});
+    if (auto voice = voiceOrNull(services_.speech, tag)) voices_.push_back({name, std::move(voice)});
   }
 }
 
 bool SpeechDesk::speak(const Prompt& prompt) {
   if (!canSpeak() || NSString_ZR::isBlank(prompt.text)) return false;
-  audio_.setVoice(voices_[std::min(prompt.voice, voices_.size() - 1)].voice);
-  audio_.setSpeechUtteranceRate(prompt.rate);
-  audio_.speakTextInterruptVolume(prompt.text, prompt.interrupts, prompt.volume);
+  if (prompt.interrupts) hearing_->awaited.clear();
+  hearing_->hasMissed = false;
+  ZRAudio& audio = services_.audio;
+  audio.setVoice(voices_[std::min(prompt.voice, voices_.size() - 1)].voice);
+  audio.setSpeechUtteranceRate(prompt.rate);
+  audio.speakTextInterruptVolume(prompt.text, prompt.interrupts, prompt.volume);
+  hearing_->awaited.push_back(audio.utterance());
   return true;
 }
 
+void SpeechDesk::stop() {
+  hearing_->awaited.clear();
+  hearing_->hasMissed = false;
+  services_.audio.stopAudioAndSpeechPlayback();
+}
+
+void SpeechDesk::step() {
+  if (hearing_->awaited.empty() || isSpeaking()) return;
+  // Behind what the synthesizer has still to tell.
+  services_.mainQueue.post([weak = std::weak_ptr(hearing_), &audio = services_.audio] {
+    const auto hearing = weak.lock();
+    if (!hearing || audio.isSpeaking() || hearing->awaited.empty()) return;
+    hearing->awaited.clear();
+    hearing->hasMissed = true;
+  });
+}
+
+std::string SpeechDesk::faultText() const {
+  if (!hearing_->hasMissed) return {};
+  const std::string fault = services_.lastFault();
+  return "The prompt was not heard" + (fault.empty() ? "." : ": " + fault + ".") +
+         " \u201Czrcore doctor\u201D tells what is missing.";
+}
+
 SpeechDesk::OtherAudio SpeechDesk::otherAudio() const {
-  if (isSpeaking() && audio_.otherAudioWasPlayingWhenSpeechStarted()) return OtherAudio::ducked;
-  return session_.isOtherAudioPlaying() ? OtherAudio::playing : OtherAudio::silent;
+  if (isSpeaking() && services_.audio.otherAudioWasPlayingWhenSpeechStarted()) return OtherAudio::ducked;
+  return services_.session.isOtherAudioPlaying() ? OtherAudio::playing : OtherAudio::silent;
 }
 
 std::string SpeechDesk::statusText() const {

@@ -4,7 +4,10 @@
 
 #include <ZRCore/ZRAudio.h>
 
+#include <ZRCore/ZRMainQueue.h>
+
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,8 +33,17 @@ class SpeechDesk {
   /// What becomes of other applications' sound.
   enum class OtherAudio { silent, playing, ducked };
 
-  /// Asks `speech` which of the voices that the demonstration knows it can make; all must outlive the desk.
-  SpeechDesk(ZRAudio& audio, ZRSpeech& speech, const AVAudioSession& session);
+  /// What the desk stands on; all of it must outlive the desk.
+  struct Services {
+    ZRAudio& audio;
+    ZRSpeech& speech;
+    const AVAudioSession& session;
+    ZRMainQueue& mainQueue;
+    std::function<std::string()> lastFault;  ///< why speech was not heard, as far as anybody knows
+  };
+
+  /// Asks which of the voices that the demonstration knows can be made, and becomes the audio's delegate.
+  explicit SpeechDesk(Services services);
 
   /// Empty when this machine can't speak.
   const std::vector<Voice>& voices() const { return voices_; }
@@ -39,18 +51,24 @@ class SpeechDesk {
 
   /// @return whether there was something to speak: not without a voice, nor a text of blanks.
   bool speak(const Prompt& prompt);
-  void stop() { audio_.stopAudioAndSpeechPlayback(); }
+  void stop();
+  /// Looks whether what has ended was heard: a few times a second.
+  void step();
   /// Makes what is being spoken louder or softer, as far as the system heeds it.
-  void setVolume(float volume) { audio_.setVolume(volume); }
+  void setVolume(float volume) { services_.audio.setVolume(volume); }
 
-  bool isSpeaking() const { return audio_.isSpeaking(); }
+  bool isSpeaking() const { return services_.audio.isSpeaking(); }
   OtherAudio otherAudio() const;
   /// "Speaking; the music is ducked", "Silent; music is playing" …
   std::string statusText() const;
+  /// What was to be heard last and was not, and why, in a sentence; empty when all is well.
+  std::string faultText() const;
 
  private:
-  ZRAudio& audio_;
-  const AVAudioSession& session_;
+  class Hearing;
+
+  Services services_;
+  std::shared_ptr<Hearing> hearing_;
   std::vector<Voice> voices_;
 };
 

@@ -21,7 +21,9 @@ TripSession::TripSession(const ZRClock& clock, NSNotificationCenter& notificatio
 }
 
 void TripSession::begin(const std::shared_ptr<CLLocationManager>& source, std::string name) {
+  ZRLocationManager::resetFilter();
   ZRLocationManager::setTripSimulator(source);
+  filterIsAhead_ = false;
   sourceName_ = std::move(name);
   track_ = {};
   latest_.reset();
@@ -47,6 +49,11 @@ void TripSession::useReceiver(const std::shared_ptr<CLLocationManager>& receiver
   playback_.load(0.0);
   receiver_ = receiver;
   begin(receiver, std::move(name));
+}
+
+const std::vector<TrackPoint>& TripSession::route() const {
+  static const std::vector<TrackPoint> kUnknown;
+  return isLive() ? kUnknown : recording_.route;
 }
 
 void TripSession::seek(double seconds) {
@@ -76,8 +83,10 @@ void TripSession::followPlayback() {
     nextFix_ = due;
     track_.cutBackTo(due);
     clients_.forgetRoute();
+    filterIsAhead_ = true;
     hasNews_ = true;
   }
+  if (nextFix_ < due) rewindFilter();
   for (; nextFix_ < due; ++nextFix_) {
     switchHalfWayClient();
     const std::size_t before = track_.raw().size();
@@ -86,6 +95,17 @@ void TripSession::followPlayback() {
     hasNews_ = true;
   }
   switchHalfWayClient();
+}
+
+/// Lets the filter have seen what was heard up to here, and no more. Done no earlier than the next fix: of a long drag
+/// backwards only the end counts.
+void TripSession::rewindFilter() {
+  if (!std::exchange(filterIsAhead_, false)) return;
+  ZRLocationManager::resetFilter();
+  ZRLocationManager& service = *ZRLocationManager::firstInstance();
+  for (const TrackPoint& heard : track_.raw()) {
+    service.smoothLocationsWithLocations({CLLocation::initWithFix(recording_.fixes[heard.index])});
+  }
 }
 
 /// At a quarter and at three quarters of the recording; in between, whoever watches may switch the client himself.

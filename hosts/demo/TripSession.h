@@ -20,9 +20,9 @@ namespace demo {
 /// A trip on its way through the location service: a recording that is played, or a receiver that is listened to, the
 /// clients, and the track of what the plain client heard.
 ///
-/// The service's filter belongs to the process and goes on through everything, also when the playback jumps. A jump
-/// forward delivers the fixes in between at once; a jump backward cuts the track back, and nothing is taken back from
-/// the clients' counts.
+/// Each trip begins with a fresh filter, so that what it makes of a recording does not depend on what was played before.
+/// A jump forward delivers the fixes in between at once; a jump backward cuts the track and the filter's memory back, and
+/// nothing is taken back from the clients' counts.
 class TripSession {
  public:
   /// The services of the platform in use; both must outlive the session.
@@ -48,6 +48,8 @@ class TripSession {
   const Playback& playback() const { return playback_; }
   /// The recording that is used, or was used last.
   const LoadedRecording& recording() const { return recording_; }
+  /// Where the trip leads; empty with a receiver.
+  const std::vector<TrackPoint>& route() const;
 
   // What the host tells the service.
 
@@ -74,6 +76,7 @@ class TripSession {
   void begin(const std::shared_ptr<CLLocationManager>& source, std::string name);
   void hear(const ZRLocation& location);
   void followPlayback();
+  void rewindFilter();
   void switchHalfWayClient();
 
   NSNotificationCenter& notifications_;
@@ -87,6 +90,7 @@ class TripSession {
   std::optional<trip::TripRow> latest_;
   std::uint64_t nextFix_ = 0;  ///< of the recording, or of what the receiver reports
   bool hasNews_ = false;
+  bool filterIsAhead_ = false;  ///< of the playback, which has jumped back
   bool isInBackground_ = false;
   bool isHalfWay_ = false;
   TripClients clients_;  ///< last: they may report into the members above

@@ -12,14 +12,9 @@
 #include <optional>
 #include <vector>
 
-namespace demo {
+#include "TrackPoint.h"
 
-/// A place on a track in the map plane.
-struct TrackPoint {
-  ZRMapPoint at;
-  std::uint64_t index = 0;    ///< number of the fix; grows along the track
-  bool startsStroke = false;  ///< whether something is missing before it, so that no line leads to it
-};
+namespace demo {
 
 /// What has been heard of a trip so far, in the map plane. No line leads over a gap in time.
 class TripTrack {

@@ -85,7 +85,7 @@ class Strokes {
   std::vector<DiagramPoint> points_;
 };
 
-std::vector<DiagramPoint> strokesWithin(const std::vector<TrackPoint>& track, const trip::MapTransform& view,
+std::vector<DiagramPoint> strokesWithin(std::span<const TrackPoint> track, const trip::MapTransform& view,
                                         double tolerance, std::size_t maxPoints) {
   const trip::Area box = grown(view.panel());
   Strokes strokes(tolerance);
@@ -94,7 +94,7 @@ std::vector<DiagramPoint> strokesWithin(const std::vector<TrackPoint>& track, co
   for (const TrackPoint& point : track) {
     const DiagramPoint pixel = view(point.at);
     const bool isInside = contains(box, pixel);
-    if (point.startsStroke) {
+    if (point.startsStroke || &point == track.data()) {
       strokes.end();
       if (isInside) strokes.begin(pixel);
     } else if (isInside && previousIsInside) {
@@ -116,7 +116,7 @@ std::vector<DiagramPoint> strokesWithin(const std::vector<TrackPoint>& track, co
 
 }  // namespace
 
-VisibleTrack visibleTrack(const std::vector<TrackPoint>& track, const trip::MapTransform& view, std::size_t maxPoints) {
+VisibleTrack visibleTrack(std::span<const TrackPoint> track, const trip::MapTransform& view, std::size_t maxPoints) {
   VisibleTrack visible;
   for (;;) {
     visible.strokes = strokesWithin(track, view, visible.tolerancePixels, maxPoints);

@@ -5,6 +5,7 @@
 #include <trip/MapTransform.h>
 
 #include <cstddef>
+#include <span>
 #include <vector>
 
 #include "TripTrack.h"
@@ -20,7 +21,7 @@ struct VisibleTrack {
 
 /// @param maxPoints  at least 4. Strokes that leave the view and come back keep their ends; should there be so many that
 ///                   even a coarse tolerance does not help, the rest of the track is left out.
-VisibleTrack visibleTrack(const std::vector<TrackPoint>& track, const trip::MapTransform& view, std::size_t maxPoints);
+VisibleTrack visibleTrack(std::span<const TrackPoint> track, const trip::MapTransform& view, std::size_t maxPoints);
 
 /// The marks that a view shows, in its pixels, at most one for each square of `cellPixels` (> 0), so that they do not
 /// cover each other.

@@ -2,6 +2,7 @@
 #include "WebAddress.h"
 
 #include <ZRCore/NSString_ZR.h>
+#include <trip/OutputText.h>
 
 #include <string>
 
@@ -32,6 +33,15 @@ std::optional<NSURL> webAddress(std::string_view typed) {
   const bool hasHost = host < address.size() && address[host] != '/' && address[host] != '?' && address[host] != '#';
   const bool isOfTheWeb = scheme == "about" || ((scheme.empty() || scheme == "http" || scheme == "https") && hasHost);
   return isOfTheWeb ? NSURL::URLWithString(address) : std::nullopt;
+}
+
+std::string webAddressFault(std::string_view typed) {
+  constexpr std::size_t kMostShown = 80;
+  const std::string address = NSString_ZR::stripWhitespace(typed);
+  if (address.empty()) return "Type an address, for instance example.org.";
+  const bool isLong = address.size() > kMostShown;
+  return "\u201C" + trip::asUtf8(address.substr(0, kMostShown)) + (isLong ? "…" : "") +
+         "\u201D cannot be opened: it is no address of the web, such as example.org.";
 }
 
 }  // namespace demo

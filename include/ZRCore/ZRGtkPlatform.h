@@ -33,11 +33,15 @@ struct ZRGtkOptions {
   std::uint32_t size = sizeof(ZRGtkOptions);
 
   /// The schemes, in lower case, of the addresses that web views show themselves. What else a user follows, each new
-  /// window and each download is handed to the system's own program for it.
+  /// window and each download is handed to the system's own program for it, as `outsideSchemes` says.
   std::vector<std::string> webSchemes = {"http", "https", "about"};
   /// A folder in which web views keep cookies, storage and cache. Empty: each view has its own, in memory, and they end
   /// with it.
   std::string websiteDataFolder;
+  /// The schemes, in lower case, of the addresses that the system's programs get without a question. For others the user
+  /// is asked, by the program's name: any program may have registered itself for any scheme, and whoever writes a page
+  /// chooses what it is given. Addresses that lead into this computer ("file" and its like) never go outside.
+  std::vector<std::string> outsideSchemes = {"http", "https", "mailto", "tel", "sms", "geo"};
 };
 
 /// Starts GTK and fills `screen`, `pasteboard`, `mail` and `application`, as far as the platform's `size` reaches.

@@ -157,6 +157,10 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   static void setFiltersMeasuredValues(bool filters);
   /// Whether the filter finds the receiver settled.
   static bool receiverIsStable();
+  /// Lets the filter forget all that it has seen, a locked course included, so that the next fix is its first, as in a
+  /// new process. Nothing else does so: a stop, another receiver, the background leave it as it is. For hosts that replay
+  /// one trip after another. On the thread that delivers the fixes; within a callback it holds from the next batch on.
+  static void resetFilter();
 
   // The pipeline, step by step. The first manager runs it for all.
 

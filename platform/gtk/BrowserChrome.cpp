@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "BrowserChrome.h"
 
+#include <utility>
+
 #include "GtkText.h"
+#include "ToolbarView.h"
 #include "WebPageView.h"
 
 namespace {
@@ -22,6 +25,26 @@ void nameButtons(const ZRWebViewController& browser) {
   name(browser.backButton(), "Back");
   name(browser.forwardButton(), "Forward");
   name(browser.actionButton(), "Share");
+}
+
+std::string hostOf(const ZRWebViewController& browser) {
+  const auto page = std::dynamic_pointer_cast<WebPageView>(browser.webView());
+  return page ? shownText(page->host()) : "";
+}
+
+void followPage(const std::shared_ptr<ZRWebViewController>& browser, std::function<void()> changed) {
+  const auto page = std::dynamic_pointer_cast<WebPageView>(browser->webView());
+  if (!page) return;
+  if (!changed) return page->setChangeHandler(nullptr);
+  const std::weak_ptr<ZRWebViewController> weak = browser;
+  page->setChangeHandler([weak, changed = std::move(changed)] {
+    const auto followed = weak.lock();
+    if (!followed) return;
+    const auto shown = std::dynamic_pointer_cast<WebPageView>(followed->webView());
+    const auto spinner = std::dynamic_pointer_cast<SpinnerView>(followed->activityIndicator());
+    if (shown && spinner && !shown->isLoading()) spinner->rest();
+    changed();
+  });
 }
 
 bool pressKey(ZRWebViewController& browser, unsigned key, GdkModifierType modifiers) {

@@ -33,7 +33,7 @@ DialogLayer* DialogLayer::around(GtkWidget* widget) {
   return nullptr;
 }
 
-void DialogLayer::present(const UIViewController& presenting, const std::shared_ptr<UIAlertController>& alert) {
+void DialogLayer::present(const void* presenter, const std::shared_ptr<UIAlertController>& alert, Wish wish) {
   if (dialogs_.empty()) {
     GtkRoot* const root = gtk_widget_get_root(overlay_);
     g_set_weak_pointer(&focusBefore_, root ? gtk_root_get_focus(root) : nullptr);
@@ -52,12 +52,13 @@ void DialogLayer::present(const UIViewController& presenting, const std::shared_
   GtkWidget* const card = makeAlertCard(*alert, [this, shown](std::size_t index) { choose(shown, index); });
   gtk_overlay_add_overlay(GTK_OVERLAY(scrim), card);
   gtk_overlay_add_overlay(GTK_OVERLAY(overlay_), scrim);
-  dialogs_.push_back({&presenting, alert, scrim});
+  dialogs_.push_back({presenter, alert, scrim});
+  if (wish == Wish::ofPage) delayChoices(card);
   focusAlertCard(card);
 }
 
-void DialogLayer::dismiss(const UIViewController& presenting) {
-  const auto isIts = [&](const Dialog& dialog) { return dialog.presenting == &presenting; };
+void DialogLayer::dismiss(const void* presenter) {
+  const auto isIts = [&](const Dialog& dialog) { return dialog.presenter == presenter; };
   for (auto found = dialogs_.end();
        (found = std::find_if(dialogs_.begin(), dialogs_.end(), isIts)) != dialogs_.end();) {
     close(found->alert.get());

@@ -21,16 +21,21 @@ class DialogLayer {
   /// The layer that `widget` lies in; null when it lies in none.
   static DialogLayer* around(GtkWidget* widget);
 
-  void present(const UIViewController& presenting, const std::shared_ptr<UIAlertController>& alert);
-  /// Closes, without a choice, what `presenting` has presented.
-  void dismiss(const UIViewController& presenting);
+  /// Who wants a dialogue. A page may have placed its link so that the second click of a double one falls on a choice:
+  /// but for "Cancel", the choices of its dialogues wait for half a second.
+  enum class Wish { ofHost, ofPage };
+
+  /// @param presenter  who may dismiss it; never followed
+  void present(const void* presenter, const std::shared_ptr<UIAlertController>& alert, Wish wish = Wish::ofHost);
+  /// Closes, without a choice, what `presenter` has presented.
+  void dismiss(const void* presenter);
   bool hasDialog() const { return !dialogs_.empty(); }
   /// Makes the top dialogue's cancel choice, if there is a dialogue and it has one. @return whether there is a dialogue.
   bool cancelTop();
 
  private:
   struct Dialog {
-    const UIViewController* presenting;
+    const void* presenter;
     std::shared_ptr<UIAlertController> alert;
     GtkWidget* scrim;
   };

@@ -20,7 +20,8 @@ constexpr const char* kStyle = R"(
 .zr-message { margin: 18px; }
 .zr-action { min-height: 44px; font-weight: normal; }
 .zr-cancel { font-weight: bold; }
-.zr-stopped { background-color: @window_bg_color; color: @window_fg_color; }
+.zr-notice { background-color: @window_bg_color; color: @window_fg_color; }
+.zr-bar { padding: 6px 6px 6px 12px; border-bottom: 1px solid alpha(@borders, 0.6); }
 )";
 
 void addStyle() {
@@ -40,7 +41,8 @@ bool ZRFillGtkPlatform(ZRPlatform& platform, const ZRGtkOptions& options) {
   ZRPlatformFill(platform, &ZRPlatform::application, std::make_shared<GioApplication>());
   ZRPlatformFill(
       platform, &ZRPlatform::screen,
-      std::make_shared<GtkScreen>(ZRReadOptions(options, &ZRGtkOptions::webSchemes, &ZRGtkOptions::websiteDataFolder)));
+      std::make_shared<GtkScreen>(ZRReadOptions(options, &ZRGtkOptions::webSchemes, &ZRGtkOptions::websiteDataFolder,
+                                                &ZRGtkOptions::outsideSchemes)));
   ZRPlatformFill(platform, &ZRPlatform::pasteboard, std::make_shared<DisplayPasteboard>());
   ZRPlatformFill(platform, &ZRPlatform::mail, std::make_shared<GioMail>());
   return true;

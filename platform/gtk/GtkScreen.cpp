@@ -44,11 +44,10 @@ std::shared_ptr<UIActivityIndicatorView> GtkScreen::makeActivityIndicator(UIActi
 }
 
 std::shared_ptr<UIWebView> GtkScreen::makeWebView(const CGRect& frame) {
-  if (options_.websiteDataFolder.empty()) {
-    return std::make_shared<WebPageView>(frame, options_.webSchemes, makeSession("").get());
-  }
+  const policy::WebSchemes schemes{options_.webSchemes, options_.outsideSchemes};
+  if (options_.websiteDataFolder.empty()) return std::make_shared<WebPageView>(frame, schemes, makeSession("").get());
   if (!keptSession_) keptSession_ = makeSession(options_.websiteDataFolder);
-  return std::make_shared<WebPageView>(frame, options_.webSchemes, keptSession_.get());
+  return std::make_shared<WebPageView>(frame, schemes, keptSession_.get());
 }
 
 void GtkScreen::present(UIViewController& presenting, const std::shared_ptr<UIViewController>& presented, bool,
@@ -56,12 +55,12 @@ void GtkScreen::present(UIViewController& presenting, const std::shared_ptr<UIVi
   if (const auto composer = std::dynamic_pointer_cast<MFMailComposeViewController>(presented)) {
     ZRPlatformInUse().mail->compose(composer);
   } else if (const auto alert = std::dynamic_pointer_cast<UIAlertController>(presented)) {
-    if (DialogLayer* const layer = layerOf(presenting)) layer->present(presenting, alert);
+    if (DialogLayer* const layer = layerOf(presenting)) layer->present(&presenting, alert);
   }
   runLater(std::move(completion));
 }
 
 void GtkScreen::dismiss(UIViewController& presenting, bool, std::function<void()> completion) {
-  if (DialogLayer* const layer = layerOf(presenting)) layer->dismiss(presenting);
+  if (DialogLayer* const layer = layerOf(presenting)) layer->dismiss(&presenting);
   runLater(std::move(completion));
 }

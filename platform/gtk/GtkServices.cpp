@@ -24,6 +24,15 @@ std::optional<NSError> launch(const std::string& address) {
 
 }  // namespace
 
+bool launch(GAppInfo& program, const std::string& address) {
+  GdkAppLaunchContext* const context = gdk_display_get_app_launch_context(gdk_display_get_default());
+  std::string text = address;
+  GList addresses{text.data(), nullptr, nullptr};
+  const bool isStarted = g_app_info_launch_uris(&program, &addresses, G_APP_LAUNCH_CONTEXT(context), nullptr) != FALSE;
+  g_object_unref(context);
+  return isStarted;
+}
+
 bool GioApplication::openURL(const NSURL& url) { return !launch(url.absoluteString()); }
 
 void DisplayPasteboard::setString(std::string_view text) {

@@ -4,6 +4,12 @@
 
 #include <ZRCore/MFMailComposeViewController.h>
 #include <ZRCore/UIApplication.h>
+#include <gio/gio.h>
+
+#include <string>
+
+/// Opens the address with that program. @return whether it was started.
+bool launch(GAppInfo& program, const std::string& address);
 
 /// Opens addresses with the user's programs.
 class GioApplication final : public UIApplication {

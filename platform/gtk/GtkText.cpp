@@ -7,6 +7,8 @@
 #include <memory>
 #include <utility>
 
+#include "WebText.h"
+
 std::string hostText(std::string_view english) {
   return utf8Text(ZRPlatformInUse().bundle->localizedStringForKey(english).value_or(std::string(english)));
 }
@@ -18,15 +20,9 @@ std::string utf8Text(std::string_view text) {
   return valid.get();
 }
 
-std::string shownTitle(std::string_view title) {
-  constexpr std::size_t kMostBytes = 1024;
-  // Cutting within a character leaves bytes that utf8Text replaces.
-  std::string shown = utf8Text(title.substr(0, kMostBytes));
-  if (title.size() > kMostBytes) shown += "…";
-  for (char& c : shown) {
-    if (static_cast<unsigned char>(c) < 0x20) c = ' ';
-  }
-  return shown;
+std::string shownText(std::string_view text, std::size_t mostBytes) {
+  constexpr std::size_t kLongestCharacter = 4;  // cutting within one leaves bytes that utf8Text replaces
+  return policy::shownText(utf8Text(text.substr(0, mostBytes + kLongestCharacter)), mostBytes);
 }
 
 void runLater(std::function<void()> work) {

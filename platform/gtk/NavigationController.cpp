@@ -11,6 +11,20 @@
 #include "GtkText.h"
 #include "ToolbarView.h"
 
+namespace {
+
+/// Of a host that is too long for the bar, the end tells whose it is.
+void keepEndOfSubtitle(GtkWidget* widget) {
+  if (GTK_IS_LABEL(widget) && gtk_widget_has_css_class(widget, "subtitle")) {
+    gtk_label_set_ellipsize(GTK_LABEL(widget), PANGO_ELLIPSIZE_START);
+  }
+  for (GtkWidget* child = gtk_widget_get_first_child(widget); child; child = gtk_widget_get_next_sibling(child)) {
+    keepEndOfSubtitle(child);
+  }
+}
+
+}  // namespace
+
 class __attribute__((visibility("hidden"))) ZRGtkNavigationController::Impl {
  public:
   struct Page {
@@ -66,6 +80,7 @@ ZRGtkNavigationController::Impl::Page ZRGtkNavigationController::Impl::makePage(
   Page page{controller, gtk_box_new(GTK_ORIENTATION_VERTICAL, 0), ADW_HEADER_BAR(adw_header_bar_new()),
             ADW_WINDOW_TITLE(adw_window_title_new("", ""))};
   adw_header_bar_set_title_widget(page.header, GTK_WIDGET(page.title));
+  keepEndOfSubtitle(GTK_WIDGET(page.title));
   if (!pages.empty() || emptied) {
     GtkWidget* const back = gtk_button_new_from_icon_name("go-previous-symbolic");
     gtk_widget_set_tooltip_text(back, hostText("Close").c_str());
@@ -83,7 +98,10 @@ ZRGtkNavigationController::Impl::Page ZRGtkNavigationController::Impl::makePage(
 
 void ZRGtkNavigationController::Impl::push(const std::shared_ptr<UIViewController>& controller, bool animated) {
   controller->setNavigationController(self);
-  if (const auto browser = std::dynamic_pointer_cast<ZRWebViewController>(controller)) nameButtons(*browser);
+  if (const auto browser = std::dynamic_pointer_cast<ZRWebViewController>(controller)) {
+    nameButtons(*browser);
+    followPage(browser, [this, shown = controller.get()] { showItem(shown); });
+  }
   pages.push_back(makePage(controller));
   controllers.push_back(controller);
   controller->navigationItem().setChangeHandler([this, shown = controller.get()] { showItem(shown); });
@@ -103,8 +121,10 @@ void ZRGtkNavigationController::Impl::appear(bool animated) {
 
 void ZRGtkNavigationController::Impl::remove(const Page& page) {
   page.controller->navigationItem().setChangeHandler(nullptr);
+  if (const auto browser = std::dynamic_pointer_cast<ZRWebViewController>(page.controller))
+    followPage(browser, nullptr);
   page.controller->setNavigationController({});
-  layer.dismiss(*page.controller);
+  layer.dismiss(page.controller.get());
   if (GtkWidget* const view = HasWidget::of(page.controller->view())) gtk_box_remove(GTK_BOX(page.widget), view);
   gtk_stack_remove(stack, page.widget);
 }
@@ -132,8 +152,10 @@ void ZRGtkNavigationController::Impl::showItem(const UIViewController* controlle
   for (Page& page : pages) {
     if (page.controller.get() != controller) continue;
     UINavigationItem& item = page.controller->navigationItem();
-    const std::string title = shownTitle(item.title().value_or(""));
+    const std::string title = shownText(item.title().value_or(""));
     adw_window_title_set_title(page.title, title.c_str());
+    const auto browser = std::dynamic_pointer_cast<ZRWebViewController>(page.controller);
+    adw_window_title_set_subtitle(page.title, browser ? hostOf(*browser).c_str() : "");
     if (item.rightBarButtonItem() != page.rightItem) {
       if (page.right) adw_header_bar_remove(page.header, page.right);
       page.rightItem = item.rightBarButtonItem();

@@ -110,6 +110,10 @@ void SpinnerView::startAnimating() {
 
 void SpinnerView::stopAnimating() {
   UIActivityIndicatorView::stopAnimating();
+  rest();
+}
+
+void SpinnerView::rest() {
   gtk_widget_set_opacity(widget(), 0.0);
   gtk_spinner_stop(GTK_SPINNER(widget()));
   gtk_accessible_update_state(GTK_ACCESSIBLE(widget()), GTK_ACCESSIBLE_STATE_BUSY, FALSE, -1);

@@ -35,6 +35,8 @@ class SpinnerView final : public Shown<UIActivityIndicatorView> {
   explicit SpinnerView(UIActivityIndicatorViewStyle style);
   void startAnimating() override;
   void stopAnimating() override;
+  /// Comes to rest in the eye alone: what the screen's owner was told goes on until the next start.
+  void rest();
 };
 
 #endif

@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "GtkText.h"
+#include "OutsidePrograms.h"
+#include "WebText.h"
 
 namespace {
 
@@ -18,38 +20,23 @@ WebKitWebView* makeView(WebKitNetworkSession* session) {
   return WEBKIT_WEB_VIEW(g_object_new(WEBKIT_TYPE_WEB_VIEW, "network-session", session, nullptr));
 }
 
-/// What is shown in place of a page whose engine has died.
-GtkWidget* makeStoppedNotice(UIWebView* webView) {
-  GtkWidget* const button = gtk_button_new_with_label(hostText("Reload").c_str());
-  gtk_widget_add_css_class(button, "pill");
-  gtk_widget_set_halign(button, GTK_ALIGN_CENTER);
-  g_signal_connect_swapped(button, "clicked", G_CALLBACK(+[](UIWebView* view) { view->reload(); }), webView);
-  GtkWidget* const page = adw_status_page_new();
-  adw_status_page_set_icon_name(ADW_STATUS_PAGE(page), "dialog-warning-symbolic");
-  adw_status_page_set_title(ADW_STATUS_PAGE(page), hostText("This page has stopped working").c_str());
-  adw_status_page_set_child(ADW_STATUS_PAGE(page), button);
-  gtk_widget_add_css_class(page, "zr-stopped");
-  gtk_widget_set_visible(page, FALSE);
-  return page;
-}
-
 NSError errorOf(const GError& error) {
   return {g_quark_to_string(error.domain), error.code, {{NSLocalizedDescriptionKey, utf8Text(error.message)}}};
 }
 
 }  // namespace
 
-WebPageView::WebPageView(const CGRect& frame, std::vector<std::string> schemes, WebKitNetworkSession* session)
+WebPageView::WebPageView(const CGRect& frame, policy::WebSchemes schemes, WebKitNetworkSession* session)
     : Shown(gtk_overlay_new(), frame),
       schemes_(std::move(schemes)),
       view_(makeView(session)),
-      stopped_(makeStoppedNotice(this)),
+      notice_({.retry = [this] { reload(); }, .leave = [this] { leaveNotice(); }}),
       titleAsked_(g_cancellable_new()),
       reports_({[this] { tell([this](UIWebViewDelegate& listener) { listener.webViewDidStartLoad(*this); }); },
                 [this] { tell([this](UIWebViewDelegate& listener) { listener.webViewDidFinishLoad(*this); }); },
                 [this] { askForTitle(); }}) {
   gtk_overlay_set_child(GTK_OVERLAY(widget()), GTK_WIDGET(view_));
-  gtk_overlay_add_overlay(GTK_OVERLAY(widget()), stopped_);
+  gtk_overlay_add_overlay(GTK_OVERLAY(widget()), notice_.widget());
   connect();
 }
 
@@ -60,8 +47,8 @@ WebPageView::~WebPageView() {
   g_signal_handlers_disconnect_by_data(webkit_web_view_get_back_forward_list(view_), this);
   g_signal_handlers_disconnect_by_data(webkit_web_view_get_network_session(view_), this);
   webkit_web_view_stop_loading(view_);
-  // The widget, and the notice's button with it, may be kept by an animation for a moment.
-  gtk_overlay_remove_overlay(GTK_OVERLAY(widget()), stopped_);
+  // The widget may be kept by an animation for a moment.
+  gtk_overlay_remove_overlay(GTK_OVERLAY(widget()), notice_.widget());
   gtk_overlay_set_child(GTK_OVERLAY(widget()), nullptr);
 }
 
@@ -100,6 +87,14 @@ void WebPageView::connect() {
   g_signal_connect_swapped(view_, "notify::is-loading", G_CALLBACK(+[](WebPageView* self) { self->tellOfMove(); }),
                            this);
   g_signal_connect(view_, "map", G_CALLBACK(gtk_widget_grab_focus), nullptr);  // keys scroll the page
+  g_signal_connect_swapped(view_, "map", G_CALLBACK(+[](WebPageView* self) {
+                             if (const auto say = std::exchange(self->waiting_, nullptr)) self->whenShown(say);
+                           }),
+                           this);
+  g_signal_connect_swapped(view_, "unmap", G_CALLBACK(+[](WebPageView* self) {
+                             if (DialogLayer* const layer = DialogLayer::around(self->widget())) layer->dismiss(self);
+                           }),
+                           this);
   g_signal_connect_swapped(view_, "notify::title", G_CALLBACK(+[](WebPageView* self) {
                              const char* const title = webkit_web_view_get_title(self->view_);
                              self->title_ = title ? title : "";
@@ -113,12 +108,17 @@ void WebPageView::loadRequest(const NSURLRequest& request) {
   // For WebKit it is not the user's wish, and what goes outside would be refused.
   if (!follow({address, policy::WebNavigation::Purpose::page, true})) return;
   isWished_ = true;
+  load(address);
+}
+
+void WebPageView::load(const std::string& address) {
+  asked_ = address;
   webkit_web_view_load_uri(view_, address.c_str());
 }
 
 void WebPageView::reload() {
   if (!failedAddress_.empty()) {
-    webkit_web_view_load_uri(view_, std::string(failedAddress_).c_str());
+    load(std::string(failedAddress_));
   } else if (webkit_web_view_get_uri(view_)) {
     webkit_web_view_reload(view_);
   }
@@ -148,10 +148,16 @@ void WebPageView::loadChanged(WebKitLoadEvent event) {
   hasNewHistory_ = false;
   if (event == WEBKIT_LOAD_STARTED) {
     failedAddress_.clear();
-    gtk_widget_set_visible(stopped_, FALSE);
+    hasCome_ = false;
+    hideNotice();
     reports_.started();
   } else if (event == WEBKIT_LOAD_COMMITTED) {
     isWished_ = false;
+    hasCome_ = true;
+    const char* const address = webkit_web_view_get_uri(view_);
+    host_ = policy::shownHost(address ? address : "");
+    nameWhatIsNotLoaded(std::exchange(asked_, ""));
+    tellChange();
   } else if (event == WEBKIT_LOAD_FINISHED) {
     reports_.finished();
   }
@@ -162,7 +168,52 @@ void WebPageView::loadFailed(const char* address, const GError& error) {
   const bool isGoneOutside = g_error_matches(&error, WEBKIT_POLICY_ERROR,
                                              WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE) != FALSE;
   failedAddress_ = address && !isGoneOutside ? address : "";
+  asked_.clear();
+  const bool isStopped = g_error_matches(&error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED) != FALSE;
+  const bool leavesPage = isGoneOutside || (isStopped && !host_.empty());
+  if (!leavesPage) {
+    const char* const title = isStopped  ? "Loading was stopped"
+                              : hasCome_ ? "The rest of this page did not load"
+                                         : "This page did not load";
+    const char* const leave = hasCome_ ? "Close" : "Back to the page";
+    showNotice({hostText(title), failedAddress_, isStopped ? "" : loadFailureSentence(error), hostText("Try again"),
+                host_.empty() ? "" : hostText(leave)});
+  }
   reports_.failed([this, &error] { reportFailure(errorOf(error)); });
+  tellChange();
+}
+
+/// WebKit opens a blank page in place of addresses that it does not load (those with the port of another service).
+void WebPageView::nameWhatIsNotLoaded(const std::string& asked) {
+  if (host_ != "about:blank" || asked.empty() || asked.starts_with("about:")) return;
+  failedAddress_ = asked;
+  hasCome_ = false;
+  showNotice({hostText("This address is not opened"), asked, "", "", ""});
+}
+
+/// Over the page, or above what has come of it.
+void WebPageView::showNotice(const PageNotice::Words& words) {
+  hasCome_ ? notice_.showAbovePage(words) : notice_.show(words);
+  GtkRoot* const root = gtk_widget_get_root(widget());
+  GtkWidget* const focus = root ? gtk_root_get_focus(root) : nullptr;
+  if (focus && gtk_widget_is_ancestor(focus, widget())) gtk_widget_child_focus(notice_.widget(), GTK_DIR_TAB_FORWARD);
+}
+
+void WebPageView::hideNotice() {
+  const bool hadFocus = gtk_widget_get_focus_child(notice_.widget()) != nullptr;
+  notice_.hide();
+  if (hadFocus) gtk_widget_grab_focus(GTK_WIDGET(view_));
+}
+
+/// The page that was there before, or what has come, is there again, and a reload is its own.
+void WebPageView::leaveNotice() {
+  failedAddress_.clear();
+  hideNotice();
+}
+
+void WebPageView::tellChange() const {
+  const auto told = changed_;
+  if (told) told();
 }
 
 void WebPageView::askForTitle() {
@@ -198,7 +249,9 @@ void WebPageView::tellOfMove() {
 }
 
 void WebPageView::engineDied(WebKitWebProcessTerminationReason reason) {
-  gtk_widget_set_visible(stopped_, TRUE);
+  hasCome_ = false;
+  const char* const address = webkit_web_view_get_uri(view_);
+  showNotice({hostText("This page has stopped working"), address ? address : "", "", hostText("Reload"), ""});
   reports_.died([this, reason] {
     reportFailure({"WebKitWebProcessTermination",
                    reason,
@@ -206,6 +259,7 @@ void WebPageView::engineDied(WebKitWebProcessTerminationReason reason) {
                                                     ? "The page has used too much memory."
                                                     : "The page's process has ended."}}});
   });
+  tellChange();
 }
 
 void WebPageView::reportFailure(const NSError& error) {
@@ -219,19 +273,37 @@ void WebPageView::tell(const std::function<void(UIWebViewDelegate&)>& event) {
   runLater([listener] {});  // it may own this view, and its owner may have let go: it lives until the event is over
 }
 
-bool WebPageView::follow(const policy::WebNavigation& navigation) const {
+bool WebPageView::follow(const policy::WebNavigation& navigation) {
+  const std::string address(navigation.address);
+  const auto present = [&](auto dialogue) {
+    whenShown([this, dialogue, address](DialogLayer& layer) { dialogue(layer, this, address); });
+  };
   switch (policy::decide(navigation, schemes_)) {
     case policy::WebNavigationDecision::load:
       return true;
-    case policy::WebNavigationDecision::openOutside:
-      if (const auto url = NSURL::URLWithString(std::string(navigation.address))) {
-        UIApplication::sharedApplication()->openURL(*url);
-      }
+    case policy::WebNavigationDecision::openOutside: {
+      const auto url = NSURL::URLWithString(address);
+      if (!url || !UIApplication::sharedApplication()->openURL(*url)) present(sayThatNoProgramOpens);
+      return false;
+    }
+    case policy::WebNavigationDecision::askFirst:
+      present(askToOpenOutside);
       return false;
     case policy::WebNavigationDecision::refuse:
+      if (navigation.isUsersWish) present(sayThatNothingOpens);
       return false;
   }
   return false;
+}
+
+/// One dialogue at a time: a page cannot pile them up.
+void WebPageView::whenShown(std::function<void(DialogLayer&)> say) {
+  DialogLayer* const layer = DialogLayer::around(widget());
+  if (!layer) {
+    waiting_ = std::move(say);
+  } else if (!layer->hasDialog()) {
+    say(*layer);
+  }
 }
 
 gboolean WebPageView::decidePolicy(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {

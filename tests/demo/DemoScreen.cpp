@@ -70,12 +70,23 @@ void DemoScreen::start(int width, int height, bool isDark, const std::vector<std
   environment["ADW_DEBUG_COLOR_SCHEME"] = isDark ? "prefer-dark" : "prefer-light";
   environment["GSK_RENDERER"] = "cairo";
   environment["PULSE_SERVER"] = "unix:" + (display->folder() / "no-sound").string();
+  if (tree_) {
+    environment["GTK_A11Y"] = "atspi";
+    environment["AT_SPI_BUS_ADDRESS"] = environment["DBUS_SESSION_BUS_ADDRESS"] = tree_->busAddress();
+  }
+  line_.clear();
+  program_.reset();
   ChildProcess::Arguments arguments{ZRCORE_DEMO, "--print-state"};
   arguments.insert(arguments.end(), files.begin(), files.end());
   program_ = std::make_unique<ChildProcess>(arguments, environment);
   until("the window to come up", [] { return true; });
   mouse({"search", "--sync", "--onlyvisible", "--name", "ZRCore Demo", "windowmove", "0", "0", "windowsize", "--sync",
          std::to_string(width), std::to_string(height), "windowfocus", "--sync"});
+}
+
+AccessibleTree& DemoScreen::startTree() {
+  tree_ = std::make_unique<AccessibleTree>();
+  return *tree_;
 }
 
 void DemoScreen::until(const char* what, const std::function<bool()>& fits) {

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "AccessibleTree.h"
 #include "VirtualDisplay.h"
 
 /// What a part of the screen looks like.
@@ -39,6 +40,8 @@ class DemoScreen : public testing::Test {
   void SetUp() override;
 
   void start(int width, int height, bool isDark, const std::vector<std::string>& files = {});
+  /// From the next start on the window tells `tree` of its parts.
+  AccessibleTree& startTree();
   /// Reads lines until one fits. Fails the test, and says what for, when none comes.
   void until(const char* what, const std::function<bool()>& fits);
   /// Waits for the program's end. @return its exit code; absent when it was killed, or goes on.
@@ -59,6 +62,7 @@ class DemoScreen : public testing::Test {
   std::unique_ptr<VirtualDisplay> display;
 
  private:
+  std::unique_ptr<AccessibleTree> tree_;
   int width_ = 0, height_ = 0;
   std::unique_ptr<ChildProcess> program_;
   std::string line_;

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <filesystem>
 #include <fstream>
 
 #include "DemoScreen.h"
+#include "HTTPTestServer.h"
 
 namespace {
 
-constexpr std::uint32_t kSmoothed = 0x0a5fd1, kPlace = 0x1a6b3c, kJump = 0xd9580d;
+constexpr std::uint32_t kSmoothed = 0x0a5fd1, kRoute = 0xd3dde6, kPlace = 0x1a6b3c, kJump = 0xd9580d;
 constexpr std::uint32_t kDarkGround = 0x1b2026, kLightGround = 0xf7f9fb, kErrorGround = 0xf4e3e5;
 constexpr int kMiddleX = 350, kMiddleY = 360;  // of the map
 constexpr int kSliderLeft = 76, kSliderRight = 568, kSliderY = 704;
@@ -26,10 +28,11 @@ TEST_F(DemoWindow, PlaysTheSampleDriveOnAMapThatFollowsMouseAndKeys) {
     return text("missing").find("o sound") != std::string::npos;
   });
 
-  key("ctrl+p");
+  EXPECT_GT(picture("walk-route").find(kRoute).count, 1000u) << "the way lies there before it is gone";
+  key("space");
   until("it to play", [&] { return number("playing") == 1 && number("drawn") >= 5; });
   EXPECT_EQ(number("plain"), number("drawn"));
-  key("ctrl+p");
+  key("space");
   until("it to rest", [&] { return number("playing") == 0; });
 
   seekTo(0.9);
@@ -80,7 +83,7 @@ TEST_F(DemoWindow, TheSwitchesStopTheReceiverInTheBackgroundAndFindTheJumps) {
   EXPECT_EQ(number("jumps"), 0);
 }
 
-TEST_F(DemoWindow, APlaceThatIsTappedIsShownOnTheMap) {
+TEST_F(DemoWindow, APlaceThatIsTappedIsShownOnTheMapAndAPromptThatNobodyHearsIsSaidToBeOne) {
   start(1024, 768, false);
   key("ctrl+2");
   until("the places", [&] { return text("page") == "places"; });
@@ -93,39 +96,99 @@ TEST_F(DemoWindow, APlaceThatIsTappedIsShownOnTheMap) {
   EXPECT_GT(mark.count, 80u);
   EXPECT_NEAR(mark.x, kMiddleX + 40, 60.0);  // in the middle, with its name to the right
   EXPECT_NEAR(mark.y, kMiddleY, 20.0);
+
+  key("ctrl+3");
+  until("the prompt", [&] { return text("page") == "speak"; });
+  key("Return");
+  until("a word", [&] { return text("unheard").find("The prompt was not heard: ") != std::string::npos; });
+  picture("walk-unheard");
+  key("ctrl+question");
+  until("the shortcuts", [&] { return number("windows") == 2; });
 }
 
-TEST_F(DemoWindow, OpensFilesItIsGivenAndBearsDamagedOnes) {
+TEST_F(DemoWindow, OpensFilesItIsGivenBearsDamagedOnesAndTakesUpTheLast) {
   start(1024, 768, false, {ZRCORE_SAMPLES "/places/nominatim/damaged.json", ZRCORE_SAMPLES "/README.md"});
   until("the damaged answer", [&] { return text("answer") == "damaged.json"; });
   EXPECT_GT(number("listed"), 0);
   EXPECT_EQ(text("page"), "trip");         // a text is taken for a recording,
-  EXPECT_EQ(text("source"), "drive.csv");  // and the one before stays when it is none
+  EXPECT_EQ(text("source"), "drive.csv");  // and the sample is there when it is none
+  EXPECT_THAT(text("said"), testing::HasSubstr("README.md"));
+  picture("walk-notice");
+  seekTo(0.5);
+  until("a jump in spite of the notice", [&] { return number("position") > 300; });
 
   const std::string chosen = display->folder() / "short.csv";
-  std::ofstream(chosen) << "time,lat,lon\n1,46,7\n2,46.001,7\n";
+  {
+    std::ofstream file(chosen);
+    file << "time,lat,lon\n";
+    for (int second = 0; second <= 100; ++second) file << second << ',' << 46.0 + second * 1e-4 << ",7\n";
+  }
   key("ctrl+o");
   until("the file chooser", [&] { return number("windows") == 2; });
+  picture("walk-chooser");  // its list has come by then
   mouse({"type", "--delay", "0", chosen});
   key("Return");
-  until("the chosen recording", [&] { return text("source") == "short.csv"; });
+  until("the chosen recording", [&] { return text("source") == "short.csv" && text("said").empty(); });
+  seekTo(0.5);
+  until("a jump", [&] { return number("position") > 40; });
+  const long position = number("position");
   key("ctrl+q");
   EXPECT_EQ(exitCode(), 0);
+
+  start(1024, 768, false);
+  until("the last recording", [&] { return text("source") == "short.csv" && number("position") == position; });
+  EXPECT_EQ(text("answer"), "damaged.json");
+  EXPECT_EQ(number("playing"), 0);
+  std::filesystem::rename(chosen, chosen + ".away");
+  start(1024, 768, false);
+  until("the sample in its place", [&] { return text("source") == "drive.csv"; });
+  EXPECT_THAT(text("said"), testing::HasSubstr("short.csv"));
 }
 
-TEST_F(DemoWindow, OpensTheInAppBrowserForAnAddressAndNothingForNone) {
+/// The parts that the keyboard can reach and that a screen reader cannot tell: names of classes are none.
+std::vector<std::string> namelessOf(const std::vector<AccessibleTree::Part>& parts) {
+  std::vector<std::string> nameless;
+  for (const AccessibleTree::Part& part : parts) {
+    const bool hasName = !part.name.empty() && !part.name.starts_with("Gtk") && !part.name.starts_with("Adw");
+    if (part.isFocusable && (!hasName || part.name.find('_') != std::string::npos)) {
+      nameless.push_back(part.role + " '" + part.name + "' in " + part.around);
+    }
+  }
+  return nameless;
+}
+
+TEST_F(DemoWindow, EveryPartHasANameAndTheBrowserSpeaksTheDemonstrationsWords) {
+  if (!AccessibleTree::isInstalled()) GTEST_SKIP() << "this machine lacks dbus-daemon";
+  HTTPTestServer server;
+  server.stop();  // its port refuses
+  AccessibleTree& tree = startTree();
   start(1024, 768, false);
+  until("the first fix", [&] { return number("drawn") == 1; });
+  const auto parts = tree.parts();
+  EXPECT_GT(parts.size(), 150u);
+  EXPECT_THAT(namelessOf(parts), testing::IsEmpty());
+
   key("ctrl+4");
   until("the page", [&] { return text("page") == "web"; });
   mouse({"type", "--delay", "0", "no address"});
   key("Return");
+  until("a word about it", [&] { return text("fault").find("\u201Cno address\u201D") != std::string::npos; });
   EXPECT_GT(picture("walk-no-address").find(kErrorGround).count, 5000u);
   EXPECT_EQ(titles().size(), 1u);
   key("ctrl+a");
-  mouse({"type", "--delay", "0", "about:blank"});
+  mouse({"type", "--delay", "0", server.url("/")});
   key("Return");
   until("the browser", [&] { return number("windows") == 2; });
-  key("Escape");
+  EXPECT_TRUE(tree.waitFor("Try again"));
+  EXPECT_TRUE(tree.waitFor(server.url("/")));
+  EXPECT_TRUE(tree.press("Share"));
+  EXPECT_TRUE(tree.waitFor("Open in Browser"));
+  EXPECT_THAT(namelessOf(tree.partsOfNewestWindow()), testing::IsEmpty());
+
+  EXPECT_TRUE(tree.press("Menu"));
+  EXPECT_TRUE(tree.press("About ZRCore Demo"));
+  EXPECT_TRUE(tree.waitFor(ZRCORE_VERSION));
+  EXPECT_TRUE(tree.waitFor("Apache License, Version 2.0"));
 }
 
 struct Look {

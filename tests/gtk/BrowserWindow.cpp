@@ -110,10 +110,11 @@ void BrowserWindow::untilPainted() {
 }
 
 void BrowserWindow::click(const std::string& name) {
-  until(name.c_str(),
-        [&](const json& report) { return report["buttons"].contains(name) || report["texts"].contains(name); });
-  if (HasFatalFailure()) return;
-  while (const auto line = host->readLine(kQuiet)) seen = json::parse(*line);  // until its place stands still
+  do {
+    until(name.c_str(), [&](const json&) { return shows("buttons", name) || shows("texts", name); });
+    if (HasFatalFailure()) return;
+    while (const auto line = host->readLine(kQuiet)) seen = json::parse(*line);  // until its place stands still
+  } while (!shows("buttons", name) && !shows("texts", name));  // laid out anew meanwhile
   const json& place = shows("buttons", name) ? seen["buttons"][name] : seen["texts"][name];
   display->click(place[0], place[1]);
 }

@@ -22,10 +22,18 @@ class BrowserWindow : public testing::Test {
 
   void SetUp() override;
 
+  /// A link that fills a page, and more.
+  static std::string linkTo(const std::string& address) {
+    return "<a href='" + address + "' style='display:block;height:2000px'>follow</a>";
+  }
+
   /// Answers `path` with a page of that title and body.
   void page(const std::string& path, const std::string& title, const std::string& body = "");
   /// The address of a page of the server.
   std::string at(const std::string& path) const { return server.url(path); }
+
+  /// How the server is called beside a page's title.
+  std::string serverName() const { return "127.0.0.1:" + std::to_string(server.port()); }
 
   void open(const std::string& address, const std::vector<std::string>& options = {});
   /// Reads reports until one fits. Fails the test, and says what for, when none comes.

@@ -47,12 +47,15 @@ class ObservedBrowser final : public ZRWebViewController {
 
 json look(const UIBarButtonItem& item) { return {{"title", item.title().value_or("")}, {"enabled", item.isEnabled()}}; }
 
-/// The buttons and texts of a widget, with the middle of each in the window.
+/// The texts of a widget and the buttons that can be pressed, with the middle of each in the window; whether a spinner
+/// turns.
 void describe(GtkWidget* widget, GtkWidget* window, json& into) {
   if (!gtk_widget_get_mapped(widget)) return;
   graphene_rect_t bounds;
   const bool isButton = GTK_IS_BUTTON(widget);
   const bool isText = GTK_IS_LABEL(widget);
+  if (isButton && !gtk_widget_is_sensitive(widget)) return;
+  if (GTK_IS_SPINNER(widget)) into["turns"] = gtk_spinner_get_spinning(GTK_SPINNER(widget)) != FALSE;
   const bool isLaidOut = gtk_widget_get_width(widget) > 0 && gtk_widget_get_height(widget) > 0;
   if ((isButton || isText) && isLaidOut && gtk_widget_compute_bounds(widget, window, &bounds)) {
     const char* text = isText ? gtk_label_get_text(GTK_LABEL(widget)) : gtk_widget_get_tooltip_text(widget);

@@ -55,8 +55,6 @@ VirtualDisplay::~VirtualDisplay() {
   std::filesystem::remove_all(folder_, ignored);
 }
 
-void VirtualDisplay::registerMail() { registerProgram("mailto"); }
-
 void VirtualDisplay::registerProgram(const std::string& scheme) {
   const auto script = folder_ / (scheme + ".sh");
   std::ofstream(script) << "#!/bin/sh\nprintf '%s\\n' \"$1\" >>'" << (folder_ / (scheme + ".txt")).string() << "'\n";

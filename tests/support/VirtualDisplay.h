@@ -22,9 +22,10 @@ class VirtualDisplay {
   const ChildProcess::Environment& environment() const { return environment_; }
   const std::filesystem::path& folder() const { return folder_; }
 
-  /// Registers the program for mail; until then there is none.
-  void registerMail();
-  /// What the program for "http" or "mailto" was given, a line each; waits until there are `lines` of them.
+  /// Registers a program for a scheme, named like it; at first there is one for "http" alone.
+  void registerProgram(const std::string& scheme);
+  void registerMail() { registerProgram("mailto"); }
+  /// What the program for a scheme was given, a line each; waits until there are `lines` of them.
   std::string handedTo(const std::string& scheme, std::size_t lines) const;
 
   void click(int x, int y) const;
@@ -35,8 +36,6 @@ class VirtualDisplay {
   bool takePicture(const std::filesystem::path& file, int width, int height) const;
 
  private:
-  void registerProgram(const std::string& scheme);
-
   std::filesystem::path folder_;
   ChildProcess::Environment environment_;
   std::unique_ptr<ChildProcess> server_;

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DemoWindow.h"
 
+#include <ZRCore/ZRPlatform.h>
+
 #include <cstdio>
 #include <utility>
+
+#include "Names.h"
 
 namespace demo {
 
@@ -44,14 +48,15 @@ DemoWindow::DemoWindow(AdwApplication* application, const Options& options)
         showPage(kTrip.name);
         trip_.show(place);
       }),
+      speak_(options.lastFault),
       check_([this](const Services& found) {
         found_ = found;
         showMissing();
-      }) {
+      }),
+      memory_(*ZRPlatformInUse().userDefaults) {
   gtk_window_set_application(window_, GTK_APPLICATION(application));
   addPages();
   addActions();
-  openSamples();
   showMissing();
   watch();
   gtk_window_present(window_);
@@ -80,6 +85,8 @@ void DemoWindow::watch() {
 
 void DemoWindow::endWatch() {
   if (lookAgain_ == 0) return;
+  keepTrip();
+  memory_.store();
   g_source_remove(std::exchange(lookAgain_, 0U));
   g_signal_handler_disconnect(g_network_monitor_get_default(), networkChanged_);
 }
@@ -109,6 +116,9 @@ void DemoWindow::addPages() {
   add(kWeb, web_.widget());
   connectNotify(pages_, "visible-child", [this] { showTitle(); });
   showTitle();
+  nameButtons(ui_.widget("notice"), "Close this notice");
+  connect<void(GtkInfoBar*, int)>(ui_.widget("notice"), "response",
+                                  [](GtkInfoBar* notice, int) { gtk_info_bar_set_revealed(notice, FALSE); });
 }
 
 void DemoWindow::addActions() {
@@ -125,6 +135,7 @@ void DemoWindow::addActions() {
   add("open", {"<Control>o"}, [this] { chooseFor(visiblePage()); });
   add("play", {"<Control>p"}, [this] {
     trip_.playOrPause();
+    keepTrip();
     askForFrames();
   });
   add("zoom-in", {"<Control>plus", "<Control>equal", "<Control>KP_Add"}, [this] { trip_.zoom(kZoomStep); });
@@ -138,17 +149,49 @@ void DemoWindow::addActions() {
   add("page-2", {"<Control>2"}, [this] { showPage(kPlaces.name); });
   add("page-3", {"<Control>3"}, [this] { showPage(kSpeak.name); });
   add("page-4", {"<Control>4"}, [this] { showPage(kWeb.name); });
-}
 
-void DemoWindow::openSamples() {
-  openIn(kTrip.name, options_.samples + "/drive.csv");
-  openIn(kPlaces.name, options_.samples + "/places/nominatim/along-the-drive.json");
+  const Ui shortcuts("shortcuts");
+  gtk_application_window_set_help_overlay(GTK_APPLICATION_WINDOW(window_),
+                                          shortcuts.get<GtkShortcutsWindow>(GTK_TYPE_SHORTCUTS_WINDOW, "shortcuts"));
+  const char* const keys[] = {"<Control>question", "<Control>F1", nullptr};
+  gtk_application_set_accels_for_action(GTK_APPLICATION(application), "win.show-help-overlay", keys);
 }
 
 void DemoWindow::open(const std::string& path) {
   const bool isAnswer = path.ends_with(".json") || path.ends_with(".geojson");
-  showPage(isAnswer ? kPlaces.name : kTrip.name);
-  openIn(isAnswer ? kPlaces.name : kTrip.name, path);
+  openFor(isAnswer ? kPlaces.name : kTrip.name, path);
+}
+
+/// As a person wishes.
+void DemoWindow::openFor(const std::string& page, const std::string& path) {
+  gtk_info_bar_set_revealed(ui_.get<GtkInfoBar>(GTK_TYPE_INFO_BAR, "notice"), FALSE);
+  showPage(page);
+  if (!openIn(page, path)) return;
+  if (page == kPlaces.name) return memory_.keepPlaces(path);
+  keepsTrip_ = true;
+  keepTrip();
+}
+
+void DemoWindow::openTheRest() {
+  const auto openAgain = [this](const Page& page, const std::string& file, const std::string& sample) {
+    if (opened_.contains(page.name)) return false;
+    if (openIn(page.name, file.empty() ? sample : file)) return true;
+    if (!file.empty()) openIn(page.name, sample);
+    return false;
+  };
+  openAgain(kPlaces, memory_.places(), options_.samples + "/places/nominatim/along-the-drive.json");
+  const SessionMemory::Trip last = memory_.trip();
+  if (!openAgain(kTrip, last.file, sampleDrive())) return;
+  keepsTrip_ = true;
+  trip_.seek(last.positionSeconds);
+}
+
+std::string DemoWindow::sampleDrive() const { return options_.samples + "/drive.csv"; }
+
+void DemoWindow::keepTrip() {
+  if (!keepsTrip_ || trip_.isLive()) return;
+  const std::string& file = opened_[kTrip.name];
+  memory_.keepTrip({file == sampleDrive() ? "" : file, trip_.positionSeconds()});
 }
 
 void DemoWindow::chooseFor(const std::string& page) {
@@ -158,19 +201,18 @@ void DemoWindow::chooseFor(const std::string& page) {
                : filterFor("Recordings", {"csv", "gpx", "nmea", "nma", "log", "txt", "json", "jsonl"});
   const std::string target = isAnswer ? kPlaces.name : kTrip.name;
   chooseFile(window_, isAnswer ? "Open an Answer" : "Open a Recording", opened_[target], filter,
-             [this, target](const std::string& path) {
-               showPage(target);
-               openIn(target, path);
-             });
+             [this, target](const std::string& path) { openFor(target, path); });
 }
 
-void DemoWindow::openIn(const std::string& page, const std::string& path) {
+/// @return whether it is open now; if not, it is said why.
+bool DemoWindow::openIn(const std::string& page, const std::string& path) {
   const std::string fault = page == kPlaces.name ? places_.open(path) : trip_.open(path);
   if (fault.empty()) {
     opened_[page] = path;
   } else {
     say(fileNameOf(path) + " " + fault);
   }
+  return fault.empty();
 }
 
 std::string DemoWindow::visiblePage() const { return adw_view_stack_get_visible_child_name(pages_); }
@@ -208,17 +250,25 @@ void DemoWindow::showMissing() {
   gtk_widget_set_visible(ui_.widget("missing"), !text.empty());
 }
 
+/// Above the pages, where it covers nothing, and until somebody has read it.
 void DemoWindow::say(const std::string& text) {
-  const std::unique_ptr<char, decltype(&g_free)> markup(g_markup_escape_text(text.c_str(), -1), g_free);
-  adw_toast_overlay_add_toast(ui_.get<AdwToastOverlay>(ADW_TYPE_TOAST_OVERLAY, "toasts"), adw_toast_new(markup.get()));
+  gtk_label_set_text(ui_.label("notice_text"), text.c_str());
+  gtk_info_bar_set_revealed(ui_.get<GtkInfoBar>(GTK_TYPE_INFO_BAR, "notice"), TRUE);
 }
 
 void DemoWindow::showAbout() {
   adw_show_about_window(window_, "application-name", "ZRCore Demo", "application-icon", "org.zrcore.Demo", "version",
-                        ZRCORE_VERSION, "comments",
+                        ZRCORE_VERSION, "license-type", GTK_LICENSE_APACHE_2_0, "copyright",
+                        "© 2026 The ZRCore authors", "comments",
                         "Shows what the core of a mapping and navigation kit makes of positions, addresses, "
                         "prompts and pages.",
                         nullptr);
+}
+
+/// What the notice above the pages says, if it is there.
+std::string DemoWindow::said() const {
+  const bool isThere = gtk_info_bar_get_revealed(ui_.get<GtkInfoBar>(GTK_TYPE_INFO_BAR, "notice")) == TRUE;
+  return isThere ? gtk_label_get_text(ui_.label("notice_text")) : "";
 }
 
 /// For whoever tests the window from outside, and sees no more than a person would.
@@ -227,7 +277,7 @@ void DemoWindow::printState() {
   const std::string page = visiblePage();
   const guint windows = g_list_model_get_n_items(gtk_window_get_toplevels());
   const std::string state = "page=" + page + " windows=" + std::to_string(windows) + " " + trip_.state() + " " +
-                            places_.state() + " " + speak_.state() +
+                            places_.state() + " " + speak_.state() + " " + web_.state() + " said=" + said() +
                             " missing=" + gtk_label_get_text(ui_.label("missing")) + "\n";
   if (state == printedState_) return;
   printedState_ = state;

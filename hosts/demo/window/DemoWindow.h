@@ -2,6 +2,9 @@
 #ifndef ZRCORE_HOSTS_DEMO_WINDOW_DEMOWINDOW_H
 #define ZRCORE_HOSTS_DEMO_WINDOW_DEMOWINDOW_H
 
+#include <demo/SessionMemory.h>
+
+#include <functional>
 #include <map>
 #include <string>
 
@@ -20,9 +23,10 @@ class DemoWindow {
   struct Options {
     std::string samples;       ///< the folder of the samples
     bool printsState = false;  ///< a line on the standard output whenever something that is shown has changed
+    std::function<std::string()> lastFault;  ///< why speech was not heard, as far as anybody knows
   };
 
-  /// Makes the window and shows it, with the samples opened.
+  /// Makes the window and shows it, empty.
   DemoWindow(AdwApplication* application, const Options& options);
   DemoWindow(const DemoWindow&) = delete;
   DemoWindow& operator=(const DemoWindow&) = delete;
@@ -30,6 +34,9 @@ class DemoWindow {
 
   /// Opens a geocoder's answer (named *.json or *.geojson) or a recording, and shows its page.
   void open(const std::string& path);
+  /// Opens, where nothing has been opened, what was open when the program ended last, or the samples.
+  void openTheRest();
+  void close() { gtk_window_close(window_); }
 
  private:
   void addPages();
@@ -38,14 +45,17 @@ class DemoWindow {
   void endWatch();
   void askForFrames();
   void chooseFor(const std::string& page);
-  void openIn(const std::string& page, const std::string& path);
-  void openSamples();
+  void openFor(const std::string& page, const std::string& path);
+  bool openIn(const std::string& page, const std::string& path);
+  std::string sampleDrive() const;
+  void keepTrip();
   std::string visiblePage() const;
   void showPage(const std::string& page);
   void focusPage();
   void showTitle();
   void showMissing();
   void say(const std::string& text);
+  std::string said() const;
   void showAbout();
   void printState();
 
@@ -63,6 +73,8 @@ class DemoWindow {
   guint lookAgain_ = 0;
   gulong networkChanged_ = 0;
   std::map<std::string, std::string> opened_;  ///< page -> the file opened there last
+  SessionMemory memory_;
+  bool keepsTrip_ = false;  ///< not a sample in the place of a file that is away
   std::string printedState_;
 };
 

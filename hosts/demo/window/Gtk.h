@@ -49,7 +49,9 @@ class Ui {
  public:
   /// @param name  of the description: "trip" for trip.ui
   explicit Ui(const std::string& name)
-      : builder_(gtk_builder_new_from_resource(("/org/zrcore/Demo/" + name + ".ui").c_str())) {}
+      : builder_(gtk_builder_new_from_resource(("/org/zrcore/Demo/" + name + ".ui").c_str())) {
+    nameMnemonicButtons();
+  }
   Ui(const Ui&) = delete;
   Ui& operator=(const Ui&) = delete;
   ~Ui() { g_object_unref(builder_); }
@@ -68,6 +70,17 @@ class Ui {
   GtkSwitch* toggle(const char* id) const { return get<GtkSwitch>(GTK_TYPE_SWITCH, id); }
 
  private:
+  /// GTK names a button by its text as it was given, underscore included, and once more by its label, which is enough.
+  void nameMnemonicButtons() const {
+    GSList* const objects = gtk_builder_get_objects(builder_);
+    for (const GSList* at = objects; at != nullptr; at = at->next) {
+      if (GTK_IS_BUTTON(at->data) && gtk_button_get_use_underline(GTK_BUTTON(at->data))) {
+        gtk_accessible_reset_property(GTK_ACCESSIBLE(at->data), GTK_ACCESSIBLE_PROPERTY_LABEL);
+      }
+    }
+    g_slist_free(objects);
+  }
+
   GtkBuilder* builder_;
 };
 

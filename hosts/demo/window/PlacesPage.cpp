@@ -5,6 +5,8 @@
 
 #include <utility>
 
+#include "Names.h"
+
 namespace demo {
 
 namespace {
@@ -21,7 +23,8 @@ GtkWidget* lineOf(const std::string& text, const char* style) {
 GtkWidget* rowOf(const PlaceList::Entry& entry) {
   GtkWidget* const texts = gtk_box_new(GTK_ORIENTATION_VERTICAL, 3);
   gtk_widget_set_hexpand(texts, TRUE);
-  gtk_box_append(GTK_BOX(texts), lineOf(entry.primary.empty() ? "(no address)" : entry.primary, "heading"));
+  const std::string heading = entry.primary.empty() ? "(no address)" : entry.primary;
+  gtk_box_append(GTK_BOX(texts), lineOf(heading, "heading"));
   if (!entry.secondary.empty()) gtk_box_append(GTK_BOX(texts), lineOf(entry.secondary, nullptr));
   if (!entry.singleLine.empty()) {
     GtkWidget* const line = lineOf(entry.singleLine, "caption");
@@ -39,6 +42,7 @@ GtkWidget* rowOf(const PlaceList::Entry& entry) {
   GtkWidget* const row = gtk_list_box_row_new();
   gtk_list_box_row_set_child(GTK_LIST_BOX_ROW(row), box);
   gtk_list_box_row_set_activatable(GTK_LIST_BOX_ROW(row), entry.mark.has_value());
+  setName(row, entry.singleLine.empty() ? heading : entry.singleLine);
   gtk_widget_set_tooltip_text(row, entry.mark ? "Show on the map" : "This place has no position");
   return row;
 }
@@ -52,6 +56,7 @@ PlacesPage::PlacesPage(std::function<void(const trip::PlaceMark&)> show) : ui_("
   };
   connect<void(GtkListBox*, GtkListBoxRow*)>(ui_.widget("list"), "row-activated", activated);
   gtk_stack_set_visible_child_name(GTK_STACK(widget()), "empty");
+  nameScrolledParts(widget(), "Places");
 }
 
 std::string PlacesPage::open(const std::string& path) {

@@ -2,11 +2,18 @@
 #include "SpeakPage.h"
 
 #include <ZRCore/ZRPlatform.h>
+#include <trip/OutputText.h>
+
+#include <utility>
+
+#include "Names.h"
 
 namespace demo {
 
-SpeakPage::SpeakPage()
-    : ui_("speak"), desk_(*ZRAudio::sharedInstance(), *ZRPlatformInUse().speech, *ZRPlatformInUse().audioSession) {
+SpeakPage::SpeakPage(std::function<std::string()> lastFault)
+    : ui_("speak"),
+      desk_({*ZRAudio::sharedInstance(), *ZRPlatformInUse().speech, *ZRPlatformInUse().audioSession,
+             *ZRPlatformInUse().mainQueue, std::move(lastFault)}) {
   const Ref<GtkStringList> names(gtk_string_list_new(nullptr));
   for (const SpeechDesk::Voice& voice : desk_.voices()) gtk_string_list_append(names.get(), voice.name.c_str());
   adw_combo_row_set_model(ui_.get<AdwComboRow>(ADW_TYPE_COMBO_ROW, "voice"), G_LIST_MODEL(names.get()));
@@ -23,6 +30,8 @@ SpeakPage::SpeakPage()
   connect<void(GtkAdjustment*)>(volume, "value-changed", [this](GtkAdjustment* changed) {
     desk_.setVolume(static_cast<float>(gtk_adjustment_get_value(changed)));
   });
+  nameScrolledParts(widget(), "Prompt");
+  nameChoices(ui_.widget("voice"), "Voice");
   step();
 }
 
@@ -39,7 +48,11 @@ void SpeakPage::speak() {
 }
 
 void SpeakPage::step() {
+  desk_.step();
   gtk_label_set_text(ui_.label("status"), desk_.statusText().c_str());
+  const std::string fault = desk_.faultText();
+  gtk_label_set_text(ui_.label("fault"), trip::asUtf8(fault).c_str());
+  gtk_widget_set_visible(ui_.widget("fault"), !fault.empty());
   const char* const icons[] = {"audio-volume-muted-symbolic", "audio-volume-high-symbolic",
                                "audio-volume-low-symbolic"};
   gtk_image_set_from_icon_name(ui_.get<GtkImage>(GTK_TYPE_IMAGE, "music"),
@@ -48,7 +61,7 @@ void SpeakPage::step() {
 
 std::string SpeakPage::state() const {
   return "speaking=" + std::to_string(static_cast<int>(desk_.isSpeaking())) +
-         " music=" + std::to_string(static_cast<int>(desk_.otherAudio()));
+         " music=" + std::to_string(static_cast<int>(desk_.otherAudio())) + " unheard=" + desk_.faultText();
 }
 
 }  // namespace demo

@@ -11,7 +11,8 @@ namespace demo {
 /// A prompt to speak, how, and what becomes of the music meanwhile.
 class SpeakPage {
  public:
-  SpeakPage();
+  /// @param lastFault  why speech was not heard, as far as anybody knows
+  explicit SpeakPage(std::function<std::string()> lastFault);
   SpeakPage(const SpeakPage&) = delete;
   SpeakPage& operator=(const SpeakPage&) = delete;
 
@@ -22,7 +23,7 @@ class SpeakPage {
   /// Tells what is heard now: a few times a second.
   void step();
 
-  /// What the page shows, for observers outside: "speaking=1 music=2".
+  /// What the page shows, for observers outside: "speaking=1 music=2 unheard=…".
   std::string state() const;
 
  private:

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Names.h"
 #include "Receivers.h"
 
 namespace demo {
@@ -34,18 +35,23 @@ trip::Envelope surroundingsOf(ZRMapPoint place) {
 TripPage::TripPage()
     : ui_("trip"),
       session_(*ZRPlatformInUse().clock, *ZRPlatformInUse().notificationCenter),
-      map_(
-          ui_.get<GtkDrawingArea>(GTK_TYPE_DRAWING_AREA, "map"),
-          [this] {
-            const auto& snapped = session_.clients().lastSnapped();
-            return MapContent{session_.track(), places_, snapped ? std::optional(snapped->coordinate()) : std::nullopt};
-          }),
+      map_(ui_.get<GtkDrawingArea>(GTK_TYPE_DRAWING_AREA, "map"),
+           [this] {
+             const auto& snapped = session_.clients().lastSnapped();
+             return MapContent{session_.route(), session_.track(), places_,
+                               snapped ? std::optional(snapped->coordinate()) : std::nullopt};
+           }),
       position_(ui_.get<GtkRange>(GTK_TYPE_RANGE, "position")),
       sources_(ui_.get<AdwComboRow>(ADW_TYPE_COMBO_ROW, "sources")) {
   makeClientRows();
   listenToSources();
   listenToPlayback();
+  listenToSpace();
   listenToSwitches();
+  nameScrolledParts(widget(), "Details");
+  nameChoices(GTK_WIDGET(sources_), "Source");
+  setName(gtk_widget_get_ancestor(GTK_WIDGET(sources_), GTK_TYPE_LIST_BOX), "Positions");
+  nameChoices(ui_.widget("rate"), "Speed of the playback");
   showSource();
 }
 
@@ -111,10 +117,22 @@ void TripPage::listenToPlayback() {
   connectNotify(rate, "selected", takeRate);
   connect<gboolean(GtkRange*, GtkScrollType, double)>(position_, "change-value",
                                                       [this](GtkRange*, GtkScrollType, double seconds) -> gboolean {
-                                                        session_.seek(seconds);
-                                                        step();
+                                                        seek(seconds);
                                                         return FALSE;
                                                       });
+}
+
+/// Whatever has the focus has the key first: a button presses itself with it.
+void TripPage::listenToSpace() {
+  GtkEventController* const keys = gtk_event_controller_key_new();
+  connect<gboolean(GtkEventControllerKey*, guint, guint, GdkModifierType)>(
+      keys, "key-pressed", [this](GtkEventControllerKey*, guint key, guint, GdkModifierType held) -> gboolean {
+        const bool isSpace = key == GDK_KEY_space || key == GDK_KEY_KP_Space;
+        const auto modifiers = held & (GDK_CONTROL_MASK | GDK_ALT_MASK | GDK_SHIFT_MASK | GDK_SUPER_MASK);
+        if (!isSpace || modifiers != 0) return GDK_EVENT_PROPAGATE;
+        return gtk_widget_activate_action(widget(), "win.play", nullptr);
+      });
+  gtk_widget_add_controller(widget(), keys);
 }
 
 void TripPage::listenToSwitches() {
@@ -154,10 +172,12 @@ void TripPage::playOrPause() {
   step();
 }
 
-void TripPage::playToEnd() {
-  session_.seek(session_.playback().durationSeconds());
+void TripPage::seek(double seconds) {
+  session_.seek(seconds);
   step();
 }
+
+void TripPage::playToEnd() { seek(session_.playback().durationSeconds()); }
 
 void TripPage::show(const trip::PlaceMark& place) {
   places_ = {place};
@@ -217,7 +237,7 @@ void TripPage::showPlayback() {
   const char* const icon = playback.isPlaying() ? "media-playback-pause-symbolic" : "media-playback-start-symbolic";
   if (g_strcmp0(gtk_button_get_icon_name(play), icon) == 0) return;
   gtk_button_set_icon_name(play, icon);
-  gtk_widget_set_tooltip_text(GTK_WIDGET(play), playback.isPlaying() ? "Pause (Ctrl+P)" : "Play (Ctrl+P)");
+  gtk_widget_set_tooltip_text(GTK_WIDGET(play), playback.isPlaying() ? "Pause (Space)" : "Play (Space)");
   gtk_accessible_update_property(GTK_ACCESSIBLE(play), GTK_ACCESSIBLE_PROPERTY_LABEL,
                                  playback.isPlaying() ? "Pause" : "Play", -1);
 }

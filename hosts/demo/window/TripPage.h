@@ -21,6 +21,9 @@ class TripPage {
 
   /// Opens the recording at `path`. @return what is wrong with it; empty when it is open.
   std::string open(const std::string& path);
+  void seek(double seconds);
+  double positionSeconds() const { return session_.playback().positionSeconds(); }
+  bool isLive() const { return session_.isLive(); }
   void playOrPause();
   /// All that is left of the recording, at once.
   void playToEnd();
@@ -45,6 +48,7 @@ class TripPage {
   void useSource(std::size_t index);
   void beginTrip();
   void listenToPlayback();
+  void listenToSpace();
   void showSource();
   void showPlayback();
   void showService();

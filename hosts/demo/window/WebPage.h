@@ -16,8 +16,12 @@ class WebPage {
   GtkWidget* widget() const { return ui_.widget("page"); }
   void focusAddress() { gtk_widget_grab_focus(ui_.widget("address")); }
 
+  /// What the page shows, for observers outside: "fault=…".
+  std::string state() const;
+
  private:
   void open();
+  void showFault(const std::string& fault);
 
   Ui ui_;
 };

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGtkPlatform.h>
 #include <ZRCore/ZRLinuxPlatform.h>
+#include <demo/DemoTexts.h>
+#include <demo/SpeechFaultLog.h>
+#include <glib-unix.h>
 
+#include <csignal>
 #include <filesystem>
 
 #include "DemoWindow.h"
@@ -24,12 +28,29 @@ void present(GApplication* application, std::unique_ptr<demo::DemoWindow>& windo
   if (!window) window = std::make_unique<demo::DemoWindow>(ADW_APPLICATION(application), options);
 }
 
+/// Ends as if the window had been closed, so that the next start finds what was open.
+void closeOnSignals(std::unique_ptr<demo::DemoWindow>& window) {
+  for (const int signal : {SIGHUP, SIGINT, SIGTERM}) {
+    g_unix_signal_add(
+        signal,
+        [](gpointer shown) -> gboolean {
+          if (const auto& open = *static_cast<std::unique_ptr<demo::DemoWindow>*>(shown)) open->close();
+          return G_SOURCE_CONTINUE;
+        },
+        &window);
+  }
+}
+
 /// GTK is there by now, and has found a display.
 void installPlatform() {
   ZRLinuxOptions system;
   system.informationFile =
       packaged("share/zrcore/org.zrcore.Demo.information", ZRCORE_DEMO_DATA "/org.zrcore.Demo.information");
   ZRPlatform platform = makeLinuxPlatform(system);
+  platform.bundle = demo::withDemoTexts(platform.bundle);
+  const auto log = std::make_shared<demo::SpeechFaultLog>(platform.log);
+  platform.log = log;
+  options.lastFault = [log] { return log->lastFault(); };
   const bool isInstalled = ZRFillGtkPlatform(platform) && ZRPlatformInstall(platform);
   if (!isInstalled) g_error("something has used the framework before its platform was installed");
 }
@@ -77,7 +98,11 @@ int main(int argc, char** argv) {
     installPlatform();
     followLife();
   });
-  demo::connect<void(GApplication*)>(application.get(), "activate", [&](GApplication* self) { present(self, window); });
+  closeOnSignals(window);
+  demo::connect<void(GApplication*)>(application.get(), "activate", [&](GApplication* self) {
+    present(self, window);
+    window->openTheRest();
+  });
   demo::connect<void(GApplication*, GFile**, int, char*)>(
       application.get(), "open", [&](GApplication* self, GFile** files, int count, char*) {
         present(self, window);
@@ -85,6 +110,7 @@ int main(int argc, char** argv) {
           const std::unique_ptr<char, decltype(&g_free)> path(g_file_get_path(files[i]), g_free);
           if (path) window->open(path.get());
         }
+        window->openTheRest();
       });
   const int exitCode = g_application_run(G_APPLICATION(application.get()), argc, argv);
   windows.reset();

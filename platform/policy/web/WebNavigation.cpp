@@ -29,12 +29,14 @@ bool mayGoOutside(std::string_view scheme) {
 
 }  // namespace
 
-WebNavigationDecision decide(const WebNavigation& navigation, const std::vector<std::string>& loaded) {
+WebNavigationDecision decide(const WebNavigation& navigation, const WebSchemes& schemes) {
   const std::string scheme = schemeOf(navigation.address);
-  const bool isLoaded = std::find(loaded.begin(), loaded.end(), scheme) != loaded.end();
-  if (navigation.purpose == WebNavigation::Purpose::page && isLoaded) return WebNavigationDecision::load;
-  return navigation.isUsersWish && mayGoOutside(scheme) ? WebNavigationDecision::openOutside
-                                                        : WebNavigationDecision::refuse;
+  const auto isOneOf = [&scheme](const std::vector<std::string>& named) {
+    return std::find(named.begin(), named.end(), scheme) != named.end();
+  };
+  if (navigation.purpose == WebNavigation::Purpose::page && isOneOf(schemes.loaded)) return WebNavigationDecision::load;
+  if (!navigation.isUsersWish || !mayGoOutside(scheme)) return WebNavigationDecision::refuse;
+  return isOneOf(schemes.outside) ? WebNavigationDecision::openOutside : WebNavigationDecision::askFirst;
 }
 
 }  // namespace policy

@@ -21,13 +21,20 @@ struct WebNavigation {
   bool isUsersWish = false;  ///< follows from a click, a key or the host, not from a script alone
 };
 
-enum class WebNavigationDecision { load, openOutside, refuse };
+enum class WebNavigationDecision { load, openOutside, askFirst, refuse };
 
-/// Decides for a view that loads the schemes `loaded` (lower case) itself. What else a user asks for goes to the
-/// system's own program for it, and so does every new window and every download; what a script alone asks for is
-/// refused, so that a page can start no programs. Addresses that lead into this computer, or that mean something only
-/// within the page, never go outside.
-WebNavigationDecision decide(const WebNavigation& navigation, const std::vector<std::string>& loaded);
+/// What a host lets its views do with addresses, by their schemes in lower case.
+struct WebSchemes {
+  std::vector<std::string> loaded;   ///< shown by the view itself
+  std::vector<std::string> outside;  ///< handed to the system's program for them without a question
+};
+
+/// What a user asks for and the view does not show itself (every new window and every download too) goes to the system's
+/// own program for it, after a question unless the host has named its scheme: a click on a page is no wish to start
+/// whatever program has registered itself for "ssh". What a script alone asks for is refused, so that a page can start
+/// no programs and ask no questions. Addresses that lead into this computer, or that mean something only within the page,
+/// never go outside.
+WebNavigationDecision decide(const WebNavigation& navigation, const WebSchemes& schemes);
 
 }  // namespace policy
 

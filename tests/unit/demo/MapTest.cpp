@@ -177,18 +177,23 @@ TEST(DrawMap, MarksPlacesAndTheNewestFixWhereTheyAreAlsoPastTheAntimeridian) {
     row.coordinate = {0.0, i < 10 ? 179.0 + 0.1 * i : -180.0 + 0.1 * (i - 10)};
     track.add(row);
   }
+  std::vector<TrackPoint> route = track.raw();
+  const double fifth = route[19].at.x - route[14].at.x;
+  route.push_back({{route.back().at.x + fifth, route.back().at.y}, 20});
   const std::vector<trip::PlaceMark> places{{{0.3, -179.8}, "East of it"}};
   MapView view;
   view.resize(400, 300);
   trip::Envelope around;
-  for (const TrackPoint& point : track.raw()) around.add(point.at);
+  for (const TrackPoint& point : route) around.add(point.at);
   view.fit(around);
   EXPECT_LT(around.maxX - around.minX, ZRMapSizeWorld.width / 100);
   const double world = ZRMapSizeWorld.width;
   for (const MapColors& colors : {kLightMap, kDarkMap}) {
     Picture picture;
-    picture.draw(view, {track, places, std::nullopt}, colors);
+    picture.draw(view, {route, track, places, std::nullopt}, colors);
     EXPECT_TRUE(picture.has(view.transform()(track.raw().back().at), colors.smoothed));
+    EXPECT_TRUE(picture.has(view.transform()(route.back().at), colors.route)) << "what is still to come";
+    EXPECT_FALSE(picture.has(view.transform()(route[5].at), colors.route)) << "what has been played";
     ZRMapPoint place = ZRMapPointForCoordinate(places[0].coordinate);
     place.x += world;
     EXPECT_TRUE(picture.has(view.transform()(place), colors.place));

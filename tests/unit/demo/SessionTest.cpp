@@ -76,6 +76,40 @@ TEST_F(TripSessionTest, AJumpForwardDeliversWhatLiesBetweenAndOneBackTakesTheTra
   EXPECT_EQ(gapsOf(session.track().raw()), 1);
 }
 
+/// A walk to the north at 3 m/s: every third fix is significant, counted from wherever the filter began.
+LoadedRecording walk() {
+  LoadedRecording walk;
+  for (int second = 0; second < 200; ++second) {
+    walk.fixes.push_back({.coordinate = {46.0 + 2.7e-5 * second, 7.0}, .horizontalAccuracy = 5.0, .speed = 3.0});
+    walk.timeline.add(second);
+  }
+  return walk;
+}
+
+TEST_F(TripSessionTest, ATripIsFilteredAloneWhateverWasPlayedBefore) {
+  session.setFiltersMeasuredValues(true);
+  const auto outcome = [this] {
+    std::vector<double> numbers{session.latest()->smoothCourseDegrees, session.latest()->smoothSpeedMetersPerSecond};
+    for (const TrackPoint& point : session.track().significant()) numbers.push_back(static_cast<double>(point.index));
+    return numbers;
+  };
+  session.useRecording(walk());
+  seekTo(1.0);
+  const auto alone = outcome();
+  EXPECT_EQ(alone.size(), 2u + 66u);
+  EXPECT_EQ(alone[2], 3.0) << "the first fix begins the trip and is no movement";
+
+  seekTo(0.3);
+  session.useLastRecording();
+  seekTo(1.0);
+  EXPECT_EQ(outcome(), alone) << "after another trip";
+  for (const double fraction : {0.61, 0.3, 0.45, 0.0}) {
+    seekTo(fraction);
+    seekTo(1.0);
+    EXPECT_EQ(outcome(), alone) << "after a jump back to " << fraction;
+  }
+}
+
 TEST_F(TripSessionTest, TheFilterWorksOnMeasuredValuesUnlessItIsToldOtherwise) {
   seekTo(1.0);
   EXPECT_EQ(session.track().jumps().size(), 2u);

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <ZRCore/NSString_ZR.h>
 #include <ZRCore/ZRPlatformFake.h>
+#include <demo/DemoTexts.h>
 #include <demo/MissingServices.h>
 #include <demo/PlaceList.h>
+#include <demo/SessionMemory.h>
 #include <demo/SpeechDesk.h>
+#include <demo/SpeechFaultLog.h>
 #include <demo/TripTexts.h>
 #include <demo/WebAddress.h>
 #include <gmock/gmock.h>
@@ -30,6 +34,32 @@ TEST(WebAddress, TakesWhatPeopleTypeAndNothingThatIsNoPage) {
   for (const char* const typed : {"", "   ", "two words", "https://", "http:///x", "https:example.com",
                                   "javascript:alert(1)", "file:///etc/passwd", "mailto:a@b.c", "a%zz"}) {
     EXPECT_FALSE(webAddress(typed)) << typed;
+    EXPECT_EQ(webAddressFault(typed).find("\u201C" + NSString_ZR::stripWhitespace(typed) + "\u201D") == 0,
+              !NSString_ZR::isBlank(typed))
+        << typed;
+  }
+  EXPECT_LT(webAddressFault(std::string(100'000, 'x') + " y").size(), 200u);
+}
+
+TEST(DemoTexts, SpeakOfThisSystemsPrograms) {
+  const auto bundle = withDemoTexts(std::make_shared<ZRFakeBundle>());
+  EXPECT_EQ(bundle->localizedStringForKey("Open in Safari"), "Open in Browser");
+  EXPECT_EQ(bundle->localizedStringForKey("Cancel"), ZRFakeBundle().localizedStringForKey("Cancel"));
+}
+
+TEST(SessionMemory, TakesUpWhatWasKeptAndTheSampleOtherwise) {
+  ZRFakeUserDefaults settings;
+  SessionMemory memory(settings);
+  EXPECT_EQ(memory.trip().file + memory.places(), "");
+  EXPECT_EQ(memory.trip().positionSeconds, 0.0);
+  memory.keepTrip({"/tmp/\xFFrive.gpx", 123.25});
+  memory.keepPlaces("/tmp/places.json");
+  EXPECT_EQ(memory.trip().file, "/tmp/\xFFrive.gpx");
+  EXPECT_EQ(memory.trip().positionSeconds, 123.25);
+  EXPECT_EQ(memory.places(), "/tmp/places.json");
+  for (const char* const junk : {"", "x", "12x", "nan", "inf", "1e999"}) {
+    settings.setStringForKey(junk, "trip.positionSeconds");
+    EXPECT_EQ(memory.trip().positionSeconds, 0.0) << junk;
   }
 }
 
@@ -76,9 +106,13 @@ TEST(PlaceList, KeepsTheThreeTextsThePositionsAndTheFaults) {
 class SpeechDeskTest : public testing::Test {
  protected:
   SpeechDeskTest() : installed(ZRPlatformInstall(fake.platform())) {}
-  SpeechDesk desk() { return {*ZRAudio::sharedInstance(), *fake.speech, *fake.audioSession}; }
+  SpeechDesk desk() {
+    return SpeechDesk({*ZRAudio::sharedInstance(), *fake.speech, *fake.audioSession, *fake.mainQueue,
+                       [this] { return faults.lastFault(); }});
+  }
 
   ZRFakePlatform fake;
+  SpeechFaultLog faults{fake.log};
   bool installed;
 };
 
@@ -106,6 +140,39 @@ TEST_F(SpeechDeskTest, SpeaksAsWishedAndTellsWhenTheMusicIsDucked) {
   EXPECT_EQ(fake.speech->made.back()->utterances[0]->speechString(), "Stop");
   fake.speech->made.back()->finish();
   EXPECT_EQ(speech.statusText(), "Silent; music is playing");
+}
+
+TEST_F(SpeechDeskTest, SaysWhatWasNotHeardAndWhy) {
+  SpeechDesk speech = desk();
+  const auto synthesizer = [this]() -> ZRFakeSpeechSynthesizer& { return *fake.speech->made.back(); };
+  const auto settle = [&] {
+    speech.step();
+    fake.mainQueue->run();
+    return speech.faultText();
+  };
+  ASSERT_TRUE(speech.speak({.text = "Turn right"}));
+  EXPECT_EQ(settle(), "") << "it is being spoken";
+  synthesizer().finish();
+  EXPECT_EQ(settle(), "");
+
+  ASSERT_TRUE(speech.speak({.text = "Turn left"}));
+  faults.writeLine("An utterance is not spoken: no sound server: Connection refused");
+  synthesizer().utterances.clear();
+  EXPECT_EQ(settle(),
+            "The prompt was not heard: no sound server: Connection refused. \u201Czrcore doctor\u201D tells what is "
+            "missing.");
+  ASSERT_TRUE(speech.speak({.text = "Turn left"}));
+  EXPECT_EQ(speech.faultText(), "") << "a new attempt";
+  synthesizer().utterances.clear();
+  EXPECT_THAT(settle(), testing::HasSubstr("no sound server")) << "the same cause is told to the log only once";
+
+  speech.speak({.text = "One"});
+  speech.speak({.text = "Two", .interrupts = true});
+  synthesizer().finish();
+  EXPECT_EQ(settle(), "") << "what was interrupted was not to be heard";
+  speech.speak({.text = "Three"});
+  speech.stop();
+  EXPECT_EQ(settle(), "");
 }
 
 TEST_F(SpeechDeskTest, AMachineWithoutVoicesSaysSo) {

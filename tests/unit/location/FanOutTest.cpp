@@ -72,6 +72,26 @@ TEST_F(FanOutTest, OnRequestPlatformFixesAreFilteredByWhatWasMeasured) {
   EXPECT_TRUE(client->batches[4][0]->exceedsMovementLimit());
 }
 
+TEST_F(FanOutTest, AfterAResetTheNextFixIsTheFiltersFirst) {
+  ZRLocationManager::setFiltersMeasuredValues(true);
+  const auto map = started(client);
+  const auto drive = [this] {
+    for (const double speed : {10.0, 20.0, 30.0, 70.0}) deliver({fixAt(speed, speed, 5.0, speed)});
+  };
+  drive();
+  ZRLocationManager::lockSmoothCourseToCourseUntilMoved(123.0, 1e9);
+  ZRLocationManager::resetFilter();
+  EXPECT_FALSE(ZRLocationManager::receiverIsStable());
+  drive();
+  for (std::size_t i = 0; i < 4; ++i) {
+    const ZRLocation &before = *client->batches[i][0], &after = *client->batches[i + 4][0];
+    EXPECT_EQ(after.smoothSpeed(), before.smoothSpeed());
+    EXPECT_EQ(after.smoothCourse(), before.smoothCourse());
+    EXPECT_EQ(after.significantChange(), before.significantChange());
+    EXPECT_EQ(after.exceedsMovementLimit(), before.exceedsMovementLimit());
+  }
+}
+
 TEST_F(FanOutTest, ASnapFilterTurnsABatchIntoOneLocationMadeFromItsLastFix) {
   const auto plain = std::make_shared<Client>();
   const auto snapping = started(client), b = started(plain);
