@@ -4,7 +4,6 @@
 #include <filesystem>
 
 #include "ExitCodes.h"
-#include "Interruption.h"
 
 SoundTarget SoundTarget::parse(const std::string& option, const std::string& text) {
   const std::string prefix = "wav:";
@@ -37,12 +36,6 @@ std::optional<SpeakingPlatform> speakingPlatform(const SoundTarget& target, bool
   speaking.platform = makeLinuxPlatform(options);
   speaking.platform.log = std::make_shared<MessageLog>(messages);
   return speaking;
-}
-
-void runLoopUntil(const std::function<bool()>& isDone) {
-  constexpr double kSecondsBetweenLooks = 0.1;  // a signal does not wake the loop
-  const auto mayEnd = [&isDone] { return interruption::signal() != 0 || isDone(); };
-  while (!mayEnd()) ZRRunLinuxLoopFor(kSecondsBetweenLooks, mayEnd);
 }
 
 void endSound(ZRAudio& audio) {

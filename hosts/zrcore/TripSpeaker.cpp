@@ -3,6 +3,7 @@
 
 #include <trip/OutputError.h>
 
+#include "InterruptibleLoop.h"
 #include "SoundTarget.h"
 
 namespace {
