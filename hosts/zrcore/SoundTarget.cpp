@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "ExitCodes.h"
+#include "LoweredSound.h"
 
 SoundTarget SoundTarget::parse(const std::string& option, const std::string& text) {
   const std::string prefix = "wav:";
@@ -31,6 +32,8 @@ std::optional<SpeakingPlatform> speakingPlatform(const SoundTarget& target, bool
       exitCode = kExitServiceMissing;
       return std::nullopt;
     }
+  } else {
+    loweredsound::guard();
   }
   options.sound = sound;
   speaking.platform = makeLinuxPlatform(options);
@@ -45,5 +48,6 @@ void endSound(ZRAudio& audio) {
   const auto& platform = ZRPlatformInUse();
   platform.mainQueue->post([&isTold] { isTold = true; });  // behind what the synthesizer has to tell
   ZRRunLinuxLoopUntil([&isTold] { return isTold; });
+  audio.forceStopSession();  // nothing follows for which others were to stay lowered
   ZRRunLinuxLoopFor(kPatienceSeconds, [&platform] { return ZRLinuxSoundIsSettled(platform); });
 }

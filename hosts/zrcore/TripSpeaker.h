@@ -28,7 +28,7 @@ class TripSpeaker final : public trip::TripOutput {
       : soundFile_(std::move(soundFile)), path_(std::move(path)), time_(time) {}
 
   void row(const trip::TripRow& row) override;
-  /// Returns when all has been heard, or a signal came.
+  /// Returns when all has been heard, or a signal came; a signal is how a live trip usually ends, which is spoken.
   /// @throws trip::OutputError  the file could not be written
   void finish(const trip::TripSummary& summary) override;
 

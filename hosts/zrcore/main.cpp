@@ -10,6 +10,7 @@
 #include "ConfigCommand.h"
 #include "DoctorCommand.h"
 #include "ExitCodes.h"
+#include "LoweredSound.h"
 #include "PlaceCommand.h"
 #include "SayCommand.h"
 #include "TripCommand.h"
@@ -38,6 +39,9 @@ int runTool(int argc, char** argv) {
   addSayCommand(tool, exitCode);
   addWatchCommand(tool, exitCode);
   addDoctorCommand(tool, exitCode);
+  tool.parse_complete_callback([&tool] {
+    if (!tool.got_subcommand("doctor")) loweredsound::restoreAtStart();  // which does so itself
+  });
   try {
     tool.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
@@ -50,6 +54,7 @@ int runTool(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   fillStandardStreams();
+  if (loweredsound::isHelper(argc, argv)) return kExitDone;
   std::setlocale(LC_CTYPE, "");  // which characters the terminal shows; numbers stay as they are
   try {
     return runTool(argc, argv);
