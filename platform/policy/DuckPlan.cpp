@@ -111,6 +111,7 @@ std::optional<DuckPlan::Change> DuckPlan::lowering(const OtherStream& stream, co
   const auto entry = entryOf(stream);
   if (entry != entries_.end()) {
     entry->index = stream.index;
+    entry->hasStayedLow = entry->explains(stream);
     return std::nullopt;
   }
   if (const auto parent = thatExplains(entries_, stream); parent != entries_.end()) {
@@ -157,7 +158,8 @@ std::vector<DuckPlan::Change> DuckPlan::changes(bool isDucking, const std::vecto
   return changes;
 }
 
-std::vector<RememberedVolume> DuckPlan::corrections(const std::vector<RememberedVolume>& memory, const DuckPlan& held) {
+std::vector<RememberedVolume> DuckPlan::corrections(const std::optional<std::vector<RememberedVolume>>& memory,
+                                                    const DuckPlan& held) {
   std::vector<RememberedVolume> corrections;
   const auto isHeld = [&held](const Entry& entry) {
     return std::any_of(held.entries_.begin(), held.entries_.end(), [&entry](const Entry& other) {
@@ -165,7 +167,8 @@ std::vector<RememberedVolume> DuckPlan::corrections(const std::vector<Remembered
     });
   };
   const auto isRemembered = [&memory](const Entry& entry) {
-    return std::any_of(memory.begin(), memory.end(), [&entry](const RememberedVolume& found) {
+    if (!memory) return entry.hasStayedLow && !entry.key.empty();
+    return std::any_of(memory->begin(), memory->end(), [&entry](const RememberedVolume& found) {
       return found.key == entry.key && standAt(found.volumes, loweredVolumes(entry.original));
     });
   };

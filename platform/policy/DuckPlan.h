@@ -54,9 +54,10 @@ class DuckPlan {
                               const DuckPlan& held);
   /// What the server is to remember instead of low volumes of streams that have ended; for when nothing is lowered. The
   /// others of them are forgotten: they have left no low volume, or somebody else corrects it. Done as changes are.
-  /// @param memory  the server's, as it stands
+  /// @param memory  the server's, as it stands; nullopt: it does not show it, and all may have left their volume there
   /// @param held    as for `changes`
-  std::vector<RememberedVolume> corrections(const std::vector<RememberedVolume>& memory, const DuckPlan& held);
+  std::vector<RememberedVolume> corrections(const std::optional<std::vector<RememberedVolume>>& memory,
+                                            const DuckPlan& held);
   /// The server has carried out the changes.
   void changesDone();
   /// A change has failed: the stream has ended since the list was asked for.
@@ -83,6 +84,7 @@ class DuckPlan {
     std::string key;
     ChannelVolumes original;
     bool isFromNote = false;
+    bool hasStayedLow = true;  ///< when it was seen last; otherwise somebody has changed it
     bool isBeingRestored = false;
 
     bool isOf(const OtherStream& stream) const;

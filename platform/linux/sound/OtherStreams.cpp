@@ -104,6 +104,7 @@ void OtherStreams::serverIsReady() {
     auto* const others = static_cast<OtherStreams*>(self);
     const std::uint32_t cookie = info != nullptr ? info->cookie : 0;
     if (std::exchange(others->serverCookie_, cookie) != cookie) others->plan_.forgetServer();
+    others->memory_.setServer(info != nullptr && info->server_name != nullptr ? info->server_name : "");
     others->lookAtModules();
   };
   release(::pa_context_get_server_info(context, learnServer, this));
@@ -220,13 +221,13 @@ void OtherStreams::changesDone() {
 void OtherStreams::correctMemory() {
   if (shouldDuck() || !hasMemory_ || !plan_.hasEndedStreams()) return;
   isCorrecting_ = true;
-  memory_.read([this](const std::optional<std::vector<policy::RememberedVolume>>& remembered) {
-    hasMemory_ = remembered.has_value();
-    if (!remembered || shouldDuck()) return corrected(0);
+  memory_.read([this](bool hasMemory, const VolumeMemory::Remembered& remembered) {
+    hasMemory_ = hasMemory;
+    if (!hasMemory || shouldDuck()) return corrected(0);
     std::vector<policy::RememberedVolume> corrections;
     {
       const FileDescriptor lock = file_.lock();
-      corrections = plan_.corrections(*remembered, lookAtNotes());
+      corrections = plan_.corrections(remembered, lookAtNotes());
       note();
     }
     if (corrections.empty()) return corrected(0);

@@ -6,7 +6,7 @@
 
 #include "sound/PulseValues.h"
 
-void VolumeMemory::read(std::function<void(std::optional<std::vector<policy::RememberedVolume>>)> told) {
+void VolumeMemory::read(std::function<void(bool, const Remembered&)> told) {
   entries_.clear();
   toldRead_ = std::move(told);
   const auto list = [](pa_context*, const pa_ext_stream_restore_info* info, int end, void* self) {
@@ -23,26 +23,40 @@ void VolumeMemory::add(const pa_ext_stream_restore_info& info) {
   entries_.push_back({info.name, info.device != nullptr ? info.device : "", info});
 }
 
-void VolumeMemory::tellRead(bool isWhole) {
+void VolumeMemory::tellRead(bool hasMemory) {
   const auto told = std::exchange(toldRead_, nullptr);
-  if (!isWhole) return told(std::nullopt);
+  if (!hasMemory || !isShown_) return told(hasMemory, std::nullopt);
   std::vector<policy::RememberedVolume> volumes;
   for (const Entry& entry : entries_) volumes.push_back({entry.name, channelVolumes(entry.info.volume)});
-  told(std::move(volumes));
+  told(true, volumes);
+}
+
+/// What is to be remembered, with all that is remembered besides. The texts in it are those of `volume` and the entries.
+pa_ext_stream_restore_info VolumeMemory::infoOf(const policy::RememberedVolume& volume) const {
+  pa_ext_stream_restore_info info{};
+  const auto known = std::find_if(entries_.begin(), entries_.end(),
+                                  [&volume](const Entry& entry) { return entry.name == volume.key; });
+  if (isShown_ && known != entries_.end()) {
+    info = known->info;
+    info.device = known->device.empty() ? nullptr : known->device.c_str();
+  } else {
+    ::pa_channel_map_init_extend(&info.channel_map, static_cast<unsigned>(volume.volumes.size()),
+                                 PA_CHANNEL_MAP_DEFAULT);
+  }
+  info.name = volume.key.c_str();
+  info.volume = pulseVolume(volume.volumes);
+  return info;
 }
 
 void VolumeMemory::write(const std::vector<policy::RememberedVolume>& volumes, std::function<void(bool)> told) {
   toldWritten_ = std::move(told);
   std::vector<pa_ext_stream_restore_info> infos;
   for (const policy::RememberedVolume& volume : volumes) {
-    const auto entry =
-        std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.name == volume.key; });
-    if (entry == entries_.end()) continue;
-    pa_ext_stream_restore_info info = entry->info;
-    info.name = entry->name.c_str();
-    info.device = entry->device.empty() ? nullptr : entry->device.c_str();
-    info.volume = pulseVolume(volume.volumes);
-    infos.push_back(info);
+    infos.push_back(infoOf(volume));
+    if (isShown_) continue;
+    // PipeWire passes on what has changed since the last writing, and no more: this has.
+    infos.insert(infos.end() - 1, infos.back());
+    for (pa_volume_t& channel : (infos.end() - 2)->volume.values) channel ^= 1U;
   }
   const auto done = [](pa_context*, int success, void* self) {
     const auto toldNow = std::exchange(static_cast<VolumeMemory*>(self)->toldWritten_, nullptr);

@@ -17,11 +17,15 @@ class VolumeMemory {
  public:
   explicit VolumeMemory(PulseConnection& connection) : connection_(connection) {}
 
-  /// Asks, over a connection that is ready. Nothing is told once that is lost.
-  /// @param told  gets nullopt from a server without a memory
-  void read(std::function<void(std::optional<std::vector<policy::RememberedVolume>>)> told);
+  /// PipeWire takes what is written, but shows only that, and not what it has since remembered of streams.
+  void setServer(const std::string& name) { isShown_ = name.find("PipeWire") == std::string::npos; }
 
-  /// Sets volumes of what was read last; all else that is remembered stays.
+  using Remembered = std::optional<std::vector<policy::RememberedVolume>>;  ///< nullopt: the server does not show it
+  /// Asks, over a connection that is ready. Nothing is told once that is lost.
+  /// @param told  gets false from a server without a memory
+  void read(std::function<void(bool hasMemory, const Remembered& remembered)> told);
+
+  /// Sets volumes, of what was read last where it is shown; all else that is remembered stays.
   /// @param told  gets whether the server has done so
   void write(const std::vector<policy::RememberedVolume>& volumes, std::function<void(bool)> told);
 
@@ -32,11 +36,13 @@ class VolumeMemory {
   };
 
   void add(const pa_ext_stream_restore_info& info);
-  void tellRead(bool isWhole);
+  void tellRead(bool hasMemory);
+  pa_ext_stream_restore_info infoOf(const policy::RememberedVolume& volume) const;
 
   PulseConnection& connection_;
+  bool isShown_ = true;
   std::list<Entry> entries_;
-  std::function<void(std::optional<std::vector<policy::RememberedVolume>>)> toldRead_;
+  std::function<void(bool, const Remembered&)> toldRead_;
   std::function<void(bool)> toldWritten_;
 };
 
