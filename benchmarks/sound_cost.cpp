@@ -53,7 +53,7 @@ class Measurement {
       const ChildProcess rival({"espeak-ng", "-v", "en-US", "-s", "175", kText});
       rivals.push_back(secondsUntil([this] { return isHeard(); }));
       wait(0.5);
-      ::kill(rival.pid(), SIGKILL);
+      rival.send(SIGKILL);
       rivalStops.push_back(secondsUntil([this] { return monitor_.loudness() < 1.0; }));
     }
     print("speakText until heard", ours);

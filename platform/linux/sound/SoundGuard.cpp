@@ -85,7 +85,11 @@ bool isEnd(int number) {
 
 void ZRRestoreLinuxSoundAtSuddenEnd() {
   char* const* const arguments = helper;
-  if (arguments == nullptr || !DuckFile::hasNotes() || isRunning.exchange(true)) return;
+  if (arguments == nullptr || !DuckFile::hasNotes()) return;
+  if (isRunning.exchange(true)) {  // in another thread, which will end the process; this one must not do so before
+    ::poll(nullptr, 0, kMillisecondsToWait);
+    return;
+  }
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) return;
   const pid_t child = ::_Fork();  // unlike fork, it takes no locks
