@@ -141,10 +141,8 @@ Finding SoundProbe::look() {
 }
 
 Finding VolumesProbe::look() {
-  ZRLinuxSoundRestoring restoring;
-  restoring.seconds = answerSeconds_;
   std::string fault;
-  const int restored = ZRRestoreLinuxSound(fault, restoring);
+  const int restored = ZRRestoreLinuxSound(fault, answerSeconds_);
   if (!fault.empty()) {
     return {"volumes", State::broken, "what a killed program has left lowered is still so: " + fault,
             "pulseaudio --start; zrcore doctor"};

@@ -4,7 +4,6 @@
 #include <filesystem>
 
 #include "ExitCodes.h"
-#include "LoweredSound.h"
 
 SoundTarget SoundTarget::parse(const std::string& option, const std::string& text) {
   const std::string prefix = "wav:";
@@ -32,8 +31,6 @@ std::optional<SpeakingPlatform> speakingPlatform(const SoundTarget& target, bool
       exitCode = kExitServiceMissing;
       return std::nullopt;
     }
-  } else {
-    loweredsound::guard();
   }
   options.sound = sound;
   speaking.platform = makeLinuxPlatform(options);

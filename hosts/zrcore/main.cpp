@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <ZRCore/ZRLinuxSound.h>
 #include <fcntl.h>
 
 #include <CLI/CLI.hpp>
 #include <clocale>
 #include <cstdio>
 #include <exception>
+#include <string>
 
 #include "AgoCommand.h"
 #include "ConfigCommand.h"
 #include "DoctorCommand.h"
 #include "ExitCodes.h"
-#include "LoweredSound.h"
+#include "Interruption.h"
 #include "PlaceCommand.h"
 #include "SayCommand.h"
 #include "TripCommand.h"
@@ -24,6 +26,14 @@ void fillStandardStreams() {
   for (int stream = 0; stream <= 2; ++stream) {
     if (::fcntl(stream, F_GETFD) < 0 && ::open("/dev/null", O_RDWR) < 0) return;
   }
+}
+
+/// Gives other applications' sound its volume back when a killed program has left it lowered. What goes wrong doctor
+/// tells: most runs have nothing to do with sound.
+void restoreSound() {
+  std::string fault;
+  if (ZRRestoreLinuxSound(fault) == 0) return;
+  std::fprintf(stderr, "zrcore: a program that was killed had left other sound lowered; it has its volume back\n");
 }
 
 int runTool(int argc, char** argv) {
@@ -40,7 +50,7 @@ int runTool(int argc, char** argv) {
   addWatchCommand(tool, exitCode);
   addDoctorCommand(tool, exitCode);
   tool.parse_complete_callback([&tool] {
-    if (!tool.got_subcommand("doctor")) loweredsound::restoreAtStart();  // which does so itself
+    if (!tool.got_subcommand("doctor")) restoreSound();  // which does so itself
   });
   try {
     tool.parse(argc, argv);
@@ -54,7 +64,8 @@ int runTool(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   fillStandardStreams();
-  if (loweredsound::isHelper(argc, argv)) return kExitDone;
+  if (ZRGuardLinuxSound(argc, argv)) return kExitDone;
+  interruption::beforeSuddenEnd(ZRRestoreLinuxSoundAtSuddenEnd);
   std::setlocale(LC_CTYPE, "");  // which characters the terminal shows; numbers stay as they are
   try {
     return runTool(argc, argv);

@@ -44,6 +44,8 @@ class OtherStreams final : private PulseListener {
   void ourStreamEnds();
   /// Whether nothing is under way and nothing is lowered that should not be.
   bool isSettled() const;
+  /// Where is noted what is lowered.
+  const std::string& stateFolder() const { return file_.folder(); }
   /// How many streams and remembered volumes have been restored so far.
   int restored() const { return restored_; }
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <utility>
 
+#include "sound/SoundGuard.h"
 #include "sound/SoundOwner.h"
 #include "sound/SoundRestoring.h"
 
@@ -24,6 +25,7 @@ PulseSound::PulseSound(std::shared_ptr<GLibLoop> loop, std::string stateFolder)
                          folder + " must be a folder of this user's alone (mode 700).");
                    }}) {
   restoreSoundAtExit();
+  guardSound(others_.stateFolder());
   if (others_.mayHaveToRestore()) connection_.connect();
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The end of a process by a signal. A handler may do next to nothing itself, and what the process was doing stands still:
 // so another process restores, which is started by the few calls that a handler may make.
+#include "sound/SoundGuard.h"
+
 #include <ZRCore/ZRLinuxSound.h>
 #include <fcntl.h>
 #include <poll.h>
@@ -12,25 +14,29 @@
 #include <cerrno>
 #include <csignal>
 #include <ctime>
-#include <mutex>
+#include <string_view>
+#include <vector>
 
 #include "sound/DuckFile.h"
 #include "sound/SoundOwner.h"
+#include "sound/SoundRestoring.h"
 
 namespace {
 
 constexpr int kMillisecondsToWait = 1000;
-constexpr unsigned kHelpersLongestSeconds = 5;
+constexpr double kHelpersLongestSeconds = 2.0;
 
-/// The helper's arguments, in memory that stays as it is from the moment in which they can be seen.
+constexpr const char* kHelpersWord = "--zrcore-restore-sound";
+
+bool isGuarding = false;
+/// The helper's command line, in memory that stays as it is from the moment in which it can be seen.
 std::atomic<char* const*> helper = nullptr;
 std::atomic<bool> isRunning = false;
 
-char* const* argumentsOf(const std::vector<std::string>& command) {
-  auto* const words = new std::vector<std::string>(command);
-  words->push_back(soundOwner());
+char* const* commandLine(std::vector<std::string> words) {
+  auto* const kept = new std::vector<std::string>(std::move(words));
   auto* const pointers = new std::vector<char*>;
-  for (std::string& word : *words) pointers->push_back(word.data());
+  for (std::string& word : *kept) pointers->push_back(word.data());
   pointers->push_back(nullptr);
   return pointers->data();
 }
@@ -46,7 +52,7 @@ char* const* argumentsOf(const std::vector<std::string>& command) {
   ::sigaddset(&alarm, SIGALRM);
   std::signal(SIGALRM, SIG_DFL);
   ::sigprocmask(SIG_UNBLOCK, &alarm, nullptr);
-  ::alarm(kHelpersLongestSeconds);
+  ::alarm(static_cast<unsigned>(kHelpersLongestSeconds) + 1);  // it is never to stay
   ::execv(arguments[0], arguments);
   ::_exit(127);
 }
@@ -99,17 +105,24 @@ void ZRRestoreLinuxSoundAtSuddenEnd() {
   ::close(ends[0]);
 }
 
-void ZRGuardLinuxSound(const std::vector<std::string>& command) {
-  static std::once_flag once;
-  std::call_once(once, [&command] {
-    if (command.empty()) return;
-    helper = argumentsOf(command);
-    DuckFile::hasNotes();  // what it stands on is made now, not in a handler
-    struct sigaction action {};
-    action.sa_handler = restoreAndEnd;
-    ::sigfillset(&action.sa_mask);
-    for (int number = 1; number <= SIGRTMAX; ++number) {
-      if (isEnd(number)) ::sigaction(number, &action, nullptr);
-    }
-  });
+void guardSound(const std::string& stateFolder) {
+  if (!isGuarding) return;
+  DuckFile::hasNotes();  // what it stands on is made now, not in a handler
+  helper = commandLine({"/proc/self/exe", kHelpersWord, soundOwner(), stateFolder});
+}
+
+bool ZRGuardLinuxSound(int argc, char** argv) {
+  if (argc == 4 && std::string_view(argv[1]) == kHelpersWord) {
+    std::string fault;
+    restoreSound(fault, {.stateFolder = argv[3], .endingOwner = argv[2], .seconds = kHelpersLongestSeconds});
+    return true;
+  }
+  isGuarding = true;
+  struct sigaction action {};
+  action.sa_handler = restoreAndEnd;
+  ::sigfillset(&action.sa_mask);
+  for (int number = 1; number <= SIGRTMAX; ++number) {
+    if (isEnd(number)) ::sigaction(number, &action, nullptr);
+  }
+  return false;
 }

@@ -2,7 +2,6 @@
 #include "sound/SoundRestoring.h"
 
 #include <ZRCore/ZRLinuxPlatform.h>
-#include <ZRCore/ZRPlatformFill.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -23,11 +22,9 @@ class Loss final : public PulseListener {
 
 }  // namespace
 
-int ZRRestoreLinuxSound(std::string& fault, const ZRLinuxSoundRestoring& host) {
-  using Options = ZRLinuxSoundRestoring;
-  const Options options = ZRReadOptions(host, &Options::stateFolder, &Options::endingOwner, &Options::seconds);
+int restoreSound(std::string& fault, const SoundToRestore& what) {
   fault.clear();
-  if (!DuckFile(options.stateFolder, options.endingOwner).hasNotesOfDead()) return 0;
+  if (!DuckFile(what.stateFolder, what.endingOwner).hasNotesOfDead()) return 0;
   // A loop of its own: that of the platform may be anybody's, and no platform need be installed.
   const std::unique_ptr<GMainContext, decltype(&g_main_context_unref)> context(g_main_context_new(),
                                                                                g_main_context_unref);
@@ -35,14 +32,17 @@ int ZRRestoreLinuxSound(std::string& fault, const ZRLinuxSoundRestoring& host) {
   PulseConnection connection(loop);
   Loss loss;
   connection.add(loss);
-  OtherStreams others(connection, options.stateFolder, {.changed = [](bool) {}, .unnoted = nullptr},
-                      options.endingOwner);
+  OtherStreams others(connection, what.stateFolder, {.changed = [](bool) {}, .unnoted = nullptr}, what.endingOwner);
   connection.connect();
   const bool isSettled = ZRRunLinuxLoopFor(
-      options.seconds, [&] { return !loss.fault.empty() || others.isSettled(); }, context.get());
+      what.seconds, [&] { return !loss.fault.empty() || others.isSettled(); }, context.get());
   if (!isSettled) loss.fault = "no sound server: it does not answer";
   fault = loss.fault;
   return others.restored();
+}
+
+int ZRRestoreLinuxSound(std::string& fault, double seconds, const std::string& stateFolder) {
+  return restoreSound(fault, {.stateFolder = stateFolder, .endingOwner = "", .seconds = seconds});
 }
 
 void restoreSoundAtExit() {
@@ -51,10 +51,7 @@ void restoreSoundAtExit() {
       if (::getpid() != process) return;  // a child that was forked has lowered nothing
       for (const std::string& folder : DuckFile::foldersWithNotes()) {
         std::string fault;
-        ZRLinuxSoundRestoring restoring;
-        restoring.stateFolder = folder;
-        restoring.endingOwner = soundOwner();
-        ZRRestoreLinuxSound(fault, restoring);
+        restoreSound(fault, {.stateFolder = folder, .endingOwner = soundOwner()});
       }
     });
     return ::getpid();
