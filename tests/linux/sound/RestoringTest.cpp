@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Other applications' sound after we have ended, whichever way.
+#include <ZRCore/ZRPlatformFake.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -167,6 +168,31 @@ TEST_F(Restoring, AStreamWithOurProcessNumberFromASandboxIsAnothers) {
   EXPECT_TRUE(audio->otherAudioWasPlayingWhenSpeechStarted());
   EXPECT_TRUE(toneBecomes(kLowered));
   EXPECT_TRUE(toneBecomes(kToneAmplitude));
+}
+
+TEST_F(Restoring, AFolderThatIsNotTheUsersAloneIsToldOnceAndMusicIsRestoredAllTheSame) {
+  startServer();
+  const auto player = server.music();
+  ASSERT_TRUE(toneBecomes(kToneAmplitude));
+  const std::string folder = server.folder() / "shared";
+  std::filesystem::create_directory(folder);
+  ::chmod(folder.c_str(), 0755);
+  ZRLinuxOptions options;
+  const auto sound = std::make_shared<ZRLinuxSoundOptions>();
+  sound->stateFolder = folder;
+  options.sound = sound;
+  ZRPlatform platform = makeLinuxPlatform(options);
+  const auto told = std::make_shared<ZRFakeLog>();
+  platform.log = told;
+  ASSERT_TRUE(ZRPlatformInstall(platform));
+  audio = ZRAudio::init();
+  for (int prompt = 0; prompt < 2; ++prompt) {
+    say("Turn left", 0.0F);
+    EXPECT_TRUE(isMusicLowered());
+    EXPECT_TRUE(eventually([] { return isMusicAtFullVolume(); }));
+  }
+  EXPECT_THAT(told->lines, testing::ElementsAre(HasSubstr(folder)));
+  EXPECT_TRUE(std::filesystem::is_empty(folder));
 }
 
 TEST(Notes, AreTakenFromAFolderAndFilesOfThisUserAlone) {
