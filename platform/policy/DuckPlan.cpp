@@ -99,6 +99,10 @@ void DuckPlan::lookForEnds(const std::vector<OtherStream>& streams) {
                                      [&](const OtherStream& stream) { return stream.index == entry.index; });
     if (!isThere) entry.index.reset();
     entry.isBeingRestored = false;  // if it was, the server went before it answered
+    const bool isOutdated = std::any_of(streams.begin(), streams.end(), [&](const OtherStream& stream) {
+      return stream.key == entry.key && !entry.explains(stream) && !standAt(stream.volumes, entry.original);
+    });
+    if (!entry.index && isOutdated) entry.hasStayedLow = false;  // the server remembers that stream's volume by now
   }
   std::set<std::string> remembered{""};  // by the server, which knows one volume a key: the latest
   for (std::size_t i = entries_.size(); i-- > 0;) {

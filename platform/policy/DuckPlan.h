@@ -35,9 +35,9 @@ ChannelVolumes loweredVolumes(const ChannelVolumes& volumes);
 
 /// Which streams are to be lowered and which restored. It remembers the streams that it has lowered with their former
 /// volumes until they are restored; one whose volume has been changed meanwhile is left alone. A stream that several
-/// processes want lowered is lowered once, and restored by the last of them. One that ends while it is low may leave its
-/// low volume in the server's memory, which is then corrected. What another process has noted makes nothing louder than
-/// full volume.
+/// processes want lowered is lowered once, and restored by the last of them. One that ends while it is low may leave
+/// its low volume in the server's memory, which is then corrected. What another process has noted makes nothing louder
+/// than full volume.
 class DuckPlan {
  public:
   struct Change {
@@ -84,7 +84,7 @@ class DuckPlan {
     std::string key;
     ChannelVolumes original;
     bool isFromNote = false;
-    bool hasStayedLow = true;  ///< when it was seen last; otherwise somebody has changed it
+    bool hasStayedLow = true;  ///< as far as is known; otherwise somebody has changed it, or its successor
     bool isBeingRestored = false;
 
     bool isOf(const OtherStream& stream) const;

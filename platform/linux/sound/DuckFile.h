@@ -28,8 +28,8 @@ class DuckFile {
 
   const std::string& folder() const { return folder_; }
 
-  /// Notes `text` in place of what was noted; the file is there only while there is something to note. @return false when
-  /// it cannot be written
+  /// Notes `text` in place of what was noted; the file is there only while there is something to note.
+  /// @return false when it cannot be written
   bool write(const std::string& text);
 
   /// Whether there are files of other processes, dead or alive.

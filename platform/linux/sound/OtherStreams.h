@@ -17,8 +17,8 @@
 ///
 /// All is decided on lists of the server, of which at most one is under way, and which is asked for after all changes
 /// before it: so it never shows a volume that we have changed since. Other processes like this one write down what they
-/// lower, and decide one after the other. What streams that have ended low have left in the server's memory is corrected
-/// once nothing is to be lowered.
+/// lower, and decide one after the other. What streams that have ended low have left in the server's memory is
+/// corrected once nothing is to be lowered.
 class OtherStreams final : private PulseListener {
  public:
   static constexpr double kLingerSeconds = 0.15;  ///< for which they stay lowered, should another prompt follow

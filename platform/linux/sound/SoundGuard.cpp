@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The end of a process by a signal. A handler may do next to nothing itself, and what the process was doing stands still:
-// so another process restores, which is started by the few calls that a handler may make.
+// The end of a process by a signal. A handler may do next to nothing itself, and what the process was doing stands
+// still: so another process restores, which is started by the few calls that a handler may make.
 #include "sound/SoundGuard.h"
 
 #include <ZRCore/ZRLinuxSound.h>
@@ -14,8 +14,8 @@
 #include <cerrno>
 #include <csignal>
 #include <ctime>
+#include <list>
 #include <string_view>
-#include <vector>
 
 #include "sound/DuckFile.h"
 #include "sound/SoundOwner.h"
@@ -28,18 +28,25 @@ constexpr double kHelpersLongestSeconds = 2.0;
 
 constexpr const char* kHelpersWord = "--zrcore-restore-sound";
 
-bool isGuarding = false;
-/// The helper's command line, in memory that stays as it is from the moment in which it can be seen.
-std::atomic<char* const*> helper = nullptr;
-std::atomic<bool> isRunning = false;
+/// The command line that starts the helper, with the pointers into it that `execv` takes.
+class HelpersCommand {
+ public:
+  explicit HelpersCommand(const std::string& stateFolder)
+      : words_{"/proc/self/exe", kHelpersWord, soundOwner(), stateFolder} {
+    std::transform(words_.begin(), words_.end(), pointers_.begin(), [](std::string& word) { return word.data(); });
+  }
+  HelpersCommand(const HelpersCommand&) = delete;
+  HelpersCommand& operator=(const HelpersCommand&) = delete;
+  char* const* arguments() const { return pointers_.data(); }
 
-char* const* commandLine(std::vector<std::string> words) {
-  auto* const kept = new std::vector<std::string>(std::move(words));
-  auto* const pointers = new std::vector<char*>;
-  for (std::string& word : *kept) pointers->push_back(word.data());
-  pointers->push_back(nullptr);
-  return pointers->data();
-}
+ private:
+  std::array<std::string, 4> words_;
+  std::array<char*, 5> pointers_{};
+};
+
+bool isGuarding = false;
+std::atomic<const HelpersCommand*> helper = nullptr;
+std::atomic<bool> isRunning = false;
 
 /// In the forked child: the terminal's signals and the caller's pipes are not the helper's.
 [[noreturn]] void becomeHelper(char* const* arguments, int untilEnd) {
@@ -90,8 +97,8 @@ bool isEnd(int number) {
 }  // namespace
 
 void ZRRestoreLinuxSoundAtSuddenEnd() {
-  char* const* const arguments = helper;
-  if (arguments == nullptr || !DuckFile::hasNotes()) return;
+  const HelpersCommand* const command = helper;
+  if (command == nullptr || !DuckFile::hasNotes()) return;
   if (isRunning.exchange(true)) {  // in another thread, which will end the process; this one must not do so before
     ::poll(nullptr, 0, kMillisecondsToWait);
     return;
@@ -99,7 +106,7 @@ void ZRRestoreLinuxSoundAtSuddenEnd() {
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) return;
   const pid_t child = ::_Fork();  // unlike fork, it takes no locks
-  if (child == 0) becomeHelper(arguments, ends[1]);
+  if (child == 0) becomeHelper(command->arguments(), ends[1]);
   ::close(ends[1]);
   if (child > 0) waitForEnd(ends[0]);
   ::close(ends[0]);
@@ -107,8 +114,9 @@ void ZRRestoreLinuxSoundAtSuddenEnd() {
 
 void guardSound(const std::string& stateFolder) {
   if (!isGuarding) return;
-  DuckFile::hasNotes();  // what it stands on is made now, not in a handler
-  helper = commandLine({"/proc/self/exe", kHelpersWord, soundOwner(), stateFolder});
+  DuckFile::hasNotes();                                         // what it stands on is made now, not in a handler
+  static auto* const commands = new std::list<HelpersCommand>;  // a handler may be using any of them
+  helper = &commands->emplace_back(stateFolder);
 }
 
 bool ZRGuardLinuxSound(int argc, char** argv) {

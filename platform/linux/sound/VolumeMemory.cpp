@@ -31,7 +31,7 @@ void VolumeMemory::tellRead(bool hasMemory) {
   told(true, volumes);
 }
 
-/// What is to be remembered, with all that is remembered besides. The texts in it are those of `volume` and the entries.
+/// What is to be remembered, with what is remembered besides. The texts in it are those of `volume` and the entries.
 pa_ext_stream_restore_info VolumeMemory::infoOf(const policy::RememberedVolume& volume) const {
   pa_ext_stream_restore_info info{};
   const auto known = std::find_if(entries_.begin(), entries_.end(),

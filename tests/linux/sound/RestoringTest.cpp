@@ -58,7 +58,12 @@ TEST_F(Restoring, AnyEndThatCanBeCaughtComesFirst) {
   startServer();
   const auto player = server.music();
   ASSERT_TRUE(toneBecomes(kToneAmplitude));
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXFSZ, SIGABRT, SIGSEGV, SIGUSR1, SIGALRM, SIGRTMIN}) {
+#ifdef __SANITIZE_ADDRESS__
+  const int fault = SIGABRT;  // the others are the sanitizer's
+#else
+  const int fault = SIGSEGV;
+#endif
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXFSZ, fault, SIGUSR1, SIGALRM, SIGRTMIN}) {
     SCOPED_TRACE(signal);
     const auto tool = speakingTool();
     tool->send(signal);

@@ -353,6 +353,14 @@ TEST(DuckPlan, AStreamThatEndsWhileItIsRestoredOrWasChangedByHandIsTakenForWhatI
   streams.clear();
   changed(byHand, false, streams);
   EXPECT_TRUE(byHand.corrections(std::nullopt, {}).empty()) << "it ended at the volume that somebody had chosen";
+
+  DuckPlan left;
+  streams = {stream(7, full, "player")};
+  changed(left, true, streams);
+  DuckPlan next = DuckPlan::fromText(left.text(1), 2);  // much later
+  streams = {stream(20, {40000}, "player")};
+  changed(next, false, streams);
+  EXPECT_TRUE(next.corrections(std::nullopt, {}).empty()) << "somebody has chosen its successor's volume";
 }
 
 }  // namespace
