@@ -3,13 +3,14 @@
 
 #include <filesystem>
 
+#include "CommandLine.h"
 #include "ExitCodes.h"
 
 SoundTarget SoundTarget::parse(const std::string& option, const std::string& text) {
   const std::string prefix = "wav:";
   if (text == "sound") return {};
   if (text.size() > prefix.size() && text.starts_with(prefix)) return {text.substr(prefix.size())};
-  throw CLI::ValidationError(option, "'" + text + "' is neither 'sound' nor 'wav:FILE'");
+  throw UsageFault(option, "'" + text + "' is neither 'sound' nor 'wav:FILE'");
 }
 
 std::optional<SpeakingPlatform> speakingPlatform(const SoundTarget& target, bool mayOverwrite, Messages& messages,

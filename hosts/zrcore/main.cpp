@@ -2,13 +2,13 @@
 #include <ZRCore/ZRLinuxSound.h>
 #include <fcntl.h>
 
-#include <CLI/CLI.hpp>
 #include <clocale>
 #include <cstdio>
 #include <exception>
 #include <string>
 
 #include "AgoCommand.h"
+#include "CommandLine.h"
 #include "ConfigCommand.h"
 #include "DoctorCommand.h"
 #include "ExitCodes.h"
@@ -37,27 +37,19 @@ void restoreSound() {
 }
 
 int runTool(int argc, char** argv) {
-  CLI::App tool("The ZRCore navigation kit on the command line", "zrcore");
-  tool.set_version_flag("--version", "zrcore " ZRCORE_VERSION);
-  tool.require_subcommand(1);
-  int exitCode = kExitDone;
-  addTripCommand(tool, exitCode);
-  addPlaceCommand(tool, exitCode);
-  addConfigCommand(tool, exitCode);
-  addUrlCommand(tool, exitCode);
-  addAgoCommand(tool, exitCode);
-  addSayCommand(tool, exitCode);
-  addWatchCommand(tool, exitCode);
-  addDoctorCommand(tool, exitCode);
-  tool.parse_complete_callback([&tool] {
-    if (!tool.got_subcommand("doctor")) restoreSound();  // which does so itself
+  CommandLine tool("zrcore", ZRCORE_VERSION, "The ZRCore navigation kit on the command line");
+  addTripCommand(tool);
+  addPlaceCommand(tool);
+  addConfigCommand(tool);
+  addUrlCommand(tool);
+  addAgoCommand(tool);
+  addSayCommand(tool);
+  addWatchCommand(tool);
+  addDoctorCommand(tool);
+  tool.beforeRun([](const std::string& command) {
+    if (command != "doctor") restoreSound();  // which does so itself
   });
-  try {
-    tool.parse(argc, argv);
-  } catch (const CLI::ParseError& error) {
-    return tool.exit(error) == 0 ? kExitDone : kExitUsage;  // it prints help and version, too
-  }
-  return exitCode;
+  return tool.run(argc, argv);
 }
 
 }  // namespace
