@@ -60,7 +60,10 @@ OtherStreams::OtherStreams(PulseConnection& connection, std::string stateFolder,
 
 OtherStreams::~OtherStreams() { connection_.remove(*this); }
 
-bool OtherStreams::arePlaying() const { return arePlaying_ ? *arePlaying_ : askWhetherOthersPlay(); }
+bool OtherStreams::arePlaying() const {
+  toldPlaying_ = arePlaying_ ? *arePlaying_ : askWhetherOthersPlay();
+  return *toldPlaying_;
+}
 
 void OtherStreams::setDucking(bool isWanted) {
   if (!isWanted) linger_.reset();
@@ -112,6 +115,7 @@ void OtherStreams::serverIsReady() {
 
 void OtherStreams::serverIsLost(const std::string&) {
   arePlaying_.reset();
+  toldPlaying_.reset();
   isListing_ = isStale_ = isLearning_ = isCorrecting_ = false;
   changesUnderWay_.clear();
 }
@@ -155,7 +159,8 @@ void OtherStreams::synchronize() {
 
 void OtherStreams::listed() {
   const bool playing = anyAudible(streams_);
-  const bool isNews = std::exchange(arePlaying_, playing).value_or(playing) != playing;
+  arePlaying_ = playing;
+  const bool isNews = std::exchange(toldPlaying_, playing).value_or(playing) != playing;
   std::vector<policy::DuckPlan::Change> changes;
   {
     const FileDescriptor lock = file_.lock();

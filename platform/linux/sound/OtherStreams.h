@@ -78,6 +78,7 @@ class OtherStreams final : private PulseListener {
   std::uint32_t serverCookie_ = 0;
   std::vector<policy::OtherStream> streams_;  ///< of the list under way
   std::optional<bool> arePlaying_;            ///< by the last list
+  mutable std::optional<bool> toldPlaying_;   ///< what whoever asked was told last, or was told without asking
   bool isWanted_ = false;
   bool serverDucks_ = false;
   bool hasSeenDucking_ = false;  ///< in the list of modules under way

@@ -17,7 +17,7 @@ using testing::Not;
 
 namespace {
 
-constexpr const char* kPrompt = "In four hundred meters, turn left onto Main Street. Then turn right.";
+constexpr const char* kLongPrompt = "In four hundred meters, turn left onto Main Street. Then turn right.";
 
 class Restoring : public WithSoundServer {
  protected:
@@ -38,8 +38,8 @@ class Restoring : public WithSoundServer {
 
   /// A run of the tool that speaks without being heard, and has lowered the music.
   std::unique_ptr<ChildProcess> speakingTool() const {
-    auto tool = std::make_unique<ChildProcess>(ChildProcess::Arguments{ZRCORE_TOOL, "say", kPrompt, "--volume", "0"},
-                                               ChildProcess::Environment{}, log);
+    auto tool = std::make_unique<ChildProcess>(
+        ChildProcess::Arguments{ZRCORE_TOOL, "say", kLongPrompt, "--volume", "0"}, ChildProcess::Environment{}, log);
     EXPECT_TRUE(isMusicLowered());
     return tool;
   }
@@ -169,7 +169,7 @@ TEST_F(Restoring, AStreamWithOurProcessNumberFromASandboxIsAnothers) {
   const auto player = server.music("music", {"application.process.id=" + std::to_string(::getpid())});
   ASSERT_TRUE(toneBecomes(kToneAmplitude));
   install();
-  say(kPrompt, 0.0F);
+  say(kLongPrompt, 0.0F);
   EXPECT_TRUE(audio->otherAudioWasPlayingWhenSpeechStarted());
   EXPECT_TRUE(toneBecomes(kLowered));
   EXPECT_TRUE(toneBecomes(kToneAmplitude));
