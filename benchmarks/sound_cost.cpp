@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <string_view>
 
 namespace {
 
@@ -53,7 +54,7 @@ class Measurement {
       const ChildProcess rival({"espeak-ng", "-v", "en-US", "-s", "175", kText});
       rivals.push_back(secondsUntil([this] { return isHeard(); }));
       wait(0.5);
-      ::kill(rival.pid(), SIGKILL);
+      rival.send(SIGKILL);
       rivalStops.push_back(secondsUntil([this] { return monitor_.loudness() < 1.0; }));
     }
     print("speakText until heard", ours);
@@ -75,6 +76,20 @@ class Measurement {
     }
     print("music lowered after speakText", falls);
     print("music back after the prompt's end", returns);
+  }
+
+  /// The return of music after another host, this program again, was ended in the middle of a prompt.
+  void ends(int rounds) {
+    std::vector<double> returns;
+    const double half = PrivateServer::kToneAmplitude / 2;
+    for (int round = 0; round < rounds; ++round) {
+      wait(0.3);
+      const ChildProcess host({"/proc/self/exe", "--speak"});
+      secondsUntil([&] { return monitor_.tone() < half; });
+      host.send(SIGSEGV);
+      returns.push_back(secondsUntil([&] { return monitor_.tone() > half; }));
+    }
+    print("  after a signal that nobody handles", returns);
   }
 
  private:
@@ -109,9 +124,19 @@ void idle() {
               1e3 * (processorSeconds() - before), kSeconds);
 }
 
+/// A host that `ends` ends.
+int speak() {
+  if (!ZRPlatformInstall(makeLinuxPlatform())) return 3;
+  ZRAudio::sharedInstance()->speakTextInterruptVolume(kText, false, 0.0F);
+  ZRRunLinuxLoopFor(10.0, [] { return false; });
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (ZRGuardLinuxSound(argc, argv)) return 0;
+  if (argc > 1 && std::string_view(argv[1]) == "--speak") return speak();
   const int rounds = argc > 1 ? std::max(std::atoi(argv[1]), 1) : 20;
   PrivateServer server;
   if (!PrivateServer::isInstalled() || !server.start()) {
@@ -127,6 +152,7 @@ int main(int argc, char** argv) {
     const auto player = server.music();
     eventually([&] { return monitor->tone() > PrivateServer::kToneAmplitude / 2; });
     Measurement(*audio, *monitor).ducking(rounds);
+    Measurement(*audio, *monitor).ends(rounds);
   }
   monitor.reset();
   idle();

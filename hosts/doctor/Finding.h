@@ -25,7 +25,7 @@ struct Finding {
   std::string remedy;  ///< the command that mends it; empty when usable
 };
 
-/// Looks at one thing, and changes nothing. Takes a few seconds at most.
+/// Looks at one thing, and changes nothing but what programs of ours have left behind. Takes a few seconds at most.
 class Probe {
  public:
   Probe() = default;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <ZRCore/ZRLinuxSound.h>
 #include <gio/gio.h>
 #include <gio/gunixsocketaddress.h>
 #include <unistd.h>
@@ -137,6 +138,19 @@ Finding SoundProbe::look() {
   g_clear_error(&error);
   if (isAbsent) return {"sound", State::missing, where + " is not running", kStart};
   return {"sound", State::broken, where + ": " + why, isLocal ? "pulseaudio --kill; pulseaudio --start" : kForget};
+}
+
+Finding VolumesProbe::look() {
+  std::string fault;
+  const int restored = ZRRestoreLinuxSound(fault, answerSeconds_);
+  if (!fault.empty()) {
+    return {"volumes", State::broken, "what a killed program has left lowered is still so: " + fault,
+            "pulseaudio --start; zrcore doctor"};
+  }
+  if (restored == 0) return {"volumes", State::usable, "no other sound has been left lowered", ""};
+  return {"volumes", State::usable,
+          "a killed program had left other sound lowered; it has its volume back (" + std::to_string(restored) + ")",
+          ""};
 }
 
 namespace {

@@ -27,6 +27,7 @@ std::vector<std::unique_ptr<Probe>> probesOfThisMachine() {
   probes.push_back(std::make_unique<GeoClueProbe>());
   probes.push_back(std::make_unique<VoicesProbe>());
   probes.push_back(std::make_unique<SoundProbe>(soundServerOfThisUser()));
+  probes.push_back(std::make_unique<VolumesProbe>());
   probes.push_back(std::make_unique<HandlerProbe>("mailto", "mail", "thunderbird"));
   probes.push_back(std::make_unique<HandlerProbe>("https", "browser", "firefox-esr"));
   return probes;

@@ -96,6 +96,16 @@ class SoundProbe final : public Probe {
 /// Where the user's sound server listens.
 std::string soundServerOfThisUser();
 
+/// Other applications' sound that a program of ours lowered before it was killed: restores it.
+class VolumesProbe final : public Probe {
+ public:
+  explicit VolumesProbe(double answerSeconds = kAnswerSeconds) : answerSeconds_(answerSeconds) {}
+  Finding look() override;
+
+ private:
+  double answerSeconds_;
+};
+
 /// The application that opens addresses of a kind.
 class HandlerProbe final : public Probe {
  public:

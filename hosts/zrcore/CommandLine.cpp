@@ -84,7 +84,10 @@ Command CommandLine::add(const std::string& name, const std::string& description
                          std::function<int()> run) {
   CLI::App& command = *tool_->add_subcommand(name, description);
   command.footer(footer);
-  command.callback([this, run = std::move(run)] { exitCode_ = run(); });
+  command.callback([this, name, run = std::move(run)] {
+    if (beforeRun_) beforeRun_(name);
+    exitCode_ = run();
+  });
   return Command(command);
 }
 

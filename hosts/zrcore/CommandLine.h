@@ -76,12 +76,15 @@ class CommandLine {
   /// @param run     returns the tool's exit code; may throw UsageFault before it does anything
   Command add(const std::string& name, const std::string& description, const std::string& footer,
               std::function<int()> run);
+  /// @param act  called with the name of the subcommand that was asked for, before it runs
+  void beforeRun(std::function<void(const std::string& command)> act) { beforeRun_ = std::move(act); }
   /// Does what is asked for. Help, version and what must be changed are printed.
   /// @return the tool's exit code
   int run(int argc, char** argv);
 
  private:
   std::unique_ptr<CLI::App> tool_;
+  std::function<void(const std::string&)> beforeRun_;
   int exitCode_;
 };
 

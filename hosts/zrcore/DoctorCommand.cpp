@@ -16,7 +16,8 @@
 namespace {
 
 constexpr const char* kDoctorDescription =
-    "Tells what of this machine the navigation kit can use, and how to mend what it can't. Changes nothing.";
+    "Tells what of this machine the navigation kit can use, and how to mend what it can't. Changes nothing, but that "
+    "sound which a killed program has left lowered gets its volume back.";
 
 constexpr const char* kDoctorFooter = R"(
 Output:

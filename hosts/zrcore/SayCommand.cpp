@@ -17,7 +17,7 @@ Exit codes:
   0  every text was heard to its end (with --interrupt: the last)
   2  the command line must be changed; a file would be overwritten without --force
   3  the system does not give what is needed: no speech engine (espeak-ng), no such voice, no sound server, no room
-  130, 143  ended early by a signal
+  129 to 153  128 and the number of the signal that ended it early
 
 Examples:
   zrcore say "Turn left" "Turn right"

@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "ExitCodes.h"
+#include "InterruptibleLoop.h"
 #include "Interruption.h"
 
 namespace {
@@ -61,6 +62,6 @@ int runSay(const SayArguments& arguments) {
   const bool isHeard = speak(arguments, *audio);
   const std::string fault = speaking->soundFile ? speaking->soundFile->close() : "";
   if (!fault.empty()) messages.say(fault);
-  if (interruption::signal() != 0) return 128 + interruption::signal();
+  if (interruption::signal() != 0) return interruption::exitCode();
   return isHeard && fault.empty() ? kExitDone : kExitServiceMissing;
 }

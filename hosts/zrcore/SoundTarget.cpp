@@ -5,7 +5,6 @@
 
 #include "CommandLine.h"
 #include "ExitCodes.h"
-#include "Interruption.h"
 
 SoundTarget SoundTarget::parse(const std::string& option, const std::string& text) {
   const std::string prefix = "wav:";
@@ -40,12 +39,6 @@ std::optional<SpeakingPlatform> speakingPlatform(const SoundTarget& target, bool
   return speaking;
 }
 
-void runLoopUntil(const std::function<bool()>& isDone) {
-  constexpr double kSecondsBetweenLooks = 0.1;  // a signal does not wake the loop
-  const auto mayEnd = [&isDone] { return interruption::signal() != 0 || isDone(); };
-  while (!mayEnd()) ZRRunLinuxLoopFor(kSecondsBetweenLooks, mayEnd);
-}
-
 void endSound(ZRAudio& audio) {
   constexpr double kPatienceSeconds = 2.0;
   audio.stopAudioAndSpeechPlayback();
@@ -53,5 +46,6 @@ void endSound(ZRAudio& audio) {
   const auto& platform = ZRPlatformInUse();
   platform.mainQueue->post([&isTold] { isTold = true; });  // behind what the synthesizer has to tell
   ZRRunLinuxLoopUntil([&isTold] { return isTold; });
+  audio.forceStopSession();  // nothing follows for which others were to stay lowered
   ZRRunLinuxLoopFor(kPatienceSeconds, [&platform] { return ZRLinuxSoundIsSettled(platform); });
 }

@@ -43,9 +43,6 @@ struct SpeakingPlatform {
 std::optional<SpeakingPlatform> speakingPlatform(const SoundTarget& target, bool mayOverwrite, Messages& messages,
                                                  int& exitCode, ZRLinuxOptions options = {});
 
-/// Iterates the loop until `isDone`, or a signal came.
-void runLoopUntil(const std::function<bool()>& isDone);
-
 /// Ends what still sounds, and lets all be told and other applications' streams be restored.
 void endSound(ZRAudio& audio);
 

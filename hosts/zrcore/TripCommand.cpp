@@ -30,7 +30,7 @@ Exit codes:
   1  the recording can't be read, part of it was dropped, or it holds no fix
   2  the command line must be changed; a file would be overwritten without --force
   3  the system does not give what is needed: no room or no right to write
-  130, 143  ended early by a signal; what was replayed until then is complete
+  129 to 153  128 and the number of the signal that ended it early; what was replayed until then is complete
 
 Examples:
   zrcore trip drive.gpx --out result

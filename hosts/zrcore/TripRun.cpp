@@ -23,8 +23,6 @@ namespace {
 
 bool isInterrupted() { return interruption::signal() != 0; }
 
-int exitOfInterruption() { return 128 + interruption::signal(); }
-
 TripView::Shape shapeFor(const TripArguments& arguments) {
   if (arguments.json) return TripView::Shape::json;
   if (arguments.quiet) return TripView::Shape::nothing;
@@ -183,7 +181,7 @@ int TripRun::replay(trip::Recording& recording) {
 
   if (isInterrupted()) {
     view_.messages().about(name_, "interrupted; what was replayed until then is complete");
-    return exitOfInterruption();
+    return interruption::exitCode();
   }
   if (summary.fixes == 0 && !view_.wantsToStop()) {
     const bool isWindowed = arguments_.from || arguments_.to;
@@ -201,7 +199,7 @@ int TripRun::run() {
     if (arguments_.outputFolder && !openOutputs(*arguments_.outputFolder)) return kExitUsage;
     return replay(recording);
   } catch (const trip::RecordingError& error) {
-    if (isInterrupted()) return exitOfInterruption();  // before it could even be told what was coming in
+    if (isInterrupted()) return interruption::exitCode();  // before it could even be told what was coming in
     view_.messages().about(name_, error.what());
     return kExitDataFault;
   } catch (const trip::ReversedWindow& error) {

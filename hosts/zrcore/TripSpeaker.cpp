@@ -3,6 +3,7 @@
 
 #include <trip/OutputError.h>
 
+#include "InterruptibleLoop.h"
 #include "SoundTarget.h"
 
 namespace {
@@ -47,7 +48,8 @@ void TripSpeaker::settleFile() {
 void TripSpeaker::finish(const trip::TripSummary& summary) {
   if (summary.fixes > 0) say("The trip ends");
   if (soundFile_) soundFile_->letTimePass();
-  runLoopUntil([this] { return !audio_->isSpeaking(); });
+  const auto isSilent = [this] { return !audio_->isSpeaking(); };
+  time_ == Time::live ? ZRRunLinuxLoopUntil(isSilent) : runLoopUntil(isSilent);
   endSound(*audio_);
   const std::string fault = soundFile_ ? soundFile_->close() : "";
   if (!fault.empty()) throw trip::OutputError(path_, fault, "make room or choose another file");

@@ -28,7 +28,8 @@ class TripSpeaker final : public trip::TripOutput {
       : soundFile_(std::move(soundFile)), path_(std::move(path)), time_(time) {}
 
   void row(const trip::TripRow& row) override;
-  /// Returns when all has been heard, or a signal came.
+  /// Returns when all has been heard. A signal cuts the end of a replayed trip short; a live one ends by it, and says
+  /// so.
   /// @throws trip::OutputError  the file could not be written
   void finish(const trip::TripSummary& summary) override;
 

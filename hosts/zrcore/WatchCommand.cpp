@@ -26,7 +26,7 @@ Exit codes:
   1  the source had nothing to say in the time given by --for
   2  the command line must be changed; the recording can't be made, or would overwrite a file without --force
   3  the system does not give what is needed: no source answers, no permission, no room to write
-  130, 143  ended by a signal
+  129 to 153  128 and the number of the signal that ended it
 
 Examples:
   zrcore watch

@@ -3,13 +3,12 @@
 
 #include <ZRCore/ZRLinuxPlatform.h>
 #include <ZRCore/ZRLocationManager.h>
-#include <glib-unix.h>
+#include <glib.h>
 #include <trip/GpxRecording.h>
 #include <trip/LocationRow.h>
 #include <trip/OutputError.h>
 #include <trip/SummaryCounter.h>
 
-#include <csignal>
 #include <exception>
 #include <filesystem>
 #include <functional>
@@ -18,6 +17,8 @@
 #include <vector>
 
 #include "ExitCodes.h"
+#include "InterruptibleLoop.h"
+#include "Interruption.h"
 #include "TripSpeaker.h"
 #include "TripView.h"
 
@@ -101,7 +102,6 @@ class WatchRun final : public ZRDidUpdateLocations, public ZRDidFailWithError {
   std::unique_ptr<MainSource> redraw_;
   std::string fault_;           ///< told last, and no fix since
   std::exception_ptr failure_;  ///< of an output
-  int signal_ = 0;
   bool isOver_ = false;
 };
 
@@ -152,7 +152,7 @@ void WatchRun::locationManagerDidFailWithError(ZRLocationManager&, const NSError
 }
 
 int WatchRun::exitCode() const {
-  if (signal_ != 0) return 128 + signal_;
+  if (interruption::signal() != 0) return interruption::exitCode();
   if (fault_ == "badSource") return kExitServiceMissing;
   if (counter_.counts().fixes > 0 || view_.wantsToStop()) return kExitDone;
   return fault_.empty() || fault_ == "noFix" || fault_ == "lost" ? kExitDataFault : kExitServiceMissing;
@@ -188,19 +188,13 @@ int WatchRun::run(const std::shared_ptr<WatchRun>& self) {
   manager->setDelegate(self);
   manager->startUpdatingLocation();
 
-  std::vector<std::unique_ptr<MainSource>> endings;
-  for (const int signal : {SIGINT, SIGTERM}) {
-    endings.push_back(std::make_unique<MainSource>(g_unix_signal_source_new(signal), [&run, signal] {
-      run.signal_ = signal;
-      run.isOver_ = true;
-    }));
-  }
+  std::unique_ptr<MainSource> timeIsUp;
   if (run.arguments_.forSeconds) {
     GSource* const timer = g_timeout_source_new(millisecondsOf(*run.arguments_.forSeconds));
-    endings.push_back(std::make_unique<MainSource>(timer, [&run] { run.isOver_ = true; }));
+    timeIsUp = std::make_unique<MainSource>(timer, [&run] { run.isOver_ = true; });
   }
-  ZRRunLinuxLoopUntil([&run] { return run.isOver_; });
-  endings.clear();
+  runLoopUntil([&run] { return run.isOver_; });
+  timeIsUp.reset();
   run.redraw_.reset();
   manager->stopUpdatingLocation();
   if (run.failure_) std::rethrow_exception(run.failure_);
@@ -214,6 +208,7 @@ int WatchRun::run(const std::shared_ptr<WatchRun>& self) {
 }  // namespace
 
 int runWatch(const WatchArguments& arguments) {
+  interruption::listen();
   const auto run = std::make_shared<WatchRun>(arguments);
   try {
     return WatchRun::run(run);

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <ZRCore/ZRLinuxSound.h>
 #include <fcntl.h>
 
 #include <clocale>
 #include <cstdio>
 #include <exception>
+#include <string>
 
 #include "AgoCommand.h"
 #include "CommandLine.h"
 #include "ConfigCommand.h"
 #include "DoctorCommand.h"
 #include "ExitCodes.h"
+#include "Interruption.h"
 #include "PlaceCommand.h"
 #include "SayCommand.h"
 #include "TripCommand.h"
@@ -25,6 +28,14 @@ void fillStandardStreams() {
   }
 }
 
+/// Gives other applications' sound its volume back when a killed program has left it lowered. What goes wrong doctor
+/// tells: most runs have nothing to do with sound.
+void restoreSound() {
+  std::string fault;
+  if (ZRRestoreLinuxSound(fault) == 0) return;
+  std::fprintf(stderr, "zrcore: a program that was killed had left other sound lowered; it has its volume back\n");
+}
+
 int runTool(int argc, char** argv) {
   CommandLine tool("zrcore", ZRCORE_VERSION, "The ZRCore navigation kit on the command line");
   addTripCommand(tool);
@@ -35,6 +46,9 @@ int runTool(int argc, char** argv) {
   addSayCommand(tool);
   addWatchCommand(tool);
   addDoctorCommand(tool);
+  tool.beforeRun([](const std::string& command) {
+    if (command != "doctor") restoreSound();  // which does so itself
+  });
   return tool.run(argc, argv);
 }
 
@@ -42,6 +56,8 @@ int runTool(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   fillStandardStreams();
+  if (ZRGuardLinuxSound(argc, argv)) return kExitDone;
+  interruption::beforeSuddenEnd(ZRRestoreLinuxSoundAtSuddenEnd);
   std::setlocale(LC_CTYPE, "");  // which characters the terminal shows; numbers stay as they are
   try {
     return runTool(argc, argv);

@@ -50,12 +50,33 @@ struct ZRLinuxSoundOptions {
   /// Null: sound goes to the sound server.
   std::shared_ptr<ZRSoundFile> soundFile;
   /// The folder in which it stands which other applications' streams have been lowered: hosts that share it lower a
-  /// stream once between them, and restore it if one of them dies. Empty: a folder of the user's session.
+  /// stream once between them, and restore it if one of them dies. It must be the user's alone (mode 700). Empty: a
+  /// folder of the user's session.
   std::string stateFolder;
 };
 
 /// Whether the sound of a platform made with these options has come to rest: nothing of ours is heard, and no other
-/// application's stream has yet to be restored. A host that ends iterates its loop until then. Main thread.
+/// application's stream has yet to be restored. A host that ends iterates its loop until then; one that exits without
+/// restores first, for which half a second is spent at the most. Main thread.
 ZR_EXPORT bool ZRLinuxSoundIsSettled(const ZRPlatform& platform);
+
+/// Restores what processes of this user have lowered and left so when they were killed: streams, and the volumes that
+/// the server remembers for their applications' next ones. Makes a connection of its own, if there is anything to
+/// restore, and needs no platform. Any thread.
+/// @param fault        why what was left could not all be restored, in words; empty when it was, or nothing was left
+/// @param seconds      the longest time that it may take
+/// @param stateFolder  as in ZRLinuxSoundOptions
+/// @return how many volumes were restored
+ZR_EXPORT int ZRRestoreLinuxSound(std::string& fault, double seconds = 0.5, const std::string& stateFolder = {});
+
+/// From now on an end of this process by any signal that has no handler yet, and is not ignored, restores first what
+/// the process has lowered. A signal's handler cannot do so itself: it starts this program once more for that alone, and
+/// waits for it, a second at the most. So this is the first thing that `main` does.
+/// @return true in the process that was started for that: it has restored, and `main` is to return.
+[[nodiscard]] ZR_EXPORT bool ZRGuardLinuxSound(int argc, char** argv);
+
+/// What the guard does first, for a host's own handlers of signals that end the process. Async-signal-safe; does
+/// nothing without a guard.
+ZR_EXPORT void ZRRestoreLinuxSoundAtSuddenEnd();
 
 #endif

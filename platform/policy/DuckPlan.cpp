@@ -2,6 +2,7 @@
 #include "DuckPlan.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <set>
 #include <sstream>
@@ -21,6 +22,34 @@ bool standAt(const ChannelVolumes& found, const ChannelVolumes& expected) {
 
 bool isSilent(const ChannelVolumes& volumes) {
   return std::all_of(volumes.begin(), volumes.end(), [](std::uint32_t volume) { return volume == 0; });
+}
+
+/// A key as a note has it. Applications choose it, line breaks included.
+std::string escaped(const std::string& key) {
+  constexpr const char* kDigits = "0123456789abcdef";
+  std::string text;
+  for (const char c : key) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= 0x20 && byte != 0x7f && byte != '%') {
+      text += c;
+    } else {
+      text += {'%', kDigits[byte / 16U], kDigits[byte % 16U]};
+    }
+  }
+  return text;
+}
+
+std::string unescaped(const std::string& text) {
+  std::string key;
+  for (std::size_t at = 0; at < text.size();) {
+    unsigned char byte = 0;
+    const char* const digits = text.data() + at + 1;
+    const bool isEscape =
+        text[at] == '%' && at + 2 < text.size() && std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2;
+    key += isEscape ? static_cast<char>(byte) : text[at];
+    at += isEscape ? 3 : 1;
+  }
+  return key;
 }
 
 }  // namespace
@@ -45,6 +74,16 @@ bool DuckPlan::Entry::explains(const OtherStream& stream) const {
   return isRelated && standAt(stream.volumes, loweredVolumes(original));
 }
 
+/// An entry's own process knows the volume. A note may be wrong, and full volume is the most that it can bring about.
+ChannelVolumes DuckPlan::Entry::restored() const {
+  constexpr std::uint32_t kFullVolume = 65536;
+  ChannelVolumes volumes = original;
+  if (isFromNote) {
+    for (std::uint32_t& volume : volumes) volume = std::min(volume, kFullVolume);
+  }
+  return volumes;
+}
+
 template <class Entries>
 auto DuckPlan::thatExplains(Entries& entries, const OtherStream& stream) {
   return std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.explains(stream); });
@@ -60,6 +99,10 @@ void DuckPlan::lookForEnds(const std::vector<OtherStream>& streams) {
                                      [&](const OtherStream& stream) { return stream.index == entry.index; });
     if (!isThere) entry.index.reset();
     entry.isBeingRestored = false;  // if it was, the server went before it answered
+    const bool isOutdated = std::any_of(streams.begin(), streams.end(), [&](const OtherStream& stream) {
+      return stream.key == entry.key && !entry.explains(stream) && !standAt(stream.volumes, entry.original);
+    });
+    if (!entry.index && isOutdated) entry.hasStayedLow = false;  // the server remembers that stream's volume by now
   }
   std::set<std::string> remembered{""};  // by the server, which knows one volume a key: the latest
   for (std::size_t i = entries_.size(); i-- > 0;) {
@@ -72,16 +115,18 @@ std::optional<DuckPlan::Change> DuckPlan::lowering(const OtherStream& stream, co
   const auto entry = entryOf(stream);
   if (entry != entries_.end()) {
     entry->index = stream.index;
+    entry->hasStayedLow = entry->explains(stream);
     return std::nullopt;
   }
   if (const auto parent = thatExplains(entries_, stream); parent != entries_.end()) {
-    entries_.push_back({stream.index, stream.key, ChannelVolumes(parent->original)});
+    entries_.push_back({stream.index, stream.key, ChannelVolumes(parent->original), parent->isFromNote});
     return std::nullopt;
   }
   if (!stream.isAudible || !stream.canBeChanged || isSilent(stream.volumes)) return std::nullopt;
   const auto other = thatExplains(noted.entries_, stream);
-  const ChannelVolumes& original = other != noted.entries_.end() ? other->original : stream.volumes;
-  entries_.push_back({stream.index, stream.key, original});
+  const bool isNoted = other != noted.entries_.end();
+  const ChannelVolumes& original = isNoted ? other->original : stream.volumes;
+  entries_.push_back({stream.index, stream.key, original, isNoted});
   return Change{stream.index, loweredVolumes(original)};  // low or not: the other may be about to restore it
 }
 
@@ -96,7 +141,7 @@ std::optional<DuckPlan::Change> DuckPlan::restoring(const OtherStream& stream, c
     return std::nullopt;
   }
   entry->isBeingRestored = true;
-  return Change{stream.index, entry->original};
+  return Change{stream.index, entry->restored()};
 }
 
 std::vector<DuckPlan::Change> DuckPlan::changes(bool isDucking, const std::vector<OtherStream>& streams,
@@ -108,7 +153,7 @@ std::vector<DuckPlan::Change> DuckPlan::changes(bool isDucking, const std::vecto
       // The server remembers volumes by role, too: a prompt may begin at what was a lowered call's.
       const auto parent = thatExplains(entries_, stream);
       if (parent == entries_.end()) continue;
-      changes.push_back({stream.index, parent->original});
+      changes.push_back({stream.index, parent->restored()});
       parent->isBeingRestored = !parent->index;
     } else if (const auto change = isDucking ? lowering(stream, noted) : restoring(stream, held)) {
       changes.push_back(*change);
@@ -117,8 +162,42 @@ std::vector<DuckPlan::Change> DuckPlan::changes(bool isDucking, const std::vecto
   return changes;
 }
 
+std::vector<RememberedVolume> DuckPlan::corrections(const std::optional<std::vector<RememberedVolume>>& memory,
+                                                    const DuckPlan& held) {
+  std::vector<RememberedVolume> corrections;
+  const auto isHeld = [&held](const Entry& entry) {
+    return std::any_of(held.entries_.begin(), held.entries_.end(), [&entry](const Entry& other) {
+      return other.key == entry.key && other.original == entry.original;
+    });
+  };
+  const auto isRemembered = [&memory](const Entry& entry) {
+    if (!memory) return entry.hasStayedLow && !entry.key.empty();
+    return std::any_of(memory->begin(), memory->end(), [&entry](const RememberedVolume& found) {
+      return found.key == entry.key && standAt(found.volumes, loweredVolumes(entry.original));
+    });
+  };
+  for (Entry& entry : entries_) {
+    entry.isBeingRestored = !entry.index && isRemembered(entry) && !isHeld(entry);
+    if (entry.isBeingRestored) corrections.push_back({entry.key, entry.restored()});
+  }
+  std::erase_if(entries_, [](const Entry& entry) { return !entry.index && !entry.isBeingRestored; });
+  return corrections;
+}
+
 void DuckPlan::changesDone() {
   std::erase_if(entries_, [](const Entry& entry) { return entry.isBeingRestored; });
+}
+
+void DuckPlan::streamHasEnded(std::uint32_t index) {
+  for (Entry& entry : entries_) {
+    if (entry.index != index) continue;
+    entry.index.reset();
+    entry.isBeingRestored = false;
+  }
+}
+
+bool DuckPlan::hasEndedStreams() const {
+  return std::any_of(entries_.begin(), entries_.end(), [](const Entry& entry) { return !entry.index; });
 }
 
 void DuckPlan::add(const DuckPlan& other) {
@@ -135,7 +214,7 @@ void DuckPlan::forgetServer() {
 }
 
 // A line an entry: the server's cookie, the stream's number ("-": none), its channels' volumes, and the key, which goes
-// to the line's end.
+// to the line's end, escaped.
 
 std::string DuckPlan::text(std::uint32_t serverCookie) const {
   std::ostringstream text;
@@ -148,7 +227,7 @@ std::string DuckPlan::text(std::uint32_t serverCookie) const {
     }
     text << ' ' << entry.original.size();
     for (const std::uint32_t volume : entry.original) text << ' ' << volume;
-    text << ' ' << entry.key << '\n';
+    text << ' ' << escaped(entry.key) << '\n';
   }
   return text.str();
 }
@@ -170,7 +249,10 @@ DuckPlan DuckPlan::fromText(std::string_view text, std::uint32_t serverCookie) {
     std::uint32_t value = 0;
     if (cookie == serverCookie && number >> value) entry.index = value;
     if (!words || words.get() != ' ') continue;
-    std::getline(words, entry.key);
+    std::string key;
+    std::getline(words, key);
+    entry.key = unescaped(key);
+    entry.isFromNote = true;
     if (entry.index || !entry.key.empty()) plan.entries_.push_back(std::move(entry));
   }
   return plan;

@@ -24,12 +24,20 @@ struct OtherStream {
   bool mayBeLowered = true;  ///< neither of this process nor a prompt of another
 };
 
+/// A volume that the server keeps for an application's next stream.
+struct RememberedVolume {
+  std::string key;
+  ChannelVolumes volumes;
+};
+
 /// 18 dB lower.
 ChannelVolumes loweredVolumes(const ChannelVolumes& volumes);
 
 /// Which streams are to be lowered and which restored. It remembers the streams that it has lowered with their former
 /// volumes until they are restored; one whose volume has been changed meanwhile is left alone. A stream that several
-/// processes want lowered is lowered once, and restored by the last of them.
+/// processes want lowered is lowered once, and restored by the last of them. One that ends while it is low may leave
+/// its low volume in the server's memory, which is then corrected. What another process has noted makes nothing louder
+/// than full volume.
 class DuckPlan {
  public:
   struct Change {
@@ -44,10 +52,20 @@ class DuckPlan {
   /// @param held     the same, as they stand: they will restore what they have lowered
   std::vector<Change> changes(bool isDucking, const std::vector<OtherStream>& streams, const DuckPlan& noted,
                               const DuckPlan& held);
+  /// What the server is to remember instead of low volumes of streams that have ended; for when nothing is lowered. The
+  /// others of them are forgotten: they have left no low volume, or somebody else corrects it. Done as changes are.
+  /// @param memory  the server's, as it stands; nullopt: it does not show it, and all may have left their volume there
+  /// @param held    as for `changes`
+  std::vector<RememberedVolume> corrections(const std::optional<std::vector<RememberedVolume>>& memory,
+                                            const DuckPlan& held);
   /// The server has carried out the changes.
   void changesDone();
+  /// A change has failed: the stream has ended since the list was asked for.
+  void streamHasEnded(std::uint32_t index);
 
   bool isEmpty() const { return entries_.empty(); }
+  /// Whether streams have ended that the server may remember as low.
+  bool hasEndedStreams() const;
   /// Adds what another plan still has to restore, but for streams that are in this one.
   void add(const DuckPlan& other);
 
@@ -65,10 +83,13 @@ class DuckPlan {
     std::optional<std::uint32_t> index;  ///< nullopt: of a former server, or a stream that has gone
     std::string key;
     ChannelVolumes original;
+    bool isFromNote = false;
+    bool hasStayedLow = true;  ///< as far as is known; otherwise somebody has changed it, or its successor
     bool isBeingRestored = false;
 
     bool isOf(const OtherStream& stream) const;
     bool explains(const OtherStream& stream) const;
+    ChannelVolumes restored() const;
   };
 
   template <class Entries>

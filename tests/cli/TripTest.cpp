@@ -277,7 +277,8 @@ TEST_F(Trip, AnInterruptionKeepsWhatWasReplayed) {
 #ifdef __SANITIZE_THREAD__
   GTEST_SKIP() << "the sanitizer's runtime (g++ 12) can lose a signal that comes while the program first waits";
 #endif
-  for (const int signal : {SIGINT, SIGTERM}) {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
+    SCOPED_TRACE(signal);
     const std::string out = std::to_string(signal);
     ToolPipe reader;
     const pid_t tool = startTool({"trip", kDrive, "--rate", "0.01", "--out", folder.path(out)},
@@ -285,6 +286,7 @@ TEST_F(Trip, AnInterruptionKeepsWhatWasReplayed) {
     reader.readLine();
     reader.readLine();  // the first fix is there; the second one is due in 100 seconds
     ::kill(tool, signal);
+    ::kill(tool, signal);  // as timeout(1) does, and a shell whose terminal closes
     EXPECT_EQ(waitForTool(tool).exitCode, 128 + signal);
     EXPECT_EQ(json::parse(filesIn(out)["summary.json"])["fixes"], 1);
     EXPECT_EQ(linesOf(filesIn(out)["trip.csv"]).size(), 2u);

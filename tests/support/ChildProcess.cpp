@@ -62,14 +62,18 @@ ChildProcess::ChildProcess(const Arguments& arguments, const Environment& added,
 
 ChildProcess::~ChildProcess() {
   if (pid_ > 0) {
-    kill(pid_, SIGTERM);
+    send(SIGTERM);
     exitCode(milliseconds(5000));
   }
   if (pid_ > 0) {
-    kill(pid_, SIGKILL);
+    send(SIGKILL);
     waitpid(pid_, nullptr, 0);
   }
   if (out_ >= 0) close(out_);
+}
+
+void ChildProcess::send(int signal) const {
+  if (pid_ > 0) kill(pid_, signal);
 }
 
 std::optional<std::string> ChildProcess::readLine(milliseconds patience) {

@@ -24,7 +24,10 @@ class ChildProcess {
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
 
+  /// -1 once its end has been waited for, and where it could not be started.
   pid_t pid() const { return pid_; }
+  /// Sends it a signal. Use this: kill() takes a pid of -1 for all processes of the machine.
+  void send(int signal) const;
   /// The next line of its standard output; absent at the end, or when none comes in time.
   std::optional<std::string> readLine(std::chrono::milliseconds patience);
   /// Waits for its end. @return its exit code; absent when a signal ended it, or when it goes on.

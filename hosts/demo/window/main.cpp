@@ -81,6 +81,7 @@ void addStyleAction(GApplication* application) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (ZRGuardLinuxSound(argc, argv)) return 0;
   options.samples = packaged("share/zrcore/samples", ZRCORE_SAMPLES);
 
   const demo::Ref<AdwApplication> application(adw_application_new(

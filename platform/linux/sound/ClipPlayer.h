@@ -7,7 +7,7 @@
 #include "loop/Loop.h"
 #include "sound/SoundOutput.h"
 
-/// Players of the clips that libsndfile decodes: WAV, Ogg, FLAC and others, of one or two channels.
+/// Players of clips of one or two channels: WAV, Ogg, FLAC, MP3 and others.
 class ClipPlayers final : public ZRAudioPlayers {
  public:
   ClipPlayers(std::shared_ptr<Loop> loop, std::shared_ptr<SoundOutput> output);

@@ -3,6 +3,7 @@
 
 #include <ZRCore/ZRPlatform.h>
 #include <policy/SpeechRate.h>
+#include <policy/SpokenText.h>
 #include <policy/UtteranceQueue.h>
 
 #include <algorithm>
@@ -62,7 +63,7 @@ class LinuxSynthesizer final : public AVSpeechSynthesizer {
 
   void speakUtterance(std::shared_ptr<AVSpeechUtterance> utterance) override {
     if (!utterance) return;
-    SpeechRequest request{utterance->speechString(), engineCommand(shared_->options, *utterance)};
+    SpeechRequest request{policy::spokenText(utterance->speechString()), engineCommand(shared_->options, *utterance)};
     if (queue_.isEmpty()) shared_->speaking.insert(self());
     perform(queue_.add({std::move(utterance), std::make_shared<const SpeechRequest>(std::move(request))}));
   }

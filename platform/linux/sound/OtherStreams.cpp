@@ -4,41 +4,66 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <utility>
 
-namespace {
+#include "sound/PulseValues.h"
+#include "sound/SoundOwner.h"
 
-void release(pa_operation* operation) {
-  if (operation != nullptr) ::pa_operation_unref(operation);
-}
+namespace {
 
 bool anyAudible(const std::vector<policy::OtherStream>& streams) {
   return std::any_of(streams.begin(), streams.end(), [](const auto& stream) { return stream.isAudible; });
 }
 
+std::string property(const pa_sink_input_info& info, const char* name) {
+  const char* const value = ::pa_proplist_gets(info.proplist, name);
+  return value != nullptr ? value : "";
+}
+
+std::string ownBinary() {
+  std::array<char, 256> name{};
+  return ::pa_get_binary_name(name.data(), name.size()) != nullptr ? name.data() : "";
+}
+
+/// A prompt says whose it is. Of what else this process plays there are its number, which a process in a sandbox may
+/// have, too, and its program.
+bool isOfThisProcess(const pa_sink_input_info& info) {
+  const std::string owner = property(info, kPromptProperty);
+  if (!owner.empty()) return owner == soundOwner();
+  return property(info, PA_PROP_APPLICATION_PROCESS_ID) == std::to_string(::getpid()) &&
+         property(info, PA_PROP_APPLICATION_PROCESS_BINARY) == ownBinary();
+}
+
 }  // namespace
 
 policy::OtherStream otherStream(const pa_sink_input_info& info) {
-  const char* const process = ::pa_proplist_gets(info.proplist, PA_PROP_APPLICATION_PROCESS_ID);
-  const bool isOurs = process != nullptr && process == std::to_string(::getpid());
-  const char* const key = ::pa_proplist_gets(info.proplist, "module-stream-restore.id");
+  constexpr std::size_t kLongestKey = 1000;  // applications choose it, and notes are not to grow with it
+  const bool isOurs = isOfThisProcess(info);
+  const std::string key = property(info, "module-stream-restore.id");
   return policy::OtherStream{.index = info.index,
-                             .key = key != nullptr ? key : "",
-                             .volumes = {info.volume.values, info.volume.values + info.volume.channels},
+                             .key = key.size() <= kLongestKey ? key : "",
+                             .volumes = channelVolumes(info.volume),
                              .isAudible = info.corked == 0 && info.mute == 0 && !isOurs,
                              .canBeChanged = info.has_volume != 0 && info.volume_writable != 0,
                              .mayBeLowered = !isOurs && ::pa_proplist_contains(info.proplist, kPromptProperty) == 0};
 }
 
-OtherStreams::OtherStreams(PulseConnection& connection, std::string stateFolder, std::function<void(bool)> changed)
-    : connection_(connection), file_(std::move(stateFolder)), changed_(std::move(changed)) {
+OtherStreams::OtherStreams(PulseConnection& connection, std::string stateFolder, Events events, std::string endingOwner)
+    : connection_(connection),
+      file_(std::move(stateFolder), std::move(endingOwner)),
+      memory_(connection),
+      events_(std::move(events)) {
   connection_.add(*this);
 }
 
 OtherStreams::~OtherStreams() { connection_.remove(*this); }
 
-bool OtherStreams::arePlaying() const { return arePlaying_ ? *arePlaying_ : askWhetherOthersPlay(); }
+bool OtherStreams::arePlaying() const {
+  toldPlaying_ = arePlaying_ ? *arePlaying_ : askWhetherOthersPlay();
+  return *toldPlaying_;
+}
 
 void OtherStreams::setDucking(bool isWanted) {
   if (!isWanted) linger_.reset();
@@ -61,7 +86,7 @@ void OtherStreams::ourStreamEnds() {
 
 bool OtherStreams::isSettled() const {
   const bool knowsServer = !connection_.isConnecting() && !isLearning_;
-  return knowsServer && !isListing_ && changesUnderWay_ == 0 && !linger_ && audible_ == 0;
+  return knowsServer && !isListing_ && changesUnderWay_.empty() && !isCorrecting_ && !linger_ && audible_ == 0;
 }
 
 void OtherStreams::serverIsReady() {
@@ -82,6 +107,7 @@ void OtherStreams::serverIsReady() {
     auto* const others = static_cast<OtherStreams*>(self);
     const std::uint32_t cookie = info != nullptr ? info->cookie : 0;
     if (std::exchange(others->serverCookie_, cookie) != cookie) others->plan_.forgetServer();
+    others->memory_.setServer(info != nullptr && info->server_name != nullptr ? info->server_name : "");
     others->lookAtModules();
   };
   release(::pa_context_get_server_info(context, learnServer, this));
@@ -89,8 +115,9 @@ void OtherStreams::serverIsReady() {
 
 void OtherStreams::serverIsLost(const std::string&) {
   arePlaying_.reset();
-  isListing_ = isStale_ = isLearning_ = false;
-  changesUnderWay_ = 0;
+  toldPlaying_.reset();
+  isListing_ = isStale_ = isLearning_ = isCorrecting_ = false;
+  changesUnderWay_.clear();
 }
 
 /// Looks whether the server lowers streams itself. Then we do not, too.
@@ -102,6 +129,7 @@ void OtherStreams::lookAtModules() {
       others->hasSeenDucking_ |= info->name != nullptr && std::strcmp(info->name, "module-role-ducking") == 0;
     } else {
       others->serverDucks_ = others->hasSeenDucking_;
+      others->hasMemory_ = true;
       others->isLearning_ = false;
       others->synchronize();
     }
@@ -112,7 +140,7 @@ void OtherStreams::lookAtModules() {
 void OtherStreams::synchronize() {
   if (!connection_.isReady()) return;
   isStale_ = true;
-  if (isLearning_ || isListing_ || changesUnderWay_ > 0) return;
+  if (isLearning_ || isListing_ || isCorrecting_ || !changesUnderWay_.empty()) return;
   isListing_ = true;
   isStale_ = false;
   streams_.clear();
@@ -131,7 +159,8 @@ void OtherStreams::synchronize() {
 
 void OtherStreams::listed() {
   const bool playing = anyAudible(streams_);
-  const bool isNews = std::exchange(arePlaying_, playing).value_or(playing) != playing;
+  arePlaying_ = playing;
+  const bool isNews = std::exchange(toldPlaying_, playing).value_or(playing) != playing;
   std::vector<policy::DuckPlan::Change> changes;
   {
     const FileDescriptor lock = file_.lock();
@@ -141,7 +170,7 @@ void OtherStreams::listed() {
     file_.write(plan_.text(serverCookie_));  // before it is done: this process may die at any moment
   }
   apply(changes);
-  if (isNews) changed_(playing);
+  if (isNews) events_.changed(playing);
 }
 
 /// Takes over what dead processes have noted, to restore it. Under the lock. @return what living ones have lowered
@@ -150,34 +179,75 @@ policy::DuckPlan OtherStreams::lookAtNotes() {
   for (const DuckFile::Note& note : file_.notesOfOthers()) {
     (note.isOfLiving ? ofLiving : plan_).add(policy::DuckPlan::fromText(note.text, serverCookie_));
   }
-  file_.write(plan_.text(serverCookie_));
+  note();
   file_.removeOfDead();
   return ofLiving;
 }
 
+void OtherStreams::note() {
+  if (file_.write(plan_.text(serverCookie_))) return;
+  if (const auto unnoted = std::exchange(events_.unnoted, nullptr)) unnoted(file_.folder());
+}
+
 void OtherStreams::apply(const std::vector<policy::DuckPlan::Change>& changes) {
   for (const auto& change : changes) {
-    pa_cvolume volume;
-    ::pa_cvolume_init(&volume);
-    volume.channels = static_cast<std::uint8_t>(std::min<std::size_t>(change.volumes.size(), PA_CHANNELS_MAX));
-    std::copy_n(change.volumes.begin(), volume.channels, volume.values);
-    const auto done = [](pa_context*, int, void* self) {
-      auto* const others = static_cast<OtherStreams*>(self);
-      if (--others->changesUnderWay_ == 0) others->changesDone();
+    const pa_cvolume volume = pulseVolume(change.volumes);
+    const auto done = [](pa_context*, int success, void* underWay) {
+      const ChangeUnderWay ended = *static_cast<ChangeUnderWay*>(underWay);
+      ended.self->changeDone(ended.index, success != 0);
     };
-    pa_operation* const operation =
-        ::pa_context_set_sink_input_volume(connection_.context(), change.index, &volume, done, this);
-    if (operation != nullptr) ++changesUnderWay_;
+    changesUnderWay_.push_back({this, change.index});
+    pa_operation* const operation = ::pa_context_set_sink_input_volume(connection_.context(), change.index, &volume,
+                                                                       done, &changesUnderWay_.back());
+    if (operation == nullptr) changesUnderWay_.pop_back();
     release(operation);
   }
-  if (changesUnderWay_ == 0) changesDone();
+  if (changesUnderWay_.empty()) changesDone();
+}
+
+void OtherStreams::changeDone(std::uint32_t index, bool isSuccess) {
+  if (!isSuccess) plan_.streamHasEnded(index);
+  if (isSuccess && !shouldDuck()) ++restored_;
+  changesUnderWay_.remove_if([index](const ChangeUnderWay& change) { return change.index == index; });
+  if (changesUnderWay_.empty()) changesDone();
 }
 
 void OtherStreams::changesDone() {
   plan_.changesDone();
   {
     const FileDescriptor lock = file_.lock();
-    file_.write(plan_.text(serverCookie_));
+    note();
+  }
+  isStale_ ? synchronize() : correctMemory();
+}
+
+/// The memory is an application's own while a stream of it is there, which is restored. What streams that have ended
+/// have left there nobody else would put right before the next one begins.
+void OtherStreams::correctMemory() {
+  if (shouldDuck() || !hasMemory_ || !plan_.hasEndedStreams()) return;
+  isCorrecting_ = true;
+  memory_.read([this](bool hasMemory, const VolumeMemory::Remembered& remembered) {
+    hasMemory_ = hasMemory;
+    if (!hasMemory || shouldDuck()) return corrected(0);
+    std::vector<policy::RememberedVolume> corrections;
+    {
+      const FileDescriptor lock = file_.lock();
+      corrections = plan_.corrections(remembered, lookAtNotes());
+      note();
+    }
+    if (corrections.empty()) return corrected(0);
+    const int count = static_cast<int>(corrections.size());
+    memory_.write(corrections, [this, count](bool isDone) { corrected(isDone ? count : 0); });
+  });
+}
+
+void OtherStreams::corrected(int count) {
+  isCorrecting_ = false;
+  restored_ += count;
+  if (count > 0) {
+    plan_.changesDone();
+    const FileDescriptor lock = file_.lock();
+    note();
   }
   if (isStale_) synchronize();
 }

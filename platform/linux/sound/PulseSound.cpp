@@ -6,10 +6,26 @@
 #include <cstring>
 #include <utility>
 
+#include "sound/SoundGuard.h"
+#include "sound/SoundOwner.h"
+#include "sound/SoundRestoring.h"
+
 PulseSound::PulseSound(std::shared_ptr<GLibLoop> loop, std::string stateFolder)
-    : connection_(std::move(loop)), others_(connection_, std::move(stateFolder), [this](bool arePlaying) {
-        postHint({{AVAudioSessionSilenceSecondaryAudioHintTypeKey, arePlaying ? 1 : 0}});
-      }) {
+    : connection_(std::move(loop)),
+      others_(connection_, std::move(stateFolder),
+              {.changed =
+                   [this](bool arePlaying) {
+                     postHint({{AVAudioSessionSilenceSecondaryAudioHintTypeKey, arePlaying ? 1 : 0}});
+                   },
+               .unnoted =
+                   [](const std::string& folder) {
+                     ZRPlatformInUse().log->writeLine(
+                         "What is lowered cannot be noted, and stays low if this process is "
+                         "killed: " +
+                         folder + " must be a folder of this user's alone (mode 700).");
+                   }}) {
+  restoreSoundAtExit();
+  guardSound(others_.stateFolder());
   if (others_.mayHaveToRestore()) connection_.connect();
 }
 
@@ -108,7 +124,7 @@ class PulseSound::Stream final : public SoundStream, private PulseListener {
     spec.channels = static_cast<std::uint8_t>(format_.channels);
     pa_proplist* const properties = ::pa_proplist_new();
     ::pa_proplist_sets(properties, PA_PROP_MEDIA_ROLE, "phone");
-    ::pa_proplist_sets(properties, kPromptProperty, "1");
+    ::pa_proplist_sets(properties, kPromptProperty, soundOwner().c_str());
     stream_ = ::pa_stream_new_with_proplist(sound_.connection_.context(), "Guidance", &spec, nullptr, properties);
     ::pa_proplist_free(properties);
     if (stream_ == nullptr) return failLater();

@@ -145,7 +145,7 @@ TEST_F(Ducking, TwoHostsThatSpeakAtOnceLowerMusicOnceAndTheLastRestoresIt) {
   const ChildProcess killed({ZRCORE_TOOL, "say", longer, "--volume", "0"});
   ASSERT_TRUE(toneBecomes(kLowered));
   say(kPrompt, kSilent);
-  ::kill(killed.pid(), SIGKILL);
+  killed.send(SIGKILL);
   EXPECT_NEAR(medianToneWhileSpeaking(), kLowered, 0.1 * kLowered);
   EXPECT_TRUE(toneBecomes(kToneAmplitude));
 }
@@ -199,7 +199,7 @@ TEST_F(Ducking, AHostKilledAtAnyMomentIsPutRightByTheNextStart) {
       ASSERT_TRUE(toneBecomes(kLowered));
     }
     ZRRunLinuxLoopFor(seconds(random), [] { return false; });
-    ::kill(host.pid(), SIGKILL);
+    host.send(SIGKILL);
     EXPECT_EQ(ChildProcess({ZRCORE_TOOL, "say", ""}).exitCode(std::chrono::seconds(20)), 0);
     EXPECT_TRUE(toneBecomes(kToneAmplitude)) << "round " << round;
     EXPECT_TRUE(std::filesystem::is_empty(server.folder() / "zrcore"));

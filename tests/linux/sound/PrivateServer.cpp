@@ -134,13 +134,14 @@ bool PrivateServer::start(const std::vector<std::string>& modules) {
 }
 
 void PrivateServer::stop() {
-  if (server_) ::kill(server_->pid(), SIGKILL);
+  if (server_) server_->send(SIGKILL);
   server_.reset();
 }
 
-void PrivateServer::freeze() const { ::kill(server_->pid(), SIGSTOP); }
+void PrivateServer::freeze() const { server_->send(SIGSTOP); }
 
-std::unique_ptr<ChildProcess> PrivateServer::music(const std::string& role) const {
+std::unique_ptr<ChildProcess> PrivateServer::music(const std::string& role,
+                                                   const std::vector<std::string>& properties) const {
   const std::filesystem::path tone = folder_ / "tone";
   if (!std::filesystem::exists(tone)) {
     std::ofstream file(tone, std::ios::binary);
@@ -150,7 +151,15 @@ std::unique_ptr<ChildProcess> PrivateServer::music(const std::string& role) cons
       file.write(reinterpret_cast<const char*>(&sample), sizeof sample);
     }
   }
-  return std::make_unique<ChildProcess>(
-      ChildProcess::Arguments{"pacat", "--rate=8000", "--channels=1", "--format=s16le", "--latency-msec=50", "--raw",
-                              "--client-name=player", "--property=media.role=" + role, tone});
+  ChildProcess::Arguments command{"pacat",
+                                  "--rate=8000",
+                                  "--channels=1",
+                                  "--format=s16le",
+                                  "--latency-msec=50",
+                                  "--raw",
+                                  "--client-name=player",
+                                  "--property=media.role=" + role};
+  for (const std::string& property : properties) command.push_back("--property=" + property);
+  command.push_back(tone);
+  return std::make_unique<ChildProcess>(command);
 }

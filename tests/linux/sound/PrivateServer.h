@@ -69,7 +69,9 @@ class PrivateServer {
   /// It neither answers nor ends.
   void freeze() const;
   /// Another program that plays the tone, for a minute.
-  std::unique_ptr<ChildProcess> music(const std::string& role = "music") const;
+  /// @param properties  of its stream: "NAME=VALUE"
+  std::unique_ptr<ChildProcess> music(const std::string& role = "music",
+                                      const std::vector<std::string>& properties = {}) const;
   const std::filesystem::path& folder() const { return folder_; }
 
  private:

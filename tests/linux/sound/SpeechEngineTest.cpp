@@ -137,6 +137,19 @@ TEST_F(SpeechEngine, TheTextGoesToItsInputToTheByteAndNothingElseDoes) {
   EXPECT_EQ(ends[0].substr(0, 8), "finished");
 }
 
+TEST_F(SpeechEngine, NoControlCharacterOfATextReachesItAsACommand) {
+  const std::string good = file("good.wav", squareWav(10)), heard = folder / "heard";
+  install({"sh", "-c", "cat > " + heard + "; cat " + good});
+  std::string text, expected;
+  for (int byte = 1; byte < 0x80; ++byte) {
+    text += static_cast<char>(byte);
+    expected += (byte < 0x20 && byte != '\t' && byte != '\n') || byte == 0x7f ? ' ' : static_cast<char>(byte);
+  }
+  speak(text + "\xc3\xa4");
+  ASSERT_TRUE(ended(1));
+  EXPECT_EQ(contentOf(heard), expected + "\xc3\xa4");
+}
+
 TEST(EngineCommand, CarriesVoiceRateAndVolumeAndNoOptionsOfOthers) {
   const LinuxSpeech::Options options{.command = {"engine", "-v", "%v", "-s%r", "%a/%a"}};
   AVSpeechUtterance utterance("text %v");

@@ -87,7 +87,6 @@ LoadedRecording walk() {
 }
 
 TEST_F(TripSessionTest, ATripIsFilteredAloneWhateverWasPlayedBefore) {
-  session.setFiltersMeasuredValues(true);
   const auto outcome = [this] {
     std::vector<double> numbers{session.latest()->smoothCourseDegrees, session.latest()->smoothSpeedMetersPerSecond};
     for (const TrackPoint& point : session.track().significant()) numbers.push_back(static_cast<double>(point.index));

@@ -266,4 +266,101 @@ TEST(DuckPlan, TheNextProcessRestoresWhatADeadOneLeft) {
   EXPECT_EQ(changed(plan, false, streams), "8 up, ");
 }
 
+TEST(DuckPlan, ANoteSaysWhatWasLoweredWhateverItsStreamsAreCalled) {
+  const std::string forged = "x\n99 8 1 130763 k\n";
+  for (const std::string& key :
+       {forged, std::string("50%"), std::string("%0a%"), std::string("\x7f\t\r ä"), std::string(" two words ")}) {
+    SCOPED_TRACE(key);
+    DuckPlan plan;
+    std::vector<OtherStream> streams{stream(7, {65536}, key)};
+    changed(plan, true, streams);
+    streams[0].index = 20;  // its player's next one, which the server starts low
+    streams.push_back(stream(8, {65536}));
+    DuckPlan next = DuckPlan::fromText(plan.text(99), 99);
+    EXPECT_EQ(changed(next, false, streams), "20 up, ");
+  }
+}
+
+TEST(DuckPlan, ANoteMakesNothingLouderThanFullVolume) {
+  const ChannelVolumes loud{130763, 40000};
+  DuckPlan plan;
+  std::vector<OtherStream> streams{stream(7, loud)};
+  changed(plan, true, streams);
+  const auto lowered = streams;
+  DuckPlan next = DuckPlan::fromText(plan.text(99), 99), other;
+  changed(other, true, streams, DuckPlan::fromText(plan.text(99), 99));
+  changed(other, false, streams);
+  EXPECT_EQ(streams[0].volumes, (ChannelVolumes{65536, 40000})) << "taken over from a living process";
+  streams = lowered;
+  changed(next, false, streams);
+  EXPECT_EQ(streams[0].volumes, (ChannelVolumes{65536, 40000})) << "left by a dead one";
+  streams = lowered;
+  changed(plan, false, streams);
+  EXPECT_EQ(streams[0].volumes, loud) << "its own process knows better";
+}
+
+TEST(DuckPlan, CorrectsWhatTheServerRemembersOfStreamsThatEndedLow) {
+  const ChannelVolumes full{65536}, low = policy::loweredVolumes(full);
+  using Memory = std::optional<std::vector<policy::RememberedVolume>>;
+  const struct {
+    const char* name;
+    Memory memory;
+    bool isHeld, isCorrected;
+  } rows[] = {
+      {"low", Memory{{{"other", low}, {"player", low}}}, false, true},
+      {"changed since", Memory{{{"player", {50000}}}}, false, false},
+      {"of others only", Memory{{{"other", low}}}, false, false},
+      {"empty", Memory{std::in_place}, false, false},
+      {"low, and another process still lowers", Memory{{{"player", low}}}, true, false},
+      {"not shown", std::nullopt, false, true},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    DuckPlan plan, held;
+    std::vector<OtherStream> streams{stream(7, full, "player"), stream(8, full)}, none;
+    changed(plan, true, streams);
+    if (row.isHeld) held = plan;
+    EXPECT_FALSE(plan.hasEndedStreams());
+    changed(plan, false, none);
+    EXPECT_TRUE(plan.hasEndedStreams());
+    const auto corrections = plan.corrections(row.memory, held);
+    EXPECT_EQ(corrections.size(), row.isCorrected ? 1U : 0U);
+    if (row.isCorrected) {
+      EXPECT_EQ(corrections[0].key, "player");
+      EXPECT_EQ(corrections[0].volumes, full);
+      EXPECT_NE(plan.text(1), "") << "until the server has answered";
+    }
+    plan.changesDone();
+    EXPECT_TRUE(plan.isEmpty());
+  }
+}
+
+TEST(DuckPlan, AStreamThatEndsWhileItIsRestoredOrWasChangedByHandIsTakenForWhatItIs) {
+  const ChannelVolumes full{65536}, low = policy::loweredVolumes(full);
+  DuckPlan plan;
+  std::vector<OtherStream> streams{stream(7, full, "player")};
+  changed(plan, true, streams);
+  EXPECT_EQ(plan.changes(false, streams, {}, {}).size(), 1U);
+  plan.streamHasEnded(7);  // so the server says
+  plan.changesDone();
+  EXPECT_EQ(plan.corrections({{{"player", low}}}, {}).size(), 1U);
+
+  DuckPlan byHand;
+  streams = {stream(7, full, "player")};
+  changed(byHand, true, streams);
+  streams[0].volumes = {40000};
+  changed(byHand, true, streams);
+  streams.clear();
+  changed(byHand, false, streams);
+  EXPECT_TRUE(byHand.corrections(std::nullopt, {}).empty()) << "it ended at the volume that somebody had chosen";
+
+  DuckPlan left;
+  streams = {stream(7, full, "player")};
+  changed(left, true, streams);
+  DuckPlan next = DuckPlan::fromText(left.text(1), 2);  // much later
+  streams = {stream(20, {40000}, "player")};
+  changed(next, false, streams);
+  EXPECT_TRUE(next.corrections(std::nullopt, {}).empty()) << "somebody has chosen its successor's volume";
+}
+
 }  // namespace
