@@ -44,7 +44,7 @@ void SummaryOutput::row(const TripRow&) {}
 void SummaryOutput::finish(const TripSummary& summary) {
   file_.write(summaryJson(summary, 2));
   file_.write("\n");
-  file_.commit();
+  file_.store();
 }
 
 std::optional<double> durationSeconds(const TripSummary& summary) {

@@ -52,6 +52,8 @@ class TripOutput {
   virtual ~TripOutput() = default;
   virtual void row(const TripRow& row) = 0;
   virtual void finish(const TripSummary& summary) = 0;
+  /// Whether another row surely fits, with all that `finish` adds, into files as long as this process may write them.
+  virtual bool hasRoom() const { return true; }
 };
 
 }  // namespace trip

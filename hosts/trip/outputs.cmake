@@ -13,6 +13,7 @@ add_library(
   CsvOutput.cpp
   Diagrams.cpp
   EndlessPlane.cpp
+  FolderLock.cpp
   GeoJsonOutput.cpp
   GpxJournal.cpp
   GpxRecording.cpp

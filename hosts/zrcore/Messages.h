@@ -39,6 +39,9 @@ class Messages {
   std::uint64_t remarks_ = 0;
 };
 
+/// What is said after SIGXFSZ.
+inline constexpr const char* kFileLimitReached = "a file has become as long as this process may make it (ulimit -f)";
+
 /// A text from outside as it may be shown: without the bytes that a terminal would obey.
 std::string harmless(std::string_view text);
 

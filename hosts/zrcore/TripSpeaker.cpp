@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TripSpeaker.h"
 
-#include <trip/OutputError.h>
-
 #include "InterruptibleLoop.h"
 #include "SoundTarget.h"
 
@@ -30,8 +28,8 @@ void TripSpeaker::row(const trip::TripRow& row) {
 }
 
 void TripSpeaker::passTime(const trip::TripRow& row) {
-  if (!soundFile_ || time_ == Time::live || !row.secondsSince1970) return;
-  soundFile_->setTimeSeconds(pace_.secondsAfterFirst(*row.secondsSince1970));
+  if (!file_ || time_ == Time::live || !row.secondsSince1970) return;
+  file_->sound()->setTimeSeconds(pace_.secondsAfterFirst(*row.secondsSince1970));
   settleFile();
 }
 
@@ -42,14 +40,13 @@ void TripSpeaker::say(const char* text) {
 
 /// In the file the time of the replay stands still while the engine works.
 void TripSpeaker::settleFile() {
-  if (soundFile_ && time_ == Time::replayed) runLoopUntil([this] { return soundFile_->isSettled(); });
+  if (file_ && time_ == Time::replayed) runLoopUntil([this] { return file_->sound()->isSettled(); });
 }
 
 void TripSpeaker::finish(const trip::TripSummary& summary) {
   if (summary.fixes > 0) say("The trip ends");
-  if (soundFile_) soundFile_->letTimePass();
+  if (file_) file_->sound()->letTimePass();
   runLoopUntil([this] { return !audio_->isSpeaking(); });
   endSound(*audio_);
-  const std::string fault = soundFile_ ? soundFile_->close() : "";
-  if (!fault.empty()) throw trip::OutputError(path_, fault, "make room or choose another file");
+  if (file_) file_->completeUnlessSilent();
 }

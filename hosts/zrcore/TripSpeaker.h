@@ -3,13 +3,13 @@
 #define ZRCORE_HOSTS_ZRCORE_TRIPSPEAKER_H
 
 #include <ZRCore/ZRAudio.h>
-#include <ZRCore/ZRLinuxSound.h>
 #include <policy/ReplayPace.h>
 #include <trip/TripRow.h>
 #include <trip/TurnDetector.h>
 
 #include <memory>
-#include <string>
+
+#include "SpokenFile.h"
 
 /// Speaks a trip while it goes on: its start, its turns, its end. Stands on the platform in use.
 class TripSpeaker final : public trip::TripOutput {
@@ -22,10 +22,8 @@ class TripSpeaker final : public trip::TripOutput {
     live,
   };
 
-  /// @param soundFile  null with the sound server
-  /// @param path       of that file, for messages
-  TripSpeaker(std::shared_ptr<ZRSoundFile> soundFile, std::string path, Time time)
-      : soundFile_(std::move(soundFile)), path_(std::move(path)), time_(time) {}
+  /// @param file  null with the sound server
+  TripSpeaker(std::shared_ptr<SpokenFile> file, Time time) : file_(std::move(file)), time_(time) {}
 
   void row(const trip::TripRow& row) override;
   /// Returns when all has been heard, or a signal came.
@@ -37,8 +35,7 @@ class TripSpeaker final : public trip::TripOutput {
   void say(const char* text);
   void settleFile();
 
-  std::shared_ptr<ZRSoundFile> soundFile_;
-  std::string path_;
+  std::shared_ptr<SpokenFile> file_;
   Time time_;
   std::shared_ptr<ZRAudio> audio_ = ZRAudio::sharedInstance();
   trip::TurnDetector turns_;
