@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PlaceDocument.h"
 
+#include <ZRCore/ZRPrintableText.h>
+
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -67,7 +69,9 @@ class Reader {
     ZRGeoAddressReading reading = ZRReadGeoAddress(result, dialect);
     if (!reading.address || !reading.hasKnownKeys) return fault(reasonForNothing(result, dialect));
     for (const std::string& key : reading.unknownKeys) ++document.unknownKeys[key];
-    for (const std::string& key : reading.unusableKeys) fault("\"" + key + "\" can't be used as it stands");
+    for (const std::string& key : reading.unusableKeys) {
+      fault('"' + ZRPrintableText(key, ZRLongestExcerpt) + "\" can't be used as it stands");
+    }
     if (dropOutOfRange(*reading.address)) fault("the position is out of range and was left out");
     document.results.push_back({number_, ZRPlace::placeFromGeoAddress(std::move(reading.address))});
   }
@@ -79,7 +83,7 @@ class Reader {
 
   static std::string reasonForNothing(const ZROHMValue& result, ZRGeoAddressDialect dialect) {
     const std::string error = serviceError(result);
-    if (!error.empty()) return "the service answered: " + error;
+    if (!error.empty()) return "the service answered: " + ZRPrintableText(error, ZRLongestExcerpt);
     return "is no result in the dialect '" + std::string(nameOfDialect(dialect)) + "'; choose another with --dialect";
   }
 

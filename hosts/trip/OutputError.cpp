@@ -7,6 +7,8 @@
 #include <system_error>
 #include <utility>
 
+#include "ShownPath.h"
+
 namespace trip {
 
 namespace {
@@ -26,6 +28,8 @@ const char* remedyFor(int errorNumber) {
     case ENOTDIR:
     case EEXIST:
       return "choose a folder whose path leads through no file";
+    case ENAMETOOLONG:
+      return "choose a shorter name";
     default:
       return "choose another folder";
   }
@@ -38,7 +42,7 @@ bool isOfPath(int errorNumber) {
 }  // namespace
 
 OutputError::OutputError(std::filesystem::path path, std::string cause, std::string remedy)
-    : std::runtime_error(path.string() + ": " + cause + "; " + remedy),
+    : std::runtime_error(shownPath(path.native()) + ": " + cause + "; " + remedy),
       path_(std::move(path)),
       cause_(std::move(cause)),
       remedy_(std::move(remedy)) {}

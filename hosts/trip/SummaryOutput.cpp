@@ -34,7 +34,7 @@ std::string summaryJson(const TripSummary& summary, int indent) {
       {"significantDistanceMeters", summary.significantDistanceMeters},
       {"deliveredByClient", Json(summary.deliveredByClient)},
   };
-  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+  return json.dump(indent, ' ', true, Json::error_handler_t::replace);
 }
 
 SummaryOutput::SummaryOutput(const std::filesystem::path& target, bool force) : file_(target, force) {}

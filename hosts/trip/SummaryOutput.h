@@ -22,7 +22,7 @@ class SummaryOutput final : public FileOutput {
   OutputFile file_;
 };
 
-/// Seconds between the first and the last known time; nothing when a time is missing.
+/// Seconds between the earliest and the latest time; nothing when no time is known.
 std::optional<double> durationSeconds(const TripSummary& summary);
 
 }  // namespace trip

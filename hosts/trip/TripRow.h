@@ -40,10 +40,10 @@ struct TripSummary {
   std::uint64_t stableFixes = 0;
   std::uint64_t faults = 0;    ///< places in the recording where something was dropped
   std::uint64_t warnings = 0;  ///< places where something was odd but kept
-  std::optional<double> firstSecondsSince1970, lastSecondsSince1970;
-  double distanceMeters = 0.0;                             ///< along all fixes
-  double significantDistanceMeters = 0.0;                  ///< along the significant ones
-  std::map<std::string, std::uint64_t> deliveredByClient;  ///< client name -> fixes delivered to it
+  std::optional<double> firstSecondsSince1970, lastSecondsSince1970;  ///< the earliest and the latest
+  double distanceMeters = 0.0;                                        ///< along all fixes
+  double significantDistanceMeters = 0.0;                             ///< along the significant ones
+  std::map<std::string, std::uint64_t> deliveredByClient;             ///< client name -> fixes delivered to it
 };
 
 /// Something that is written while a trip is replayed. Bounded memory, whatever the length of the trip.

@@ -26,6 +26,7 @@ add_library(
   Outputs.cpp
   PictureOutput.cpp
   SeriesThinner.cpp
+  ShownPath.cpp
   SummaryOutput.cpp
   TripDrawing.cpp
   TripPicture.cpp)

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "ConfigRun.h"
-#include "NumberChecks.h"
+#include "OptionChecks.h"
 
 namespace {
 
@@ -40,7 +40,9 @@ void addConfigCommand(CLI::App& tool, int& exitCode) {
           "The configuration host: production, integration [production]")
       ->type_name("NAME")
       ->check(CLI::IsMember({"production", "integration"}));
-  command.add_option("--type", arguments->type, "The variant of the configuration [1]")->type_name("N");
+  command.add_option("--type", arguments->type, "The variant of the configuration [1]")
+      ->type_name("N")
+      ->check(wholeNumber());
   command.add_option("--base", arguments->base, "Ask here instead of the configuration host")->type_name("URL");
   command.add_option("--fallback", arguments->fallback, "The packaged file, for when the service gives nothing")
       ->type_name("FILE");

@@ -23,6 +23,7 @@ Exit codes:
   0  done
   1  a file can't be read, part of it was dropped, or it holds no result
   2  the command line must be changed
+  3  the result could not be written
 
 Examples:
   zrcore place samples/places/nominatim/house.json
@@ -47,7 +48,7 @@ void addPlaceCommand(CLI::App& tool, int& exitCode) {
       command.add_flag("--json", arguments->json, "The addresses as an array of dictionaries, which can be read again");
   command.add_flag("--tambrel", arguments->tambrel, "Let --json use the keys of the second dialect")->needs(json);
   command.add_flag("--geojson", arguments->geoJson, "The places as a GeoJSON feature collection")->excludes(json);
-  command.add_flag("--verbose", arguments->verbose, "Name the entries that are not used");
+  command.add_flag("--verbose", arguments->verbose, "Name the entries of the answers that are not used");
 
   command.callback([arguments, &exitCode] { exitCode = runPlace(*arguments); });
 }

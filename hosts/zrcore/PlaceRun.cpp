@@ -10,13 +10,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <iterator>
-#include <numeric>
 #include <utility>
 #include <variant>
 
 #include "ExitCodes.h"
 #include "Messages.h"
-#include "NumberText.h"
 #include "PlaceFaults.h"
 #include "PlaceTable.h"
 #include "StandardOutput.h"
@@ -55,25 +53,24 @@ class PlaceRun {
 };
 
 void PlaceRun::tellUnknownKeys(const std::string& name, const place::Document& document) {
-  const auto& unknown = document.unknownKeys;
-  if (unknown.empty()) return;
-  const std::uint64_t total = std::accumulate(unknown.begin(), unknown.end(), std::uint64_t{0},
-                                              [](std::uint64_t sum, const auto& row) { return sum + row.second; });
-  std::string text = countText(total, "entry was", "entries were") + " not used";
-  if (arguments_.verbose) {
-    const char* separator = ": ";
-    for (const auto& [key, count] : unknown) {
-      text += std::exchange(separator, ", ") + harmless(key) + (count > 1 ? " (" + std::to_string(count) + ")" : "");
-    }
-  } else {
-    text += "; --verbose names them";
+  std::string keys;
+  std::size_t bytes = 0;  // of them, without what stands between
+  const auto tell = [&] {
+    if (!keys.empty()) messages_.oneOfMany(name, "not used: " + std::exchange(keys, {}));
+    bytes = 0;
+  };
+  for (const auto& [key, count] : document.unknownKeys) {
+    if (bytes + key.size() > ZRLongestExcerpt) tell();
+    bytes += key.size();
+    keys += (keys.empty() ? "" : ", ") + excerpt(key) + (count > 1 ? " (" + std::to_string(count) + ")" : "");
   }
-  messages_.about(name, text);
+  tell();
+  messages_.endRemarks(name);
 }
 
 void PlaceRun::tell(const std::string& name, const place::Document& document) {
   if (tellFaults(messages_, name, document)) hasFaults_ = true;
-  tellUnknownKeys(name, document);
+  if (arguments_.verbose) tellUnknownKeys(name, document);
 }
 
 void PlaceRun::showOneFile(const std::string& name, const std::vector<place::Result>& results) {

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "NumberChecks.h"
+#include "OptionChecks.h"
 #include "SayRun.h"
 
 namespace {

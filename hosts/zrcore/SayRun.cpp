@@ -9,22 +9,11 @@
 #include <cstdio>
 
 #include "ExitCodes.h"
+#include "Hearer.h"
 #include "InterruptibleLoop.h"
 #include "Interruption.h"
 
 namespace {
-
-/// Counts the texts that were heard to their end.
-class Hearer final : public ZRDidFinishSpeechUtterance {
- public:
-  void speechSynthesizerDidFinishSpeechUtterance(const std::shared_ptr<AVSpeechSynthesizer>&,
-                                                 const std::shared_ptr<AVSpeechUtterance>& utterance) override {
-    ++heard;
-    last = utterance;
-  }
-  std::size_t heard = 0;
-  std::shared_ptr<AVSpeechUtterance> last;
-};
 
 /// Speaks all texts and waits for their end. @return whether what should be heard was
 bool speak(const SayArguments& arguments, ZRAudio& audio) {
@@ -49,7 +38,7 @@ int run(const SayArguments& arguments, Messages& messages) {
   if (arguments.voice) {
     const auto voice = ZRPlatformInUse().speech->voiceWithLanguage(*arguments.voice);
     if (!voice) {
-      messages.about("--voice", "'" + harmless(*arguments.voice) + "' is no language tag; give it as in en-US");
+      messages.about("--voice", inQuotes(*arguments.voice) + " is no language tag; give it as in en-US");
       return kExitUsage;
     }
     audio->setVoice(voice);
@@ -61,6 +50,7 @@ int run(const SayArguments& arguments, Messages& messages) {
   if (speaking.file && !isHeard && isInterrupted) speaking.file->completeUnlessSilent();
   if (interruption::signal() == SIGXFSZ) messages.say(kFileLimitReached);
   if (isInterrupted) return interruption::exitCode();
+  if (!isHeard) messages.say(std::string("not all was heard; ") + kSeeDoctor);
   return isHeard ? kExitDone : kExitServiceMissing;
 }
 

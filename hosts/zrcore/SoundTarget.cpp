@@ -5,7 +5,7 @@ SoundTarget SoundTarget::parse(const std::string& option, const std::string& tex
   const std::string prefix = "wav:";
   if (text == "sound") return {};
   if (text.size() > prefix.size() && text.starts_with(prefix)) return {text.substr(prefix.size())};
-  throw CLI::ValidationError(option, "'" + text + "' is neither 'sound' nor 'wav:FILE'");
+  throw CLI::ValidationError(option, inQuotes(text) + " is neither 'sound' nor 'wav:FILE'");
 }
 
 SpeakingPlatform speakingPlatform(const SoundTarget& target, bool force, Messages& messages, ZRLinuxOptions options) {

@@ -26,7 +26,7 @@ std::string summaryText(const trip::TripSummary& summary) {
   std::string text = shownName(summary.source) + " (" + summary.format + ", filter " + summary.filter + "): ";
   text += countText(summary.fixes, "fix", "fixes");
   const auto seconds = trip::durationSeconds(summary);
-  if (seconds && *seconds >= 0.0) text += " in " + duration(*seconds);
+  if (seconds) text += " in " + duration(*seconds);
   text += ", " + kilometers(summary.distanceMeters) + "\n";
   text += std::to_string(summary.significant) + " significant along " + kilometers(summary.significantDistanceMeters);
   text += ", " + countText(summary.jumps, "jump", "jumps");

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <memory>
 
-#include "NumberChecks.h"
+#include "OptionChecks.h"
 #include "TripRun.h"
 
 namespace {
@@ -17,8 +17,8 @@ constexpr const char* kDescription =
 
 constexpr const char* kFooter = R"(
 Output:
-  On a terminal a live table: time (UTC), position, accuracy, raw and smoothed course and speed, S: significant movement,
-  J: implausible jump, whether the receiver has settled. Otherwise one line per fix, columns separated by tabs, named by
+  On a terminal a live table: time (UTC), position, accuracy, raw and smoothed (~) course and speed, S: significant
+  movement, J: implausible jump, whether the receiver has settled. Otherwise one line per fix, columns separated by tabs, named by
   the first line, "-" for what is unknown. Messages and the summary go to the standard error stream.
   Three clients listen to the service: a plain one, one with a snap filter, and one from a quarter to three quarters of
   the file (of a stream: from the 101st to the 200th fix).
@@ -42,7 +42,7 @@ std::optional<double> parseRate(const std::string& text) {
   const char* const end = text.data() + text.size();
   const auto [rest, error] = std::from_chars(text.data(), end, rate);
   if (error != std::errc() || rest != end || !std::isfinite(rate) || rate <= 0.0) {
-    throw CLI::ValidationError("--rate", "'" + text + "' is neither a number above 0 nor 'max'");
+    throw CLI::ValidationError("--rate", inQuotes(text) + " is neither a number above 0 nor 'max'");
   }
   return rate;
 }
@@ -56,7 +56,7 @@ void addTimeOption(CLI::App& command, const std::string& name, std::optional<tri
             bound = trip::parseTimeBound(text);
             if (!bound)
               throw CLI::ValidationError(
-                  name, "'" + text + "' is no time; give it as in 2026-05-09T09:30:00Z, 09:30:00 or +90");
+                  name, inQuotes(text) + " is no time; give it as in 2026-05-09T09:30:00Z, 09:30:00 or +90");
           },
           description)
       ->type_name("TIME");
@@ -73,7 +73,8 @@ void addTripCommand(CLI::App& tool, int& exitCode) {
   command
       .add_option("--out", arguments->outputFolder,
                   "Write trip.csv, trip.geojson, summary.json, trip.png and trip.svg there")
-      ->type_name("DIR");
+      ->type_name("DIR")
+      ->check(someName());
   command.add_flag("--force", arguments->force, "Let --out and --speak overwrite files");
   command
       .add_option("--filter", arguments->filter,

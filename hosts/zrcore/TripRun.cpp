@@ -132,7 +132,7 @@ bool TripRun::openOutputs(const std::filesystem::path& folder) {
 /// Once the platform is in use.
 void TripRun::speak(std::shared_ptr<SpokenFile> file) {
   if (!file) view_.sleepBy([](double seconds) { ZRRunLinuxLoopFor(seconds, [] { return false; }); });
-  view_.addOutput(std::make_unique<TripSpeaker>(std::move(file), TripSpeaker::Time::replayed));
+  view_.addOutput(std::make_unique<TripSpeaker>(std::move(file), TripSpeaker::Time::replayed, view_.messages()));
 }
 
 int TripRun::replay(trip::Recording& recording) {

@@ -2,6 +2,8 @@
 #include "TripSpeaker.h"
 
 #include "InterruptibleLoop.h"
+#include "Interruption.h"
+#include "NumberText.h"
 #include "SoundTarget.h"
 
 namespace {
@@ -20,6 +22,11 @@ const char* textOf(trip::Turn turn) {
 
 }  // namespace
 
+TripSpeaker::TripSpeaker(std::shared_ptr<SpokenFile> file, Time time, Messages& messages)
+    : file_(std::move(file)), time_(time), messages_(messages) {
+  audio_->setDelegate(hearer_);
+}
+
 void TripSpeaker::row(const trip::TripRow& row) {
   passTime(row);
   if (row.index == 0) say("The trip starts");
@@ -34,6 +41,7 @@ void TripSpeaker::passTime(const trip::TripRow& row) {
 }
 
 void TripSpeaker::say(const char* text) {
+  ++spoken_;
   audio_->speakTextInterruptVolume(text, false, 1.0F);
   settleFile();
 }
@@ -48,5 +56,9 @@ void TripSpeaker::finish(const trip::TripSummary& summary) {
   if (file_) file_->sound()->letTimePass();
   runLoopUntil([this] { return !audio_->isSpeaking(); });
   endSound(*audio_);
+  if (hearer_->heard < spoken_ && interruption::signal() == 0) {
+    messages_.about("--speak", std::to_string(hearer_->heard) + " of " + countText(spoken_, "prompt", "prompts") +
+                                   " were heard; " + kSeeDoctor);
+  }
   if (file_) file_->completeUnlessSilent();
 }

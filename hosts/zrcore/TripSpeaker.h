@@ -9,6 +9,8 @@
 
 #include <memory>
 
+#include "Hearer.h"
+#include "Messages.h"
 #include "SpokenFile.h"
 
 /// Speaks a trip while it goes on: its start, its turns, its end. Stands on the platform in use.
@@ -22,8 +24,9 @@ class TripSpeaker final : public trip::TripOutput {
     live,
   };
 
-  /// @param file  null with the sound server
-  TripSpeaker(std::shared_ptr<SpokenFile> file, Time time) : file_(std::move(file)), time_(time) {}
+  /// @param file      null with the sound server
+  /// @param messages  for what was not heard
+  TripSpeaker(std::shared_ptr<SpokenFile> file, Time time, Messages& messages);
 
   void row(const trip::TripRow& row) override;
   /// Returns when all has been heard, or a signal came.
@@ -38,6 +41,9 @@ class TripSpeaker final : public trip::TripOutput {
   std::shared_ptr<SpokenFile> file_;
   Time time_;
   std::shared_ptr<ZRAudio> audio_ = ZRAudio::sharedInstance();
+  std::shared_ptr<Hearer> hearer_ = std::make_shared<Hearer>();
+  std::size_t spoken_ = 0;
+  Messages& messages_;
   trip::TurnDetector turns_;
   policy::ReplayPace pace_{1.0};
 };

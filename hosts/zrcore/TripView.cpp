@@ -46,6 +46,9 @@ void TripView::show(const std::function<void()>& step) {
 
 void TripView::row(const trip::TripRow& row) {
   for (const auto& output : outputs_) output->row(row);
+  if (live_ && row.index == 0) {
+    if (const auto leftOut = TripTable::leftOut(Terminal::current().columns); !leftOut.empty()) messages_.say(leftOut);
+  }
   show([&] {
     if (shown_) shown_->row(row);
     if (isPaced_) output_.flush();

@@ -6,7 +6,7 @@
 #include <memory>
 #include <variant>
 
-#include "NumberChecks.h"
+#include "OptionChecks.h"
 #include "WatchRun.h"
 
 namespace {
@@ -47,7 +47,8 @@ void addWatchCommand(CLI::App& tool, int& exitCode) {
                   "Write the fixes there, as GPX. The file appears with the first fix, and is whole at any moment from "
                   "then on, "
                   "whatever becomes of the tool")
-      ->type_name("FILE.gpx");
+      ->type_name("FILE.gpx")
+      ->check(someName());
   command.add_flag("--force", arguments->force, "Let --record and --speak overwrite files");
   command.add_option("--filter", arguments->filter, "As in 'zrcore trip': documented or measured [documented]")
       ->type_name("NAME")

@@ -82,7 +82,7 @@ class WatchRun final : public ZRDidUpdateLocations, public ZRDidFailWithError {
  public:
   explicit WatchRun(const WatchArguments& arguments)
       : arguments_(arguments), view_(shapeFor(arguments), true), counter_(summaryAtStart(arguments)) {
-    view_.setName(harmless(arguments.source));
+    view_.setName(excerpt(arguments.source));
   }
 
   /// @param self  this object, as the delegate that the manager holds weakly
@@ -157,7 +157,7 @@ int WatchRun::run(const std::shared_ptr<WatchRun>& self) {
     return kExitServiceMissing;
   }
   if (run.arguments_.speech) {  // it stands on the platform in use
-    run.view_.addOutput(std::make_unique<TripSpeaker>(speaking.file, TripSpeaker::Time::live));
+    run.view_.addOutput(std::make_unique<TripSpeaker>(speaking.file, TripSpeaker::Time::live, run.view_.messages()));
   }
   ZRLocationManager::setFiltersMeasuredValues(run.arguments_.filter == "measured");
   const auto life = ZRFollowLinuxLife();

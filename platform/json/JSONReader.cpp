@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <ZRCore/ZRPrintableText.h>
+
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <utility>
@@ -12,6 +14,15 @@ NSError failure(std::string sentence, std::optional<std::size_t> position = {}) 
   NSError error{NSCocoaErrorDomain, NSJSONFailureCode, {{NSLocalizedDescriptionKey, std::move(sentence)}}};
   if (position) error.userInfo.emplace(NSJSONSerializationErrorIndex, std::to_string(*position));
   return error;
+}
+
+/// The library's sentence, in which the last token stands in quotation marks, be it as long as the document.
+std::string excerptOf(std::string_view sentence) {
+  const auto token = sentence.find('\''), end = sentence.rfind('\'');
+  if (token == sentence.npos || end <= token) return ZRPrintableText(sentence, 2 * ZRLongestExcerpt);
+  const auto inside = sentence.substr(token + 1, end - token - 1);
+  return std::string(sentence.substr(0, token + 1)) + ZRPrintableText(inside, ZRLongestExcerpt) +
+         std::string(sentence.substr(end));
 }
 
 /// Builds the value while the document is read; there is no second tree.
@@ -50,7 +61,7 @@ class Builder final : public nlohmann::json_sax<nlohmann::json> {
     const std::string_view sentence = what.what();
     const std::size_t afterCode = sentence.find("] ");
     error = failure("The JSON document cannot be read: " +
-                        std::string(sentence.substr(afterCode == sentence.npos ? 0 : afterCode + 2)),
+                        excerptOf(sentence.substr(afterCode == sentence.npos ? 0 : afterCode + 2)),
                     position > 0 ? position - 1 : 0);
     return false;
   }

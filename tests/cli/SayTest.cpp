@@ -186,13 +186,14 @@ TEST_F(Say, ATripSpeaksItsStartItsTurnsAndItsEndWhereTheyAre) {
   }
 }
 
-TEST_F(Say, ATripWithoutAnEngineIsReplayedWithOneWarning) {
+TEST_F(Say, ATripWithoutAnEngineIsReplayedAndNamesTheDoctorOnce) {
   ::setenv("PATH", "/nonexistent", 1);
   const ToolRun run = folder.run({"trip", kDrive, "--quiet", "--speak", "wav:" + folder.path("a.wav")});
   EXPECT_EQ(run.exitCode, 0);
   const auto lines = linesOf(run.err);
-  EXPECT_EQ(std::count_if(lines.begin(), lines.end(), [](const auto& line) { return line.starts_with("zrcore:"); }), 1);
+  EXPECT_EQ(std::count_if(lines.begin(), lines.end(), [](const auto& line) { return line.starts_with("zrcore:"); }), 2);
   EXPECT_THAT(run.err, HasSubstr("espeak-ng cannot be started"));
+  EXPECT_THAT(run.err, testing::ContainsRegex("--speak: 0 of [0-9]+ prompts were heard; 'zrcore doctor' tells"));
   EXPECT_FALSE(std::filesystem::exists(folder.path("a.wav")));
   EXPECT_EQ(folder.run({"trip", kDrive, "--quiet", "--speak", "sound"}).exitCode, 0);
 }

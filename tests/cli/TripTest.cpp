@@ -92,7 +92,6 @@ TEST_F(Trip, WhateverIsWrongWithTheDataIsToldAndTheGoodFixesAreCounted) {
     EXPECT_THAT(run.err, HasSubstr(std::string("zrcore: ") + path + ": "));
     EXPECT_EQ(run.out, "");
   }
-  EXPECT_THAT(folder.run({"trip", "/clear\x1b[2J"}).err, HasSubstr("/clear?[2J"));  // no terminal obeys a file name
 }
 
 TEST_F(Trip, AFloodOfFaultsIsCutAndCounted) {
