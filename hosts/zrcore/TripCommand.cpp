@@ -12,8 +12,8 @@ namespace {
 
 constexpr const char* kDescription =
     "Replays a recorded trip through the location service and shows what the filter makes of it.\n"
-    "Reads GPX, NMEA 0183, gpsd JSON lines and CSV (time,lat,lon,altitude,accuracy,speed,course), told apart by "
-    "content.";
+    "Reads GPX, NMEA 0183, gpsd JSON lines and CSV (time,lat,lon,altitude,accuracy,speed,course; separated by commas,\n"
+    "semicolons or tabs), told apart by content, packed by gzip or not.";
 
 constexpr const char* kFooter = R"(
 Output:

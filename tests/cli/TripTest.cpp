@@ -10,6 +10,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "Gzip.h"
 #include "RunTool.h"
 
 namespace {
@@ -67,6 +68,7 @@ TEST_F(Trip, WhateverIsWrongWithTheDataIsToldAndTheGoodFixesAreCounted) {
       {"damagedSentence", soundSentence + "$GPRMC,093001.00,A,4649.0,N,00724.0,E,10.0,45.0,090526,,,A*00\n", 1, 1,
        ":2: "},
       {"offTheEarth", kTable + "2026-05-09T09:30:03Z,146.83,7.43\n", 1, 3, ":5: "},
+      {"ours.geojson", "{\"type\":\"FeatureCollection\",\"features\":[]}\n", 1, -1, "is GeoJSON"},
       {"notUtf8", kTable + "2026-05-09T09:30:03Z,\xff\xfe,7.43\n", 1, 3, ":5: "},
       {"timeGoesBack", kTable + "2026-05-09T09:29:00Z,46.83,7.43\n", 0, 4, ":5: warning: "},
   };
@@ -198,6 +200,28 @@ TEST_F(Trip, AStreamGivesTheSameFixesAsAFile) {
   const ToolRun piped{0, textOfFile(folder.path("out")), "", 0};
   EXPECT_EQ(summaryOf(piped)["deliveredByClient"]["half-way"], 100);  // the length was not known
   EXPECT_EQ(linesOf(piped.out).size(), linesOf(file.out).size());     // a summary here, a header there
+}
+
+TEST_F(Trip, APackedRecordingGivesTheSameFixesAsAPlainOne) {
+  const auto table = [&](const std::string& file) { return folder.run({"trip", file, "--json"}); };
+  const std::string plain = textOfFile(kDrive), packed = gzipped(plain);
+  const std::string file = folder.file("drive.csv.gz", packed);
+  json expected = summaryOf(table(kDrive)), found = summaryOf(table(file));
+  EXPECT_NEAR(found["deliveredByClient"]["half-way"], expected["deliveredByClient"]["half-way"].get<int>(), 3);
+  for (json* summary : {&expected, &found}) {
+    summary->erase("source");
+    (*summary)["deliveredByClient"].erase("half-way");
+  }
+  EXPECT_EQ(found, expected);
+  EXPECT_EQ(linesOf(folder.run({"trip", "-"}, file).out).size(), linesOf(plain).size());
+  const ToolRun watched =
+      folder.run({"watch", "file:" + folder.file("few.gz", gzipped("lat,lon\n1,2\n1,3\n")), "--json"});
+  EXPECT_EQ(linesOf(watched.out).size(), 3u) << watched.err;
+
+  const ToolRun cut = table(folder.file("cut.gz", packed.substr(0, packed.size() / 2)));
+  EXPECT_EQ(cut.exitCode, 1);
+  EXPECT_THAT(cut.err, HasSubstr("breaks off"));
+  EXPECT_GT(summaryOf(cut).value("fixes", 0), 100);
 }
 
 TEST_F(Trip, TheOptionsReachTheFilter) {
