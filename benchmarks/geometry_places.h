@@ -9,8 +9,9 @@
 #include <random>
 #include <vector>
 
-/// What every rival computes with: the same places all over the projected world, few enough to stay in the cache.
-constexpr std::size_t kPlaces = 1024;
+/// What every rival computes with: the same places all over the projected world, few enough to stay in the cache, and
+/// too many for the processor to remember which way each one's branches go.
+constexpr std::size_t kPlaces = 16384;
 
 inline std::vector<CLLocationCoordinate2D> places() {
   std::mt19937_64 engine(1);

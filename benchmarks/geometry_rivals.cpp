@@ -33,6 +33,16 @@ double haversine(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcep
   return 2.0 * std::atan2(std::sqrt(h), std::sqrt(1.0 - h)) * 6378137.0;
 }
 
+float bearing(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept {
+  const double perDegree = 0.017453292519943295;
+  const double fromLat = from.latitude * perDegree, toLat = to.latitude * perDegree;
+  const double deltaLon = (to.longitude - from.longitude) * perDegree;
+  const double east = std::sin(deltaLon) * std::cos(toLat);
+  const double north = std::cos(fromLat) * std::sin(toLat) - std::cos(toLat) * std::sin(fromLat) * std::cos(deltaLon);
+  const auto degrees = static_cast<float>(std::atan2(east, north) * 57.29577951308232);
+  return degrees < 0.0F ? degrees + 360.0F : degrees;
+}
+
 ZRMapRect unionOf(ZRMapRect a, ZRMapRect b) noexcept {
   const double x = std::min(a.origin.x, b.origin.x);
   const double y = std::min(a.origin.y, b.origin.y);

@@ -1,7 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-# libZRCore: all rooms of ring 1 and the seam in one shared library, its installation and its package files.
-
-include(CMakePackageConfigHelpers)
+# libZRCore: all rooms of ring 1 and the seam in one shared library, and what is installed whoever uses it.
 
 get_property(zr_rooms GLOBAL PROPERTY ZR_ROOMS)
 set(zr_objects "")
@@ -11,7 +9,7 @@ endforeach()
 
 add_library(ZRCore SHARED ${zr_objects})
 add_library(ZRCore::ZRCore ALIAS ZRCore)
-set_target_properties(ZRCore PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 1 LINKER_LANGUAGE CXX)
+set_target_properties(ZRCore PROPERTIES LINKER_LANGUAGE CXX)
 target_include_directories(ZRCore INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
                                             $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_compile_features(ZRCore INTERFACE cxx_std_20)
@@ -29,15 +27,13 @@ foreach(room IN LISTS zr_rooms)
   target_sources(zr_core_objects INTERFACE $<TARGET_OBJECTS:zr_${room}>)
 endforeach()
 
-install(TARGETS ZRCore EXPORT ZRCoreTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ZRCore)
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/ZRCore" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT ZRCore)
-install(EXPORT ZRCoreTargets NAMESPACE ZRCore:: DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZRCore COMPONENT ZRCore)
-configure_package_config_file(
-  "${PROJECT_SOURCE_DIR}/cmake/ZRCoreConfig.cmake.in" "${PROJECT_BINARY_DIR}/ZRCoreConfig.cmake"
-  INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZRCore)
+zr_install_library(ZRCore "${PROJECT_DESCRIPTION}")
+install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/NOTICE" DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zrcore
+        COMPONENT ZRCore)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/ZRCore" DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+        COMPONENT ZRCore_development)
+configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/ZRCoreConfig.cmake.in" "${PROJECT_BINARY_DIR}/ZRCoreConfig.cmake"
+                              INSTALL_DESTINATION ${ZR_PACKAGE_FOLDER})
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/ZRCoreConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/ZRCoreConfig.cmake" "${PROJECT_BINARY_DIR}/ZRCoreConfigVersion.cmake"
-        DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/ZRCore COMPONENT ZRCore)
-file(RELATIVE_PATH ZR_PC_TO_PREFIX "/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/")  # the package stays relocatable
-configure_file("${PROJECT_SOURCE_DIR}/cmake/ZRCore.pc.in" "${PROJECT_BINARY_DIR}/ZRCore.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/ZRCore.pc" DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT ZRCore)
+        DESTINATION ${ZR_PACKAGE_FOLDER} COMPONENT ZRCore_development)

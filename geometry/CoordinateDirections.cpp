@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CoordinateDirections.h"
 
-#include <cmath>
+#include <exact/Exact.h>
 
-#include "GreatCircle.h"
+#include "Kernels.h"
 #include "Numbers.h"
 
 namespace geometry {
 
 double directionWithTurn(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept {
-  return initialBearing(from, to) + 360.0;
+  return kernels().initialBearing(from, to) + 360.0;
 }
 
 CLLocationCoordinate2D coordinateAtDistance(CLLocationCoordinate2D from, double distance,
@@ -20,10 +20,12 @@ CLLocationCoordinate2D coordinateAtDistance(CLLocationCoordinate2D from, double 
   const double direction = directionWithTurn(from, to) * kDegreesPerRadian;
   const double angle = distance / 1000.0 / kDivisor;
   const double colatitude = kHalfPi - from.latitude * kRadiansPerDegree;
-  const double newColatitude =
-      std::acos(std::cos(angle) * std::cos(colatitude) + std::sin(colatitude) * std::sin(angle) * std::cos(direction));
+  const double sinAngle = exact::sin(angle);
+  const auto [sinDirection, cosDirection] = exact::sincos(direction);
+  const auto [sinColatitude, cosColatitude] = exact::sincos(colatitude);
+  const double newColatitude = exact::acos(exact::cos(angle) * cosColatitude + sinColatitude * sinAngle * cosDirection);
   const double newLongitude =
-      from.longitude * kRadiansPerDegree + std::asin(std::sin(angle) * std::sin(direction) / std::sin(newColatitude));
+      from.longitude * kRadiansPerDegree + exact::asin(sinAngle * sinDirection / exact::sin(newColatitude));
   return {(kHalfPi - newColatitude) * kDegreesPerRadian, newLongitude * kDegreesPerRadian};
 }
 

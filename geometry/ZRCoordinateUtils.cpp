@@ -3,15 +3,14 @@
 
 #include <cmath>
 
-#include "GreatCircle.h"
+#include "Bearing.h"
+#include "Kernels.h"
 
 float ZRCoordinateUtils::bearingFromTo(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept {
-  if (coordIsEqualTo(from, to)) {
+  if (geometry::isSamePlace(from, to)) {
     return 0.0F;
   }
-  // Rounded first and turned afterwards, on purpose: a hair west of north gives 360.
-  const auto bearing = static_cast<float>(geometry::initialBearing(from, to));
-  return bearing < 0.0F ? bearing + 360.0F : bearing;
+  return geometry::compassBearing(geometry::kernels().initialBearing(from, to));
 }
 
 double ZRCoordinateUtils::approximateDistanceFromTo(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept {
@@ -52,5 +51,5 @@ CLLocationCoordinate2D ZRCoordinateUtils::closestCoordToCoordAlongLineWithStarti
 }
 
 bool ZRCoordinateUtils::coordIsEqualTo(CLLocationCoordinate2D a, CLLocationCoordinate2D b) noexcept {
-  return a.latitude == b.latitude && a.longitude == b.longitude;
+  return geometry::isSamePlace(a, b);
 }

@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGeometryAdditions.h>
 
+#include <exact/Exact.h>
+
 #include <cmath>
 
-#include "GreatCircle.h"
+#include "Kernels.h"
 #include "Numbers.h"
 
 double ZRGreatCircleDistance(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept {
-  return geometry::greatCircleDistance(from, to);
+  return geometry::kernels().greatCircleDistance(from, to);
 }
 
 double ZRGroundResolutionAtLatitude(double latitude) noexcept {
-  return std::cos(geometry::radians(geometry::clampedLatitude(latitude))) * geometry::kProjectionMetersPerMapPoint;
+  return exact::cos(geometry::radians(geometry::clampedLatitude(latitude))) * geometry::kProjectionMetersPerMapPoint;
 }
 
 CLLocationCoordinate2D ZRDestinationCoordinate(CLLocationCoordinate2D origin, double bearingDegrees,
@@ -19,11 +21,14 @@ CLLocationCoordinate2D ZRDestinationCoordinate(CLLocationCoordinate2D origin, do
   const double latitude = geometry::radians(origin.latitude);
   const double bearing = geometry::radians(bearingDegrees);
   const double angle = distanceMeters / geometry::kEarthRadius;
+  const auto [sinLatitude, cosLatitude] = exact::sincos(latitude);
+  const auto [sinBearing, cosBearing] = exact::sincos(bearing);
+  const auto [sinAngle, cosAngle] = exact::sincos(angle);
   // The destination as a unit vector: towards the origin's meridian, a quarter turn east of it, and along the axis.
-  const double meridian =
-      std::cos(latitude) * std::cos(angle) - std::sin(latitude) * std::sin(angle) * std::cos(bearing);
-  const double east = std::sin(angle) * std::sin(bearing);
-  const double axis = std::sin(latitude) * std::cos(angle) + std::cos(latitude) * std::sin(angle) * std::cos(bearing);
-  const double longitude = origin.longitude + std::atan2(east, meridian) * geometry::kDegreesPerRadian;
-  return {std::atan2(axis, std::hypot(meridian, east)) * geometry::kDegreesPerRadian, std::remainder(longitude, 360.0)};
+  const double meridian = cosLatitude * cosAngle - sinLatitude * sinAngle * cosBearing;
+  const double east = sinAngle * sinBearing;
+  const double axis = sinLatitude * cosAngle + cosLatitude * sinAngle * cosBearing;
+  const double longitude = origin.longitude + exact::atan2(east, meridian) * geometry::kDegreesPerRadian;
+  return {exact::atan2(axis, exact::hypot(meridian, east)) * geometry::kDegreesPerRadian,
+          std::remainder(longitude, 360.0)};
 }

@@ -4,17 +4,15 @@
 #include <cmath>
 
 #include "NullOrigin.h"
-#include "Projection.h"
-
 ZRCoordinateRegion ZRCoordinateRegionForMapRect(ZRMapRect rect) noexcept {
   if (geometry::isNullOrigin(rect)) {
     return ZRCoordinateRegionNull;
   }
   const auto [x, y] = rect.origin;
   const auto [width, height] = rect.size;
-  const CLLocationCoordinate2D center = geometry::coordinate({x + width * 0.5, y + height * 0.5});
-  const CLLocationCoordinate2D first = geometry::coordinate(rect.origin);
-  const CLLocationCoordinate2D second = geometry::coordinate({x + width, y + height});
+  const CLLocationCoordinate2D center = ZRCoordinateForMapPoint({x + width * 0.5, y + height * 0.5});
+  const CLLocationCoordinate2D first = ZRCoordinateForMapPoint(rect.origin);
+  const CLLocationCoordinate2D second = ZRCoordinateForMapPoint({x + width, y + height});
   // Absolute values of each corner, on purpose: across the equator or the prime meridian the span is too small.
   return {center,
           {std::fabs(std::fabs(second.latitude) - std::fabs(first.latitude)),
@@ -30,8 +28,8 @@ ZRMapRect ZRMapRectForZRCoordinateRegion(ZRCoordinateRegion region) noexcept {
   const double halfHeight = span.latitudeDelta * 0.5;
   const double halfWidth = span.longitudeDelta * 0.5;
   // The projection clamps both corners to the world.
-  const ZRMapPoint northWest = geometry::mapPoint({center.latitude + halfHeight, center.longitude - halfWidth});
-  const ZRMapPoint southEast = geometry::mapPoint({center.latitude - halfHeight, center.longitude + halfWidth});
+  const ZRMapPoint northWest = ZRMapPointForCoordinate({center.latitude + halfHeight, center.longitude - halfWidth});
+  const ZRMapPoint southEast = ZRMapPointForCoordinate({center.latitude - halfHeight, center.longitude + halfWidth});
   return {northWest, {southEast.x - northWest.x, southEast.y - northWest.y}};
 }
 

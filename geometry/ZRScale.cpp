@@ -1,20 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGeometry.h>
 
+#include <exact/Exact.h>
+
 #include <cmath>
 
-#include "GreatCircle.h"
+#include "Kernels.h"
 #include "Numbers.h"
-#include "Projection.h"
 
 namespace {
 
 double metersPerMapPoint(double latitude) {
   const double phi = geometry::radians(geometry::clampedLatitude(latitude));
-  return (1.0 - std::log(std::tan(phi) + 1.0 / std::cos(phi)) / geometry::kPi) * geometry::kScaleMetersPerMapPoint;
+  const double logarithm = exact::log(exact::tan(phi) + 1.0 / exact::cos(phi));
+  return (1.0 - logarithm / geometry::kPi) * geometry::kScaleMetersPerMapPoint;
 }
 
-double secant(double latitude) { return 1.0 / std::cos(geometry::radians(latitude)); }
+double secant(double latitude) { return 1.0 / exact::cos(geometry::radians(latitude)); }
 
 double degreesOfLongitudePerMeter(double latitude) { return secant(latitude) * geometry::kDegreesPerMeterOfLatitude; }
 
@@ -28,9 +30,7 @@ double ZRMetersPerMapPointAtLatituteAndZoom(double latitude, int32_t zoom) noexc
 
 double ZRMapPointsPerMeterAtLatitude(double latitude) noexcept { return 1.0 / metersPerMapPoint(latitude); }
 
-double ZRMetersBetweenMapPoints(ZRMapPoint a, ZRMapPoint b) noexcept {
-  return geometry::greatCircleDistance(geometry::coordinate(a), geometry::coordinate(b));
-}
+double ZRMetersBetweenMapPoints(ZRMapPoint a, ZRMapPoint b) noexcept { return geometry::kernels().metersBetween(a, b); }
 
 double degreesToRads(double degrees) noexcept { return geometry::radians(degrees); }
 

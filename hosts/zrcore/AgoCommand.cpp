@@ -9,15 +9,16 @@
 #include <optional>
 #include <string>
 
+#include "CommandLine.h"
 #include "ExitCodes.h"
 #include "Messages.h"
 #include "StandardOutput.h"
 
 namespace {
 
-constexpr const char* kDescription = "Says how long ago a date was, in the words that the kit shows.";
+constexpr const char* kAgoDescription = "Says how long ago a date was, in the words that the kit shows.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kAgoFooter = R"(
 Dates are written as 2016-03-01T12:00:00Z.
 
 Exit codes:
@@ -72,11 +73,9 @@ int runAgo(const AgoArguments& arguments) {
 
 }  // namespace
 
-void addAgoCommand(CLI::App& tool, int& exitCode) {
+void addAgoCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<AgoArguments>();
-  CLI::App& command = *tool.add_subcommand("ago", kDescription);
-  command.footer(kFooter);
-  command.add_option("ISO-DATE", arguments->date, "The date")->required();
-  command.add_option("--now", arguments->now, "Count from here instead of the present")->type_name("ISO-DATE");
-  command.callback([arguments, &exitCode] { exitCode = runAgo(*arguments); });
+  Command command = tool.add("ago", kAgoDescription, kAgoFooter, [arguments] { return runAgo(*arguments); });
+  command.option("ISO-DATE", arguments->date, "The date").required();
+  command.option("--now", arguments->now, "Count from here instead of the present").valueName("ISO-DATE");
 }

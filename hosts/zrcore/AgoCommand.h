@@ -2,9 +2,9 @@
 #ifndef ZRCORE_HOSTS_ZRCORE_AGOCOMMAND_H
 #define ZRCORE_HOSTS_ZRCORE_AGOCOMMAND_H
 
-#include <CLI/CLI.hpp>
+class CommandLine;
 
-/// Adds `ago` to the tool. Its run stores the tool's exit code.
-void addAgoCommand(CLI::App& tool, int& exitCode);
+/// Adds `ago` to the tool's subcommands.
+void addAgoCommand(CommandLine& tool);
 
 #endif

@@ -3,14 +3,15 @@
 
 #include <memory>
 
+#include "CommandLine.h"
 #include "ConfigRun.h"
-#include "OptionChecks.h"
 
 namespace {
 
-constexpr const char* kDescription = "Fetches the configuration: the base addresses of the kit's five web services.";
+constexpr const char* kConfigDescription =
+    "Fetches the configuration: the base addresses of the kit's five web services.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kConfigFooter = R"(
 Output:
   One line per service: its name and its address, "-" for what there is not. The standard error stream says whether the
   addresses came from the service or from the packaged file, and why.
@@ -28,28 +29,24 @@ Examples:
 
 }  // namespace
 
-void addConfigCommand(CLI::App& tool, int& exitCode) {
+void addConfigCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<ConfigArguments>();
-  CLI::App& command = *tool.add_subcommand("config", kDescription);
-  command.footer(kFooter);
+  Command command =
+      tool.add("config", kConfigDescription, kConfigFooter, [arguments] { return runConfig(*arguments); });
 
-  command.add_option("--key", arguments->key, "The product key that the service knows")->required();
+  command.option("--key", arguments->key, "The product key that the service knows").required();
   command
-      .add_option_function<std::string>(
+      .option(
           "--service", [arguments](const std::string& name) { arguments->service = name == "production" ? 1 : 0; },
           "The configuration host: production, integration [production]")
-      ->type_name("NAME")
-      ->check(CLI::IsMember({"production", "integration"}));
-  command.add_option("--type", arguments->type, "The variant of the configuration [1]")
-      ->type_name("N")
-      ->check(wholeNumber());
-  command.add_option("--base", arguments->base, "Ask here instead of the configuration host")->type_name("URL");
-  command.add_option("--fallback", arguments->fallback, "The packaged file, for when the service gives nothing")
-      ->type_name("FILE");
-  command.add_option("--timeout", arguments->timeoutSeconds, "Seconds without a word from the service [30]")
-      ->type_name("S")
-      ->check(positiveNumber());
-  command.add_flag("--json", arguments->json, "Addresses, their source and the reason as a JSON object");
-
-  command.callback([arguments, &exitCode] { exitCode = runConfig(*arguments); });
+      .valueName("NAME")
+      .oneOf({"production", "integration"});
+  command.option("--type", arguments->type, "The variant of the configuration [1]").valueName("N").wholeNumber();
+  command.option("--base", arguments->base, "Ask here instead of the configuration host").valueName("URL");
+  command.option("--fallback", arguments->fallback, "The packaged file, for when the service gives nothing")
+      .valueName("FILE");
+  command.option("--timeout", arguments->timeoutSeconds, "Seconds without a word from the service [30]")
+      .valueName("S")
+      .positive();
+  command.flag("--json", arguments->json, "Addresses, their source and the reason as a JSON object");
 }

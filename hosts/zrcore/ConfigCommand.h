@@ -2,9 +2,9 @@
 #ifndef ZRCORE_HOSTS_ZRCORE_CONFIGCOMMAND_H
 #define ZRCORE_HOSTS_ZRCORE_CONFIGCOMMAND_H
 
-#include <CLI/CLI.hpp>
+class CommandLine;
 
-/// Adds `config` to the tool. Its run stores the tool's exit code.
-void addConfigCommand(CLI::App& tool, int& exitCode);
+/// Adds `config` to the tool's subcommands.
+void addConfigCommand(CommandLine& tool);
 
 #endif

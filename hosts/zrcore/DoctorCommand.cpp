@@ -8,16 +8,17 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "CommandLine.h"
 #include "ExitCodes.h"
 #include "Messages.h"
 #include "StandardOutput.h"
 
 namespace {
 
-constexpr const char* kDescription =
+constexpr const char* kDoctorDescription =
     "Tells what of this machine the navigation kit can use, and how to mend what it can't. Changes nothing.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kDoctorFooter = R"(
 Output:
   One line for each thing: usable, missing or broken; what it is; details. Below a thing that can't be used stands the
   command that mends it. With --json an array of objects: subject, state, detail, remedy.
@@ -62,10 +63,8 @@ int runDoctor(bool json) {
 
 }  // namespace
 
-void addDoctorCommand(CLI::App& tool, int& exitCode) {
+void addDoctorCommand(CommandLine& tool) {
   const auto json = std::make_shared<bool>(false);
-  CLI::App& command = *tool.add_subcommand("doctor", kDescription);
-  command.footer(kFooter);
-  command.add_flag("--json", *json, "For programs");
-  command.callback([json, &exitCode] { exitCode = runDoctor(*json); });
+  Command command = tool.add("doctor", kDoctorDescription, kDoctorFooter, [json] { return runDoctor(*json); });
+  command.flag("--json", *json, "For programs");
 }

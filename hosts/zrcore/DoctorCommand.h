@@ -2,9 +2,9 @@
 #ifndef ZRCORE_HOSTS_ZRCORE_DOCTORCOMMAND_H
 #define ZRCORE_HOSTS_ZRCORE_DOCTORCOMMAND_H
 
-#include <CLI/CLI.hpp>
+class CommandLine;
 
-/// Adds `doctor` to the tool's subcommands. When it was the one asked for, `exitCode` gets its result.
-void addDoctorCommand(CLI::App& tool, int& exitCode);
+/// Adds `doctor` to the tool's subcommands.
+void addDoctorCommand(CommandLine& tool);
 
 #endif

@@ -5,15 +5,16 @@
 
 #include <memory>
 
+#include "CommandLine.h"
 #include "PlaceRun.h"
 
 namespace {
 
-constexpr const char* kDescription =
+constexpr const char* kPlaceDescription =
     "Shows what a geocoding or search service answered as places.\n"
     "Reads JSON: one result, an array of results, or an object with a list of them under \"results\" or \"features\".";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kPlaceFooter = R"(
 Output:
   On a terminal a table: each place's first line, second line and single line, where it is shown on a map, how exact the
   result is, and the zoom level that suits it. Otherwise one line per place, columns separated by tabs, named by the
@@ -32,23 +33,20 @@ Examples:
 
 }  // namespace
 
-void addPlaceCommand(CLI::App& tool, int& exitCode) {
+void addPlaceCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<PlaceArguments>();
-  CLI::App& command = *tool.add_subcommand("place", kDescription);
-  command.footer(kFooter);
+  Command command = tool.add("place", kPlaceDescription, kPlaceFooter, [arguments] { return runPlace(*arguments); });
 
-  command.add_option("FILE", arguments->files, "The answers; - for standard input")->required();
+  command.option("FILE", arguments->files, "The answers; - for standard input").required();
   command
-      .add_option_function<std::string>(
+      .option(
           "--dialect", [arguments](const std::string& name) { arguments->dialect = place::dialectNamed(name); },
           "auto: told by what each result looks like; documented, nominatim, photon, pelias, geocodejson [auto]")
-      ->type_name("NAME")
-      ->check(CLI::IsMember({"auto", "documented", "nominatim", "photon", "pelias", "geocodejson"}));
-  CLI::Option* const json =
-      command.add_flag("--json", arguments->json, "The addresses as an array of dictionaries, which can be read again");
-  command.add_flag("--tambrel", arguments->tambrel, "Let --json use the keys of the second dialect")->needs(json);
-  command.add_flag("--geojson", arguments->geoJson, "The places as a GeoJSON feature collection")->excludes(json);
-  command.add_flag("--verbose", arguments->verbose, "Name the entries of the answers that are not used");
-
-  command.callback([arguments, &exitCode] { exitCode = runPlace(*arguments); });
+      .valueName("NAME")
+      .oneOf({"auto", "documented", "nominatim", "photon", "pelias", "geocodejson"});
+  const CommandOption json =
+      command.flag("--json", arguments->json, "The addresses as an array of dictionaries, which can be read again");
+  command.flag("--tambrel", arguments->tambrel, "Let --json use the keys of the second dialect").needs(json);
+  command.flag("--geojson", arguments->geoJson, "The places as a GeoJSON feature collection").excludes(json);
+  command.flag("--verbose", arguments->verbose, "Name the entries of the answers that are not used");
 }

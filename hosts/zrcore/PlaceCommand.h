@@ -2,9 +2,9 @@
 #ifndef ZRCORE_HOSTS_ZRCORE_PLACECOMMAND_H
 #define ZRCORE_HOSTS_ZRCORE_PLACECOMMAND_H
 
-#include <CLI/CLI.hpp>
+class CommandLine;
 
-/// Adds `place` to the tool. Its run stores the tool's exit code.
-void addPlaceCommand(CLI::App& tool, int& exitCode);
+/// Adds `place` to the tool's subcommands.
+void addPlaceCommand(CommandLine& tool);
 
 #endif

@@ -3,14 +3,14 @@
 
 #include <memory>
 
-#include "OptionChecks.h"
+#include "CommandLine.h"
 #include "SayRun.h"
 
 namespace {
 
-constexpr const char* kDescription = "Speaks texts, one after the other, as guidance speaks its prompts.";
+constexpr const char* kSayDescription = "Speaks texts, one after the other, as guidance speaks its prompts.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kSayFooter = R"(
 While it speaks, other applications' sound is lowered. Messages go to the standard error stream.
 
 Exit codes:
@@ -27,25 +27,19 @@ Examples:
 
 }  // namespace
 
-void addSayCommand(CLI::App& tool, int& exitCode) {
+void addSayCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<SayArguments>();
-  CLI::App& command = *tool.add_subcommand("say", kDescription);
-  command.footer(kFooter);
+  Command command = tool.add("say", kSayDescription, kSayFooter, [arguments] { return runSay(*arguments); });
 
-  command.add_option("TEXT", arguments->texts, "What to say; each is a prompt of its own")->required();
-  command.add_option("--voice", arguments->voice, "A language tag, such as en-US or de [en-US]")->type_name("TAG");
-  command.add_option("--rate", arguments->rate, "From 0, slow, to 1, fast [0.5]")
-      ->type_name("R")
-      ->check(numberFrom0To1());
-  command.add_option("--volume", arguments->volume, "From 0, silent, to 1 [1]")
-      ->type_name("V")
-      ->check(numberFrom0To1());
-  command.add_flag("--interrupt", arguments->interrupt, "Let each text silence the one before it");
+  command.option("TEXT", arguments->texts, "What to say; each is a prompt of its own").required();
+  command.option("--voice", arguments->voice, "A language tag, such as en-US or de [en-US]").valueName("TAG");
+  command.option("--rate", arguments->rate, "From 0, slow, to 1, fast [0.5]").valueName("R").from0To1();
+  command.option("--volume", arguments->volume, "From 0, silent, to 1 [1]").valueName("V").from0To1();
+  command.flag("--interrupt", arguments->interrupt, "Let each text silence the one before it");
   command
-      .add_option_function<std::string>(
+      .option(
           "--to", [arguments](const std::string& text) { arguments->target = SoundTarget::parse("--to", text); },
           "sound: the sound server; wav:FILE: a WAV file [sound]")
-      ->type_name("TARGET");
-  command.add_flag("--force", arguments->force, "Let --to overwrite a file");
-  command.callback([arguments, &exitCode] { exitCode = runSay(*arguments); });
+      .valueName("TARGET");
+  command.flag("--force", arguments->force, "Let --to overwrite a file");
 }

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SoundTarget.h"
 
+#include "CommandLine.h"
+
 SoundTarget SoundTarget::parse(const std::string& option, const std::string& text) {
   const std::string prefix = "wav:";
   if (text == "sound") return {};
   if (text.size() > prefix.size() && text.starts_with(prefix)) return {text.substr(prefix.size())};
-  throw CLI::ValidationError(option, inQuotes(text) + " is neither 'sound' nor 'wav:FILE'");
+  throw UsageFault(option, inQuotes(text) + " is neither 'sound' nor 'wav:FILE'");
 }
 
 SpeakingPlatform speakingPlatform(const SoundTarget& target, bool force, Messages& messages, ZRLinuxOptions options) {

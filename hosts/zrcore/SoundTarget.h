@@ -5,9 +5,11 @@
 #include <ZRCore/ZRAudio.h>
 #include <ZRCore/ZRLinuxPlatform.h>
 
-#include <CLI/CLI.hpp>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "Messages.h"
 #include "SpokenFile.h"
@@ -16,7 +18,7 @@
 struct SoundTarget {
   std::optional<std::string> wavFile;
 
-  /// @throws CLI::ValidationError for anything but "sound" and "wav:FILE"
+  /// @throws UsageFault for anything but "sound" and "wav:FILE"
   static SoundTarget parse(const std::string& option, const std::string& text);
 };
 

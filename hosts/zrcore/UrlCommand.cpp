@@ -9,16 +9,17 @@
 #include <string>
 #include <vector>
 
+#include "CommandLine.h"
 #include "ExitCodes.h"
 #include "Messages.h"
 #include "StandardOutput.h"
 
 namespace {
 
-constexpr const char* kDescription =
+constexpr const char* kUrlDescription =
     "Makes the address of a request from a base address, a path and parameters, as the kit does.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kUrlFooter = R"(
 Keys and values are escaped; the base and the path are taken as they are. The kit gives each key one value.
 
 Exit codes:
@@ -79,12 +80,10 @@ int runUrl(const UrlArguments& arguments) {
 
 }  // namespace
 
-void addUrlCommand(CLI::App& tool, int& exitCode) {
+void addUrlCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<UrlArguments>();
-  CLI::App& command = *tool.add_subcommand("url", kDescription);
-  command.footer(kFooter);
-  command.add_option("BASE", arguments->base, "The service's base address")->required();
-  command.add_option("PATH", arguments->path, "The path behind it; may be empty")->required();
-  command.add_option("KEY=VALUE", arguments->parameters, "Parameters, in this order");
-  command.callback([arguments, &exitCode] { exitCode = runUrl(*arguments); });
+  Command command = tool.add("url", kUrlDescription, kUrlFooter, [arguments] { return runUrl(*arguments); });
+  command.option("BASE", arguments->base, "The service's base address").required();
+  command.option("PATH", arguments->path, "The path behind it; may be empty").required();
+  command.option("KEY=VALUE", arguments->parameters, "Parameters, in this order");
 }

@@ -2,9 +2,9 @@
 #ifndef ZRCORE_HOSTS_ZRCORE_URLCOMMAND_H
 #define ZRCORE_HOSTS_ZRCORE_URLCOMMAND_H
 
-#include <CLI/CLI.hpp>
+class CommandLine;
 
-/// Adds `url` to the tool. Its run stores the tool's exit code.
-void addUrlCommand(CLI::App& tool, int& exitCode);
+/// Adds `url` to the tool's subcommands.
+void addUrlCommand(CommandLine& tool);
 
 #endif

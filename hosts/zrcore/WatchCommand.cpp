@@ -6,16 +6,16 @@
 #include <memory>
 #include <variant>
 
-#include "OptionChecks.h"
+#include "CommandLine.h"
 #include "WatchRun.h"
 
 namespace {
 
-constexpr const char* kDescription =
+constexpr const char* kWatchDescription =
     "Shows where this machine is, through the location service, until it is interrupted.\n"
     "Sources: auto, gpsd[:HOST[:PORT]], gpsd:/PATH, geoclue, nmea:PATH (a serial device, a FIFO, a socket), file:PATH.";
 
-constexpr const char* kFooter = R"(
+constexpr const char* kWatchFooter = R"(
 Output:
   As 'zrcore trip': on a terminal a live table, otherwise one line per fix. Messages and the summary go to the standard
   error stream; a source that is lost is looked for until it comes back.
@@ -36,39 +36,34 @@ Examples:
 
 }  // namespace
 
-void addWatchCommand(CLI::App& tool, int& exitCode) {
+void addWatchCommand(CommandLine& tool) {
   const auto arguments = std::make_shared<WatchArguments>();
-  CLI::App& command = *tool.add_subcommand("watch", kDescription);
-  command.footer(kFooter);
+  Command command = tool.add("watch", kWatchDescription, kWatchFooter, [arguments] {
+    const auto source = policy::parsePositioningSource(arguments->source);
+    if (const auto* const why = std::get_if<std::string>(&source)) throw UsageFault("SOURCE", *why);
+    return runWatch(*arguments);
+  });
 
-  command.add_option("SOURCE", arguments->source, "Where positions come from [auto]");
+  command.option("SOURCE", arguments->source, "Where positions come from [auto]");
   command
-      .add_option("--record", arguments->recordFile,
-                  "Write the fixes there, as GPX. The file appears with the first fix, and is whole at any moment from "
-                  "then on, "
-                  "whatever becomes of the tool")
-      ->type_name("FILE.gpx")
-      ->check(someName());
-  command.add_flag("--force", arguments->force, "Let --record and --speak overwrite files");
-  command.add_option("--filter", arguments->filter, "As in 'zrcore trip': documented or measured [documented]")
-      ->type_name("NAME")
-      ->check(CLI::IsMember({"documented", "measured"}));
+      .option("--record", arguments->recordFile,
+              "Write the fixes there, as GPX. The file appears with the first fix, and is whole at any moment from "
+              "then on, "
+              "whatever becomes of the tool")
+      .valueName("FILE.gpx")
+      .notEmpty();
+  command.flag("--force", arguments->force, "Let --record and --speak overwrite files");
+  command.option("--filter", arguments->filter, "As in 'zrcore trip': documented or measured [documented]")
+      .valueName("NAME")
+      .oneOf({"documented", "measured"});
   command
-      .add_option_function<std::string>(
+      .option(
           "--speak", [arguments](const std::string& text) { arguments->speech = SoundTarget::parse("--speak", text); },
           "Speak at the start, at each turn and at the end. sound: through the sound server; wav:FILE: into a WAV "
           "file, one prompt after the other")
-      ->type_name("TARGET");
-  command.add_option("--for", arguments->forSeconds, "End after so long")
-      ->type_name("SECONDS")
-      ->check(positiveNumber());
-  CLI::Option* const json =
-      command.add_flag("--json", arguments->json, "One JSON object per fix; the last line is {\"summary\": ...}");
-  command.add_flag("--quiet", arguments->quiet, "Show no fixes")->excludes(json);
-
-  command.callback([arguments, &exitCode] {
-    const auto source = policy::parsePositioningSource(arguments->source);
-    if (const auto* const why = std::get_if<std::string>(&source)) throw CLI::ValidationError("SOURCE", *why);
-    exitCode = runWatch(*arguments);
-  });
+      .valueName("TARGET");
+  command.option("--for", arguments->forSeconds, "End after so long").valueName("SECONDS").positive();
+  const CommandOption json =
+      command.flag("--json", arguments->json, "One JSON object per fix; the last line is {\"summary\": ...}");
+  command.flag("--quiet", arguments->quiet, "Show no fixes").excludes(json);
 }

@@ -4,6 +4,10 @@
 #ifndef ZRCORE_ZRCORE_H
 #define ZRCORE_ZRCORE_H
 
+#if __cplusplus < 202002L
+#error "ZRCore is C++20: compile with -std=c++20 or later"
+#endif
+
 #include <ZRCore/CLLocation_Utils.h>
 #include <ZRCore/NSDate_ZR.h>
 #include <ZRCore/NSString_ZR.h>

@@ -7,6 +7,11 @@
 
 #include <ZRCore/ZRGeometry.h>
 
+#ifdef __cplusplus
+#include <algorithm>
+#include <span>
+#endif
+
 ZR_EXTERN_C_BEGIN
 
 /// Great-circle distance between two coordinates.
@@ -34,6 +39,73 @@ ZR_EXPORT double ZRGroundResolutionAtLatitude(double latitude) ZR_NOEXCEPT;
 ZR_EXPORT CLLocationCoordinate2D ZRDestinationCoordinate(CLLocationCoordinate2D origin, double bearingDegrees,
                                                          double distanceMeters) ZR_NOEXCEPT;
 
+/// Batches: one call for `count` elements. Each result has the bits of the single call's. Input and output must not
+/// overlap; with a count of 0 they may be null.
+
+/// `ZRMapPointForCoordinate` of each.
+ZR_EXPORT void ZRMapPointsForCoordinates(const CLLocationCoordinate2D* coordinates, ZRMapPoint* mapPoints,
+                                         uint64_t count) ZR_NOEXCEPT;
+
+/// `ZRCoordinateForMapPoint` of each.
+ZR_EXPORT void ZRCoordinatesForMapPoints(const ZRMapPoint* mapPoints, CLLocationCoordinate2D* coordinates,
+                                         uint64_t count) ZR_NOEXCEPT;
+
+/// `ZRGreatCircleDistance` from one place to each of `count`: metres.
+ZR_EXPORT void ZRGreatCircleDistancesFrom(CLLocationCoordinate2D from, const CLLocationCoordinate2D* to, double* meters,
+                                          uint64_t count) ZR_NOEXCEPT;
+
+/// `ZRGreatCircleDistance` of each place of a line of `count` to the next: count - 1 distances in metres.
+ZR_EXPORT void ZRGreatCircleDistancesAlong(const CLLocationCoordinate2D* line, uint64_t count,
+                                           double* meters) ZR_NOEXCEPT;
+
+/// `ZRCoordinateUtils::bearingFromTo` of each place of a line of `count` to the next: count - 1 bearings in degrees,
+/// clockwise from north, in [0, 360].
+ZR_EXPORT void ZRBearingsAlong(const CLLocationCoordinate2D* line, uint64_t count, float* degrees) ZR_NOEXCEPT;
+
+/// Their bits may differ between processors: the quick form of `ZRMapPointsForCoordinates`, for drawing.
+/// @return  x and y within 1.2 * 2^-27 map points (9 nanometres on the projected equator's metres) of the exact value
+///          of the projection's formula, of which the single call may be 4.7 * 2^-27 off near the edge. Clamped as it is.
+ZR_EXPORT void ZRMapPointsForCoordinatesFast(const CLLocationCoordinate2D* coordinates, ZRMapPoint* mapPoints,
+                                             uint64_t count) ZR_NOEXCEPT;
+
+/// Their bits may differ between processors: the quick form of `ZRCoordinatesForMapPoints`, for drawing.
+/// @return  degrees, within 4e-14 of the exact value of the formula. Clamped as the single call's.
+ZR_EXPORT void ZRCoordinatesForMapPointsFast(const ZRMapPoint* mapPoints, CLLocationCoordinate2D* coordinates,
+                                             uint64_t count) ZR_NOEXCEPT;
+
 ZR_EXTERN_C_END
+
+#ifdef __cplusplus
+/// The same for spans. As many elements are computed as both spans have room for.
+inline void ZRMapPointsForCoordinates(std::span<const CLLocationCoordinate2D> coordinates,
+                                      std::span<ZRMapPoint> mapPoints) noexcept {
+  ZRMapPointsForCoordinates(coordinates.data(), mapPoints.data(), std::min(coordinates.size(), mapPoints.size()));
+}
+inline void ZRCoordinatesForMapPoints(std::span<const ZRMapPoint> mapPoints,
+                                      std::span<CLLocationCoordinate2D> coordinates) noexcept {
+  ZRCoordinatesForMapPoints(mapPoints.data(), coordinates.data(), std::min(mapPoints.size(), coordinates.size()));
+}
+inline void ZRMapPointsForCoordinatesFast(std::span<const CLLocationCoordinate2D> coordinates,
+                                          std::span<ZRMapPoint> mapPoints) noexcept {
+  ZRMapPointsForCoordinatesFast(coordinates.data(), mapPoints.data(), std::min(coordinates.size(), mapPoints.size()));
+}
+inline void ZRCoordinatesForMapPointsFast(std::span<const ZRMapPoint> mapPoints,
+                                          std::span<CLLocationCoordinate2D> coordinates) noexcept {
+  ZRCoordinatesForMapPointsFast(mapPoints.data(), coordinates.data(), std::min(mapPoints.size(), coordinates.size()));
+}
+inline void ZRGreatCircleDistancesFrom(CLLocationCoordinate2D from, std::span<const CLLocationCoordinate2D> to,
+                                       std::span<double> meters) noexcept {
+  ZRGreatCircleDistancesFrom(from, to.data(), meters.data(), std::min(to.size(), meters.size()));
+}
+/// `meters` has one element less than `line`.
+inline void ZRGreatCircleDistancesAlong(std::span<const CLLocationCoordinate2D> line,
+                                        std::span<double> meters) noexcept {
+  ZRGreatCircleDistancesAlong(line.data(), std::min(line.size(), meters.size() + 1), meters.data());
+}
+/// `degrees` has one element less than `line`.
+inline void ZRBearingsAlong(std::span<const CLLocationCoordinate2D> line, std::span<float> degrees) noexcept {
+  ZRBearingsAlong(line.data(), std::min(line.size(), degrees.size() + 1), degrees.data());
+}
+#endif
 
 #endif

@@ -5,6 +5,10 @@
 #ifndef ZRCORE_ZRPLATFORM_H
 #define ZRCORE_ZRPLATFORM_H
 
+#if __cplusplus < 202002L
+#error "ZRCore is C++20: compile with -std=c++20 or later"
+#endif
+
 #include <ZRCore/AVAudioPlayer.h>
 #include <ZRCore/AVAudioSession.h>
 #include <ZRCore/AVSpeechSynthesis.h>

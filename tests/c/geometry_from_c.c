@@ -105,9 +105,31 @@ static void rectangles(void) {
   EXPECT(distanceBetweenPoints(corners[0], corners[1]) == 5.0);
 }
 
+static void batches(void) {
+  const CLLocationCoordinate2D line[3] = {{0.0, 0.0}, {0.0, 90.0}, {0.0, 180.0}};
+  CLLocationCoordinate2D back[3];
+  ZRMapPoint points[3];
+  double meters[3];
+  float degrees[2];
+  ZRMapPointsForCoordinates(line, points, 3);
+  EXPECT(points[2].x == ZRMapPointForCoordinate(line[2]).x);
+  ZRCoordinatesForMapPoints(points, back, 3);
+  EXPECT(back[1].longitude == ZRCoordinateForMapPoint(points[1]).longitude);
+  ZRMapPointsForCoordinatesFast(line, points, 3);
+  ZRCoordinatesForMapPointsFast(points, back, 3);
+  EXPECT(near(back[1].longitude, 90.0));
+  ZRGreatCircleDistancesFrom(line[1], line, meters, 3);
+  EXPECT(meters[1] == 0.0 && meters[0] == ZRGreatCircleDistance(line[1], line[0]));
+  ZRGreatCircleDistancesAlong(line, 3, meters);
+  EXPECT(meters[1] == ZRGreatCircleDistance(line[1], line[2]));
+  ZRBearingsAlong(line, 3, degrees);
+  EXPECT(degrees[0] == 90.0F && degrees[1] == 90.0F);
+}
+
 int main(void) {
   constants();
   projectionAndScale();
   rectangles();
+  batches();
   return failures == 0 ? 0 : 1;
 }

@@ -10,6 +10,8 @@
 
 /// The command line tool as its users run it: the real program, in a process of its own.
 
+inline const std::string kDrive = ZRCORE_SAMPLES "/drive.csv";
+
 /// How a run ended, and what it left on its streams.
 struct ToolRun {
   int exitCode = -1;  ///< -1: killed by a signal

@@ -19,7 +19,6 @@ namespace {
 using nlohmann::json;
 using testing::HasSubstr;
 
-const std::string kDrive = ZRCORE_SAMPLES "/drive.csv";
 constexpr double kSamplesPerSecond = 22050.0;
 
 /// The samples of a file that the tool has written.

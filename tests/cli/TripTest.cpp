@@ -21,8 +21,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
-const std::string kDrive = ZRCORE_SAMPLES "/drive.csv";
-
 const std::string kTable =
     "time,lat,lon\n"
     "2026-05-09T09:30:00Z,46.80,7.40\n"

@@ -17,14 +17,14 @@
 
 namespace {
 
-struct Implementation {
+struct SeamImplementation {
   const char* name;
   std::function<ZRPlatform()> make;
 };
 
-void PrintTo(const Implementation& implementation, std::ostream* out) { *out << implementation.name; }
+void PrintTo(const SeamImplementation& implementation, std::ostream* out) { *out << implementation.name; }
 
-class SeamContract : public testing::TestWithParam<Implementation> {
+class SeamContract : public testing::TestWithParam<SeamImplementation> {
  protected:
   ZRPlatform platform = GetParam().make();
 };
@@ -111,14 +111,14 @@ TEST_P(SeamContract, AnUnknownKeyHasNoValueAndALogTakesAnyBytes) {
   platform.log->writeLine(std::string_view("\xff\0%s%n", 6));
 }
 
-const Implementation implementations[] = {
+const SeamImplementation seamImplementations[] = {
     {"fake", [] { return ZRFakePlatform().platform(); }},
     {"headless", [] { return headlessPlatform(); }},
 #ifdef ZRCORE_TESTS_LINUX
     {"linux", [] { return linuxPlatform(nullptr); }},
 #endif
 };
-INSTANTIATE_TEST_SUITE_P(, SeamContract, testing::ValuesIn(implementations),
+INSTANTIATE_TEST_SUITE_P(, SeamContract, testing::ValuesIn(seamImplementations),
                          [](const auto& row) { return row.param.name; });
 
 struct CoderImplementation {

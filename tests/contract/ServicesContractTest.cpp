@@ -154,14 +154,14 @@ TEST_P(ServicesContract, TheDeviceTellsTheSameEachTime) {
   }
 }
 
-const Implementation implementations[] = {
+const Implementation servicesImplementations[] = {
     {"fake", runningFake},
     {"headless", runningHeadless},
 #ifdef ZRCORE_TESTS_LINUX
     {"linux", runningLinux},
 #endif
 };
-INSTANTIATE_TEST_SUITE_P(, ServicesContract, testing::ValuesIn(implementations),
+INSTANTIATE_TEST_SUITE_P(, ServicesContract, testing::ValuesIn(servicesImplementations),
                          [](const auto& row) { return row.param.name; });
 
 }  // namespace

@@ -18,7 +18,7 @@ namespace {
 
 #ifdef ZRCORE_TESTS_LINUX
 /// A Linux system with neither a sound server nor a speech engine.
-Running runningLinux() {
+Running runningSoundlessLinux() {
   ::setenv("PULSE_SERVER", "unix:/nonexistent/server", 1);
   const auto sound = std::make_shared<ZRLinuxSoundOptions>();
   sound->speechCommand = {"/nonexistent/engine"};
@@ -34,7 +34,7 @@ Running runningLinux() {
 }
 #endif
 
-class Listener : public AVSpeechSynthesizerDelegate {
+class CancelListener : public AVSpeechSynthesizerDelegate {
  public:
   void speechSynthesizerDidCancelSpeechUtterance(std::shared_ptr<AVSpeechSynthesizer> synthesizer,
                                                  std::shared_ptr<AVSpeechUtterance> utterance) override {
@@ -61,7 +61,7 @@ class SoundContract : public testing::TestWithParam<Implementation> {
 };
 
 TEST_P(SoundContract, WhatIsStoppedIsCancelledOnceLaterAndInOrderAlsoWhenTheSynthesizerIsDropped) {
-  const auto listener = std::make_shared<Listener>();
+  const auto listener = std::make_shared<CancelListener>();
   auto synthesizer = platform.speech->makeSynthesizer();
   ASSERT_NE(synthesizer, nullptr);
   EXPECT_FALSE(synthesizer->isSpeaking());
@@ -79,7 +79,7 @@ TEST_P(SoundContract, WhatIsStoppedIsCancelledOnceLaterAndInOrderAlsoWhenTheSynt
 
 TEST_P(SoundContract, SynthesizersOutliveTheirDelegatesAndAreSeparate) {
   const auto first = platform.speech->makeSynthesizer();
-  first->setDelegate(std::make_shared<Listener>());
+  first->setDelegate(std::make_shared<CancelListener>());
   first->speakUtterance(std::make_shared<AVSpeechUtterance>("one"));
   EXPECT_FALSE(platform.speech->makeSynthesizer()->isSpeaking());
   first->stopSpeakingImmediately();
@@ -118,7 +118,7 @@ INSTANTIATE_TEST_SUITE_P(, SoundContract,
                                          Implementation{"headless", runningHeadless}),
                          [](const auto& row) { return row.param.name; });
 #ifdef ZRCORE_TESTS_LINUX
-INSTANTIATE_TEST_SUITE_P(Linux, SoundContract, testing::Values(Implementation{"linux", runningLinux}),
+INSTANTIATE_TEST_SUITE_P(Linux, SoundContract, testing::Values(Implementation{"linux", runningSoundlessLinux}),
                          [](const auto& row) { return row.param.name; });
 #endif
 

@@ -1,33 +1,61 @@
 # SPDX-License-Identifier: Apache-2.0
-function(run)
-  execute_process(COMMAND ${ARGV} COMMAND_ERROR_IS_FATAL ANY COMMAND_ECHO STDOUT)
-endfunction()
+include("${TESTS}/common.cmake")
 
 file(REMOVE_RECURSE "${STAGE}")
-run(${CMAKE_COMMAND} --install "${BUILD}" --prefix "${STAGE}/first" --component ZRCore)
+run(${CMAKE_COMMAND} --install "${BUILD}" --prefix "${STAGE}/first")
 file(RENAME "${STAGE}/first" "${STAGE}/prefix")  # an installed tree may be moved
 
+unset(ENV{DISPLAY})
+unset(ENV{WAYLAND_DISPLAY})
 set(flags "")
 if(SANITIZE)
   set(flags "-fsanitize=${SANITIZE}")
 endif()
+set(components JSON Fake)
+foreach(component IN ITEMS Linux Gtk)  # an installation may be without
+  if(EXISTS "${STAGE}/prefix/${LIBDIR}/libZRCore${component}.so")
+    list(APPEND components ${component})
+  endif()
+endforeach()
+
+# By find_package.
+set(configure ${CMAKE_COMMAND} "-DCMAKE_PREFIX_PATH=${STAGE}/prefix" -DCMAKE_C_COMPILER=${CC} -DCMAKE_CXX_COMPILER=${CXX}
+              "-DCMAKE_C_FLAGS=${flags}" "-DCMAKE_CXX_FLAGS=${flags}")
+list(JOIN components " " names)
 foreach(consumer IN ITEMS cxx c)
-  run(${CMAKE_COMMAND} -S "${SOURCE}/${consumer}" -B "${STAGE}/${consumer}" "-DCMAKE_PREFIX_PATH=${STAGE}/prefix"
-      -DCMAKE_C_COMPILER=${CC} -DCMAKE_CXX_COMPILER=${CXX} "-DCMAKE_C_FLAGS=${flags}" "-DCMAKE_CXX_FLAGS=${flags}")
+  run(${configure} -S "${TESTS}/${consumer}" -B "${STAGE}/${consumer}" "-DCOMPONENTS=${names}")
   run(${CMAKE_COMMAND} --build "${STAGE}/${consumer}")
   run("${STAGE}/${consumer}/consumer")
 endforeach()
+expect_failure("of the components of ZRCore there are JSON" ${configure} -S "${TESTS}/cxx" -B "${STAGE}/without"
+               -DCOMPONENTS=Sonar)
 
-file(GLOB_RECURSE pc "${STAGE}/prefix/*/ZRCore.pc")
-get_filename_component(pc_folder "${pc}" DIRECTORY)
-set(ENV{PKG_CONFIG_PATH} "${pc_folder}")
-execute_process(COMMAND pkg-config --modversion ZRCore OUTPUT_VARIABLE version OUTPUT_STRIP_TRAILING_WHITESPACE
-                COMMAND_ERROR_IS_FATAL ANY)
-if(NOT version STREQUAL VERSION)
-  message(FATAL_ERROR "ZRCore.pc says version '${version}', not '${VERSION}'")
-endif()
-execute_process(COMMAND pkg-config --cflags --libs ZRCore OUTPUT_VARIABLE pc_flags OUTPUT_STRIP_TRAILING_WHITESPACE
-                COMMAND_ERROR_IS_FATAL ANY)
-separate_arguments(pc_flags UNIX_COMMAND "${pc_flags}")
-run(${CC} -std=c11 ${flags} "${SOURCE}/c/main.c" ${pc_flags} "-Wl,-rpath,${pc_folder}/.." -o "${STAGE}/from-pkg-config")
-run("${STAGE}/from-pkg-config")
+# By pkg-config.
+set(ENV{PKG_CONFIG_PATH} "${STAGE}/prefix/${LIBDIR}/pkgconfig")
+function(expect_from_pkg_config expected)
+  execute_process(COMMAND pkg-config ${ARGN} OUTPUT_VARIABLE answer OUTPUT_STRIP_TRAILING_WHITESPACE
+                  COMMAND_ERROR_IS_FATAL ANY)
+  if(NOT answer STREQUAL expected)
+    message(FATAL_ERROR "pkg-config ${ARGN} says '${answer}', not '${expected}'")
+  endif()
+endfunction()
+# builds_by_pkg_config(NAME PACKAGES package... COMPILE compiler argument...)
+function(builds_by_pkg_config name)
+  cmake_parse_arguments(PARSE_ARGV 1 by "" "" "PACKAGES;COMPILE")
+  execute_process(COMMAND pkg-config --cflags --libs ${by_PACKAGES} OUTPUT_VARIABLE found OUTPUT_STRIP_TRAILING_WHITESPACE
+                  COMMAND_ERROR_IS_FATAL ANY)
+  separate_arguments(found UNIX_COMMAND "${found}")
+  run(${by_COMPILE} ${flags} ${found} "-Wl,-rpath,${STAGE}/prefix/${LIBDIR}" -o "${STAGE}/${name}")
+  run("${STAGE}/${name}")
+endfunction()
+
+set(packages ${components})
+set(definitions ${components})
+list(TRANSFORM packages PREPEND ZRCore)
+list(TRANSFORM definitions PREPEND -DWITH_)
+foreach(package IN ITEMS ZRCore ${packages})
+  expect_from_pkg_config("${VERSION}" --modversion ${package})
+  expect_from_pkg_config(c++20 --variable=cxx_standard ${package})
+endforeach()
+builds_by_pkg_config(from-c PACKAGES ZRCore COMPILE ${CC} -std=c11 "${TESTS}/c/main.c")
+builds_by_pkg_config(from-cxx PACKAGES ${packages} COMPILE ${CXX} -std=c++20 ${definitions} "${TESTS}/cxx/main.cpp")

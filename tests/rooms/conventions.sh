@@ -18,6 +18,9 @@ hits=$(sources geometry mapping location load services model audio browser inclu
   xargs -0 grep -nE '^ *# *(if|ifdef|elif).*(__linux__|__APPLE__|_WIN32|__unix__|__ANDROID__)')
 [ -n "$hits" ] && breach 'The operating system is asked for outside platform/' "$hits"
 
+hits=$(find . -path ./build -prune -o \( -name '*.h' -o -name '*.hpp' \) -print0 | xargs -0 grep -LE '^#ifndef ZR[A-Z_]+$')
+[ -n "$hits" ] && breach 'A header has no guard' "$hits"
+
 hits=$(sources . -path ./build -prune -o | xargs -0 awk 'FNR == 1 && !/SPDX-License-Identifier: Apache-2.0/ { print FILENAME }')
 [ -n "$hits" ] && breach 'A source file does not begin with the line that names its licence' "$hits"
 

@@ -3,10 +3,12 @@
 #define ZRCORE_TESTS_SUPPORT_EVERYGEOMETRYFUNCTION_H
 
 #include <ZRCore/ZRGeometryAdditions.h>
+#include <exact/Exact.h>
 #include <geometry/CoordinateDirections.h>
 #include <ZRCore/ZRGeometry.hpp>
 
 #include <array>
+#include <cstdint>
 
 /// What the functions are called with.
 struct GeometryArguments {
@@ -73,6 +75,41 @@ void callEveryGeometryFunction(const GeometryArguments& with, Take&& take) {
   take("ZRGreatCircleDistance", ZRGreatCircleDistance(here, there));
   take("ZRGroundResolutionAtLatitude", ZRGroundResolutionAtLatitude(here.latitude));
   take("ZRDestinationCoordinate", ZRDestinationCoordinate(here, there.longitude, amount));
+
+  // An odd number, so that some elements are left over by any number of lanes.
+  constexpr std::uint64_t kCount = 11;
+  std::array<CLLocationCoordinate2D, kCount> line, unprojected;
+  std::array<ZRMapPoint, kCount> projected;
+  std::array<double, kCount> meters;
+  std::array<float, kCount - 1> degrees;
+  for (std::uint64_t i = 0; i < kCount; ++i) {
+    const double part = static_cast<double>(i) * 0.09;
+    line[i] = {here.latitude + part * there.latitude, there.longitude - part * elsewhere.longitude};
+  }
+  ZRMapPointsForCoordinates(line.data(), projected.data(), kCount);
+  take("ZRMapPointsForCoordinates", projected);
+  ZRCoordinatesForMapPoints(projected.data(), unprojected.data(), kCount);
+  take("ZRCoordinatesForMapPoints", unprojected);
+  ZRGreatCircleDistancesFrom(here, line.data(), meters.data(), kCount);
+  take("ZRGreatCircleDistancesFrom", meters);
+  ZRGreatCircleDistancesAlong(line.data(), kCount, meters.data());
+  take("ZRGreatCircleDistancesAlong", meters);
+  ZRBearingsAlong(line.data(), kCount, degrees.data());
+  for (const float bearing : degrees) take("ZRBearingsAlong", bearing);
+
+  const double angle = point.x * 1e-6;
+  const double sine = here.latitude * (1.0 / 95.0);
+  take("exact::sin", exact::sin(angle));
+  take("exact::cos", exact::cos(angle));
+  take("exact::sincos", exact::sincos(amount));
+  take("exact::tan", exact::tan(angle));
+  take("exact::asin", exact::asin(sine));
+  take("exact::acos", exact::acos(sine));
+  take("exact::atan", exact::atan(there.latitude));
+  take("exact::atan2", exact::atan2(here.longitude, there.longitude));
+  take("exact::exp", exact::exp(elsewhere.longitude));
+  take("exact::log", exact::log(otherPoint.x));
+  take("exact::hypot", exact::hypot(point.y, otherPoint.y));
 }
 
 #endif

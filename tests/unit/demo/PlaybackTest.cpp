@@ -5,14 +5,10 @@
 
 #include <limits>
 
+#include "HandClock.h"
+
 namespace demo {
 namespace {
-
-class HandClock final : public ZRClock {
- public:
-  NSDate now() const override { return {seconds}; }
-  double seconds = 1e9;
-};
 
 class PlaybackTest : public testing::Test {
  protected:

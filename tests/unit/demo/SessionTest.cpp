@@ -7,18 +7,14 @@
 #include <filesystem>
 #include <fstream>
 
+#include "HandClock.h"
+
 // Each case runs in a process of its own: the location service keeps its state as long as the process lives.
 
 namespace demo {
 namespace {
 
 const std::string kDrive = ZRCORE_SAMPLES "/drive.csv";
-
-class HandClock final : public ZRClock {
- public:
-  NSDate now() const override { return {seconds}; }
-  double seconds = 1e9;
-};
 
 class TripSessionTest : public testing::Test {
  protected:

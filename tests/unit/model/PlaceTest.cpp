@@ -21,11 +21,11 @@ std::shared_ptr<ZRPlace> placeAt(CLLocationCoordinate2D coordinate, CLLocationCo
   return ZRPlace::placeFromGeoAddress(address);
 }
 
-const ZROHMDictionary kHouse{{"zrid", "7"},
-                             {"Street", "1 Main St"},
-                             {"AdminArea5", "Springfield"},
-                             {"AdminArea3", "IL"},
-                             {"PostalCode", "62704"}};
+const ZROHMDictionary kIdentifiedHouse{{"zrid", "7"},
+                                       {"Street", "1 Main St"},
+                                       {"AdminArea5", "Springfield"},
+                                       {"AdminArea3", "IL"},
+                                       {"PostalCode", "62704"}};
 
 TEST(Place, WithoutAnAddressShowsWhatWasSet) {
   const auto place = ZRPlace::init();
@@ -40,7 +40,7 @@ TEST(Place, WithoutAnAddressShowsWhatWasSet) {
 }
 
 TEST(Place, FollowsTheAddressThatItSharesOrOwns) {
-  const auto address = addressOf(kHouse);
+  const auto address = addressOf(kIdentifiedHouse);
   const auto place = ZRPlace::initWithGeoAddress(address);
   place->setTitle("Home");
   address->setStreet("2 Main St");
@@ -52,7 +52,7 @@ TEST(Place, FollowsTheAddressThatItSharesOrOwns) {
   EXPECT_EQ(place->title(), "2 Main St");
   place->setGeoAddress(nullptr);
   EXPECT_EQ(place->title(), "Home");
-  EXPECT_EQ(ZRPlace::placeFromGeoAddressDict(kHouse)->title(), "1 Main St");
+  EXPECT_EQ(ZRPlace::placeFromGeoAddressDict(kIdentifiedHouse)->title(), "1 Main St");
 }
 
 TEST(Place, IsShownAtTheFirstCoordinateThatIsSet) {
@@ -167,13 +167,13 @@ TEST(PlaceCopy, IsOfTheSameTypeNavigableAndWithoutAnIdentifierOfItsOwn) {
   namedCopy->setName(std::nullopt);
   EXPECT_EQ(copy->title(), "title");
   EXPECT_EQ(copy->subtitle(), "subtitle");
-  place->setGeoAddress(addressOf(kHouse));
+  place->setGeoAddress(addressOf(kIdentifiedHouse));
   EXPECT_EQ(place->copy()->zrid(), "7");
   EXPECT_NE(place->copy()->geoAddress(), place->geoAddress());
 }
 
 TEST(NamedPlace, ShowsItsNameAboveTheWholeAddress) {
-  const auto place = ZRNamedPlace::placeFromGeoAddressDict(kHouse);
+  const auto place = ZRNamedPlace::placeFromGeoAddressDict(kIdentifiedHouse);
   EXPECT_EQ(place->title(), "1 Main St");
   place->setName("");
   EXPECT_EQ(place->title(), "1 Main St");
@@ -192,7 +192,7 @@ TEST(NamedPlace, ShowsItsNameAboveTheWholeAddress) {
 }
 
 TEST(PlaceArchive, HasTheStoredTextsTheAddressAndTheNameButNoMore) {
-  const auto place = ZRNamedPlace::placeFromGeoAddressDict(kHouse);
+  const auto place = ZRNamedPlace::placeFromGeoAddressDict(kIdentifiedHouse);
   place->setName("Home");
   place->setTitle("stored");
   place->setZrid("own");

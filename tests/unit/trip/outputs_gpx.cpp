@@ -23,7 +23,7 @@ Found read(const std::string& file) {
   return found;
 }
 
-TripRow rowAt(int index) {
+TripRow recordedRow(int index) {
   TripRow row;
   row.coordinate = {52.5 + index / 7.0e6, -13.0 - index / 3.0e6};
   row.secondsSince1970 = 1778319000.0 + index / 4.0;
@@ -39,7 +39,7 @@ TEST(GpxJournal, TheFileIsWholeAfterEachWriteAndAfterEachPartThatASystemMayStopA
   std::string file = journal.begin();
   std::size_t pagesFilled = 0;
   for (int index = 0; index < 200; ++index) {
-    for (const auto& write : journal.append(rowAt(index))) {
+    for (const auto& write : journal.append(recordedRow(index))) {
       const auto page = [](std::uint64_t offset) { return offset / GpxJournal::kPageBytes; };
       ASSERT_EQ(page(write.offset), page(write.offset + write.bytes.size() - 1)) << "a write crosses a page's end";
       ASSERT_LE(write.offset, file.size()) << "a hole";
@@ -56,7 +56,7 @@ TEST(GpxJournal, TheFileIsWholeAfterEachWriteAndAfterEachPartThatASystemMayStopA
   ASSERT_EQ(found.fixes.size(), 200u);
   for (int index = 0; index < 200; ++index) {
     const auto& fix = found.fixes[static_cast<std::size_t>(index)];
-    const TripRow row = rowAt(index);
+    const TripRow row = recordedRow(index);
     EXPECT_EQ(fix.coordinate.latitude, row.coordinate.latitude);
     EXPECT_EQ(fix.coordinate.longitude, row.coordinate.longitude);
     EXPECT_EQ(fix.secondsSince1970, row.secondsSince1970);

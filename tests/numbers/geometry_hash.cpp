@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// Prints one hash per geometry function over the bits of its results, so that two builds can be compared by their
-// output.
+// Prints one hash per geometry function over the bits of its results for a million places, so that builds for several
+// processors, by several compilers and with several C libraries can be compared. Needs no C++ library to run.
 
 #include <cstdio>
-#include <map>
-#include <string>
+#include <cstdlib>
+#include <cstring>
 #include <type_traits>
 
 #include "EveryGeometryFunction.h"
@@ -14,7 +14,7 @@ bool processorRunsThisBuild();
 
 namespace {
 
-constexpr int kRounds = 4000;
+constexpr int kRounds = 65000;  // of 16 places each
 constexpr int kSkipped = 77;
 
 class Hashes {
@@ -29,21 +29,35 @@ class Hashes {
   }
 
   void print() const {
-    for (const auto& [function, hash] : byFunction_) {
-      std::printf("%016llx %s\n", static_cast<unsigned long long>(hash), function.c_str());
+    for (const Entry* entry = entries_; entry != entries_ + count_; ++entry) {
+      std::printf("%016llx %s\n", static_cast<unsigned long long>(entry->hash), entry->function);
     }
   }
 
  private:
+  struct Entry {
+    const char* function;
+    std::uint64_t hash;
+  };
+
   template <class Record>
   void mix(const char* function, const Record& record) {
-    std::uint64_t& hash = byFunction_.try_emplace(function, 0xcbf29ce484222325U).first->second;
+    std::uint64_t& hash = hashOf(function);
     for (const std::uint64_t word : bits(record)) {
       hash = std::rotl(hash ^ word, 27) * 0x9e3779b97f4a7c15U;  // the turn brings high bits down into the product
     }
   }
 
-  std::map<std::string, std::uint64_t> byFunction_;
+  std::uint64_t& hashOf(const char* function) {
+    for (Entry& entry : entries_) {
+      if (entry.function == nullptr) entry = {function, 0xcbf29ce484222325U}, ++count_;
+      if (std::strcmp(entry.function, function) == 0) return entry.hash;
+    }
+    std::abort();  // there are more functions than entries
+  }
+
+  Entry entries_[96] = {};
+  int count_ = 0;
 };
 
 /// One number in a hundred is a special one.

@@ -1,0 +1,85 @@
+# SPDX-License-Identifier: Apache-2.0
+# The first thing that `cmake --install` runs. The component that was asked for (none: each that was built) becomes the
+# parts of which it consists: this file runs the install rules once for each part, and leaves nothing to do for the run
+# that includes it. What cannot be installed is said before anything is written.
+# Needs ZR_BUILD, ZR_COMPONENTS, <component>_NEEDS, <component>_TAKES, and <target>_FILE of what this build may make.
+cmake_policy(VERSION 3.25)
+
+if(ZR_INSTALLS_PARTS)
+  return()  # one of the runs from below
+endif()
+set(ZR_INSTALLS_PARTS ON)
+
+# Of these parts: those that were built, and the targets of the others.
+function(zr_sort parts built_out unbuilt_out)
+  set(built "")
+  set(unbuilt "")
+  foreach(part IN LISTS parts)
+    string(REGEX REPLACE "_development$" "" target "${part}")
+    if(EXISTS "${${target}_FILE}")
+      list(APPEND built ${part})
+    else()
+      list(APPEND unbuilt ${target})
+    endif()
+  endforeach()
+  list(REMOVE_DUPLICATES unbuilt)
+  set(${built_out} ${built} PARENT_SCOPE)
+  set(${unbuilt_out} ${unbuilt} PARENT_SCOPE)
+endfunction()
+
+# What a user does about targets that were not built.
+function(zr_remedy targets out)
+  set(remedy "")
+  foreach(target IN LISTS targets)
+    if(NOT DEFINED ${target}_FILE)
+      set(remedy "; ${target} is not part of this build: see the options ZRCORE_BUILD_... in CMakeLists.txt")
+    endif()
+  endforeach()
+  list(JOIN targets " " names)
+  if(NOT remedy)
+    set(remedy ": cmake --build ${ZR_BUILD} --target ${names}")
+  endif()
+  set(${out} "not built (${names})${remedy}" PARENT_SCOPE)
+endfunction()
+
+set(components ${ZR_COMPONENTS})
+if(CMAKE_INSTALL_COMPONENT)
+  set(components ${CMAKE_INSTALL_COMPONENT})
+  if(NOT components IN_LIST ZR_COMPONENTS)
+    list(JOIN ZR_COMPONENTS ", " names)
+    message(FATAL_ERROR "There is no component \"${components}\": choose one of ${names}. Nothing has been installed.")
+  endif()
+endif()
+
+set(parts "")
+foreach(component IN LISTS components)
+  zr_sort("${${component}_NEEDS}" needed unbuilt)
+  if(unbuilt)
+    zr_remedy("${unbuilt}" remedy)
+    if(CMAKE_INSTALL_COMPONENT)
+      message(FATAL_ERROR "The component ${component} is ${remedy}\nNothing has been installed.")
+    endif()
+    message(STATUS "Left out: ${component}, ${remedy}")
+    continue()
+  endif()
+  zr_sort("${${component}_TAKES}" taken unbuilt)
+  if(unbuilt)
+    zr_remedy("${unbuilt}" remedy)
+    message(STATUS "Left out of ${component}: what is ${remedy}")
+  endif()
+  list(APPEND parts ${needed} ${taken})
+endforeach()
+if(NOT parts)
+  message(FATAL_ERROR "Nothing has been built in ${ZR_BUILD}, and nothing has been installed.")
+endif()
+list(REMOVE_DUPLICATES parts)
+
+set(asked_for "${CMAKE_INSTALL_COMPONENT}")
+foreach(CMAKE_INSTALL_COMPONENT IN LISTS parts)
+  include("${ZR_BUILD}/cmake_install.cmake")
+  # What it has installed is in the list of the run that includes this file, too.
+  file(REMOVE "${ZR_BUILD}/install_manifest_${CMAKE_INSTALL_COMPONENT}.txt")
+endforeach()
+# The run that includes this file finds no rule of that name, and names its list by it: one list for each prefix.
+string(MD5 prefix "$ENV{DESTDIR}${CMAKE_INSTALL_PREFIX}")
+set(CMAKE_INSTALL_COMPONENT "${asked_for}_${prefix}")

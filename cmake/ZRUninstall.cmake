@@ -1,0 +1,31 @@
+# SPDX-License-Identifier: Apache-2.0
+# Removes what `cmake --install` of BUILD has installed, by its lists; folders that are empty then, as far as they are
+# ours alone.
+cmake_policy(VERSION 3.25)
+file(GLOB lists "${BUILD}/install_manifest*.txt")
+set(files "")
+foreach(list IN LISTS lists)
+  file(STRINGS "${list}" names)
+  list(APPEND files ${names})
+endforeach()
+list(REMOVE_DUPLICATES files)
+if(NOT files)
+  message(FATAL_ERROR "Nothing has been installed from ${BUILD}, or its lists (install_manifest*.txt) are gone.")
+endif()
+
+set(removed 0)
+foreach(file IN LISTS files)
+  if(EXISTS "$ENV{DESTDIR}${file}" OR IS_SYMLINK "$ENV{DESTDIR}${file}")
+    file(REMOVE "$ENV{DESTDIR}${file}")
+    math(EXPR removed "${removed} + 1")
+  endif()
+  get_filename_component(folder "$ENV{DESTDIR}${file}" DIRECTORY)
+  set(failure 0)
+  while(failure EQUAL 0 AND folder MATCHES "/(zrcore|ZRCore)(/|$)")
+    execute_process(COMMAND rmdir "${folder}" RESULT_VARIABLE failure ERROR_QUIET)  # which spares what is not empty
+    get_filename_component(folder "${folder}" DIRECTORY)
+  endwhile()
+endforeach()
+file(REMOVE ${lists})
+list(LENGTH files count)
+message(STATUS "Removed ${removed} of ${count} files")

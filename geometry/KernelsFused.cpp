@@ -1,0 +1,3 @@
+// SPDX-License-Identifier: Apache-2.0
+#define ZR_EXACT_BUILD fused
+#include "KernelsOfBuild.h"
