@@ -2,6 +2,7 @@
 #include "PercentEscape.h"
 
 #include <platform/URLCharacters.h>
+#include <platform/UTF8.h>
 
 #include <algorithm>
 #include <array>
@@ -41,26 +42,6 @@ constexpr EscapeTable kValueTable = makeTable("%");
 constexpr EscapeTable kKeyTable = makeTable("%[].");
 
 const EscapeTable& tableOf(QueryPart part) { return part == QueryPart::value ? kValueTable : kKeyTable; }
-
-/// The length of the UTF-8 sequence that `text` begins with; 0 when it begins with none (RFC 3629: no overlong forms,
-/// no surrogates, nothing past U+10FFFF).
-std::size_t sequenceLength(std::string_view text) {
-  const auto at = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
-  const auto continues = [&](std::size_t i) { return (at(i) & 0xC0U) == 0x80U; };
-  const unsigned first = at(0);
-  const unsigned second = at(1);
-  if (first < 0x80) return 1;
-  if (first >= 0xC2 && first <= 0xDF) return continues(1) ? 2 : 0;
-  if (first >= 0xE0 && first <= 0xEF) {
-    const bool isOddRange = (first == 0xE0 && second < 0xA0) || (first == 0xED && second > 0x9F);
-    return !isOddRange && continues(1) && continues(2) ? 3 : 0;
-  }
-  if (first >= 0xF0 && first <= 0xF4) {
-    const bool isOddRange = (first == 0xF0 && second < 0x90) || (first == 0xF4 && second > 0x8F);
-    return !isOddRange && continues(1) && continues(2) && continues(3) ? 4 : 0;
-  }
-  return 0;
-}
 
 bool isUTF8(std::string_view text) {
   while (!text.empty()) {

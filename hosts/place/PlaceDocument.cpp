@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PlaceDocument.h"
 
+#include <ZRCore/ZRPrintableText.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -176,7 +178,7 @@ void Reader::read(std::optional<ZROHMValue> result) {
     }
   }
   for (const std::string& key : reading.unusableKeys) {
-    fault([&] { return "\"" + key + "\" can't be used as it stands"; });
+    fault([&] { return '"' + ZRPrintableText(key, ZRLongestExcerpt) + "\" can't be used as it stands"; });
   }
   if (dropOutOfRange(*reading.address)) fault([] { return "the position is out of range and was left out"; });
   take_({number_, ZRPlace::placeFromGeoAddress(std::move(reading.address))});
@@ -184,7 +186,7 @@ void Reader::read(std::optional<ZROHMValue> result) {
 
 std::string Reader::reasonForNothing(const ZROHMDictionary& result) const {
   const std::string error = serviceError(result);
-  if (!error.empty()) return "the service answered: " + error;
+  if (!error.empty()) return "the service answered: " + ZRPrintableText(error, ZRLongestExcerpt);
   if (dialect_) {
     return "holds no result in the dialect " + keysOf(*dialect_) + "; choose another with --dialect";
   }

@@ -24,6 +24,8 @@ void CsvOutput::row(const TripRow& row) {
   file_.write(line_);
 }
 
-void CsvOutput::finish(const TripSummary&) { file_.commit(); }
+void CsvOutput::finish(const TripSummary&) { file_.store(); }
+
+bool CsvOutput::hasRoom() const { return hasRoomForRow(file_.bytesWritten()); }
 
 }  // namespace trip

@@ -101,7 +101,11 @@ void GeoJsonOutput::finish(const TripSummary&) {
   }
   points_.copyTo(file_);
   file_.write("\n]}\n");
-  file_.commit();
+  file_.store();
+}
+
+bool GeoJsonOutput::hasRoom() const {
+  return hasRoomForRow(raw_.bytesWritten() + smoothed_.bytesWritten() + points_.bytesWritten());
 }
 
 }  // namespace trip

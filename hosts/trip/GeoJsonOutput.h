@@ -2,9 +2,8 @@
 #ifndef ZRCORE_HOSTS_TRIP_GEOJSONOUTPUT_H
 #define ZRCORE_HOSTS_TRIP_GEOJSONOUTPUT_H
 
-#include "OutputFile.h"
+#include "FileOutput.h"
 #include "SmoothedTrack.h"
-#include "TripRow.h"
 
 namespace trip {
 
@@ -16,6 +15,7 @@ class GeoJsonLine {
 
   void add(CLLocationCoordinate2D coordinate);
   bool empty() const { return count_ == 0; }
+  std::uint64_t bytesWritten() const { return coordinates_.bytesWritten(); }
   /// Writes the geometry object: a LineString, a MultiLineString when the track crosses the antimeridian (where RFC
   /// 7946 has lines cut), a Point when there is only one position.
   void writeGeometry(OutputFile& file);
@@ -29,11 +29,13 @@ class GeoJsonLine {
 
 /// The trip as an RFC 7946 FeatureCollection: the feature "raw" through all fixes, the feature "smoothed", and a Point
 /// for each marked fix. Altitudes are properties, not third coordinates: those would have to count from the ellipsoid.
-class GeoJsonOutput : public TripOutput {
+class GeoJsonOutput final : public FileOutput {
  public:
   GeoJsonOutput(const std::filesystem::path& target, bool force);
   void row(const TripRow& row) override;
   void finish(const TripSummary& summary) override;
+  void commit() override { file_.commit(); }
+  bool hasRoom() const override;
 
  private:
   OutputFile file_;

@@ -31,11 +31,14 @@ class GpxJournal {
   /// The writes, in their order, that add a point.
   std::vector<Write> append(const TripRow& row);
 
+  /// Of the file so far, bytes.
+  std::uint64_t size() const { return size_; }
+
  private:
   void moveEndToNextPage(std::vector<Write>& writes);
 
-  std::uint64_t end_ = 0;   ///< where the closing tags begin
-  std::uint64_t size_ = 0;  ///< of the file, bytes
+  std::uint64_t end_ = 0;  ///< where the closing tags begin
+  std::uint64_t size_ = 0;
 };
 
 }  // namespace trip

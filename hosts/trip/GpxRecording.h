@@ -10,18 +10,22 @@
 
 namespace trip {
 
-/// The fixes, as they were received, in a GPX file that is whole at any moment. Every failure is an OutputError.
+/// The fixes, as they were received, in a GPX file that appears with the first of them and is whole at any moment from
+/// then on. Every failure is an OutputError.
 class GpxRecording final : public TripOutput {
  public:
   /// @param force  whether a file of that name may be replaced
-  GpxRecording(std::filesystem::path target, bool force);
+  GpxRecording(std::filesystem::path target, bool force) : file_(std::move(target), force) {}
   void row(const TripRow& row) override;
-  void finish(const TripSummary& /*summary*/) override {}
+  void finish(const TripSummary& summary) override;
+  bool hasRoom() const override { return hasRoomForRow(journal_.size()); }
 
  private:
-  std::filesystem::path target_;
+  void write(const GpxJournal::Write& write);
+
   GpxJournal journal_;
-  FileHandle file_;
+  OutputFile file_;
+  bool isBegun_ = false;
 };
 
 }  // namespace trip

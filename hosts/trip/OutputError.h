@@ -17,6 +17,11 @@ class OutputError : public std::runtime_error {
   static OutputError ofSystem(std::filesystem::path path, int errorNumber);
   /// `path` is taken and was not to be overwritten.
   static OutputError exists(std::filesystem::path path);
+  /// `path` is a device or a pipe.
+  static OutputError isNoFile(std::filesystem::path path);
+
+  /// Whether another path, or the wish to overwrite, is all that is needed; otherwise the system refuses.
+  bool isOfPath() const { return isOfPath_; }
 
   const std::filesystem::path& path() const { return path_; }
   const std::string& cause() const { return cause_; }
@@ -26,6 +31,7 @@ class OutputError : public std::runtime_error {
   std::filesystem::path path_;
   std::string cause_;
   std::string remedy_;
+  bool isOfPath_ = false;
 };
 
 }  // namespace trip

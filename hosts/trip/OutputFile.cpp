@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "OutputFile.h"
 
+#include <fcntl.h>
+#include <sys/random.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <array>
@@ -14,12 +17,29 @@
 namespace trip {
 
 namespace {
-void writeTo(std::FILE* file, std::string_view bytes, const std::filesystem::path& path) {
+
+namespace fs = std::filesystem;
+
+void writeTo(std::FILE* file, std::string_view bytes, const fs::path& path) {
   if (std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()) throw OutputError::ofSystem(path, errno);
 }
 
+/// "" for the current folder becomes ".".
+fs::path folderOf(const fs::path& file) { return file.has_parent_path() ? file.parent_path() : fs::path("."); }
+
+/// A name beside `target` that nobody can have prepared a file or a link for.
+fs::path partialNameFor(const fs::path& target) {
+  constexpr std::size_t kMostOfName = 200;  // names of files end at 255 bytes
+  std::uint64_t random = 0;
+  if (::getrandom(&random, sizeof random, 0) != sizeof random) throw OutputError::ofSystem(target, errno);
+  std::array<char, 17> digits{};
+  std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(random));
+  const std::string name = target.filename().string().substr(0, kMostOfName);
+  return folderOf(target) / (name + '.' + digits.data() + ".partial");
+}
+
 /// Puts `partial` in the place of `target`, or fails if that has been taken meanwhile.
-void moveIntoFreePlace(const std::filesystem::path& partial, const std::filesystem::path& target) {
+void moveIntoFreePlace(const fs::path& partial, const fs::path& target) {
   if (::link(partial.c_str(), target.c_str()) == 0) {  // unlike rename, this never replaces
     ::unlink(partial.c_str());
     return;
@@ -28,45 +48,73 @@ void moveIntoFreePlace(const std::filesystem::path& partial, const std::filesyst
   requireFree(target, false);  // a file system without hard links
   if (std::rename(partial.c_str(), target.c_str()) != 0) throw OutputError::ofSystem(target, errno);
 }
-}  // namespace
 
-void requireFree(const std::filesystem::path& target, bool force) {
-  std::error_code ignored;  // what cannot even be asked fails with its cause when the file is opened
-  if (!force && std::filesystem::exists(std::filesystem::symlink_status(target, ignored))) {
-    throw OutputError::exists(target);
-  }
+/// The error number that the disk gives; 0: everything is stored.
+int storeAll(int descriptor) {
+  const bool isStored = ::fsync(descriptor) == 0 || errno == EINVAL || errno == EROFS;  // some have no such call
+  return isStored ? 0 : errno;
 }
 
-OutputFile::OutputFile(std::filesystem::path target, bool force)
-    : target_(std::move(target)), partial_(target_.string() + ".partial"), force_(force) {
+/// Until then a file's new name may be lost with the power.
+void storeFolder(const fs::path& folder) {
+  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;  // one that may be written to but not read
+  const int error = storeAll(descriptor);
+  ::close(descriptor);
+  if (error != 0) throw OutputError::ofSystem(folder, error);
+}
+
+}  // namespace
+
+void requireFree(const fs::path& target, bool force) {
+  std::error_code ignored;  // what cannot even be asked fails with its cause when the file is opened
+  if (!force && fs::exists(fs::symlink_status(target, ignored))) throw OutputError::exists(target);
+  if (fs::is_other(fs::status(target, ignored))) throw OutputError::isNoFile(target);
+}
+
+bool hasRoomForRow(std::uint64_t bytes) {
+  constexpr std::uint64_t kRowBytes = 8192;  // several times what the longest takes
+  rlimit limit{};
+  if (::getrlimit(RLIMIT_FSIZE, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return true;
+  return bytes + kRowBytes <= limit.rlim_cur;
+}
+
+OutputFile::OutputFile(fs::path target, bool force) : target_(std::move(target)), force_(force) {
   requireFree(target_, force_);
-  file_.reset(std::fopen(partial_.c_str(), "wb"));
-  if (!file_) throw OutputError::ofSystem(partial_, errno);
+  partial_ = partialNameFor(target_);
+  const int descriptor = ::open(partial_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
+  if (descriptor < 0) throw OutputError::ofSystem(target_, errno);
+  file_.reset(::fdopen(descriptor, "w+b"));
 }
 
 OutputFile::~OutputFile() {
-  if (!file_) return;
-  file_.reset();
-  ::unlink(partial_.c_str());
+  if (!isCommitted_) ::unlink(partial_.c_str());
 }
 
-void OutputFile::write(std::string_view bytes) { writeTo(file_.get(), bytes, target_); }
+void OutputFile::write(std::string_view bytes) {
+  writeTo(file_.get(), bytes, target_);
+  bytesWritten_ += bytes.size();
+}
+
+void OutputFile::store() {
+  if (std::fflush(file_.get()) != 0) throw OutputError::ofSystem(target_, errno);
+  if (const int error = storeAll(descriptor())) throw OutputError::ofSystem(target_, error);
+}
 
 void OutputFile::commit() {
-  // The last bytes may find the disk full only now; the handle stays open, so that the destructor clears the partial
-  // file.
-  if (std::fflush(file_.get()) != 0) throw OutputError::ofSystem(target_, errno);
+  store();
   if (!force_) {
     moveIntoFreePlace(partial_, target_);
   } else if (std::rename(partial_.c_str(), target_.c_str()) != 0) {
     throw OutputError::ofSystem(target_, errno);
   }
-  file_.reset();
+  isCommitted_ = true;
+  storeFolder(folderOf(target_));
 }
 
-ScratchFile::ScratchFile(const std::filesystem::path& beside) : folder_(beside.parent_path()) {
+ScratchFile::ScratchFile(const fs::path& beside) : folder_(folderOf(beside)) {
   std::string name = (folder_ / ".trip-XXXXXX").string();
-  const int descriptor = ::mkstemp(name.data());
+  const int descriptor = ::mkostemp(name.data(), O_CLOEXEC);
   if (descriptor < 0) throw OutputError::ofSystem(folder_, errno);
   ::unlink(name.c_str());
   file_.reset(::fdopen(descriptor, "w+b"));
@@ -77,7 +125,10 @@ ScratchFile::ScratchFile(const std::filesystem::path& beside) : folder_(beside.p
   }
 }
 
-void ScratchFile::write(std::string_view bytes) { writeTo(file_.get(), bytes, folder_); }
+void ScratchFile::write(std::string_view bytes) {
+  writeTo(file_.get(), bytes, folder_);
+  bytesWritten_ += bytes.size();
+}
 
 void ScratchFile::copyTo(OutputFile& target) {
   if (std::fseek(file_.get(), 0, SEEK_SET) != 0) throw OutputError::ofSystem(folder_, errno);

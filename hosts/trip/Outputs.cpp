@@ -1,33 +1,84 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Outputs.h"
 
+#include <unistd.h>
+
+#include <algorithm>
+#include <exception>
+#include <functional>
+#include <optional>
 #include <utility>
 
 #include "CsvOutput.h"
+#include "FolderLock.h"
 #include "GeoJsonOutput.h"
 #include "OutputError.h"
-#include "OutputFile.h"
 #include "PictureOutput.h"
 #include "SummaryOutput.h"
 
 namespace trip {
 
-std::vector<std::unique_ptr<TripOutput>> makeOutputs(const std::filesystem::path& dir, bool force,
-                                                     std::vector<PlaceMark> places) {
-  const auto csv = dir / "trip.csv", geoJson = dir / "trip.geojson", summary = dir / "summary.json",
-             png = dir / "trip.png", svg = dir / "trip.svg";
-  for (const auto& target : {csv, geoJson, summary, png, svg}) requireFree(target, force);
+namespace {
 
+class FolderOutput final : public TripOutput {
+ public:
+  FolderOutput(const std::filesystem::path& dir, bool force, std::vector<PlaceMark> places)
+      : lock_(dir), summaryPath_(dir / "summary.json"), isForced_(force) {
+    const auto csv = dir / "trip.csv", geoJson = dir / "trip.geojson", png = dir / "trip.png", svg = dir / "trip.svg";
+    for (const auto& target : {csv, geoJson, summaryPath_, png, svg}) requireFree(target, force);
+    outputs_.push_back(std::make_unique<CsvOutput>(csv, force));
+    outputs_.push_back(std::make_unique<GeoJsonOutput>(geoJson, force));
+    outputs_.push_back(std::make_unique<PictureOutput>(png, svg, force, std::move(places)));
+    summary_.emplace(summaryPath_, force);
+  }
+
+  void row(const TripRow& row) override {
+    for (const auto& output : outputs_) output->row(row);
+  }
+
+  bool hasRoom() const override {
+    return std::all_of(outputs_.begin(), outputs_.end(), [](const auto& output) { return output->hasRoom(); });
+  }
+
+  void finish(const TripSummary& summary) override {
+    std::vector<FileOutput*> whole;
+    for (const auto& output : outputs_) {
+      if (tried([&] { output->finish(summary); })) whole.push_back(output.get());
+    }
+    if (isForced_) ::unlink(summaryPath_.c_str());  // an earlier run's would vouch for this one's files
+    for (FileOutput* const output : whole) tried([output] { output->commit(); });
+    if (failure_) std::rethrow_exception(failure_);
+    summary_->finish(summary);
+    summary_->commit();
+  }
+
+ private:
+  /// Does a step. Of those that fail, the first is kept.
+  bool tried(const std::function<void()>& step) {
+    try {
+      step();
+      return true;
+    } catch (const OutputError&) {
+      if (!failure_) failure_ = std::current_exception();
+      return false;
+    }
+  }
+
+  FolderLock lock_;
+  std::filesystem::path summaryPath_;
+  bool isForced_;
+  std::vector<std::unique_ptr<FileOutput>> outputs_;
+  std::optional<SummaryOutput> summary_;
+  std::exception_ptr failure_;
+};
+
+}  // namespace
+
+std::unique_ptr<TripOutput> makeOutputs(const std::filesystem::path& dir, bool force, std::vector<PlaceMark> places) {
   std::error_code error;
   std::filesystem::create_directories(dir, error);
   if (error) throw OutputError::ofSystem(dir, error.value());
-
-  std::vector<std::unique_ptr<TripOutput>> outputs;
-  outputs.push_back(std::make_unique<CsvOutput>(csv, force));
-  outputs.push_back(std::make_unique<GeoJsonOutput>(geoJson, force));
-  outputs.push_back(std::make_unique<SummaryOutput>(summary, force));
-  outputs.push_back(std::make_unique<PictureOutput>(png, svg, force, std::move(places)));
-  return outputs;
+  return std::make_unique<FolderOutput>(dir, force, std::move(places));
 }
 
 }  // namespace trip

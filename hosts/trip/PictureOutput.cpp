@@ -18,6 +18,11 @@ void PictureOutput::row(const TripRow& row) { picture_.add(row); }
 void PictureOutput::finish(const TripSummary& summary) {
   png_.write(drawPng(picture_, summary));
   svg_.write(drawSvg(picture_, summary));
+  png_.store();
+  svg_.store();
+}
+
+void PictureOutput::commit() {
   png_.commit();
   svg_.commit();
 }

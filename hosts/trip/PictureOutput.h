@@ -2,21 +2,19 @@
 #ifndef ZRCORE_HOSTS_TRIP_PICTUREOUTPUT_H
 #define ZRCORE_HOSTS_TRIP_PICTUREOUTPUT_H
 
-#include "OutputFile.h"
+#include "FileOutput.h"
 #include "TripPicture.h"
-#include "TripRow.h"
 
 namespace trip {
 
 /// The picture of a trip, as PNG and as SVG.
-class PictureOutput : public TripOutput {
+class PictureOutput final : public FileOutput {
  public:
   PictureOutput(const std::filesystem::path& png, const std::filesystem::path& svg, bool force,
                 std::vector<PlaceMark> places = {});
   void row(const TripRow& row) override;
   void finish(const TripSummary& summary) override;
-
-  const TripPicture& picture() const { return picture_; }
+  void commit() override;
 
  private:
   OutputFile png_;

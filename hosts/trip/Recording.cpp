@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace trip {
 
@@ -49,42 +50,57 @@ Recording::~Recording() {
 
 std::optional<double> Recording::progress() const {
   if (!size_ || *size_ == 0) return std::nullopt;
-  return std::min(1.0, static_cast<double>(handedOver_) / static_cast<double>(*size_));
+  return std::min(1.0, handedOver_ / static_cast<double>(*size_));
 }
 
-/// Appends what the system has next to the buffer. False at the end.
+/// Appends what the file has next to the buffer. False at its end, be that whole or not.
 bool Recording::readMore() {
   std::array<char, kReadBytes> bytes;
-  for (;;) {
-    const ssize_t count = ::read(descriptor_, bytes.data(), bytes.size());
-    if (count >= 0) {
-      buffer_.append(bytes.data(), static_cast<std::size_t>(count));
-      return count > 0;
+  const std::size_t most = unpacking_.nextBytes(kReadBytes);
+  while (fault_.empty()) {
+    const ssize_t count = ::read(descriptor_, bytes.data(), most);
+    if (count > 0) {
+      const std::string_view piece(bytes.data(), static_cast<std::size_t>(count));
+      taken_ += piece.size();
+      if (!unpacking_.feed(piece, buffer_)) fault_ = "can't be unpacked on: the gzip file is damaged";
+      return true;
+    }
+    if (count == 0) {
+      if (!unpacking_.isWhole()) fault_ = "can't be unpacked on: the gzip file breaks off";
+      return false;
     }
     if (errno != EINTR) throw RecordingError(std::string("can't be read on: ") + std::strerror(errno));
     if (isInterrupted_()) return false;
   }
+  return false;
 }
 
 readers::Format Recording::detect() {
-  // A stream may give a few bytes at a time, and must be told as soon as it can be: the next ones may take long.
-  while (buffer_.size() < kReadBytes) {
-    const bool more = readMore();
+  bool more = true;
+  while (more && buffer_.size() < kReadBytes) {
+    more = readMore();
+    // A stream may give a few bytes at a time, and must be told as soon as it can be: the next ones may take long.
+    if (!unpacking_.isPlain()) continue;
     if (const auto format = readers::detectFormat(buffer_)) return *format;
-    if (!more) break;
   }
+  if (const auto format = readers::detectFormat(buffer_)) return *format;
+  if (!fault_.empty()) throw RecordingError(fault_);
   if (buffer_.empty()) throw RecordingError("is empty; nothing was recorded");
-  throw RecordingError("is no recording that this tool reads: GPX, NMEA 0183, gpsd JSON lines, or CSV with a header");
+  throw RecordingError(readers::whyUnreadable(buffer_));
 }
 
 void Recording::feed(readers::FixReader& reader, readers::Listener& listener, const std::function<void()>& afterStep) {
-  const std::uint64_t step = size_ ? std::max<std::uint64_t>(1, *size_ / kStepsPerRecording) : kReadBytes;
+  // Bytes of the file that a byte of the buffer stands for: with packed ones, a part of one.
+  const double share =
+      buffer_.empty() ? 1.0 : static_cast<double>(std::exchange(taken_, 0)) / static_cast<double>(buffer_.size());
+  const double stepOfFile = size_ ? static_cast<double>(*size_) / kStepsPerRecording : kReadBytes;
+  const auto step = static_cast<std::size_t>(std::clamp(stepOfFile / share, 1.0, static_cast<double>(kReadBytes)));
   std::string_view rest = buffer_;
   while (!rest.empty() && !isInterrupted_()) {
     const std::string_view bytes = rest.substr(0, step);
     rest.remove_prefix(bytes.size());
     reader.feed(bytes, listener);
-    handedOver_ += bytes.size();
+    handedOver_ += static_cast<double>(bytes.size()) * share;
     afterStep();
   }
   buffer_.clear();
@@ -98,6 +114,7 @@ void Recording::read(readers::Listener& listener, const std::function<void()>& a
   if (isInterrupted_()) return;  // the end that is missing now is no fault of the recording
   reader->finish(listener);
   afterStep();
+  if (!fault_.empty()) throw RecordingError(fault_);
 }
 
 }  // namespace trip

@@ -2,6 +2,7 @@
 #ifndef ZRCORE_HOSTS_TRIP_RECORDING_H
 #define ZRCORE_HOSTS_TRIP_RECORDING_H
 
+#include <packed/MaybeGzip.h>
 #include <readers/FixReader.h>
 
 #include <cstdint>
@@ -19,7 +20,8 @@ class RecordingError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// A file, or the standard input, that holds positions in one of the formats that the readers know.
+/// A file, or the standard input, that holds positions in one of the formats that the readers know, packed by gzip or
+/// not.
 class Recording {
  public:
   /// Opens the file and tells its format by its first bytes.
@@ -37,7 +39,8 @@ class Recording {
   std::optional<double> progress() const;
 
   /// Reads to the end, or until an interruption. Between two small steps of progress it calls `afterStep`.
-  /// @throws RecordingError when the system can't read on; what was read before has been told.
+  /// @throws RecordingError when the system can't read on, or a packed file is damaged; what was read before has been
+  ///                        told.
   void read(readers::Listener& listener, const std::function<void()>& afterStep);
 
  private:
@@ -48,8 +51,11 @@ class Recording {
   std::function<bool()> isInterrupted_;
   int descriptor_;
   std::optional<std::uint64_t> size_;  ///< bytes; of regular files only
-  std::uint64_t handedOver_ = 0;       ///< bytes
-  std::string buffer_;                 ///< read and not yet handed over
+  double handedOver_ = 0.0;            ///< bytes of the file
+  packed::MaybeGzip unpacking_;
+  std::size_t taken_ = 0;  ///< bytes of the file that the buffer holds
+  std::string buffer_;     ///< unpacked, and not yet handed over
+  std::string fault_;      ///< of a packed file
   readers::Format format_{};
 };
 

@@ -3,6 +3,8 @@
 
 #include <ZRCore/ZRGeometryAdditions.h>
 
+#include <algorithm>
+
 namespace trip {
 
 namespace {
@@ -23,9 +25,9 @@ void SummaryCounter::row(const TripRow& row) {
   summary_.fixesWithAccuracy += row.accuracyMeters.has_value();
   summary_.fixesWithSpeed += row.speedMetersPerSecond.has_value();
   effect_.row(row);
-  if (row.secondsSince1970) {
-    if (!summary_.firstSecondsSince1970) summary_.firstSecondsSince1970 = row.secondsSince1970;
-    summary_.lastSecondsSince1970 = row.secondsSince1970;
+  if (const auto seconds = row.secondsSince1970) {  // which may go back
+    summary_.firstSecondsSince1970 = std::min(*seconds, summary_.firstSecondsSince1970.value_or(*seconds));
+    summary_.lastSecondsSince1970 = std::max(*seconds, summary_.lastSecondsSince1970.value_or(*seconds));
   }
   addLeg(summary_.distanceMeters, previous_, row.coordinate);
   if (smoothedTrack_.takes(row)) addLeg(summary_.significantDistanceMeters, previousSmoothed_, row.coordinate);

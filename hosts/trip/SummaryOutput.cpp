@@ -49,7 +49,7 @@ std::string summaryJson(const TripSummary& summary, int indent) {
         {"smoothed", quantilesOrNull(effect.smoothedTurn)}}},
       {"deliveredByClient", Json(summary.deliveredByClient)},
   };
-  return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+  return json.dump(indent, ' ', true, Json::error_handler_t::replace);
 }
 
 SummaryOutput::SummaryOutput(const std::filesystem::path& target, bool force) : file_(target, force) {}
@@ -59,7 +59,7 @@ void SummaryOutput::row(const TripRow&) {}
 void SummaryOutput::finish(const TripSummary& summary) {
   file_.write(summaryJson(summary, 2));
   file_.write("\n");
-  file_.commit();
+  file_.store();
 }
 
 std::optional<double> durationSeconds(const TripSummary& summary) {

@@ -2,8 +2,7 @@
 #ifndef ZRCORE_HOSTS_TRIP_SUMMARYOUTPUT_H
 #define ZRCORE_HOSTS_TRIP_SUMMARYOUTPUT_H
 
-#include "OutputFile.h"
-#include "TripRow.h"
+#include "FileOutput.h"
 
 namespace trip {
 
@@ -12,17 +11,18 @@ namespace trip {
 std::string summaryJson(const TripSummary& summary, int indent);
 
 /// The summary as a file.
-class SummaryOutput : public TripOutput {
+class SummaryOutput final : public FileOutput {
  public:
   SummaryOutput(const std::filesystem::path& target, bool force);
   void row(const TripRow& row) override;
   void finish(const TripSummary& summary) override;
+  void commit() override { file_.commit(); }
 
  private:
   OutputFile file_;
 };
 
-/// Seconds between the first and the last known time; nothing when a time is missing.
+/// Seconds between the earliest and the latest time; nothing when no time is known.
 std::optional<double> durationSeconds(const TripSummary& summary);
 
 }  // namespace trip

@@ -54,7 +54,7 @@ struct TripSummary {
   std::uint64_t fixesWithAccuracy = 0, fixesWithSpeed = 0;  ///< told, or completed on request
   std::uint64_t faults = 0;                                 ///< places in the recording where something was dropped
   std::uint64_t warnings = 0;                               ///< places where something was odd but kept
-  std::optional<double> firstSecondsSince1970, lastSecondsSince1970;
+  std::optional<double> firstSecondsSince1970, lastSecondsSince1970;  ///< the earliest and the latest
   double distanceMeters = 0.0;             ///< along all fixes
   double significantDistanceMeters = 0.0;  ///< along the smoothed track
   FilterEffect effect;
@@ -69,6 +69,8 @@ class TripOutput {
   virtual ~TripOutput() = default;
   virtual void row(const TripRow& row) = 0;
   virtual void finish(const TripSummary& summary) = 0;
+  /// Whether another row surely fits, with all that `finish` adds, into files as long as this process may write them.
+  virtual bool hasRoom() const { return true; }
 };
 
 }  // namespace trip

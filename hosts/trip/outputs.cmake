@@ -13,6 +13,7 @@ add_library(
   CsvOutput.cpp
   Diagrams.cpp
   EndlessPlane.cpp
+  FolderLock.cpp
   GeoJsonOutput.cpp
   GpxJournal.cpp
   GpxRecording.cpp
@@ -25,6 +26,7 @@ add_library(
   Outputs.cpp
   PictureOutput.cpp
   SeriesThinner.cpp
+  ShownPath.cpp
   SummaryHints.cpp
   SummaryOutput.cpp
   SvgCanvas.cpp

@@ -17,4 +17,4 @@ add_library(
   TripSimulator.cpp
   TurnDetector.cpp)
 target_include_directories(zr_trip_replay PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}/..")
-target_link_libraries(zr_trip_replay PUBLIC ZRCore zr_readers zr_policy)
+target_link_libraries(zr_trip_replay PUBLIC ZRCore zr_packed zr_readers zr_policy)

@@ -46,7 +46,7 @@ class StandingClock final : public ZRClock {
 
 std::optional<NSDate> dateOf(const std::string& text) {
   const auto date = NSDate_ZR::dateWithISO8601String(text);
-  if (!date) std::fprintf(stderr, "zrcore: %s: is no date: write it as 2016-03-01T12:00:00Z\n", harmless(text).c_str());
+  if (!date) std::fprintf(stderr, "zrcore: %s: is no date: write it as 2016-03-01T12:00:00Z\n", excerpt(text).c_str());
   return date;
 }
 
@@ -62,7 +62,7 @@ int runAgo(const AgoArguments& arguments) {
   }
   const auto words = NSDate_ZR::informalIntervalSinceDate(*date);
   if (!words) {
-    std::fprintf(stderr, "zrcore: %s: lies in the future\n", arguments.date.c_str());
+    std::fprintf(stderr, "zrcore: %s: lies in the future\n", excerpt(arguments.date).c_str());
     return kExitDataFault;
   }
   StandardOutput output;

@@ -37,12 +37,15 @@ class CommandOption {
   CommandOption& oneOf(const std::vector<std::string>& values);
   CommandOption& from0To1();
   CommandOption& positive();
+  CommandOption& wholeNumber();  ///< of 32 bits
+  CommandOption& notEmpty();
   CommandOption& needs(const CommandOption& other);
   CommandOption& excludes(const CommandOption& other);
 
  private:
   /// @param lowest, highest  both allowed
   CommandOption& within(double lowest, double highest, const std::string& rule);
+  CommandOption& check(std::function<std::string(const std::string& text)> faultOf);
 
   CLI::Option* option_;
 };
@@ -78,11 +81,14 @@ class CommandLine {
               std::function<int()> run);
   /// @param act  called with the name of the subcommand that was asked for, before it runs
   void beforeRun(std::function<void(const std::string& command)> act) { beforeRun_ = std::move(act); }
-  /// Does what is asked for. Help, version and what must be changed are printed.
+  /// Does what is asked for. Help (`help [COMMAND]`, too) and version are printed, and in one line what must be changed.
   /// @return the tool's exit code
   int run(int argc, char** argv);
 
  private:
+  void addHelp();
+  int showHelp(const std::string& name) const;
+
   std::unique_ptr<CLI::App> tool_;
   std::function<void(const std::string&)> beforeRun_;
   int exitCode_;

@@ -41,7 +41,7 @@ void addConfigCommand(CommandLine& tool) {
           "The configuration host: production, integration [production]")
       .valueName("NAME")
       .oneOf({"production", "integration"});
-  command.option("--type", arguments->type, "The variant of the configuration [1]").valueName("N");
+  command.option("--type", arguments->type, "The variant of the configuration [1]").valueName("N").wholeNumber();
   command.option("--base", arguments->base, "Ask here instead of the configuration host").valueName("URL");
   command.option("--fallback", arguments->fallback, "The packaged file, for when the service gives nothing")
       .valueName("FILE");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ConfigRun.h"
 
+#include <ZRCore/NSString_ZR.h>
 #include <ZRCore/ZRConfigurationBase.h>
 #include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZRLinuxPlatform.h>
@@ -57,6 +58,10 @@ class ConfigRun {
 };
 
 bool ConfigRun::prepare() {
+  if (!NSString_ZR::urlQueryParameterEscaped(arguments_.key)) {
+    messages_.about("--key", inQuotes(arguments_.key) + " is not UTF-8, and so no key");
+    return false;
+  }
   if (arguments_.base && !isBase(*arguments_.base)) {
     messages_.about("--base", "is no address to put before a path: write it as http://HOST:PORT");
     return false;
@@ -83,7 +88,7 @@ void ConfigRun::fetch() {
 std::string ConfigRun::whatTheServiceDid() const {
   if (fetch_->host.empty()) return "the key makes no address: escape its \"%\" as \"%25\"";
   if (fetch_->failure) return *fetch_->failure;
-  const std::string answer = fetch_->host + " answered HTTP " + std::to_string(fetch_->statusCode);
+  const std::string answer = excerpt(fetch_->host) + " answered HTTP " + std::to_string(fetch_->statusCode);
   if (configuration_ && !fetch_->askedForPackagedFile) return answer;
   if (fetch_->askedForPackagedFile) return answer + " with what is no JSON";
   return answer + " without a configuration of type " + std::to_string(arguments_.type) +
@@ -108,7 +113,7 @@ void ConfigRun::showLines() {
   if (!configuration_) return;
   for (const Service& service : kServices) {
     const auto& address = ((*configuration_).*service.address)();
-    output_.write(std::string(service.name) + "\t" + (address ? harmless(*address) : "-") + "\n");
+    output_.write(std::string(service.name) + "\t" + (address ? ZRPrintableText(*address) : "-") + "\n");
   }
 }
 
@@ -150,12 +155,12 @@ int ConfigRun::run() {
     return kExitServiceMissing;
   }
   if (!configuration_) {
-    messages_.say("no configuration came: " + harmless(why()));
+    messages_.say("no configuration came: " + why());
     return kExitServiceMissing;
   }
   std::string origin = "from the service";
   if (fetch_->askedForPackagedFile) origin = "from the packaged file " + shownName(*arguments_.fallback);
-  messages_.about(origin, harmless(why()));
+  messages_.about(origin, why());
   int exitCode = kExitDone;
   for (const Service& service : kServices) {
     if (((*configuration_).*service.address)()) continue;

@@ -33,7 +33,8 @@ std::string lineOf(const doctor::Finding& finding) {
     text.resize(std::max(text.size(), width), ' ');
     return text;
   };
-  std::string line = padded(nameOf(finding.state), 9) + padded(finding.subject, 11) + harmless(finding.detail) + '\n';
+  std::string line = padded(nameOf(finding.state), 9) + padded(finding.subject, 11) +
+                     ZRPrintableText(finding.detail, 2 * ZRLongestExcerpt) + '\n';
   if (!finding.remedy.empty()) line += std::string(20, ' ') + "$ " + finding.remedy + '\n';
   return line;
 }
@@ -56,7 +57,7 @@ int runDoctor(bool json) {
     }
   }
   using nlohmann::detail::error_handler_t;
-  if (json) output.write(all.dump(2, ' ', false, error_handler_t::replace) + '\n');
+  if (json) output.write(all.dump(2, ' ', true, error_handler_t::replace) + '\n');
   output.flush();
   return isHealthy ? kExitDone : kExitServiceMissing;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Messages.h"
 
+#include <trip/ShownPath.h>
+
 void Messages::remark(std::string_view file, const readers::Remark& remark) {
   const std::string_view kind = remark.severity == readers::Severity::warning ? "warning: " : "";
   oneOfMany(std::string(file) + ":" + std::to_string(remark.line), std::string(kind) + remark.text);
@@ -19,19 +21,8 @@ void Messages::about(std::string_view subject, std::string_view text) {
   say(std::string(subject) + ": " + std::string(text));
 }
 
-void Messages::say(std::string_view text) { writeLine_("zrcore: " + std::string(text)); }
+void Messages::say(std::string_view text) { writeLine_("zrcore: " + ZRPrintableText(text)); }
 
-std::string harmless(std::string_view text) {
-  std::string shown;
-  for (const char byte : text) {
-    const auto code = static_cast<unsigned char>(byte);
-    if (code >= 0x80 && code < 0xa0 && !shown.empty() && shown.back() == '\xc2') {
-      shown.back() = '?';  // U+0080 to U+009F
-    } else {
-      shown += code < 0x20 || code == 0x7f ? '?' : byte;
-    }
-  }
-  return shown;
-}
+std::string inQuotes(std::string_view text) { return std::string(1, '\'').append(excerpt(text)).append(1, '\''); }
 
-std::string shownName(std::string_view path) { return path == "-" ? "standard input" : harmless(path); }
+std::string shownName(std::string_view path) { return path == "-" ? "standard input" : trip::shownPath(path); }

@@ -2,6 +2,7 @@
 #ifndef ZRCORE_HOSTS_ZRCORE_MESSAGES_H
 #define ZRCORE_HOSTS_ZRCORE_MESSAGES_H
 
+#include <ZRCore/ZRPrintableText.h>
 #include <readers/FixReader.h>
 
 #include <cstdint>
@@ -10,7 +11,8 @@
 #include <string_view>
 #include <utility>
 
-/// What the tool has to say beside its results, a line each: "zrcore: FILE:LINE: text".
+/// What the tool has to say beside its results, a line each: "zrcore: FILE:LINE: text". Every line is made printable;
+/// who puts a text from outside into one takes an excerpt of it.
 class Messages {
  public:
   /// A damaged file has as many faults as lines: so many are told one by one, the others are counted.
@@ -39,10 +41,16 @@ class Messages {
   std::uint64_t remarks_ = 0;
 };
 
-/// A text from outside as it may be shown: without the bytes that a terminal would obey.
-std::string harmless(std::string_view text);
+/// What is said after SIGXFSZ.
+inline constexpr const char* kFileLimitReached = "a file has become as long as this process may make it (ulimit -f)";
 
-/// A file's name as messages show it: "standard input" for "-".
+/// As much of a text from outside as a message holds.
+inline std::string excerpt(std::string_view text) { return ZRPrintableText(text, ZRLongestExcerpt); }
+
+/// The same in quotation marks.
+std::string inQuotes(std::string_view text);
+
+/// A file's name as messages show it: of a long path the end; "standard input" for "-".
 std::string shownName(std::string_view path);
 
 #endif

@@ -34,6 +34,7 @@ Exit codes:
   0  done
   1  a file can't be read, part of it was dropped, or it holds no result
   2  the command line must be changed
+  3  the result could not be written
 
 Examples:
   zrcore place samples/places/nominatim/house.json
@@ -57,5 +58,5 @@ void addPlaceCommand(CommandLine& tool) {
       command.flag("--json", arguments->json, "The addresses as an array of dictionaries, which can be read again");
   command.flag("--tambrel", arguments->tambrel, "Let --json use the keys of the second dialect").needs(json);
   command.flag("--geojson", arguments->geoJson, "The places as a GeoJSON feature collection").excludes(json);
-  command.flag("--verbose", arguments->verbose, "Name the entries that are not used");
+  command.flag("--verbose", arguments->verbose, "Name the entries of the answers that are not used");
 }

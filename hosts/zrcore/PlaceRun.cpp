@@ -12,7 +12,6 @@
 
 #include "ExitCodes.h"
 #include "Messages.h"
-#include "NumberText.h"
 #include "PlaceFaults.h"
 #include "PlaceTable.h"
 #include "StandardOutput.h"
@@ -57,21 +56,24 @@ class PlaceRun {
   bool hasFaults_ = false;
 };
 
+/// All names, in lines that hold no more of the answer than a message may.
 void PlaceRun::tellUnknownKeys(const std::string& name, const place::Account& account) {
-  if (account.unknownCount == 0) return;
-  std::string text = countText(account.unknownCount, "entry was", "entries were") + " not used";
-  if (arguments_.verbose) {
-    std::uint64_t unnamed = account.unknownCount;
-    const char* separator = ": ";
-    for (const auto& [key, count] : account.unknownKeys) {
-      text += std::exchange(separator, ", ") + harmless(key) + (count > 1 ? " (" + std::to_string(count) + ")" : "");
-      unnamed -= count;
-    }
-    if (unnamed > 0) text += ", and " + std::to_string(unnamed) + " under other names";
-  } else {
-    text += "; --verbose names them";
+  std::string keys;
+  std::size_t bytes = 0;  // of them, without what stands between
+  const auto tell = [&] {
+    if (!keys.empty()) messages_.oneOfMany(name, "not used: " + std::exchange(keys, {}));
+    bytes = 0;
+  };
+  std::uint64_t unnamed = account.unknownCount;
+  for (const auto& [key, count] : account.unknownKeys) {
+    if (bytes + key.size() > ZRLongestExcerpt) tell();
+    bytes += key.size();
+    keys += (keys.empty() ? "" : ", ") + excerpt(key) + (count > 1 ? " (" + std::to_string(count) + ")" : "");
+    unnamed -= count;
   }
-  messages_.about(name, text);
+  tell();
+  messages_.endRemarks(name);
+  if (unnamed > 0) messages_.about(name, "not used: " + std::to_string(unnamed) + " under other names");
 }
 
 void PlaceRun::addToDocument(const std::string& name, const place::Result& result) {
@@ -110,7 +112,7 @@ void PlaceRun::read(const std::string& path) {
     output_.flush();
     if (tellFaults(messages_, name, account)) hasFaults_ = true;
     messages_.endRemarks(name);
-    tellUnknownKeys(name, account);
+    if (arguments_.verbose) tellUnknownKeys(name, account);
   } catch (const place::FileError& error) {
     messages_.about(name, error.what());
     hasFaults_ = true;

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PlaceTable.h"
 
+#include <ZRCore/ZRPrintableText.h>
 #include <place/PlaceJson.h>
 
 #include <algorithm>
 #include <cwchar>
 
-#include "Messages.h"
 #include "NumberText.h"
 
 const char* const kPlaceLinesHeader = "file\tresult\tfirst_line\tsecond_line\tsingle_line\tlat\tlon\tquality\tzoom\n";
@@ -16,7 +16,7 @@ namespace {
 constexpr const char* kBold = "\x1b[1m";
 constexpr const char* kPlain = "\x1b[0m";
 
-std::string orDash(const std::string& text) { return text.empty() ? "-" : harmless(text); }
+std::string orDash(const std::string& text) { return text.empty() ? "-" : ZRPrintableText(text); }
 
 std::optional<double> latitudeOf(const ZRPlace& place) {
   const auto found = place::position(place);

@@ -17,6 +17,7 @@ Exit codes:
   0  every text was heard to its end (with --interrupt: the last)
   2  the command line must be changed; a file would be overwritten without --force
   3  the system does not give what is needed: no speech engine (espeak-ng), no such voice, no sound server, no room
+     or no right to write; then there is no file
   129 to 153  128 and the number of the signal that ended it early
 
 Examples:

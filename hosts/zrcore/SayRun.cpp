@@ -3,25 +3,17 @@
 
 #include <ZRCore/ZRAudio.h>
 
+#include <trip/OutputError.h>
+
+#include <csignal>
 #include <cstdio>
 
 #include "ExitCodes.h"
+#include "Hearer.h"
 #include "InterruptibleLoop.h"
 #include "Interruption.h"
 
 namespace {
-
-/// Counts the texts that were heard to their end.
-class Hearer final : public ZRDidFinishSpeechUtterance {
- public:
-  void speechSynthesizerDidFinishSpeechUtterance(const std::shared_ptr<AVSpeechSynthesizer>&,
-                                                 const std::shared_ptr<AVSpeechUtterance>& utterance) override {
-    ++heard;
-    last = utterance;
-  }
-  std::size_t heard = 0;
-  std::shared_ptr<AVSpeechUtterance> last;
-};
 
 /// Speaks all texts and waits for their end. @return whether what should be heard was
 bool speak(const SayArguments& arguments, ZRAudio& audio) {
@@ -36,16 +28,9 @@ bool speak(const SayArguments& arguments, ZRAudio& audio) {
   return arguments.interrupt ? hearer->last == last : hearer->heard == arguments.texts.size();
 }
 
-}  // namespace
-
-int runSay(const SayArguments& arguments) {
-  Messages messages(
-      [](std::string_view line) { std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data()); });
-  interruption::listen();
-  int exitCode = kExitDone;
-  const auto speaking = speakingPlatform(arguments.target, arguments.force, messages, exitCode);
-  if (!speaking) return exitCode;
-  if (!ZRPlatformInstall(speaking->platform)) {
+int run(const SayArguments& arguments, Messages& messages) {
+  const SpeakingPlatform speaking = speakingPlatform(arguments.target, arguments.force, messages);
+  if (!ZRPlatformInstall(speaking.platform)) {
     messages.say("the platform is in use already");
     return kExitServiceMissing;
   }
@@ -53,15 +38,32 @@ int runSay(const SayArguments& arguments) {
   if (arguments.voice) {
     const auto voice = ZRPlatformInUse().speech->voiceWithLanguage(*arguments.voice);
     if (!voice) {
-      messages.about("--voice", "'" + harmless(*arguments.voice) + "' is no language tag; give it as in en-US");
+      messages.about("--voice", inQuotes(*arguments.voice) + " is no language tag; give it as in en-US");
       return kExitUsage;
     }
     audio->setVoice(voice);
   }
   if (arguments.rate) audio->setSpeechUtteranceRate(*arguments.rate);
   const bool isHeard = speak(arguments, *audio);
-  const std::string fault = speaking->soundFile ? speaking->soundFile->close() : "";
-  if (!fault.empty()) messages.say(fault);
-  if (interruption::signal() != 0) return interruption::exitCode();
-  return isHeard && fault.empty() ? kExitDone : kExitServiceMissing;
+  const bool isInterrupted = interruption::signal() != 0;
+  if (speaking.file && isHeard) speaking.file->complete();
+  if (speaking.file && !isHeard && isInterrupted) speaking.file->completeUnlessSilent();
+  if (interruption::signal() == SIGXFSZ) messages.say(kFileLimitReached);
+  if (isInterrupted) return interruption::exitCode();
+  if (!isHeard) messages.say(std::string("not all was heard; ") + kSeeDoctor);
+  return isHeard ? kExitDone : kExitServiceMissing;
+}
+
+}  // namespace
+
+int runSay(const SayArguments& arguments) {
+  Messages messages(
+      [](std::string_view line) { std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data()); });
+  interruption::listen();
+  try {
+    return run(arguments, messages);
+  } catch (const trip::OutputError& error) {
+    messages.say(error.what());
+    return exitCodeOf(error);
+  }
 }

@@ -1,37 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SoundTarget.h"
 
-#include <filesystem>
-
 #include "CommandLine.h"
-#include "ExitCodes.h"
 
 SoundTarget SoundTarget::parse(const std::string& option, const std::string& text) {
   const std::string prefix = "wav:";
   if (text == "sound") return {};
   if (text.size() > prefix.size() && text.starts_with(prefix)) return {text.substr(prefix.size())};
-  throw UsageFault(option, "'" + text + "' is neither 'sound' nor 'wav:FILE'");
+  throw UsageFault(option, inQuotes(text) + " is neither 'sound' nor 'wav:FILE'");
 }
 
-std::optional<SpeakingPlatform> speakingPlatform(const SoundTarget& target, bool mayOverwrite, Messages& messages,
-                                                 int& exitCode, ZRLinuxOptions options) {
+SpeakingPlatform speakingPlatform(const SoundTarget& target, bool force, Messages& messages, ZRLinuxOptions options) {
   SpeakingPlatform speaking;
   const auto sound = std::make_shared<ZRLinuxSoundOptions>();
   if (target.wavFile) {
-    const std::string name = harmless(*target.wavFile);
-    std::error_code error;
-    if (!mayOverwrite && std::filesystem::exists(std::filesystem::symlink_status(*target.wavFile, error))) {
-      messages.about(name, "is there already; --force overwrites it");
-      exitCode = kExitUsage;
-      return std::nullopt;
-    }
-    std::string fault;
-    sound->soundFile = speaking.soundFile = ZRSoundFile::create(*target.wavFile, fault);
-    if (!speaking.soundFile) {
-      messages.about(name, fault);
-      exitCode = kExitServiceMissing;
-      return std::nullopt;
-    }
+    speaking.file = std::make_shared<SpokenFile>(*target.wavFile, force);
+    sound->soundFile = speaking.file->sound();
   }
   options.sound = sound;
   speaking.platform = makeLinuxPlatform(options);

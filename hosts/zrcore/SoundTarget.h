@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "Messages.h"
+#include "SpokenFile.h"
 
 /// Where spoken sound goes: to the sound server, or into a file.
 struct SoundTarget {
@@ -25,7 +26,7 @@ struct SoundTarget {
 class MessageLog final : public ZRLog {
  public:
   explicit MessageLog(Messages& messages) : messages_(messages) {}
-  void writeLine(std::string_view line) override { messages_.say(harmless(line)); }
+  void writeLine(std::string_view line) override { messages_.say(line); }
 
  private:
   Messages& messages_;
@@ -34,14 +35,14 @@ class MessageLog final : public ZRLog {
 /// The platform of a run that speaks, and logs by messages.
 struct SpeakingPlatform {
   ZRPlatform platform;
-  std::shared_ptr<ZRSoundFile> soundFile;  ///< null with the sound server
+  std::shared_ptr<SpokenFile> file;  ///< null with the sound server
 };
 
-/// @return nullopt, with a message, when the file is there already and `mayOverwrite` is not said, or cannot be written;
-///         `exitCode` then says which.
+/// @param force    whether a file that is there already may be replaced
 /// @param options  of the platform, but for its sound
-std::optional<SpeakingPlatform> speakingPlatform(const SoundTarget& target, bool mayOverwrite, Messages& messages,
-                                                 int& exitCode, ZRLinuxOptions options = {});
+/// @throws trip::OutputError  the file may not or cannot be written
+SpeakingPlatform speakingPlatform(const SoundTarget& target, bool force, Messages& messages,
+                                  ZRLinuxOptions options = {});
 
 /// Ends what still sounds, and lets all be told and other applications' streams be restored.
 void endSound(ZRAudio& audio);

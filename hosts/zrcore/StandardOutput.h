@@ -2,10 +2,12 @@
 #ifndef ZRCORE_HOSTS_ZRCORE_STANDARDOUTPUT_H
 #define ZRCORE_HOSTS_ZRCORE_STANDARDOUTPUT_H
 
+#include <string>
 #include <string_view>
 
-/// Where results go. A reader that goes away (`| head`) is no error: `isClosed` tells, and writing changes nothing
-/// more. Every other failure is a trip::OutputError.
+/// Where results go. A reader that goes away (`| head`) is no error, and neither is a signal that ends the wait for one
+/// that does not read: `isClosed` tells, and writing changes nothing more. Every other failure is a trip::OutputError,
+/// and closes it too.
 class StandardOutput {
  public:
   /// From now on the process ignores SIGPIPE, so that it sees a reader that has gone.
@@ -17,8 +19,9 @@ class StandardOutput {
   bool isClosed() const { return isClosed_; }
 
  private:
-  void failed();
+  void failed(int error);
 
+  std::string buffer_;
   bool isClosed_ = false;
 };
 

@@ -44,7 +44,7 @@ std::string summaryText(const trip::TripSummary& summary) {
   std::string text = shownName(summary.source) + " (" + summary.format + ", filter " + summary.filter + "): ";
   text += countText(summary.fixes, "fix", "fixes");
   const auto seconds = trip::durationSeconds(summary);
-  if (seconds && *seconds >= 0.0) text += " in " + duration(*seconds);
+  if (seconds) text += " in " + duration(*seconds);
   text += ", " + trip::measuredLengthText(summary.distanceMeters) + "\n";
   text += countText(summary.jumps, "jump", "jumps") + " marked, " + std::to_string(summary.significant);
   text +=

@@ -6,20 +6,21 @@
 #include <memory>
 
 #include "CommandLine.h"
+#include "Messages.h"
 #include "TripRun.h"
 
 namespace {
 
 constexpr const char* kTripDescription =
     "Replays a recorded trip through the location service and shows what the filter makes of it.\n"
-    "Reads GPX, NMEA 0183, gpsd JSON lines and CSV (time,lat,lon,altitude,accuracy,speed,course), told apart by "
-    "content.";
+    "Reads GPX, NMEA 0183, gpsd JSON lines and CSV (time,lat,lon,altitude,accuracy,speed,course; separated by commas,\n"
+    "semicolons or tabs), told apart by content, packed by gzip or not.";
 
 constexpr const char* kTripFooter = R"(
 Output:
-  On a terminal a live table: time (UTC), position, accuracy, raw and smoothed course and speed, S: significant movement,
-  J: implausible jump, whether the receiver has settled. Otherwise one line per fix, columns separated by tabs, named by
-  the first line, "-" for what is unknown. Messages and the summary go to the standard error stream.
+  On a terminal a live table: time (UTC), position, accuracy, raw and smoothed (~) course and speed, S: significant
+  movement, J: implausible jump, whether the receiver has settled. Otherwise one line per fix, columns separated by
+  tabs, named by the first line, "-" for what is unknown. Messages and the summary go to the standard error stream.
   The summary tells what the filter did: the top speed as told and smoothed, and by how much the course changes from fix
   to fix while moving above 1 m/s, from place to place and smoothed (the median, and what nine in ten do not exceed).
   Three clients listen to the service: a plain one, one with a snap filter, and one from a quarter to three quarters of
@@ -44,7 +45,7 @@ std::optional<double> parseRate(const std::string& text) {
   const char* const end = text.data() + text.size();
   const auto [rest, error] = std::from_chars(text.data(), end, rate);
   if (error != std::errc() || rest != end || !std::isfinite(rate) || rate <= 0.0) {
-    throw UsageFault("--rate", "'" + text + "' is neither a number above 0 nor 'max'");
+    throw UsageFault("--rate", inQuotes(text) + " is neither a number above 0 nor 'max'");
   }
   return rate;
 }
@@ -57,7 +58,8 @@ void addTimeOption(Command& command, const std::string& name, std::optional<trip
           [&bound, name](const std::string& text) {
             bound = trip::parseTimeBound(text);
             if (!bound)
-              throw UsageFault(name, "'" + text + "' is no time; give it as in 2026-05-09T09:30:00Z, 09:30:00 or +90");
+              throw UsageFault(name,
+                               inQuotes(text) + " is no time; give it as in 2026-05-09T09:30:00Z, 09:30:00 or +90");
           },
           description)
       .valueName("TIME");
@@ -87,7 +89,8 @@ void addTripCommand(CommandLine& tool) {
   const CommandOption out = command
                                 .option("--out", arguments->outputFolder,
                                         "Write trip.csv, trip.geojson, summary.json, trip.png and trip.svg there")
-                                .valueName("DIR");
+                                .valueName("DIR")
+                                .notEmpty();
   command.flag("--force", arguments->force, "Let --out and --speak overwrite files");
   command
       .option("--filter", arguments->filter,

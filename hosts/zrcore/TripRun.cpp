@@ -64,7 +64,7 @@ class TripRun {
   bool readRoute(const std::string& path);
   bool readPlaces(const std::string& path);
   bool openOutputs(const std::filesystem::path& folder);
-  void speak(std::shared_ptr<ZRSoundFile> soundFile);
+  void speak(std::shared_ptr<SpokenFile> file);
   int replay(trip::Recording& recording);
 
   const TripArguments& arguments_;
@@ -115,7 +115,7 @@ bool TripRun::readPlaces(const std::string& path) {
   return !places_.empty();
 }
 
-/// False, with a message, when nothing can or may be written into the folder.
+/// False, with a message, when what is read would be overwritten.
 bool TripRun::openOutputs(const std::filesystem::path& folder) {
   // A table that an earlier run wrote can be replayed; --force must not put the new one in its place.
   for (const std::string& input : {arguments_.file, arguments_.routeFile.value_or("-")}) {
@@ -124,40 +124,27 @@ bool TripRun::openOutputs(const std::filesystem::path& folder) {
     view_.messages().about(shownName(input), "would be overwritten by --out; choose another folder");
     return false;
   }
-  try {
-    view_.addOutputs(trip::makeOutputs(folder, arguments_.force, std::move(places_)));
-  } catch (const trip::OutputError& error) {
-    view_.messages().say(error.what());
-    return false;
-  }
+  view_.addOutput(trip::makeOutputs(folder, arguments_.force, std::move(places_)));
   return true;
 }
 
 /// Once the platform is in use.
-void TripRun::speak(std::shared_ptr<ZRSoundFile> soundFile) {
-  if (!soundFile) view_.sleepBy([](double seconds) { ZRRunLinuxLoopFor(seconds, [] { return false; }); });
-  std::vector<std::unique_ptr<trip::TripOutput>> outputs;
-  outputs.push_back(std::make_unique<TripSpeaker>(std::move(soundFile), arguments_.speech->wavFile.value_or(""),
-                                                  TripSpeaker::Time::replayed));
-  view_.addOutputs(std::move(outputs));
+void TripRun::speak(std::shared_ptr<SpokenFile> file) {
+  if (!file) view_.sleepBy([](double seconds) { ZRRunLinuxLoopFor(seconds, [] { return false; }); });
+  view_.addOutput(std::make_unique<TripSpeaker>(std::move(file), TripSpeaker::Time::replayed, view_.messages()));
 }
 
 int TripRun::replay(trip::Recording& recording) {
   const auto clock = std::make_shared<trip::RecordingClock>();
   SpeakingPlatform speaking;
-  if (arguments_.speech) {
-    int exitCode = kExitDone;
-    const auto made = speakingPlatform(*arguments_.speech, arguments_.force, view_.messages(), exitCode);
-    if (!made) return exitCode;
-    speaking = *made;
-  }
+  if (arguments_.speech) speaking = speakingPlatform(*arguments_.speech, arguments_.force, view_.messages());
   ZRPlatform platform = speaking.platform;
   platform.clock = clock;
   if (!ZRPlatformInstall(platform)) {
     view_.messages().say("the location service is in use already");
     return kExitServiceMissing;
   }
-  if (arguments_.speech) speak(speaking.soundFile);
+  if (arguments_.speech) speak(speaking.file);
   pipelineOptions_.filtersMeasuredValues = arguments_.filter == "measured";
   trip::ManagerPipeline pipeline(std::move(pipelineOptions_));
 
@@ -207,7 +194,7 @@ int TripRun::run() {
     return kExitUsage;
   } catch (const trip::OutputError& error) {
     view_.messages().say(error.what());
-    return kExitServiceMissing;
+    return exitCodeOf(error);
   }
 }
 

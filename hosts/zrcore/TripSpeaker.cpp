@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TripSpeaker.h"
 
-#include <trip/OutputError.h>
-
 #include "InterruptibleLoop.h"
+#include "Interruption.h"
+#include "NumberText.h"
 #include "SoundTarget.h"
 
 namespace {
@@ -22,6 +22,11 @@ const char* textOf(trip::Turn turn) {
 
 }  // namespace
 
+TripSpeaker::TripSpeaker(std::shared_ptr<SpokenFile> file, Time time, Messages& messages)
+    : file_(std::move(file)), time_(time), messages_(messages) {
+  audio_->setDelegate(hearer_);
+}
+
 void TripSpeaker::row(const trip::TripRow& row) {
   passTime(row);
   if (row.index == 0) say("The trip starts");
@@ -30,27 +35,31 @@ void TripSpeaker::row(const trip::TripRow& row) {
 }
 
 void TripSpeaker::passTime(const trip::TripRow& row) {
-  if (!soundFile_ || time_ == Time::live || !row.secondsSince1970) return;
-  soundFile_->setTimeSeconds(pace_.secondsAfterFirst(*row.secondsSince1970));
+  if (!file_ || time_ == Time::live || !row.secondsSince1970) return;
+  file_->sound()->setTimeSeconds(pace_.secondsAfterFirst(*row.secondsSince1970));
   settleFile();
 }
 
 void TripSpeaker::say(const char* text) {
+  ++spoken_;
   audio_->speakTextInterruptVolume(text, false, 1.0F);
   settleFile();
 }
 
 /// In the file the time of the replay stands still while the engine works.
 void TripSpeaker::settleFile() {
-  if (soundFile_ && time_ == Time::replayed) runLoopUntil([this] { return soundFile_->isSettled(); });
+  if (file_ && time_ == Time::replayed) runLoopUntil([this] { return file_->sound()->isSettled(); });
 }
 
 void TripSpeaker::finish(const trip::TripSummary& summary) {
   if (summary.fixes > 0) say("The trip ends");
-  if (soundFile_) soundFile_->letTimePass();
+  if (file_) file_->sound()->letTimePass();
   const auto isSilent = [this] { return !audio_->isSpeaking(); };
   time_ == Time::live ? ZRRunLinuxLoopUntil(isSilent) : runLoopUntil(isSilent);
   endSound(*audio_);
-  const std::string fault = soundFile_ ? soundFile_->close() : "";
-  if (!fault.empty()) throw trip::OutputError(path_, fault, "make room or choose another file");
+  if (hearer_->heard < spoken_ && interruption::signal() == 0) {
+    messages_.about("--speak", std::to_string(hearer_->heard) + " of " + countText(spoken_, "prompt", "prompts") +
+                                   " were heard; " + kSeeDoctor);
+  }
+  if (file_) file_->completeUnlessSilent();
 }

@@ -3,13 +3,15 @@
 #define ZRCORE_HOSTS_ZRCORE_TRIPSPEAKER_H
 
 #include <ZRCore/ZRAudio.h>
-#include <ZRCore/ZRLinuxSound.h>
 #include <policy/ReplayPace.h>
 #include <trip/TripRow.h>
 #include <trip/TurnDetector.h>
 
 #include <memory>
-#include <string>
+
+#include "Hearer.h"
+#include "Messages.h"
+#include "SpokenFile.h"
 
 /// Speaks a trip while it goes on: its start, its turns, its end. Stands on the platform in use.
 class TripSpeaker final : public trip::TripOutput {
@@ -22,10 +24,9 @@ class TripSpeaker final : public trip::TripOutput {
     live,
   };
 
-  /// @param soundFile  null with the sound server
-  /// @param path       of that file, for messages
-  TripSpeaker(std::shared_ptr<ZRSoundFile> soundFile, std::string path, Time time)
-      : soundFile_(std::move(soundFile)), path_(std::move(path)), time_(time) {}
+  /// @param file      null with the sound server
+  /// @param messages  for what was not heard
+  TripSpeaker(std::shared_ptr<SpokenFile> file, Time time, Messages& messages);
 
   void row(const trip::TripRow& row) override;
   /// Returns when all has been heard. A signal cuts the end of a replayed trip short; a live one ends by it, and says
@@ -38,10 +39,12 @@ class TripSpeaker final : public trip::TripOutput {
   void say(const char* text);
   void settleFile();
 
-  std::shared_ptr<ZRSoundFile> soundFile_;
-  std::string path_;
+  std::shared_ptr<SpokenFile> file_;
   Time time_;
   std::shared_ptr<ZRAudio> audio_ = ZRAudio::sharedInstance();
+  std::shared_ptr<Hearer> hearer_ = std::make_shared<Hearer>();
+  std::size_t spoken_ = 0;
+  Messages& messages_;
   trip::TurnDetector turns_;
   policy::ReplayPace pace_{1.0};
 };

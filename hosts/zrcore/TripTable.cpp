@@ -49,10 +49,9 @@ const std::array<Column, 10> kColumns{{
     {"longitude", 10, [](const trip::TripRow& row) { return fixedText(row.coordinate.longitude, 5); }},
     {"acc m", 6, [](const trip::TripRow& row) { return fixedText(row.accuracyMeters, 1); }},
     {"course", 6, [](const trip::TripRow& row) { return fixedText(row.courseDegrees, 1); }},
-    {"smooth", 6, [](const trip::TripRow& row) { return fixedText(row.smoothCourseDegrees, 1); }},
+    {"~course", 7, [](const trip::TripRow& row) { return fixedText(row.smoothCourseDegrees, 1); }},
     {"km/h", 6, [](const trip::TripRow& row) { return fixedText(kilometersPerHour(row.speedMetersPerSecond), 1); }},
-    {"smooth", 6,
-     [](const trip::TripRow& row) { return fixedText(kilometersPerHour(trip::knownSmoothSpeed(row)), 1); }},
+    {"~km/h", 6, [](const trip::TripRow& row) { return fixedText(kilometersPerHour(trip::knownSmoothSpeed(row)), 1); }},
     {"mark", 4, mark},
     {"stable", 6, [](const trip::TripRow& row) -> std::string { return row.stable ? "yes" : ""; }},
 }};
@@ -90,6 +89,18 @@ std::string bar(double fraction, int width, bool unicode) {
 }
 
 }  // namespace
+
+std::string TripTable::leftOut(int columns) {
+  std::size_t width = 0;
+  std::string names;
+  for (const Column& column : kColumns) {
+    width += 1 + column.width;
+    if (width > static_cast<std::size_t>(std::max(columns, 0))) (names += names.empty() ? "" : ", ") += column.title;
+  }
+  if (names.empty()) return names;
+  return "a terminal of " + countText(static_cast<std::uint64_t>(std::max(columns, 0)), "column", "columns") +
+         " leaves out " + names + "; " + std::to_string(width) + " show all";
+}
 
 void TripTable::row(const trip::TripRow& row) {
   ++fixes_;

@@ -28,6 +28,9 @@ class TripTable {
   /// right, rows from the top. Always one line less than the terminal has, at the most.
   std::vector<std::string> lines(const Terminal& terminal) const;
 
+  /// What the table says of the columns that do not fit; empty when all do.
+  static std::string leftOut(int columns);
+
  private:
   std::string statusLine(const Terminal& terminal) const;
 

@@ -5,6 +5,8 @@
 #include <trip/Pacer.h>
 #include <trip/TripReplay.h>
 
+#include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -15,7 +17,8 @@
 #include "StandardOutput.h"
 
 /// Shows a replay while it runs: the fixes on the standard output (a live table, lines, JSON or nothing), the messages
-/// on the standard error stream, and all of it in the files that were asked for.
+/// on the standard error stream, and all of it in the outputs that were asked for. Whatever becomes of the standard
+/// output, those go on to the end.
 class TripView final : public trip::ReplayListener {
  public:
   enum class Shape { table, lines, json, nothing };
@@ -28,7 +31,7 @@ class TripView final : public trip::ReplayListener {
 
   /// The recording's name in messages.
   void setName(std::string name) { name_ = std::move(name); }
-  void addOutputs(std::vector<std::unique_ptr<trip::TripOutput>> outputs);
+  void addOutput(std::unique_ptr<trip::TripOutput> output) { outputs_.push_back(std::move(output)); }
 
   trip::Waiter& waiter() { return waiter_; }
   /// What takes the place of sleeping between fixes.
@@ -42,11 +45,13 @@ class TripView final : public trip::ReplayListener {
   /// Time went by: shows what is not shown yet.
   void refresh();
 
-  /// Completes everything that is shown or written.
+  /// Completes everything that is shown or written: what can be is complete before a failure is thrown.
   void finish(const trip::TripSummary& summary);
 
  private:
   void writeMessage(std::string_view line);
+  void show(const std::function<void()>& step);
+  void finishOutputs(const trip::TripSummary& summary);
 
   bool isPaced_;
   bool saysSummary_;
@@ -55,7 +60,9 @@ class TripView final : public trip::ReplayListener {
   trip::SystemWaiter waiter_;
   Messages messages_;
   std::unique_ptr<LiveTable> live_;
+  std::unique_ptr<trip::TripOutput> shown_;  ///< on the standard output, line by line
   std::vector<std::unique_ptr<trip::TripOutput>> outputs_;
+  std::exception_ptr failure_;  ///< the first
 };
 
 #endif

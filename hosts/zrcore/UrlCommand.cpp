@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "UrlCommand.h"
 
+#include <ZRCore/NSString_ZR.h>
 #include <ZRCore/NSURL_ZR.h>
 
 #include <cstdio>
@@ -35,27 +36,42 @@ struct UrlArguments {
   std::vector<std::string> parameters;
 };
 
+constexpr const char* kHoldsOddity =
+    "holds a blank, a letter that is no English one, or a \"%\" without two digits; write those as \"%\" and two "
+    "digits";
+
+/// Which of the words makes no address, and why.
+std::string faultOf(const UrlArguments& arguments) {
+  if (!NSURL::URLWithString(arguments.base)) return "the base " + inQuotes(arguments.base) + " " + kHoldsOddity;
+  if (!NSURL::URLWithString(arguments.path)) return "the path " + inQuotes(arguments.path) + " " + kHoldsOddity;
+  for (const std::string& parameter : arguments.parameters) {
+    const auto escaped = NSString_ZR::urlQueryParameterEscaped(parameter);
+    if (!escaped) return inQuotes(parameter) + " is not UTF-8";
+    if (!NSURL::URLWithString(*escaped))
+      return inQuotes(parameter) + " has a \"%\" without two digits; write it as \"%25\"";
+  }
+  return "the base " + inQuotes(arguments.base) + " and the path " + inQuotes(arguments.path) +
+         " make no address together";
+}
+
+int tell(const std::string& fault, int exitCode) {
+  std::fprintf(stderr, "zrcore: %s\n", fault.c_str());
+  return exitCode;
+}
+
 int runUrl(const UrlArguments& arguments) {
   ZROHMDictionary parameters;
   for (const std::string& parameter : arguments.parameters) {
     const auto equals = parameter.find('=');
     const std::string key = parameter.substr(0, equals);
-    const bool isRepeated = parameters.find(key) != nullptr;
-    if (equals == std::string::npos || isRepeated) {
-      const char* const fault =
-          isRepeated ? "has a key that was given before: give each once" : "is no parameter: write KEY=VALUE";
-      std::fprintf(stderr, "zrcore: %s: %s\n", harmless(parameter).c_str(), fault);
-      return kExitUsage;
+    if (equals == std::string::npos) return tell(inQuotes(parameter) + " is no parameter: write KEY=VALUE", kExitUsage);
+    if (parameters.find(key) != nullptr) {
+      return tell(inQuotes(parameter) + " has a key that was given before: give each once", kExitUsage);
     }
     parameters.set(key, parameter.substr(equals + 1));
   }
   const auto url = NSURL_ZR::urlWithBaseUrlStringPathParameters(arguments.base, arguments.path, parameters);
-  if (!url) {
-    std::fprintf(stderr,
-                 "zrcore: no address comes of this: the base and the path may not hold blanks, other letters than "
-                 "English ones or a \"%%\" without two digits, and the parameters must be UTF-8\n");
-    return kExitDataFault;
-  }
+  if (!url) return tell(faultOf(arguments), kExitDataFault);
   StandardOutput output;
   output.write(url->absoluteString() + "\n");
   output.flush();

@@ -22,10 +22,11 @@ Output:
   Stopped with Ctrl-Z it gives its receiver free, and takes it again when it is continued.
 
 Exit codes:
-  0  done: the time given by --for is over, the recording of file:PATH has ended, or nobody reads any more
+  0  done: the time given by --for is over, the recording of file:PATH has ended, or nobody reads any more,
+     with neither --record nor --speak
   1  the source had nothing to say in the time given by --for
-  2  the command line must be changed; the recording can't be made, or would overwrite a file without --force
-  3  the system does not give what is needed: no source answers, no permission, no room to write
+  2  the command line must be changed; a file would be overwritten without --force
+  3  the system does not give what is needed: no source answers, no permission, no room or no right to write
   129 to 153  128 and the number of the signal that ended it
 
 Examples:
@@ -46,8 +47,11 @@ void addWatchCommand(CommandLine& tool) {
   command.option("SOURCE", arguments->source, "Where positions come from [auto]");
   command
       .option("--record", arguments->recordFile,
-              "Write the fixes there, as GPX. The file is whole at any moment, whatever becomes of the tool")
-      .valueName("FILE.gpx");
+              "Write the fixes there, as GPX. The file appears with the first fix, and is whole at any moment from "
+              "then on, "
+              "whatever becomes of the tool")
+      .valueName("FILE.gpx")
+      .notEmpty();
   command.flag("--force", arguments->force, "Let --record and --speak overwrite files");
   command.option("--filter", arguments->filter, "As in 'zrcore trip': measured or documented [measured]")
       .valueName("NAME")

@@ -82,15 +82,14 @@ class WatchRun final : public ZRDidUpdateLocations, public ZRDidFailWithError {
  public:
   explicit WatchRun(const WatchArguments& arguments)
       : arguments_(arguments), view_(shapeFor(arguments), true, arguments.filter), counter_(summaryAtStart(arguments)) {
-    view_.setName(harmless(arguments.source));
+    view_.setName(excerpt(arguments.source));
   }
 
   /// @param self  this object, as the delegate that the manager holds weakly
   static int run(const std::shared_ptr<WatchRun>& self);
+  void say(std::string_view text) { view_.messages().say(text); }
 
  private:
-  bool openOutputs();
-  void speak(std::shared_ptr<ZRSoundFile> soundFile);
   int exitCode() const;
 
   void locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLocations& locations) override;
@@ -104,28 +103,6 @@ class WatchRun final : public ZRDidUpdateLocations, public ZRDidFailWithError {
   std::exception_ptr failure_;  ///< of an output
   bool isOver_ = false;
 };
-
-/// False, with a message, when the recording may not be written.
-bool WatchRun::openOutputs() {
-  if (!arguments_.recordFile) return true;
-  try {
-    std::vector<std::unique_ptr<trip::TripOutput>> outputs;
-    outputs.push_back(std::make_unique<trip::GpxRecording>(*arguments_.recordFile, arguments_.force));
-    view_.addOutputs(std::move(outputs));
-  } catch (const trip::OutputError& error) {
-    view_.messages().say(error.what());
-    return false;
-  }
-  return true;
-}
-
-/// Once the platform is in use.
-void WatchRun::speak(std::shared_ptr<ZRSoundFile> soundFile) {
-  std::vector<std::unique_ptr<trip::TripOutput>> outputs;
-  outputs.push_back(std::make_unique<TripSpeaker>(std::move(soundFile), arguments_.speech->wavFile.value_or(""),
-                                                  TripSpeaker::Time::live));
-  view_.addOutputs(std::move(outputs));
-}
 
 void WatchRun::locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLocations& locations) {
   fault_.clear();
@@ -160,17 +137,15 @@ int WatchRun::exitCode() const {
 
 int WatchRun::run(const std::shared_ptr<WatchRun>& self) {
   WatchRun& run = *self;
-  if (!run.openOutputs()) return kExitUsage;
+  if (run.arguments_.recordFile) {
+    run.view_.addOutput(std::make_unique<trip::GpxRecording>(*run.arguments_.recordFile, run.arguments_.force));
+  }
 
   ZRLinuxOptions options;
   options.positioning = run.arguments_.source;
   SpeakingPlatform speaking;
   if (run.arguments_.speech) {
-    int exitCode = kExitDone;
-    const auto made =
-        speakingPlatform(*run.arguments_.speech, run.arguments_.force, run.view_.messages(), exitCode, options);
-    if (!made) return exitCode;
-    speaking = *made;
+    speaking = speakingPlatform(*run.arguments_.speech, run.arguments_.force, run.view_.messages(), options);
   } else {
     speaking.platform = makeLinuxPlatform(options);
     speaking.platform.log = std::make_shared<MessageLog>(run.view_.messages());
@@ -178,10 +153,12 @@ int WatchRun::run(const std::shared_ptr<WatchRun>& self) {
   ZRPlatform& platform = speaking.platform;
   platform.bundle = std::make_shared<WatchBundle>();
   if (!ZRPlatformInstall(platform)) {
-    run.view_.messages().say("the location service is in use already");
+    run.say("the location service is in use already");
     return kExitServiceMissing;
   }
-  if (run.arguments_.speech) run.speak(speaking.soundFile);
+  if (run.arguments_.speech) {  // it stands on the platform in use
+    run.view_.addOutput(std::make_unique<TripSpeaker>(speaking.file, TripSpeaker::Time::live, run.view_.messages()));
+  }
   ZRLocationManager::setFiltersMeasuredValues(run.arguments_.filter == "measured");
   const auto life = ZRFollowLinuxLife();
   const auto manager = ZRLocationManager::init();
@@ -213,7 +190,7 @@ int runWatch(const WatchArguments& arguments) {
   try {
     return WatchRun::run(run);
   } catch (const trip::OutputError& error) {
-    std::fprintf(stderr, "zrcore: %s\n", error.what());
-    return kExitServiceMissing;
+    run->say(error.what());
+    return exitCodeOf(error);
   }
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRLinuxSound.h>
+#include <ZRCore/ZRPrintableText.h>
 #include <fcntl.h>
 
 #include <clocale>
@@ -62,7 +63,7 @@ int main(int argc, char** argv) {
   try {
     return runTool(argc, argv);
   } catch (const std::exception& error) {  // no memory left, above all
-    std::fprintf(stderr, "zrcore: %s\n", error.what());
+    std::fprintf(stderr, "zrcore: %s\n", ZRPrintableText(error.what(), 2 * ZRLongestExcerpt).c_str());
     return kExitServiceMissing;
   }
 }

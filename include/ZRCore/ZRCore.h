@@ -31,6 +31,7 @@
 #include <ZRCore/ZROHMValue.h>
 #include <ZRCore/ZRPlace.h>
 #include <ZRCore/ZRPlatform.h>
+#include <ZRCore/ZRPrintableText.h>
 #include <ZRCore/ZRTrackingIdentity.h>
 #include <ZRCore/ZRWebViewController.h>
 #include <ZRCore/ZRGeometry.hpp>

@@ -22,6 +22,9 @@ class ZR_EXPORT ZRSoundFile {
   /// Creates the file, or empties the one that is there.
   /// @return null when it cannot be written; `fault` then says why.
   static std::shared_ptr<ZRSoundFile> create(const std::string& path, std::string& fault);
+  /// Writes into an empty file that the host has opened for reading and writing, and keeps.
+  /// @return null when it cannot be written; `fault` then says why.
+  static std::shared_ptr<ZRSoundFile> createIn(int descriptor, std::string& fault);
   virtual ~ZRSoundFile();
 
   /// It is so many seconds after the file's beginning; never less than before. What has been heard by then is told.

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HeadlessPlatform.h"
 
+#include <ZRCore/ZRPrintableText.h>
+
 #include <chrono>
 #include <iostream>
 #include <map>
@@ -44,7 +46,7 @@ class StandardErrorLog final : public ZRLog {
  public:
   void writeLine(std::string_view line) override {
     const std::lock_guard lock(mutex_);
-    std::cerr << line << '\n';
+    std::cerr << ZRPrintableText(line) << '\n';
   }
 
  private:

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRJSON.h>
+#include <ZRCore/ZRPrintableText.h>
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -17,13 +18,13 @@ NSError failure(std::string sentence, std::optional<std::size_t> position = {}) 
   return error;
 }
 
-/// The library quotes the whole last token, which may be as long as the document.
-std::string_view beginningOf(std::string_view sentence) {
-  constexpr std::size_t kMostBytes = 300;
-  if (sentence.size() <= kMostBytes) return sentence;
-  std::size_t end = kMostBytes;
-  while (end > 0 && (sentence[end] & 0xC0) == 0x80) --end;  // inside a character
-  return sentence.substr(0, end);
+/// The library's sentence, in which the last token stands in quotation marks, be it as long as the document.
+std::string excerptOf(std::string_view sentence) {
+  const auto token = sentence.find('\''), end = sentence.rfind('\'');
+  if (token == sentence.npos || end <= token) return ZRPrintableText(sentence, 2 * ZRLongestExcerpt);
+  const auto inside = sentence.substr(token + 1, end - token - 1);
+  return std::string(sentence.substr(0, token + 1)) + ZRPrintableText(inside, ZRLongestExcerpt) +
+         std::string(sentence.substr(end));
 }
 
 /// Tells a listener what the library reads; there is no tree in between.
@@ -86,9 +87,7 @@ class Teller final : public nlohmann::json_sax<nlohmann::json> {
     std::string_view sentence = what.what();
     sentence.remove_prefix(std::min(sentence.find("] ") + 2, sentence.size()));
     if (sentence.starts_with("parse error at line ")) sentence.remove_prefix(sentence.find(": ") + 2);
-    std::string text = placeOf(position) + std::string(beginningOf(sentence));
-    if (beginningOf(sentence).size() < sentence.size()) text += " …";
-    error_ = failure(std::move(text), position);
+    error_ = failure(placeOf(position) + excerptOf(sentence), position);
     return false;
   }
 

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZROHMWalk.h>
+#include <ZRCore/ZRPrintableText.h>
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
@@ -14,6 +16,25 @@ namespace {
 
 /// A document as deep as values may be would be mostly blanks.
 constexpr std::size_t kDeepestIndentation = 100;
+
+/// Appends a text of JSON. What a terminal would obey is escaped in it, though JSON need not.
+void appendWithEscapes(std::string& to, std::string_view json) {
+  while (!json.empty()) {
+    std::size_t length = ZRPrintableLength(json);
+    if (length > 0) {
+      to += json.substr(0, length);
+    } else {  // a character of up to three bytes
+      const auto first = static_cast<unsigned char>(json[0]);
+      length = first < 0x80 ? 1 : first < 0xE0 ? 2 : 3;
+      unsigned code = length == 1 ? first : first & (0xFFU >> (length + 1));
+      for (std::size_t i = 1; i < length; ++i) code = code << 6U | (static_cast<unsigned char>(json[i]) & 0x3FU);
+      char escape[7];
+      std::snprintf(escape, sizeof escape, "\\u%04x", code);
+      to += escape;
+    }
+    json.remove_prefix(length);
+  }
+}
 
 class Writer {
  public:
@@ -103,7 +124,7 @@ class Writer {
       return true;
     }
     try {
-      text += nlohmann::json(content).dump();
+      appendWithEscapes(text, nlohmann::json(content).dump());
       return true;
     } catch (const nlohmann::json::type_error&) {
       return fail("a text that is not UTF-8");
@@ -120,7 +141,8 @@ class Writer {
         place += (place.empty() ? "" : ".") + *key;
       }
     }
-    fault = "JSON cannot say " + what + (place.empty() ? "." : ", which stands at " + place + ".");
+    const std::string shown = ZRPrintableText(place, ZRLongestExcerpt);
+    fault = "JSON cannot say " + what + (place.empty() ? "." : ", which stands at " + shown + ".");
     return false;
   }
 

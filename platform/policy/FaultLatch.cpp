@@ -2,9 +2,12 @@
 #include "FaultLatch.h"
 
 #include <ZRCore/CLLocationManager.h>
+#include <ZRCore/ZRPrintableText.h>
 
 #include <array>
 #include <utility>
+
+#include "PositioningSource.h"
 
 namespace policy {
 namespace {
@@ -36,8 +39,13 @@ const FaultText& textOf(PositioningFault fault) { return kFaults.at(static_cast<
 
 NSError errorOf(PositioningFault fault, std::string_view source, std::string_view detail) {
   const FaultText& text = textOf(fault);
-  std::string sentence = std::string(source) + " " + text.sentence;
-  if (!detail.empty()) ((sentence += " (") += detail) += ")";
+  std::string sentence = ZRPrintableText(source, ZRLongestExcerpt) + " " + text.sentence;
+  std::size_t mostOfDetail = ZRLongestExcerpt;
+  if (source == kNameOfAutomatic && fault == PositioningFault::noDaemon) {
+    mostOfDetail *= 2;  // of several sources
+    sentence = "no source of positions answers; start gpsd or GeoClue, or name a receiver as nmea:PATH";
+  }
+  if (!detail.empty()) ((sentence += " (") += ZRPrintableText(detail, mostOfDetail)) += ")";
   return {kCLErrorDomain,
           static_cast<long>(text.code),
           {{NSLocalizedDescriptionKey, std::move(sentence)},

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "PositioningSource.h"
 
+#include <ZRCore/ZRPrintableText.h>
+
 #include <charconv>
 #include <optional>
 
@@ -40,7 +42,7 @@ bool parseAddress(std::string_view text, PositioningSource& source) {
 std::string PositioningSource::name() const {
   switch (kind) {
     case Kind::automatic:
-      return "auto";
+      return kNameOfAutomatic;
     case Kind::gpsd: {
       std::string name = "gpsd at ";
       if (!path.empty()) return name += path;
@@ -64,7 +66,7 @@ std::variant<PositioningSource, std::string> parsePositioningSource(std::string_
   const auto colon = text.find(':');
   const std::string_view scheme = text.substr(0, colon);
   const std::string_view rest = colon == std::string_view::npos ? std::string_view() : text.substr(colon + 1);
-  const auto refuse = [&](const char* why) { return std::string(1, '\'').append(text).append("' ").append(why); };
+  const auto refuse = [&](const char* why) { return '\'' + ZRPrintableText(text, ZRLongestExcerpt) + "' " + why; };
 
   PositioningSource source;
   if (scheme == "auto" || scheme == "geoclue") {

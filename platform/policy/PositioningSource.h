@@ -11,6 +11,9 @@
 
 namespace policy {
 
+/// In messages, of the source that is still to be found.
+inline constexpr const char* kNameOfAutomatic = "auto";
+
 struct PositioningSource {
   enum class Kind { automatic, gpsd, geoclue, nmea, file };
 

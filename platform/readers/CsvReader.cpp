@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CsvReader.h"
 
+#include <utility>
+
 #include "Text.h"
 
 namespace readers {
@@ -12,15 +14,17 @@ void CsvReader::readLine(std::string_view text, const Reporter& reporter) {
     recordLine_ = reporter.line;
   }
   const bool complete = record_.append(text);
+  if (state_ == State::beforeHeader) (headerText_ += headerText_.empty() ? "" : "\n") += text;
   const Reporter recordReporter{reporter.listener, recordLine_, reporter.cut};
   if (record_.bytes() > kLongestText + 1) {
     recordReporter.fault("the row is longer than 64 KiB and is skipped; a quotation mark in it is not closed");
     record_.clear();
+    headerText_.clear();
     return;
   }
   if (!complete) return;
   if (state_ == State::beforeHeader) {
-    readHeader(recordReporter);
+    readHeader(std::exchange(headerText_, {}), recordReporter);
   } else {
     readRow(recordReporter);
   }
@@ -33,39 +37,50 @@ void CsvReader::readEnd(const Reporter& reporter) {
       "a quotation mark is not closed; the row from here on is dropped");
 }
 
-void CsvReader::readHeader(const Reporter& reporter) {
-  columnCount_ = record_.cells().size();
-  for (std::size_t i = 0; i < columnCount_; ++i) columns_.emplace(lowerCase(trimmed(record_.cells()[i])), i);
-  if (columns_.contains("lat") && columns_.contains("lon")) {
+/// @param text  the lines of the record that names the columns
+void CsvReader::readHeader(std::string_view text, const Reporter& reporter) {
+  if (const auto header = CsvHeader::read(text)) {
+    header_ = *header;
+    record_ = CsvRecord(header_.separator);
     state_ = State::inRows;
     return;
   }
   state_ = State::headerUnusable;
-  reporter.fault(
-      "the first row names no columns lat and lon, so nothing can be read; begin the file with a row like "
-      "time,lat,lon,altitude,accuracy,speed,course");
+  reporter.fault(std::string("the first row names no columns ") + kWantedColumns +
+                 ", so nothing can be read; begin the file with a row like "
+                 "time,lat,lon,altitude,accuracy,speed,course");
 }
 
 void CsvReader::readRow(const Reporter& reporter) {
-  if (record_.cells().size() != columnCount_) {
+  if (record_.cells().size() != header_.columnCount) {
+    const bool isComma = header_.separator == ',';
     reporter.fault("the row is dropped: it has " + std::to_string(record_.cells().size()) + " cells, the header " +
-                   std::to_string(columnCount_) + "; numbers take a decimal point, not a comma");
+                   std::to_string(header_.columnCount) +
+                   (isComma ? "; numbers take a decimal point, not a comma" : ""));
     return;
   }
   SourceFix fix;
   fix.line = reporter.line;
-  if (!readCoordinate(fix, cell("lat"), cell("lon"), reporter)) return;
-  readTime(fix, cell("time"), reporter);
-  readQuantity(fix, Quantity::altitude, cell("altitude"), reporter);
-  readQuantity(fix, Quantity::accuracy, cell("accuracy"), reporter);
-  readQuantity(fix, Quantity::speed, cell("speed"), reporter);
-  readQuantity(fix, Quantity::course, cell("course"), reporter);
+  if (!readCoordinate(fix, number("lat"), number("lon"), reporter)) return;
+  readTime(fix, number("time"), reporter);
+  readQuantity(fix, Quantity::altitude, number("altitude"), reporter);
+  readQuantity(fix, Quantity::accuracy, number("accuracy"), reporter);
+  readQuantity(fix, Quantity::speed, number("speed"), reporter);
+  readQuantity(fix, Quantity::course, number("course"), reporter);
   emitter_.emit(fix, reporter.listener);
 }
 
 std::string_view CsvReader::cell(const char* column) const {
-  const auto found = columns_.find(column);
-  return found == columns_.end() ? std::string_view{} : std::string_view{record_.cells()[found->second]};
+  const auto found = header_.columns.find(column);
+  return found == header_.columns.end() ? std::string_view{} : std::string_view{record_.cells()[found->second]};
+}
+
+/// Where the comma does not separate cells, it may be a decimal one.
+std::string CsvReader::number(const char* column) const {
+  std::string text(cell(column));
+  const auto comma = text.find(',');
+  if (header_.separator != ',' && comma != std::string::npos && text.find('.') == std::string::npos) text[comma] = '.';
+  return text;
 }
 
 }  // namespace readers

@@ -18,7 +18,7 @@ bool CsvRecord::append(std::string_view line) {
       ++i;
     } else if (c == '"' && (quoted_ || atCellStart)) {
       quoted_ = !quoted_;
-    } else if (c == ',' && !quoted_) {
+    } else if (c == separator_ && !quoted_) {
       cells_.emplace_back();
       atCellStart = true;
       continue;

@@ -13,6 +13,9 @@ namespace readers {
 /// hold line ends.
 class CsvRecord {
  public:
+  /// @param separator  what stands in the comma's place
+  explicit CsvRecord(char separator = ',') : separator_(separator) {}
+
   /// Adds a line.
   /// @return  whether the record is complete; if not, a quotation mark is still open and the next line belongs to it.
   bool append(std::string_view line);
@@ -25,6 +28,7 @@ class CsvRecord {
   const std::vector<std::string>& cells() const { return cells_; }
 
  private:
+  char separator_;
   std::vector<std::string> cells_;
   std::size_t bytes_ = 0;
   bool quoted_ = false;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
 #include <variant>
 
-#include "CsvRecord.h"
+#include "CsvHeader.h"
 #include "FixReader.h"
 #include "LineSplitter.h"
 #include "NmeaSentence.h"
@@ -17,26 +16,16 @@ bool beginsWithTag(std::string_view text) {
   return first != std::string_view::npos && text[first] == '<';
 }
 
-/// Whether a tag `<gpx` or `<prefix:gpx` begins in the text.
-bool hasGpxTag(std::string_view text) {
-  for (auto at = text.find("gpx"); at != std::string_view::npos; at = text.find("gpx", at + 1)) {
+/// Whether a tag `<name` or `<prefix:name` begins in the text.
+bool hasTag(std::string_view text, std::string_view name) {
+  for (auto at = text.find(name); at != std::string_view::npos; at = text.find(name, at + 1)) {
     const char before = at > 0 ? text[at - 1] : ' ';
-    const char after = at + 3 < text.size() ? text[at + 3] : ' ';
+    const char after = at + name.size() < text.size() ? text[at + name.size()] : ' ';
     if ((before == '<' || before == ':') && std::string_view(" \t\r\n/>").find(after) != std::string_view::npos) {
       return true;
     }
   }
   return false;
-}
-
-bool isCsvHeader(std::string_view line) {
-  CsvRecord record;
-  if (!record.append(line)) return false;
-  const auto has = [&](std::string_view column) {
-    return std::any_of(record.cells().begin(), record.cells().end(),
-                       [&](const std::string& cell) { return lowerCase(trimmed(cell)) == column; });
-  };
-  return has("lat") && has("lon");
 }
 
 bool isSoundSentence(std::string_view line) {
@@ -49,13 +38,13 @@ bool isSoundSentence(std::string_view line) {
 }  // namespace
 
 std::optional<Format> detectFormat(std::string_view head) {
-  if (beginsWithTag(head)) return hasGpxTag(head) ? std::optional(Format::gpx) : std::nullopt;
+  if (beginsWithTag(head)) return hasTag(head, "gpx") ? std::optional(Format::gpx) : std::nullopt;
 
   bool isFirst = true, csv = false, json = false, nmea = false;
   const auto look = [&](const Line& line) {
     const auto text = trimmed(line.text);
     if (text.empty() || text.front() == '#') return;
-    if (isFirst) csv = isCsvHeader(text);
+    if (isFirst) csv = CsvHeader::read(line.text).has_value();
     isFirst = false;
     // A daemon's log also holds its receiver's sentences, so one report decides over any number of these.
     json = json || (text.front() == '{' && text.find("\"class\"") != std::string_view::npos);
@@ -69,6 +58,34 @@ std::optional<Format> detectFormat(std::string_view head) {
   if (json) return Format::gpsdJson;
   if (nmea) return Format::nmea;
   return std::nullopt;
+}
+
+std::string whyUnreadable(std::string_view head) {
+  const struct {
+    std::string_view begin;
+    const char* name;
+  } packings[] = {{"PK\x03\x04", "zip (as KMZ is)"},
+                  {"BZh", "bzip2"},
+                  {"\xFD"
+                   "7zXZ",
+                   "xz"},
+                  {"\x28\xB5\x2F\xFD", "zstd"}};
+  for (const auto& [begin, name] : packings) {
+    if (head.starts_with(begin)) return std::string("is packed by ") + name + "; unpack it first, or pack it by gzip";
+  }
+  if (beginsWithTag(head)) {
+    if (hasTag(head, "kml")) return "is KML, which is not read; convert it to GPX, by gpsbabel for instance";
+    return "is XML, but no GPX; convert it to GPX, by gpsbabel for instance";
+  }
+  const auto first = head.find_first_not_of("\xEF\xBB\xBF \t\r\n");
+  const bool isObject = first != std::string_view::npos && head[first] == '{';
+  if (isObject && head.find("\"Feature") != std::string_view::npos) {
+    return "is GeoJSON, which is not read; give the recording that it was made of, or the trip.csv beside it";
+  }
+  return std::string(
+             "is no recording that is read: GPX, NMEA 0183, gpsd JSON lines, or CSV whose first row names the "
+             "columns ") +
+         kWantedColumns;
 }
 
 }  // namespace readers

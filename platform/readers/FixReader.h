@@ -92,9 +92,12 @@ class FixReader {
 
 /// Tells the format by the content: a byte order mark, leading blanks, comment lines and, for NMEA, a few damaged lines
 /// before the first sound one do not matter.
-/// @param head  the first bytes of the input; 64 KiB are plenty. The last line may be cut.
+/// @param head  the first bytes of the input, unpacked; 64 KiB are plenty. The last line may be cut.
 /// @return      nullopt when it is none of the formats, or when the bytes do not suffice to tell.
 std::optional<Format> detectFormat(std::string_view head);
+
+/// Says of an input that `detectFormat` can't tell what it seems to be and what to do, as in "is KML, which ...".
+std::string whyUnreadable(std::string_view head);
 
 /// A reader at the start of an input. Never null.
 std::unique_ptr<FixReader> makeReader(Format format);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Text.h"
 
+#include <ZRCore/ZRPrintableText.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -23,10 +25,7 @@ std::string lowerCase(std::string_view text) {
 
 std::string inQuotes(std::string_view text) {
   constexpr std::size_t kMostShown = 40;
-  std::string shown = "\"";
-  for (const char c : text.substr(0, kMostShown)) shown += c >= ' ' && c <= '~' ? c : '?';
-  shown += text.size() > kMostShown ? "...\"" : "\"";
-  return shown;
+  return '"' + ZRPrintableText(text, kMostShown) + '"';
 }
 
 std::optional<double> parseNumber(std::string_view text) {

@@ -20,7 +20,7 @@ std::string_view trimmed(std::string_view text);
 /// With ASCII capitals made small.
 std::string lowerCase(std::string_view text);
 
-/// In quotation marks, shortened, and with everything but printable ASCII replaced: input may hold terminal commands.
+/// In quotation marks, shortened and printable.
 std::string inQuotes(std::string_view text);
 
 /// A decimal number, the whole of the text but for blanks around it. Nothing for NaN, infinities and numbers beyond a

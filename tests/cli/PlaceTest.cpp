@@ -54,11 +54,11 @@ TEST_F(PlaceCommand, NamesFaultsByPositionAndUnknownKeysWhenAsked) {
   const ToolRun run = folder.run({"place", "-", "--verbose"}, file);
   EXPECT_EQ(run.exitCode, 1);
   EXPECT_EQ(linesOf(run.out).size(), 3U);
-  EXPECT_THAT(run.out, HasSubstr("\ta?b??2J, x\t"));
+  EXPECT_THAT(run.out, HasSubstr("\ta\\x09b\\x1B\\xC2\\x9B2J, x\t"));
   EXPECT_EQ(run.err,
             "zrcore: standard input: result 2: is no object\n"
-            "zrcore: standard input: 1 entry was not used: t\n");
-  EXPECT_THAT(folder.run({"place", "-"}, file).err, Not(HasSubstr(": t")));
+            "zrcore: standard input: not used: t\n");
+  EXPECT_EQ(folder.run({"place", "-"}, file).err, "zrcore: standard input: result 2: is no object\n");
 }
 
 TEST_F(PlaceCommand, GoesOnAfterAFileThatCannotBeRead) {

@@ -2,7 +2,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 
+#include <fstream>
+#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "RunTool.h"
@@ -11,6 +14,7 @@ namespace {
 
 using nlohmann::json;
 using testing::HasSubstr;
+using testing::Not;
 
 class Watch : public testing::Test {
  protected:
@@ -59,6 +63,43 @@ TEST_F(Watch, AKillAtAnyMomentLeavesAWholeRecording) {
     const ToolRun read = folder.run({"trip", record, "--json"});
     EXPECT_EQ(read.exitCode, 0) << read.err;
     EXPECT_GE(linesOf(read.out).size(), static_cast<std::size_t>(lines - 1)) << "shown, and not written";
+  }
+}
+
+TEST_F(Watch, ARunWithoutAFixLeavesNoRecording) {
+  const std::string record = folder.path("record.gpx");
+  EXPECT_EQ(folder.run({"watch", "file:" + folder.path("none"), "--record", record}).exitCode, 3);
+  EXPECT_EQ(folder.run({"watch", "file:" + recording(2), "--record", record}).exitCode, 0);
+}
+
+TEST_F(Watch, TheRecordingOutlastsTheReaderOfTheTableAndEndsWithASignal) {
+#ifdef __SANITIZE_THREAD__
+  GTEST_SKIP() << "the sanitizer's runtime (g++ 12) can lose a signal that comes while the program first waits";
+#endif
+  for (const int signal : {SIGTERM, SIGHUP, SIGQUIT}) {
+    const std::string fifo = folder.path("fifo" + std::to_string(signal)), record = fifo + ".gpx";
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    auto output = std::make_unique<ToolPipe>();
+    ToolPipe messages;
+    const pid_t tool =
+        startTool({"watch", "nmea:" + fifo, "--record", record}, {"/dev/null", output->path(), messages.path()});
+    std::ofstream receiver(fifo);
+    const auto fix = [&receiver](const char* time, const char* sum) {
+      receiver << "$GPRMC," << time << ",A,4648.0,N,00724.0,E,10.0,45.0,090526,,,A*" << sum << "\r\n" << std::flush;
+    };
+    fix("093000.00", "53");
+    EXPECT_THAT(output->readLine(), testing::StartsWith("time\t"));
+    output.reset();
+    fix("093001.00", "52");
+    fix("093002.00", "51");
+    std::string said;
+    do {
+      said = messages.readLine();
+    } while (!said.empty() && said.find("standard output is closed") == std::string::npos);
+    EXPECT_THAT(said, Not(testing::IsEmpty()));
+    ::kill(tool, signal);
+    EXPECT_EQ(waitForTool(tool).exitCode, 128 + signal);
+    EXPECT_THAT(folder.run({"trip", record, "--quiet"}).err, HasSubstr(": 2 fixes"));
   }
 }
 

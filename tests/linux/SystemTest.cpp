@@ -66,19 +66,6 @@ TEST(DeviceTest, VersionAndLanguageComeFromTheSystemsFiles) {
   }
 }
 
-TEST(LogTest, NoLineActsOnTheTerminalOrPassesForTwo) {
-  const std::string_view rows[][2] = {
-      {"Grüße\t100 %s", "Grüße\t100 %s"},
-      {"a\nERROR b\r", "a\\x0AERROR b\\x0D"},
-      {"\x1B[2J\x7F", "\\x1B[2J\\x7F"},
-      {std::string_view("a\0b", 3), "a\\x00b"},
-      {"\u009B2J\u2028\u2029", "\\xC2\\x9B2J\\xE2\\x80\\xA8\\xE2\\x80\\xA9"},
-      {"\xFF\xC3", "\\xFF\\xC3"},
-      {"\xC0\xAF\xED\xA0\x80", "\\xC0\\xAF\\xED\\xA0\\x80"},
-  };
-  for (const auto& [text, line] : rows) EXPECT_EQ(printableLine(text), line);
-}
-
 /// A socket on which a journal would listen.
 class Journal {
  public:

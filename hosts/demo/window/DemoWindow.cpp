@@ -198,7 +198,7 @@ void DemoWindow::chooseFor(const std::string& page) {
   const bool isAnswer = page == kPlaces.name;
   GtkFileFilter* const filter =
       isAnswer ? filterFor("Geocoder's answers", {"json", "geojson"})
-               : filterFor("Recordings", {"csv", "gpx", "nmea", "nma", "log", "txt", "json", "jsonl"});
+               : filterFor("Recordings", {"csv", "gpx", "nmea", "nma", "log", "txt", "json", "jsonl", "gz"});
   const std::string target = isAnswer ? kPlaces.name : kTrip.name;
   chooseFile(window_, isAnswer ? "Open an Answer" : "Open a Recording", opened_[target], filter,
              [this, target](const std::string& path) { openFor(target, path); });

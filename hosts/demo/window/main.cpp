@@ -6,6 +6,7 @@
 #include <glib-unix.h>
 
 #include <csignal>
+#include <cstdio>
 #include <filesystem>
 
 #include "DemoWindow.h"
@@ -88,8 +89,14 @@ int main(int argc, char** argv) {
       "org.zrcore.Demo", static_cast<GApplicationFlags>(G_APPLICATION_NON_UNIQUE | G_APPLICATION_HANDLES_OPEN)));
   g_application_add_main_option(G_APPLICATION(application.get()), "print-state", 0, G_OPTION_FLAG_NONE,
                                 G_OPTION_ARG_NONE, "Print a line whenever what is shown has changed", nullptr);
+  g_application_add_main_option(G_APPLICATION(application.get()), "version", 0, G_OPTION_FLAG_NONE, G_OPTION_ARG_NONE,
+                                "Print the version and exit", nullptr);
   demo::connect<int(GApplication*, GVariantDict*)>(
       application.get(), "handle-local-options", [](GApplication*, GVariantDict* given) {
+        if (g_variant_dict_contains(given, "version")) {
+          std::puts("zrcore-demo " ZRCORE_VERSION);
+          return 0;
+        }
         options.printsState = g_variant_dict_contains(given, "print-state");
         return -1;  // go on
       });

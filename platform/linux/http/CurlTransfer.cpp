@@ -16,6 +16,12 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
 }
 
+/// Whether a body of that Content-Encoding is to be unpacked.
+bool isPacked(const std::string& encoding) {
+  const auto is = [&encoding](const char* name) { return curl_strequal(encoding.c_str(), name) != 0; };
+  return is("gzip") || is("x-gzip") || is("deflate");
+}
+
 }  // namespace
 
 CurlTransfer::CurlTransfer(std::shared_ptr<CurlTask> task, Destination asked, const ZRClock& clock,
@@ -54,7 +60,7 @@ void CurlTransfer::configure() {
   // answer, to learn that it does not.
   curl_easy_setopt(easy_.get(), CURLOPT_PIPEWAIT, asked_.scheme == "https" ? 1L : 0L);
   curl_easy_setopt(easy_.get(), CURLOPT_ACCEPT_ENCODING, "gzip, deflate");
-  curl_easy_setopt(easy_.get(), CURLOPT_HTTP_CONTENT_DECODING, 0L);  // BodyUnpacker does that
+  curl_easy_setopt(easy_.get(), CURLOPT_HTTP_CONTENT_DECODING, 0L);  // libcurl 7.88 takes a cut body for a whole one
   curl_easy_setopt(easy_.get(), CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
   // Silence is what we measure, not the time that libcurl gives a connection.
   curl_easy_setopt(easy_.get(), CURLOPT_CONNECTTIMEOUT_MS,
@@ -105,19 +111,19 @@ bool CurlTransfer::takeBody(std::string_view bytes) {
   if (body_.empty() && !unpacker_) {
     const auto isEncoding = [](const auto& field) { return curl_strequal(field.first.c_str(), "content-encoding"); };
     const auto encoding = std::ranges::find_if(headers_, isEncoding);
-    if (encoding != headers_.end() && BodyUnpacker::knows(encoding->second)) unpacker_.emplace();
+    if (encoding != headers_.end() && isPacked(encoding->second)) unpacker_.emplace();
   }
-  auto taken = BodyUnpacker::Taken::good;
+  auto taken = packed::Unpacker::Taken::good;
   if (unpacker_) {
     taken = unpacker_->take(bytes, body_, longestBodyBytes_);
   } else if (body_.size() + bytes.size() > longestBodyBytes_) {
-    taken = BodyUnpacker::Taken::tooLong;
+    taken = packed::Unpacker::Taken::tooLong;
   } else {
     body_.append(bytes);
   }
-  if (taken == BodyUnpacker::Taken::tooLong) stoppedBy_ = TransferEnd::StoppedBy::length;
-  if (taken == BodyUnpacker::Taken::damaged) stoppedBy_ = TransferEnd::StoppedBy::damage;
-  return taken == BodyUnpacker::Taken::good;
+  if (taken == packed::Unpacker::Taken::tooLong) stoppedBy_ = TransferEnd::StoppedBy::length;
+  if (taken == packed::Unpacker::Taken::damaged) stoppedBy_ = TransferEnd::StoppedBy::damage;
+  return taken == packed::Unpacker::Taken::good;
 }
 
 std::size_t CurlTransfer::takeHeaderLine(char* bytes, std::size_t, std::size_t count, void* self) noexcept {

@@ -5,13 +5,14 @@
 #include <ZRCore/NSURLSession.h>
 #include <ZRCore/ZRPlatform.h>
 #include <curl/curl.h>
+#include <packed/Unpacker.h>
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "http/BodyUnpacker.h"
 #include "http/CurlTask.h"
 #include "http/IdleLimit.h"
 #include "http/TransferFault.h"
@@ -69,8 +70,8 @@ class CurlTransfer {
   std::uint64_t headerBytes_ = 0;
   TransferEnd::StoppedBy stoppedBy_ = TransferEnd::StoppedBy::nobody;
   NSData body_;
-  std::optional<BodyUnpacker> unpacker_;  ///< of a packed body, from its first byte on
-  ZRHTTPHeaders headers_;                 ///< of the last answer so far
+  std::optional<packed::Unpacker> unpacker_;  ///< of a packed body, from its first byte on
+  ZRHTTPHeaders headers_;                     ///< of the last answer so far
 };
 
 #endif

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "http/TransferFault.h"
 
+#include <ZRCore/ZRPrintableText.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -107,7 +109,8 @@ Destination destinationOf(const std::string& address) {
 }
 
 NSError transferFault(const TransferEnd& end) {
-  const std::string& host = end.destination.host.empty() ? "the host" : end.destination.host;
+  const std::string host =
+      end.destination.host.empty() ? "the host" : ZRPrintableText(end.destination.host, ZRLongestExcerpt);
   if (end.stoppedBy == TransferEnd::StoppedBy::silence) {
     return fault(NSURLErrorTimedOut, host + " sent nothing for " + numberText(end.silenceSeconds) +
                                          " seconds: try again later, or give the request more time.");
@@ -123,7 +126,7 @@ NSError transferFault(const TransferEnd& end) {
   }
   const Verdict verdict = verdictOf(end);
   std::string text = verdict.before + host + verdict.after;
-  if (!end.detail.empty()) text += " (" + end.detail + ")";
+  if (!end.detail.empty()) text += " (" + ZRPrintableText(end.detail, ZRLongestExcerpt) + ")";
   return fault(verdict.code, std::move(text));
 }
 
@@ -141,7 +144,8 @@ std::optional<NSError> requestFault(const NSMutableURLRequest& request, const De
   }
   for (const auto& [name, value] : request.HTTPHeaders) {
     if (!isToken(name) || value.find_first_of(std::string_view("\r\n\0", 3)) != std::string::npos) {
-      return fault(NSURLErrorBadURL, "A header field of the request to " + destination.host +
+      return fault(NSURLErrorBadURL, "A header field of the request to " +
+                                         ZRPrintableText(destination.host, ZRLongestExcerpt) +
                                          " cannot be sent: remove line breaks and odd characters from it.");
     }
   }

@@ -9,14 +9,10 @@
 #include <string>
 #include <string_view>
 
-/// `text` as one line that does nothing to a terminal and cannot pass for two: control characters, line separators and
-/// bytes that are not UTF-8 become "\xHH" for each of their bytes. Tabs stay.
-std::string printableLine(std::string_view text);
-
 /// Whether the standard error stream leads to the journal, as the service manager tells in JOURNAL_STREAM.
 bool isStandardErrorTheJournal();
 
-/// Writes lines to the standard error stream, or to the journal, as datagrams of its own protocol; those that it does
+/// Writes lines, made printable, to the standard error stream, or to the journal, as datagrams of its own protocol; those that it does
 /// not take go to the standard error stream.
 class LinuxLog final : public ZRLog {
  public:

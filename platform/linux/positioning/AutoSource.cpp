@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "positioning/AutoSource.h"
 
+#include <ZRCore/ZRPrintableText.h>
+#include <policy/PositioningSource.h>
+
 #include <utility>
 
 using policy::PositioningFault;
@@ -9,7 +12,7 @@ AutoSource::AutoSource(Loop& loop, std::vector<Make> candidates) : loop_(loop), 
 
 AutoSource::~AutoSource() { AutoSource::stop(); }
 
-std::string AutoSource::name() const { return isChosen_ && source_ ? source_->name() : "auto"; }
+std::string AutoSource::name() const { return isChosen_ && source_ ? source_->name() : policy::kNameOfAutomatic; }
 
 void AutoSource::start(PositionSourceListener& listener) {
   listener_ = &listener;
@@ -46,7 +49,7 @@ void AutoSource::sourceFails(PositioningFault fault, const std::string& detail) 
     return;
   }
   if (!failures_.empty()) failures_ += "; ";
-  failures_ += source_->name() + ": " + detail;
+  failures_ += source_->name() + ": " + ZRPrintableText(detail, ZRLongestExcerpt);
   source_->stop();
   if (tried_ < candidates_.size()) {
     next_ = loop_.after(0.0, [this] { tryNext(); });

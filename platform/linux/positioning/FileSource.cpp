@@ -13,7 +13,7 @@ using policy::PositioningFault;
 
 namespace {
 
-/// Enough to tell the format by, and little enough to keep the loop going.
+/// Enough to tell the format by, unpacked, and little enough to keep the loop going.
 constexpr std::size_t kReadBytes = std::size_t{64} * 1024;
 
 }  // namespace
@@ -41,7 +41,12 @@ void FileSource::open() {
   file_ = Descriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   if (!file_.isOpen()) return fail(PositioningFault::badSource, std::strerror(errno));
   const auto self = shared_from_this();
-  if (!readMore()) return;
+  unpacking_.emplace();
+  piece_.clear();
+  reader_.reset();
+  while (!reader_) {
+    if (!readMore()) return;
+  }
   listener_->sourceAnswers();
   if (listener_ != nullptr) next();
 }
@@ -54,27 +59,42 @@ bool FileSource::readMore() {
     return false;
   }
   std::array<char, kReadBytes> bytes;
-  const ssize_t count = ::read(file_.number(), bytes.data(), bytes.size());
+  const ssize_t count = ::read(file_.number(), bytes.data(), unpacking_->nextBytes(kReadBytes));
   if (count < 0) {
     fail(PositioningFault::badSource, std::strerror(errno));
     return false;
   }
-  const std::string_view piece(bytes.data(), static_cast<std::size_t>(count));
-  if (!reader_) {
-    const auto format = readers::detectFormat(piece);
-    if (!format) {
-      fail(PositioningFault::badSource, "it is neither GPX, NMEA 0183, gpsd JSON lines nor CSV with a header");
-      return false;
-    }
-    reader_ = std::make_unique<policy::LiveReader>(*format);
+  std::string damage;
+  if (!unpacking_->feed({bytes.data(), static_cast<std::size_t>(count)}, piece_)) {
+    damage = "the gzip file is damaged";
+  } else if (count == 0 && !unpacking_->isWhole()) {
+    damage = "the gzip file breaks off";
   }
-  const policy::LiveEvents events = count > 0 ? reader_->feed(piece) : reader_->finish();
+  const bool isLast = count == 0 || !damage.empty();
+  if (isLast) file_.close();
+  if (!reader_ && !makeReader(isLast)) return listener_ != nullptr;
+  if (!piece_.empty()) tell(reader_->feed(std::exchange(piece_, {})));
+  if (isLast) tell(reader_->finish());
+  if (!damage.empty() && listener_ != nullptr) listener_->sourceSays(damage);
+  return listener_ != nullptr;
+}
+
+/// False when the recording's format can't be told yet; or never, which is reported.
+bool FileSource::makeReader(bool isLast) {
+  if (!isLast && piece_.size() < kReadBytes) return false;
+  if (const auto format = readers::detectFormat(piece_)) {
+    reader_ = std::make_unique<policy::LiveReader>(*format);
+  } else {
+    fail(PositioningFault::badSource, piece_.empty() ? "it is empty" : "it " + readers::whyUnreadable(piece_));
+  }
+  return reader_ != nullptr;
+}
+
+void FileSource::tell(const policy::LiveEvents& events) {
   waiting_.insert(waiting_.end(), events.fixes.begin(), events.fixes.end());
-  if (count == 0) file_.close();
   for (const auto& remark : events.remarks) {
     if (listener_ != nullptr) listener_->sourceSays(remark);
   }
-  return listener_ != nullptr;
 }
 
 /// Tells what is due and waits for the rest.

@@ -2,19 +2,21 @@
 #ifndef ZRCORE_LINUX_FILESOURCE_H
 #define ZRCORE_LINUX_FILESOURCE_H
 
+#include <packed/MaybeGzip.h>
 #include <policy/LiveReader.h>
 #include <policy/ReplayPace.h>
 
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "loop/Loop.h"
 #include "positioning/Connector.h"
 #include "positioning/PositionSource.h"
 
-/// A recording as a source: each fix is told when as much time has passed since the first one as when it was recorded.
+/// A recording, packed by gzip or not, as a source: each fix is told when as much time has passed since the first one as when it was recorded.
 class FileSource final : public PositionSource, public std::enable_shared_from_this<FileSource> {
  public:
   /// @param monotonicSeconds  a clock that never goes back
@@ -28,6 +30,8 @@ class FileSource final : public PositionSource, public std::enable_shared_from_t
  private:
   void open();
   bool readMore();
+  bool makeReader(bool isLast);
+  void tell(const policy::LiveEvents& events);
   void next();
   void fail(policy::PositioningFault fault, const std::string& detail);
 
@@ -36,7 +40,9 @@ class FileSource final : public PositionSource, public std::enable_shared_from_t
   std::function<double()> monotonicSeconds_;
   PositionSourceListener* listener_ = nullptr;  ///< null: not running
   Descriptor file_;
-  std::unique_ptr<policy::LiveReader> reader_;
+  std::optional<packed::MaybeGzip> unpacking_;
+  std::string piece_;                           ///< unpacked, and not yet read
+  std::unique_ptr<policy::LiveReader> reader_;  ///< null until the format is told
   policy::ReplayPace pace_{1.0};
   std::optional<double> startSeconds_;  ///< when the first fix was told
   std::deque<ZRPositionFix> waiting_;   ///< read, and not due yet

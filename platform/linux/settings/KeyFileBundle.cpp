@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "settings/KeyFileBundle.h"
 
+#include <ZRCore/ZRPrintableText.h>
 #include <dlfcn.h>
 #include <glib.h>
 #include <libintl.h>
@@ -37,7 +38,7 @@ void KeyFileBundle::readInformation(ZRLog& log) {
     log.writeLine(
         "ZRCore: what the application says about itself cannot be read, so that it goes without identifier, "
         "version and key: \"" +
-        places_.informationFile + "\": " + error->message);
+        places_.informationFile + "\": " + ZRPrintableText(error->message, ZRLongestExcerpt));
     return;
   }
   for (char** key = keys; *key; ++key) {

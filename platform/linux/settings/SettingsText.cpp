@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "settings/SettingsText.h"
 
+#include <ZRCore/ZRPrintableText.h>
 #include <glib.h>
 
 #include <optional>
@@ -48,10 +49,10 @@ std::variant<Settings, SettingsDamage> settingsFromText(std::string_view text) {
   g_autoptr(GError) error = nullptr;
   if (text.find('\0') != text.npos) return SettingsDamage{"it has bytes of zero"};
   if (!g_key_file_load_from_data(file, text.data(), text.size(), G_KEY_FILE_NONE, &error)) {
-    return SettingsDamage{error->message};
+    return SettingsDamage{ZRPrintableText(error->message, ZRLongestExcerpt)};
   }
   g_auto(GStrv) keys = g_key_file_get_keys(file, defaultsGroup, nullptr, &error);
-  if (!keys) return SettingsDamage{error->message};
+  if (!keys) return SettingsDamage{ZRPrintableText(error->message, ZRLongestExcerpt)};
   if (!g_key_file_has_group(file, endGroup)) return SettingsDamage{"its end is missing"};
   Settings settings;
   for (char** key = keys; *key; ++key) {

@@ -1,21 +1,38 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sound/SoundFile.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cmath>
+#include <cstring>
 #include <utility>
 
 ZRSoundFile::~ZRSoundFile() = default;
 
 std::shared_ptr<ZRSoundFile> ZRSoundFile::create(const std::string& path, std::string& fault) {
+  const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (descriptor < 0) {
+    fault = std::string("the sound file cannot be opened: ") + std::strerror(errno);
+    return nullptr;
+  }
+  auto file = createIn(descriptor, fault);
+  ::close(descriptor);
+  return file;
+}
+
+std::shared_ptr<ZRSoundFile> ZRSoundFile::createIn(int descriptor, std::string& fault) {
   SF_INFO info{};
   info.samplerate = static_cast<int>(SoundFile::kSamplesPerSecond);
   info.channels = 1;
   info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-  SNDFILE* const file = ::sf_open(path.c_str(), SFM_WRITE, &info);
+  const int own = ::fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
+  SNDFILE* const file = own < 0 ? nullptr : ::sf_open_fd(own, SFM_WRITE, &info, SF_TRUE);
   if (file == nullptr) {
-    fault = ::sf_strerror(nullptr);
+    fault = own < 0 ? std::strerror(errno) : ::sf_strerror(nullptr);
     return nullptr;
   }
   ::sf_command(file, SFC_SET_UPDATE_HEADER_AUTO, nullptr, SF_TRUE);  // readable also if this process dies

@@ -72,6 +72,8 @@ TEST(FaultLatchRule, AnErrorSaysWhichSourceWhatIsWrongAndWhatToDo) {
   EXPECT_EQ(denied.userInfo.at(ZRPositioningSourceKey), "GeoClue");
   EXPECT_THAT(denied.localizedDescription(), testing::MatchesRegex("GeoClue does not.*settings \\(not you\\)"));
   EXPECT_EQ(errorOf(PositioningFault::lost, "x", "").code, 0);
+  EXPECT_THAT(errorOf(PositioningFault::noDaemon, "auto", "gpsd: none; GeoClue: none").localizedDescription(),
+              testing::MatchesRegex("no source of positions answers; start .*\\(gpsd: none; GeoClue: none\\)"));
 }
 
 TEST(GeoClueValues, WhatIsUnknownThereIsUnknownHere) {

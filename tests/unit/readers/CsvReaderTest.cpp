@@ -32,6 +32,24 @@ TEST(CsvReader, FindsColumnsByNameInAnyOrder) {
                sparse.speedMetersPerSecond || sparse.courseDegrees);
 }
 
+TEST(CsvReader, ReadsTheDialectsThatSpreadsheetsAndOtherToolsWrite) {
+  for (const std::string input :
+       {"time,Latitude,LONGITUDE,speed\n1662854400,50.5,-7.25,1.5\n", "lng;lat;time;speed\n-7.25;50.5;1662854400;1.5\n",
+        "lon\tlatitude\ttime\tspeed\n-7.25\t50.5\t1662854400\t1.5\n",
+        "longitude;latitude;time;speed\n-7,25;50,5;2022-09-11T00:00:00,0Z;1,5\n",
+        "speed;\"note; of, words\";lon;lat;time\n\"1,5\";a,b;-7.25;50,5;1662854400\n"}) {
+    SCOPED_TRACE(input);
+    const auto events = readCsv(input);
+    EXPECT_TRUE(events.faults.empty() && events.warnings.empty());
+    ASSERT_EQ(events.fixes.size(), 1u);
+    EXPECT_EQ(events.fixes[0].coordinate.latitude, 50.5);
+    EXPECT_EQ(events.fixes[0].coordinate.longitude, -7.25);
+    EXPECT_EQ(events.fixes[0].secondsSince1970, 1662854400.0);
+    EXPECT_EQ(events.fixes[0].speedMetersPerSecond, 1.5);
+  }
+  EXPECT_EQ(readCsv("lat;lon\n1,234.5;7\n").faults.size(), 1u) << "no decimal comma";
+}
+
 TEST(CsvReader, ARowThatCannotBeReadIsDroppedAndTheOthersAreKept) {
   for (const std::string row :
        {"2022-09-11T00:00:00Z,north,7", "2022-09-11T00:00:00Z,,7", "2022-09-11T00:00:00Z,91,7",
@@ -66,10 +84,11 @@ TEST(CsvReader, TimesThatGoBackwardsAreKeptWithAWarning) {
 }
 
 TEST(CsvReader, WithoutTheTwoColumnsThereIsOneFaultAndNoFlood) {
-  const auto events = readCsv("time,latitude,longitude\n0,1,2\n1,1,2\n");
+  const auto events = readCsv("time,y,x\n0,1,2\n1,1,2\n");
   EXPECT_TRUE(events.fixes.empty());
   ASSERT_EQ(events.faults.size(), 1u);
   EXPECT_EQ(events.faults[0].line, 1u);
+  EXPECT_NE(events.faults[0].text.find("lat and lon (or latitude"), std::string::npos);
 }
 
 TEST(CsvReader, AnOpenQuotationMarkSwallowsABoundedPartOfTheFile) {

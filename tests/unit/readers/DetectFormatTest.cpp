@@ -28,6 +28,8 @@ TEST(DetectFormat, TellsByTheContent) {
       {"[{\"place_id\":1}]\n", std::nullopt},
       {"# drive\ntime,LAT,\"lon\"\n", Format::csv},
       {"lat,lon", Format::csv},
+      {"\"Latitude\";lng;time\n", Format::csv},
+      {"\tlat\tlongitude\n", Format::csv},
       {"name,value\nlat,lon\n", std::nullopt},
       {"", std::nullopt},
       {std::string(100, '\0'), std::nullopt},
@@ -35,6 +37,23 @@ TEST(DetectFormat, TellsByTheContent) {
   for (const auto& [head, format] : rows) {
     SCOPED_TRACE(head);
     EXPECT_EQ(detectFormat(head), format);
+  }
+}
+
+TEST(DetectFormat, NamesWhatItDoesNotRead) {
+  const std::pair<std::string, const char*> rows[] = {
+      {"<?xml version=\"1.0\"?>\n<kml xmlns=\"http://www.opengis.net/kml/2.2\">", "KML"},
+      {"<TrainingCenterDatabase>", "XML, but no GPX"},
+      {"{\"type\":\"FeatureCollection\",\"features\":[\n", "GeoJSON"},
+      {"PK\x03\x04rest", "zip"},
+      {"BZh91AY&SY", "bzip2"},
+      {"time,x,y\n1,2,3\n", "columns lat and lon"},
+      {"Dear diary,\n", "GPX, NMEA 0183, gpsd JSON lines, or CSV"},
+      {"", "no recording"},
+  };
+  for (const auto& [head, words] : rows) {
+    EXPECT_EQ(detectFormat(head), std::nullopt);
+    EXPECT_NE(whyUnreadable(head).find(words), std::string::npos) << whyUnreadable(head);
   }
 }
 

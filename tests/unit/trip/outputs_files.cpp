@@ -9,6 +9,7 @@
 
 #include "CsvOutput.h"
 #include "GeoJsonOutput.h"
+#include "GpxRecording.h"
 #include "OutputError.h"
 #include "OutputText.h"
 #include "Outputs.h"
@@ -19,8 +20,11 @@ namespace trip {
 namespace {
 
 using nlohmann::json;
-using testing::ElementsAre;
+using testing::AllOf;
+using testing::Each;
+using testing::EndsWith;
 using testing::HasSubstr;
+using testing::IsEmpty;
 using testing::SizeIs;
 using testing::StartsWith;
 
@@ -71,6 +75,7 @@ TEST_F(Csv, BeginsWithTheColumnsOfARecordingAndReadsBackTheSameNumbers) {
   CsvOutput csv(folder / "t.csv", false);
   csv.row(row);
   csv.finish({});
+  csv.commit();
 
   EXPECT_THAT(contentsOf(folder / "t.csv"), StartsWith("time,lat,lon,altitude,accuracy,speed,course,"));
   ASSERT_THAT(read(), SizeIs(1));
@@ -95,6 +100,7 @@ TEST_F(Csv, LeavesCellsOfUnknownValuesEmpty) {
   CsvOutput csv(folder / "t.csv", false);
   csv.row(row);
   csv.finish({});
+  csv.commit();
   ASSERT_THAT(read(), SizeIs(1));
   for (const char* name :
        {"time", "altitude", "accuracy", "speed", "course", "smooth_speed", "snapped_lat", "snapped_lon"}) {
@@ -108,6 +114,7 @@ class GeoJson : public WithFolder {
     GeoJsonOutput output(folder / "t.geojson", true);
     for (const TripRow& row : rows) output.row(row);
     output.finish({});
+    output.commit();
     return json::parse(contentsOf(folder / "t.geojson"));
   }
 };
@@ -184,22 +191,43 @@ class Outputs : public WithFolder {
  protected:
   static void write(const std::filesystem::path& dir, bool force = false) {
     const auto outputs = makeOutputs(dir, force);
-    for (const auto& output : outputs) {
-      for (const TripRow& row : markedSampleTrip()) output->row(row);
-      output->finish({});
-    }
+    for (const TripRow& row : markedSampleTrip()) outputs->row(row);
+    outputs->finish({});
   }
 };
 
 TEST_F(Outputs, AppearUnderTheirNamesOnlyWhenFinishedAndLeaveNothingWhenAbandoned) {
   {
     const auto outputs = makeOutputs(folder, false);
-    for (const auto& output : outputs) output->row(rowAt(1.0, 2.0, 0));
-    for (const std::string& name : names()) EXPECT_THAT(name, HasSubstr(".partial"));
-    outputs[0]->finish({});
-    EXPECT_TRUE(std::filesystem::exists(folder / "trip.csv"));
+    outputs->row(rowAt(1.0, 2.0, 0));
+    EXPECT_THAT(names(), AllOf(SizeIs(5), Each(EndsWith(".partial"))));
   }
-  EXPECT_THAT(names(), ElementsAre("trip.csv"));
+  EXPECT_THAT(names(), IsEmpty());
+}
+
+TEST_F(Outputs, WriteToNoFileThatSomebodyHasPutInTheirWay) {
+  std::ofstream(folder / "victim") << "mine";
+  for (const char* name : {"trip.csv.partial", "trip.csv.tmp"})
+    std::filesystem::create_symlink("victim", folder / name);
+  write(folder);
+  EXPECT_EQ(contentsOf(folder / "victim"), "mine");
+  EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(folder / "trip.csv")));
+
+  std::filesystem::create_symlink("/dev/null", folder / "device");
+  for (const bool force : {true, false}) EXPECT_THROW(CsvOutput(folder / "device", force), OutputError);
+}
+
+TEST_F(Outputs, HoldTheirFolderAgainstASecondRunWhichIsToldWhoHasIt) {
+  const auto first = makeOutputs(folder, false);
+  try {
+    makeOutputs(folder, true);
+    FAIL();
+  } catch (const OutputError& error) {
+    EXPECT_EQ(error.path(), folder);
+    EXPECT_THAT(error.cause(), HasSubstr("process " + std::to_string(::getpid()) + " "));
+  }
+  first->finish({});
+  EXPECT_THAT(names(), SizeIs(5));
 }
 
 TEST_F(Outputs, AreMadeInANewFolderAndAreTheSameBytesEachTime) {
@@ -234,7 +262,8 @@ TEST_F(Outputs, RefuseToReplaceAnyFileBeforeTheyWriteAnything) {
 TEST_F(Outputs, DoNotReplaceAFileThatAppearedMeanwhile) {
   CsvOutput csv(folder / "t.csv", false);
   std::ofstream(folder / "t.csv") << "mine";
-  EXPECT_THROW(csv.finish({}), OutputError);
+  csv.finish({});
+  EXPECT_THROW(csv.commit(), OutputError);
   EXPECT_EQ(contentsOf(folder / "t.csv"), "mine");
 }
 
@@ -250,20 +279,77 @@ TEST_F(Outputs, SayWhichFolderCannotBeUsed) {
   }
 }
 
+/// Files of this process end after so many bytes, as on a full disk, while the object lives.
+class FileLimit {
+ public:
+  explicit FileLimit(rlim_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    getrlimit(RLIMIT_FSIZE, &old_);
+    const rlimit small{bytes, old_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~FileLimit() {
+    setrlimit(RLIMIT_FSIZE, &old_);
+    std::signal(SIGXFSZ, oldHandler_);
+  }
+
+ private:
+  rlimit old_{};
+  sighandler_t oldHandler_;
+};
+
 TEST_F(Outputs, ReportAFullDiskWhereverItIsMetAndLeaveNoHalfFile) {
-  const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-  rlimit old{};
-  getrlimit(RLIMIT_FSIZE, &old);
-  const rlimit small{20000, old.rlim_max};  // stands in for the full disk: the same failing write
-  setrlimit(RLIMIT_FSIZE, &small);
-  EXPECT_THROW(write(folder), OutputError);  // the table alone needs some 70 kB
-  const rlimit tiny{100, old.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &tiny);
+  {
+    const FileLimit limit(20000);
+    EXPECT_THROW(write(folder), OutputError);  // the table alone needs some 70 kB
+    EXPECT_THAT(names(), IsEmpty());
+  }
+  const FileLimit limit(100);
   SummaryOutput summary(folder / "s.json", false);
   EXPECT_THROW(summary.finish({}), OutputError);  // fits into the buffer: only the last flush meets the limit
-  setrlimit(RLIMIT_FSIZE, &old);
-  std::signal(SIGXFSZ, oldHandler);
-  EXPECT_THAT(names(), ElementsAre("s.json.partial"));  // its output still lives
+  EXPECT_FALSE(std::filesystem::exists(folder / "s.json"));
+}
+
+TEST_F(Outputs, WithoutOneOfThemAreWholeButHaveNoSummaryNotEvenAnOldOne) {
+  write(folder);
+  const auto outputs = makeOutputs(folder, true);
+  outputs->row(rowAt(1.0, 2.0, 0));
+  const FileLimit limit(10000);  // too small for the pictures
+  EXPECT_THROW(outputs->finish({}), OutputError);
+  EXPECT_FALSE(std::filesystem::exists(folder / "summary.json"));
+  EXPECT_TRUE(json::accept(contentsOf(folder / "trip.geojson")));
+  EXPECT_LT(contentsOf(folder / "trip.csv").size(), 1000u);
+}
+
+TEST_F(Outputs, TellWhileTheyStillHaveRoomForAWholeRowAndTheirEnd) {
+  const FileLimit limit(50000);
+  const auto outputs = makeOutputs(folder / "new", false);
+  GpxRecording gpx(folder / "t.gpx", false);
+  EXPECT_FALSE(std::filesystem::exists(folder / "t.gpx")) << "there is no fix yet";
+  std::vector<std::pair<TripOutput*, const char*>> all{{outputs.get(), "new/trip.geojson"}, {&gpx, "t.gpx"}};
+  for (const auto& [output, name] : all) {
+    int rows = 0;
+    for (; output->hasRoom(); ++rows)
+      output->row(rowAt(1.0 / 3.0, 1.0 / 7.0 + rows / 1e6, static_cast<std::uint64_t>(rows)));
+    EXPECT_GT(rows, 50);
+    try {
+      output->finish({});
+    } catch (const OutputError& error) {
+      EXPECT_EQ(error.path().stem(), "trip");  // one of the pictures may be longer, and the summary waits for them
+      EXPECT_NE(error.path().extension(), ".geojson");
+    }
+    EXPECT_LE(std::filesystem::file_size(folder / name), 50000u);
+  }
+  EXPECT_TRUE(json::accept(contentsOf(folder / "new/trip.geojson")));
+  EXPECT_THAT(contentsOf(folder / "t.gpx"), HasSubstr("</gpx>"));
+}
+
+TEST(OutputErrors, OfAPathAreNotThoseOfRoomAndRights) {
+  for (const int number : {ENOENT, ENOTDIR, EISDIR, ENAMETOOLONG}) {
+    EXPECT_TRUE(OutputError::ofSystem("x", number).isOfPath()) << number;
+  }
+  for (const int number : {EACCES, EPERM, EROFS, ENOSPC, EIO}) {
+    EXPECT_FALSE(OutputError::ofSystem("x", number).isOfPath()) << number;
+  }
 }
 
 }  // namespace

@@ -113,6 +113,7 @@ TEST_F(Replay, TheRealServiceShowsInTheRows) {
     listener = {};
     listener.output = &output;
     output.finish(replay(drive, pipeline));
+    output.commit();
     return textOf(folder / name);
   };
   ManagerPipeline real({.filtersMeasuredValues = true, .route = {}});

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <set>
+#include <sstream>
 
 namespace {
 
@@ -59,6 +61,15 @@ TEST(TripTable, ShowsTheNewestRowsThatFitWithRawAndSmoothedValues) {
   EXPECT_THAT(lines[1], HasSubstr("09:30:06"));
   EXPECT_THAT(lines[5], testing::MatchesRegex(" 09:30:10 +-46.80715 +-120.42564 +3.9 +264.2 +0.0 +36.0 +18.0 +J +yes"));
   EXPECT_THAT(lines[6], AllOf(HasSubstr("=."), HasSubstr(" 42 %"), HasSubstr("11 fixes, 1 fault")));
+}
+
+TEST(TripTable, NamesEachColumnByItselfAndThoseThatDoNotFit) {
+  const auto title = TripTable().lines({.columns = 80, .rows = 8, .color = false, .unicode = false})[0];
+  std::istringstream words(title);
+  std::set<std::string> names;
+  for (std::string word; words >> word;) EXPECT_TRUE(names.insert(word).second) << word;
+  EXPECT_EQ(TripTable::leftOut(79), "");
+  EXPECT_EQ(TripTable::leftOut(60), "a terminal of 60 columns leaves out ~km/h, mark, stable; 79 show all");
 }
 
 /// A clock that is set by hand.

@@ -1,27 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "http/BodyUnpacker.h"
+#include "Unpacker.h"
 
-#include <algorithm>
 #include <new>
+
+namespace packed {
 
 namespace {
 constexpr int kGzipOrZlib = MAX_WBITS + 32;
 }
 
-bool BodyUnpacker::knows(std::string_view encoding) {
-  const auto is = [encoding](std::string_view name) {
-    return std::ranges::equal(encoding, name, [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + 32 : a) == b; });
-  };
-  return is("gzip") || is("x-gzip") || is("deflate");
-}
-
-BodyUnpacker::BodyUnpacker() {
+Unpacker::Unpacker() {
   if (inflateInit2(&stream_, kGzipOrZlib) != Z_OK) throw std::bad_alloc();
 }
 
-BodyUnpacker::~BodyUnpacker() { inflateEnd(&stream_); }
+Unpacker::~Unpacker() { inflateEnd(&stream_); }
 
-bool BodyUnpacker::startAgainAsBareDeflate(std::string_view packed) {
+bool Unpacker::startAgainAsBareDeflate(std::string_view packed) {
   // Servers have long disagreed on what "deflate" means; what fails at its first bytes is taken as the other kind.
   if (hasUnpacked_) return false;
   hasUnpacked_ = true;
@@ -30,7 +24,7 @@ bool BodyUnpacker::startAgainAsBareDeflate(std::string_view packed) {
   return inflateReset2(&stream_, -MAX_WBITS) == Z_OK;
 }
 
-bool BodyUnpacker::startNextMember() {
+bool Unpacker::startNextMember() {
   // What is packed piece by piece, in parallel for instance, is several members one behind the other (RFC 1952).
   constexpr Bytef memberBegin = 0x1F;
   if (*stream_.next_in != memberBegin) return false;
@@ -38,7 +32,7 @@ bool BodyUnpacker::startNextMember() {
   return inflateReset(&stream_) == Z_OK;
 }
 
-BodyUnpacker::Taken BodyUnpacker::take(std::string_view packed, std::string& body, std::uint64_t longest) {
+Unpacker::Taken Unpacker::take(std::string_view packed, std::string& body, std::uint64_t longest) {
   stream_.next_in = reinterpret_cast<const Bytef*>(packed.data());
   stream_.avail_in = static_cast<uInt>(packed.size());
   while (stream_.avail_in > 0) {
@@ -57,3 +51,5 @@ BodyUnpacker::Taken BodyUnpacker::take(std::string_view packed, std::string& bod
   }
   return Taken::good;
 }
+
+}  // namespace packed

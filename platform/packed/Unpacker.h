@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_LINUX_HTTP_BODYUNPACKER_H
-#define ZRCORE_LINUX_HTTP_BODYUNPACKER_H
+#ifndef ZRCORE_PLATFORM_PACKED_UNPACKER_H
+#define ZRCORE_PLATFORM_PACKED_UNPACKER_H
 
 #define ZLIB_CONST  // input is not written to
 #include <zlib.h>
@@ -9,17 +9,15 @@
 #include <string>
 #include <string_view>
 
-/// Unpacks a body of the encodings gzip and deflate as it comes. In place of libcurl's, which takes a body that ends
-/// too early for a whole one.
-class BodyUnpacker {
- public:
-  /// Whether bodies of that Content-Encoding are to be unpacked.
-  static bool knows(std::string_view encoding);
+namespace packed {
 
-  BodyUnpacker();
-  BodyUnpacker(const BodyUnpacker&) = delete;
-  BodyUnpacker& operator=(const BodyUnpacker&) = delete;
-  ~BodyUnpacker();
+/// Unpacks gzip (RFC 1952) and deflate (RFC 1950 and 1951) as it comes, and tells an end that comes too early.
+class Unpacker {
+ public:
+  Unpacker();
+  Unpacker(const Unpacker&) = delete;
+  Unpacker& operator=(const Unpacker&) = delete;
+  ~Unpacker();
 
   enum class Taken { good, damaged, tooLong };
   /// Appends to `body` what further bytes unpack to, up to a length of `longest` in all.
@@ -36,5 +34,7 @@ class BodyUnpacker {
   bool hasUnpacked_ = false;
   bool isWhole_ = false;
 };
+
+}  // namespace packed
 
 #endif
