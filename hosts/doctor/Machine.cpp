@@ -25,6 +25,7 @@ std::vector<std::unique_ptr<Probe>> probesOfThisMachine() {
   probes.push_back(std::make_unique<GpsdProbe>(gpsd));
   probes.push_back(std::make_unique<ReceiversProbe>());
   probes.push_back(std::make_unique<GeoClueProbe>());
+  probes.push_back(std::make_unique<CertificatesProbe>(certificatesOfThisSystem()));
   probes.push_back(std::make_unique<VoicesProbe>());
   probes.push_back(std::make_unique<SoundProbe>(soundServerOfThisUser()));
   probes.push_back(std::make_unique<VolumesProbe>());

@@ -67,6 +67,19 @@ class GeoClueProbe final : public Probe {
   double answerSeconds_;
 };
 
+/// The certificates by which servers are trusted over https.
+class CertificatesProbe final : public Probe {
+ public:
+  explicit CertificatesProbe(std::filesystem::path file) : file_(std::move(file)) {}
+  Finding look() override;
+
+ private:
+  std::filesystem::path file_;
+};
+
+/// Where libcurl looks for them.
+std::filesystem::path certificatesOfThisSystem();
+
 /// A program that speaks, and its voices.
 class VoicesProbe final : public Probe {
  public:

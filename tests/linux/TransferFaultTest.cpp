@@ -10,6 +10,14 @@ using testing::HasSubstr;
 
 namespace {
 
+TEST(TransferFault, ASystemWithoutCertificatesIsNoServersFault) {
+  const std::string text =
+      transferFault({.code = CURLE_SSL_CACERT_BADFILE, .destination = destinationOf("https://maps.example")})
+          .localizedDescription();
+  EXPECT_THAT(text, HasSubstr("install the package ca-certificates"));
+  EXPECT_THAT(text, Not(HasSubstr("try again")));
+}
+
 TEST(TransferFault, NamesTheFaultsThatNeedAnotherNetwork) {
   struct Row {
     CURLcode code;
@@ -22,6 +30,7 @@ TEST(TransferFault, NamesTheFaultsThatNeedAnotherNetwork) {
                          Row{CURLE_OPERATION_TIMEDOUT, 0, NSURLErrorTimedOut},
                          Row{CURLE_HTTP2_STREAM, 0, NSURLErrorNetworkConnectionLost},
                          Row{CURLE_PEER_FAILED_VERIFICATION, 0, NSURLErrorServerCertificateUntrusted},
+                         Row{CURLE_SSL_CACERT_BADFILE, 0, NSURLErrorSecureConnectionFailed},
                          Row{CURLE_OUT_OF_MEMORY, 0, NSURLErrorUnknown}}) {
     const NSError error = transferFault({.code = row.code,
                                          .systemError = row.systemError,

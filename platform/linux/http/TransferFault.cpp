@@ -57,6 +57,9 @@ Verdict verdictOf(const TransferEnd& end) {
     case CURLE_PEER_FAILED_VERIFICATION:
       return {NSURLErrorServerCertificateUntrusted, "",
               " cannot be trusted: check its name, this system's clock and its certificates."};
+    case CURLE_SSL_CACERT_BADFILE:
+      return {NSURLErrorSecureConnectionFailed, "No secure connection to ",
+              " can be made, for this system has no certificates to judge it by: install the package ca-certificates."};
     case CURLE_SSL_CONNECT_ERROR:
       return {NSURLErrorSecureConnectionFailed, "No secure connection to ",
               " came about: check that the port is one of https."};

@@ -104,6 +104,18 @@ TEST_F(Doctor, ReceiversMustBeReadable) {
   expectFinding(noFolder, State::missing, "none");
 }
 
+TEST_F(Doctor, CertificatesMustBeThereAndBeSome) {
+  const std::string file = folder.at("authorities.crt");
+  CertificatesProbe probe(file);
+  expectFinding(probe, State::missing, file);
+  EXPECT_THAT(probe.look().remedy, HasSubstr("install ca-certificates"));
+  std::ofstream(file) << "nonsense\n";
+  expectFinding(probe, State::broken, "no certificate");
+  const char* const one = "-----BEGIN CERTIFICATE-----\nMA==\n-----END CERTIFICATE-----\n";
+  std::ofstream(file) << one << one;
+  expectFinding(probe, State::usable, "2 certificates");
+}
+
 TEST_F(Doctor, VoicesMustBeListedInTime) {
   const auto look = [&](const std::string& name, State state, const char* detail) {
     SCOPED_TRACE(name);

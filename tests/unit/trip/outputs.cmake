@@ -12,4 +12,5 @@ target_compile_definitions(trip_outputs_test PRIVATE ZR_SAMPLES="${PROJECT_SOURC
 zr_test(
   trip_memory_test
   SOURCES outputs_memory.cpp
-  LIBRARIES zr_trip_outputs)
+  LIBRARIES zr_trip_outputs
+  LONG)
