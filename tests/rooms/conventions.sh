@@ -30,6 +30,10 @@ hits=$(
 )
 [ -n "$hits" ] && breach 'A reader or a policy reaches the system' "$hits"
 
+hits=$(sources platform hosts/doctor | xargs -0 grep -nE '(g_object|g_variant|g_main_context|g_source)_unref\(|g_free\(|g_error_free\(|g_clear_(error|object)\(|[^:A-Za-z]::close\(' |
+  grep -v '^platform/owners/')
+[ -n "$hits" ] && breach 'What has an owner (platform/owners/, g_autoptr) is let go by hand' "$hits"
+
 hits=$(find . -path ./build -prune -o \( -name '*.h' -o -name '*.hpp' \) -print0 | xargs -0 grep -LE '^#ifndef ZR[A-Z0-9_]+$')
 [ -n "$hits" ] && breach 'A header has no guard' "$hits"
 
