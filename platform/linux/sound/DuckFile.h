@@ -2,10 +2,10 @@
 #ifndef ZRCORE_LINUX_SOUND_DUCKFILE_H
 #define ZRCORE_LINUX_SOUND_DUCKFILE_H
 
+#include <owners/FileDescriptor.h>
+
 #include <string>
 #include <vector>
-
-#include "sound/EngineProcess.h"
 
 /// A process's note of what it has lowered, for other processes: those that want to lower the same, and a later one if
 /// this one dies. Each process has a file of its own, locked for as long as it lives: a file that can be locked is a dead

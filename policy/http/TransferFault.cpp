@@ -2,11 +2,11 @@
 #include "http/TransferFault.h"
 
 #include <ZRCore/ZRPrintableText.h>
+#include <text/ASCII.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <memory>
 #include <string_view>
 
 namespace {
@@ -25,42 +25,36 @@ constexpr Verdict kUnsupported{NSURLErrorUnsupportedURL, "",
                                " leads to a protocol that is neither http nor https: check the address."};
 
 Verdict verdictOf(const TransferEnd& end) {
-  switch (end.code) {
-    case CURLE_COULDNT_RESOLVE_HOST:
-    case CURLE_COULDNT_RESOLVE_PROXY:
+  switch (end.failure) {
+    case TransferFailure::hostNotFound:
       return {NSURLErrorCannotFindHost, "", " was not found: check its name and the connection to the network."};
-    case CURLE_COULDNT_CONNECT:
+    case TransferFailure::noConnection:
       if (end.systemError == ENETUNREACH || end.systemError == ENETDOWN) {
         return {NSURLErrorNotConnectedToInternet, "No network leads to ", ": check the connection to the network."};
       }
       return {NSURLErrorCannotConnectToHost, "", " takes no connection: check that its service runs, and the port."};
-    case CURLE_OPERATION_TIMEDOUT:
+    case TransferFailure::tooLate:
       return {NSURLErrorTimedOut, "", " took too long: try again later."};
-    case CURLE_PARTIAL_FILE:
-    case CURLE_RECV_ERROR:
-    case CURLE_SEND_ERROR:
-    case CURLE_GOT_NOTHING:
-    case CURLE_HTTP2:
-    case CURLE_HTTP2_STREAM:
+    case TransferFailure::connectionLost:
       return {NSURLErrorNetworkConnectionLost, "The connection to ",
               " was lost before the answer was whole: try again."};
-    case CURLE_TOO_MANY_REDIRECTS:
+    case TransferFailure::tooManyRedirections:
       return {NSURLErrorHTTPTooManyRedirects, "", " leads from one address to another without end: check the address."};
-    case CURLE_UNSUPPORTED_PROTOCOL:
+    case TransferFailure::unsupportedProtocol:
       // The same code for an answer that is older than HTTP/1.0, which any bytes are.
       if (!end.destination.isHTTP()) return kUnsupported;
       [[fallthrough]];
-    case CURLE_WEIRD_SERVER_REPLY:
+    case TransferFailure::badResponse:
       return {NSURLErrorBadServerResponse, "", " does not answer as HTTP has it: check the address and the port."};
-    case CURLE_URL_MALFORMAT:
+    case TransferFailure::badAddress:
       return {NSURLErrorBadURL, "", " leads to an address that makes no sense: check the address."};
-    case CURLE_PEER_FAILED_VERIFICATION:
+    case TransferFailure::untrustedServer:
       return {NSURLErrorServerCertificateUntrusted, "",
               " cannot be trusted: check its name, this system's clock and its certificates."};
-    case CURLE_SSL_CACERT_BADFILE:
+    case TransferFailure::noCertificates:
       return {NSURLErrorSecureConnectionFailed, "No secure connection to ",
               " can be made, for this system has no certificates to judge it by: install the package ca-certificates."};
-    case CURLE_SSL_CONNECT_ERROR:
+    case TransferFailure::noSecureConnection:
       return {NSURLErrorSecureConnectionFailed, "No secure connection to ",
               " came about: check that the port is one of https."};
     default:
@@ -84,46 +78,32 @@ std::string sizeText(std::uint64_t bytes) {
 bool isToken(std::string_view text) {
   constexpr std::string_view marks = "!#$%&'*+-.^_`|~";
   return !text.empty() && std::ranges::all_of(text, [&](char c) {
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-           marks.find(c) != std::string_view::npos;
+    return text::isAlphanumeric(c) || marks.find(c) != std::string_view::npos;
   });
+}
+
+bool beginsAsHTTP(std::string_view address) {
+  return text::isSameInAnyCase(address.substr(0, 7), "http://") ||
+         text::isSameInAnyCase(address.substr(0, 8), "https://");
 }
 
 }  // namespace
 
 bool Destination::isHTTP() const { return scheme == "http" || scheme == "https"; }
 
-Destination destinationOf(const std::string& address) {
-  const std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> url(curl_url(), curl_url_cleanup);
-  if (!url || curl_url_set(url.get(), CURLUPART_URL, address.c_str(), CURLU_NON_SUPPORT_SCHEME) != CURLUE_OK) return {};
-  const auto part = [&](CURLUPart which) {
-    char* text = nullptr;
-    if (curl_url_get(url.get(), which, &text, 0) != CURLUE_OK) return std::string();
-    std::string copy(text);
-    curl_free(text);
-    std::ranges::transform(copy, copy.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    return copy;
-  };
-  Destination destination{part(CURLUPART_SCHEME), part(CURLUPART_HOST)};
-  const std::string port = part(CURLUPART_PORT);
-  if (!port.empty()) destination.host += ":" + port;
-  return destination;
-}
-
 NSError transferFault(const TransferEnd& end) {
   const std::string host =
       end.destination.host.empty() ? "the host" : ZRPrintableText(end.destination.host, ZRLongestExcerpt);
-  if (end.stoppedBy == TransferEnd::StoppedBy::silence) {
+  if (end.failure == TransferFailure::silence) {
     return fault(NSURLErrorTimedOut, host + " sent nothing for " + numberText(end.silenceSeconds) +
                                          " seconds: try again later, or give the request more time.");
   }
-  if (end.stoppedBy == TransferEnd::StoppedBy::length) {
+  if (end.failure == TransferFailure::length) {
     return fault(NSURLErrorDataLengthExceedsMaximum,
                  host + " sent more than " + sizeText(end.longestBodyBytes) +
                      ", the most that is taken: ask for less, or raise the platform's limit.");
   }
-  if (end.stoppedBy == TransferEnd::StoppedBy::damage) {
+  if (end.failure == TransferFailure::damage) {
     return fault(NSURLErrorCannotDecodeContentData,
                  host + " sent a body that cannot be unpacked, or not to its end: try again, or tell its operator.");
   }
@@ -136,8 +116,7 @@ NSError transferFault(const TransferEnd& end) {
 std::optional<NSError> requestFault(const NSMutableURLRequest& request, const Destination& destination) {
   if (!request.URL) return fault(NSURLErrorBadURL, "The request has no address: give it one.");
   if (!destination.isHTTP()) {
-    const char* const address = request.URL->absoluteString().c_str();
-    if (curl_strnequal(address, "http://", 7) || curl_strnequal(address, "https://", 8)) {
+    if (beginsAsHTTP(request.URL->absoluteString())) {
       return fault(NSURLErrorBadURL, "The request's address makes no sense: check its host and port.");
     }
     return fault(NSURLErrorUnsupportedURL, "The request's address is none of http or https: check how it begins.");

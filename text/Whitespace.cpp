@@ -24,7 +24,7 @@ constexpr std::size_t kLongestSpace = 3;
 
 }  // namespace
 
-std::string_view trimmed(std::string_view text) noexcept {
+std::string_view text::trimmedOfWhitespace(std::string_view text) noexcept {
   for (std::size_t length = 1; length <= kLongestSpace && length <= text.size();) {
     if (isSpace(text.substr(0, length))) {
       text.remove_prefix(length);

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_UTF8_H
-#define ZRCORE_PLATFORM_UTF8_H
+#ifndef ZRCORE_TEXT_UTF8_H
+#define ZRCORE_TEXT_UTF8_H
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
+
+namespace text {
 
 /// The length of the UTF-8 sequence that `text` begins with; 0 when it begins with none (RFC 3629: no overlong forms,
 /// no surrogates, nothing past U+10FFFF).
@@ -25,5 +28,13 @@ constexpr std::size_t sequenceLength(std::string_view text) {
   }
   return 0;
 }
+
+/// How many characters (code points) the text, UTF-8, has.
+constexpr std::size_t characterCount(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
+}
+
+}  // namespace text
 
 #endif
