@@ -54,7 +54,8 @@ class ZR_EXPORT CLLocation : public NSObject, public NSCoding {
   const ZRPositionFix& fix() const { return fix_; }
 
   /// Great-circle distance to another location.
-  /// @return metres, >= 0, on the sphere of radius `EarthRadius`; altitude is ignored.
+  /// @return metres, >= 0, on the sphere of radius `EarthRadius`; altitude is ignored. NaN when a coordinate of either
+  ///         location is NaN or infinite.
   double distanceFromLocation(const CLLocation& other) const;
 
   /// Writes the values given at construction.

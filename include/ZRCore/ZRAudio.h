@@ -7,13 +7,14 @@
 #include <ZRCore/AVAudioPlayer.h>
 #include <ZRCore/AVAudioSession.h>
 #include <ZRCore/AVSpeechSynthesis.h>
-#include <ZRCore/NSNotificationCenter.h>
 #include <ZRCore/NSObject.h>
 #include <ZRCore/ZRExport.h>
 
 #include <memory>
 #include <string>
 #include <string_view>
+
+struct NSNotification;
 
 /// Posted when an utterance is handed to the synthesizer, the silent one of the session's retry included. Its object is
 /// the utterance (an AVSpeechUtterance).

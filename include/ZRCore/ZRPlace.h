@@ -20,6 +20,9 @@
 /// equality and hash are the object's own; `isEqualToPlace` compares contents. One thread at a time.
 ///
 /// The type is mappable: "GeoAddress" fills the address and "zrID" the identifier.
+///
+/// A subclass overrides `classInfo` with a descriptor whose superclass is `ZRPlace::staticClassInfo()`, so that archives
+/// and mappings know the type, and `copyObject`, or `copy` makes a plain ZRPlace of it.
 class ZR_EXPORT ZRPlace : public NSObject,
                           public NSCoding,
                           public ZRAnnotation,
@@ -38,8 +41,8 @@ class ZR_EXPORT ZRPlace : public NSObject,
   static std::shared_ptr<ZRPlace> placeFromGeoAddress(std::shared_ptr<ZRGeoAddress> address);
   static std::shared_ptr<ZRPlace> placeFromGeoAddressDict(const ZROHMDictionary& dictionary);
 
-  /// Whether the coordinate lies within bounds and neither on the equator nor on the prime meridian: a zero stands for
-  /// a missing value. On purpose.
+  /// Whether the coordinate lies within bounds and neither on the equator nor on the prime meridian: in either field a
+  /// zero stands for a missing value.
   static bool coordinateIsValid(CLLocationCoordinate2D coordinate);
 
   /// Makes the type mappable with its tables, as the first use of its descriptor does too.

@@ -103,6 +103,10 @@ static void rectangles(void) {
       1.5, 10.0, 1.0));
   EXPECT(rectIs(ZRMBR(corners, 2), 1.0, 2.0, 3.0, 4.0));
   EXPECT(distanceBetweenPoints(corners[0], corners[1]) == 5.0);
+  EXPECT(ZRMapRectIsNull(ZRMapRectNull) && !ZRMapRectIsNull(a));
+  EXPECT(ZRMapPointEqualToPoint(corners[0], corners[0]) && !ZRMapPointEqualToPoint(corners[0], corners[1]));
+  EXPECT(ZRMapRectEqualToRect(a, a) && !ZRMapRectEqualToRect(a, b));
+  EXPECT(ZRCoordinateRegionEqualToRegion(ZRCoordinateRegionNull, ZRCoordinateRegionForMapRect(ZRMapRectNull)));
 }
 
 static void batches(void) {

@@ -2,10 +2,8 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <cstdio>
 
-#include "LivePositioning.h"
-#include "StreamPeer.h"
+#include "GpsdPeer.h"
 #include "positioning/AutoSource.h"
 #include "positioning/LinuxLocationManager.h"
 #include "positioning/StreamSource.h"
@@ -16,34 +14,7 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr const char* kGreeting =
-    "{\"class\":\"VERSION\",\"release\":\"3.22\",\"proto_major\":3,\"proto_minor\":14}\n"
-    "{\"class\":\"DEVICES\",\"devices\":[{\"class\":\"DEVICE\",\"path\":\"/dev/pts/0\"}]}\n";
-
-/// A report with all that a daemon can say.
-std::string report(int second, const char* more = ",\"track\":90,\"speed\":13.9") {
-  char text[300];
-  std::snprintf(text, sizeof text,
-                "{\"class\":\"TPV\",\"mode\":3,\"time\":\"2026-05-09T%02d:%02d:%02d.000Z\",\"lat\":%.6f,\"lon\":13.4,"
-                "\"altMSL\":34,\"epv\":25.5,\"eph\":19%s}\n",
-                second / 3600, second / 60 % 60, second % 60, second * 1e-4, more);
-  return text;
-}
-
-class GpsdSource : public LivePositioning {
- protected:
-  void begin(double silenceSeconds = 10) {
-    install({.source = "gpsd:" + folder.at("gpsd"), .silenceSeconds = silenceSeconds});
-    client = startClient();
-  }
-  void greet(int connection = 1) {
-    runUntil([&] { return peer.connections == connection; });
-    peer.say(kGreeting);
-  }
-
-  StreamPeer peer{*loop, folder.at("gpsd")};
-  std::shared_ptr<Client> client;
-};
+class GpsdSource : public WithGpsdPeer {};
 
 TEST_F(GpsdSource, AFullReportIsToldAtOnceAndAThinOneAfterAQuietMoment) {
   begin();
@@ -205,47 +176,6 @@ TEST_F(GpsdSource, AThousandClientsMayStartAndStopInsideADelegate) {
   const std::size_t before = fixesOf(*client);
   runUntil([&] { return fixesOf(*client) == before + 1; });
   EXPECT_THAT(client->errors, IsEmpty());
-}
-
-#ifdef NDEBUG
-long residentKilobytes() {
-  long size = 0, resident = 0;
-  std::FILE* const file = std::fopen("/proc/self/statm", "r");
-  if (std::fscanf(file, "%ld %ld", &size, &resident) != 2) resident = 0;
-  std::fclose(file);
-  return resident * (::sysconf(_SC_PAGESIZE) / 1024);
-}
-#endif
-
-TEST_F(GpsdSource, ADayAtFullSpeedLeavesNothingBehind) {
-#ifndef NDEBUG
-  GTEST_SKIP() << "sanitizers and debug libraries keep what is freed";
-#else
-  begin();
-  greet();
-  struct Counter final : ZRDidUpdateLocations {
-    void locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLocations& locations) override {
-      count += locations.size();
-    }
-    std::size_t count = 0;
-  };
-  const auto counter = std::make_shared<Counter>();
-  managers[0]->setDelegate(counter);
-  constexpr int kSeconds = 86400;
-  long early = 0;
-  std::string waiting;
-  for (int second = 0; second < kSeconds || !waiting.empty();) {
-    for (; waiting.size() < 60000 && second < kSeconds; ++second) waiting += report(second, "") + report(second);
-    waiting.erase(0, peer.saySome(waiting));
-    runWhatIsReady();
-    if (early == 0 && second > kSeconds / 10) early = residentKilobytes();
-  }
-  runUntil([&] { return counter->count == kSeconds; });
-  const long late = residentKilobytes();
-  RecordProperty("kilobytesAfterATenth", static_cast<int>(early));
-  RecordProperty("kilobytesAtTheEnd", static_cast<int>(late));
-  EXPECT_LE(late - early, 256) << early << " kB after a tenth of the day, " << late << " kB at its end";
-#endif
 }
 
 }  // namespace

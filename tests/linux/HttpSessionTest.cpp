@@ -246,7 +246,9 @@ TEST_F(HttpSession, ReachesExactlyOneCallbackWhateverTheServerDoes) {
 TEST_F(HttpSession, SendsTheRequestAsItStandsAndKeepsTheConnection) {
   server.on("/", Server::answering(200, "ok"));
   const auto url = NSURL::URLWithString(server.url("/?a=%20"));
-  outcomeOf({.URL = url, .HTTPMethod = "POST", .HTTPHeaders = {{"X-Key", "1"}, {"X-Empty", ""}}, .HTTPBody = "a\0b"});
+  const std::string zeroWithin("a\0b", 3);
+  outcomeOf(
+      {.URL = url, .HTTPMethod = "POST", .HTTPHeaders = {{"X-Key", "1"}, {"X-Empty", ""}}, .HTTPBody = zeroWithin});
   outcomeOf({.URL = url, .HTTPMethod = "PUT", .HTTPBody = std::string(3 << 20, 'p')});
   outcomeOf({.URL = url, .HTTPMethod = "DELETE"});
   outcomeOf({.URL = url, .HTTPMethod = "POST"});
@@ -257,7 +259,7 @@ TEST_F(HttpSession, SendsTheRequestAsItStandsAndKeepsTheConnection) {
   EXPECT_EQ(requests[0].target, "/?a=%20");
   EXPECT_EQ(requests[0].header("x-key"), "1");
   EXPECT_THAT(requests[0].headers, testing::Contains(Pair("x-empty", "")));
-  EXPECT_EQ(requests[0].body, "a");
+  EXPECT_EQ(requests[0].body, zeroWithin);
   EXPECT_EQ(requests[1].method, "PUT");
   EXPECT_EQ(requests[1].body.size(), 3U << 20);
   EXPECT_EQ(requests[2].method, "DELETE");

@@ -18,7 +18,7 @@ hits=$(sources geometry mapping location load services model audio browser inclu
   xargs -0 grep -nE '^ *# *(if|ifdef|elif).*(__linux__|__APPLE__|_WIN32|__unix__|__ANDROID__)')
 [ -n "$hits" ] && breach 'The operating system is asked for outside platform/' "$hits"
 
-hits=$(find . -path ./build -prune -o \( -name '*.h' -o -name '*.hpp' \) -print0 | xargs -0 grep -LE '^#ifndef ZR[A-Z_]+$')
+hits=$(find . -path ./build -prune -o \( -name '*.h' -o -name '*.hpp' \) -print0 | xargs -0 grep -LE '^#ifndef ZR[A-Z0-9_]+$')
 [ -n "$hits" ] && breach 'A header has no guard' "$hits"
 
 hits=$(sources . -path ./build -prune -o | xargs -0 awk 'FNR == 1 && !/SPDX-License-Identifier: Apache-2.0/ { print FILENAME }')

@@ -72,6 +72,10 @@ void callEveryGeometryFunction(const GeometryArguments& with, Take&& take) {
   take("coordIsEqualTo", ZRCoordinateUtils::coordIsEqualTo(here, there));
   take("directionWithTurn", geometry::directionWithTurn(here, there));
   take("coordinateAtDistance", geometry::coordinateAtDistance(here, amount * 1e6, there));
+  take("ZRMapRectIsNull", ZRMapRectIsNull(rect));
+  take("ZRMapPointEqualToPoint", ZRMapPointEqualToPoint(point, otherPoint));
+  take("ZRMapRectEqualToRect", ZRMapRectEqualToRect(rect, otherRect));
+  take("ZRCoordinateRegionEqualToRegion", ZRCoordinateRegionEqualToRegion(region, region));
   take("ZRGreatCircleDistance", ZRGreatCircleDistance(here, there));
   take("ZRGroundResolutionAtLatitude", ZRGroundResolutionAtLatitude(here.latitude));
   take("ZRDestinationCoordinate", ZRDestinationCoordinate(here, there.longitude, amount));
