@@ -5,9 +5,7 @@
 
 #include "NullOrigin.h"
 ZRCoordinateRegion ZRCoordinateRegionForMapRect(ZRMapRect rect) noexcept {
-  if (geometry::isNullOrigin(rect)) {
-    return ZRCoordinateRegionNull;
-  }
+  if (geometry::isNullOrigin(rect)) return ZRCoordinateRegionNull;
   const auto [x, y] = rect.origin;
   const auto [width, height] = rect.size;
   const CLLocationCoordinate2D center = ZRCoordinateForMapPoint({x + width * 0.5, y + height * 0.5});

@@ -38,9 +38,7 @@ ZRMapRect ZRMapRectRemainder(ZRMapRect rect) noexcept {
   if (x < geometry::kWorldWidth && right > geometry::kWorldWidth) {
     return {{0.0, y}, {right - geometry::kWorldWidth, height}};
   }
-  if (crossesItsWestEnd(rect)) {
-    return {{geometry::kWorldWidth - std::fabs(x), y}, {std::fabs(x), height}};
-  }
+  if (crossesItsWestEnd(rect)) return {{geometry::kWorldWidth - std::fabs(x), y}, {std::fabs(x), height}};
   if (reachesBackOverItsWestEnd(rect)) {
     const double beyond = std::fabs(width) - x;
     return {{geometry::kWorldWidth - beyond, y}, {beyond, height}};

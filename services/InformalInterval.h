@@ -17,8 +17,8 @@ struct InformalInterval {
 std::optional<InformalInterval> informalInterval(double seconds) noexcept;
 
 /// `format` with the number in place of each "%d", "%i", "%ld", "%li" and "%@" (also written "%1$d" and so on, as
-/// translators do to name an argument), and "%" in place of each "%%". Anything else stays as it is: a translation is the host's text, and no
-/// mistake in it may do harm.
+/// translators do to name an argument), and "%" in place of each "%%". Anything else stays as it is: a translation is
+/// the host's text, and no mistake in it may do harm.
 std::string fillInNumber(std::string_view format, int number);
 
 #endif

@@ -11,7 +11,7 @@
 namespace demo {
 
 /// The address that a person means: blanks around it do not count, and one without a scheme is a secure web page.
-/// @return nullopt for what can't be an address, or is none of the web.
+/// @return nullopt for what cannot be an address, or is none of the web.
 std::optional<NSURL> webAddress(std::string_view typed);
 
 /// Why `typed` is no such address, in a sentence that names it.

@@ -36,8 +36,8 @@ struct FilterEffect {
   };
 
   std::optional<double> topRawSpeed, topSmoothedSpeed;  ///< metres per second
-  /// By how much the course turns from fix to fix, in degrees from 0 to 180, while moving above 1 m/s: the raw one, from
-  /// place to place, and the smoothed one, of the same fixes.
+  /// By how much the course turns from fix to fix, in degrees from 0 to 180, while moving above 1 m/s: the raw one,
+  /// from place to place, and the smoothed one, of the same fixes.
   std::optional<Quantiles> rawTurn, smoothedTurn;
   std::uint64_t turns = 0;  ///< how many they are
 };

@@ -81,7 +81,8 @@ class CommandLine {
               std::function<int()> run);
   /// @param act  called with the name of the subcommand that was asked for, before it runs
   void beforeRun(std::function<void(const std::string& command)> act) { beforeRun_ = std::move(act); }
-  /// Does what is asked for. Help (`help [COMMAND]`, too) and version are printed, and in one line what must be changed.
+  /// Does what is asked for. Help (`help [COMMAND]`, too) and version are printed, and in one line what must be
+  /// changed.
   /// @return the tool's exit code
   int run(int argc, char** argv);
 

@@ -79,10 +79,10 @@ enum class CLActivityType : int { other = 1, automotiveNavigation = 2, fitness =
 
 /// One client's hold on a receiver. A system's adapter, a test double and a trip simulator each derive from it.
 ///
-/// All calls come from one thread, and the manager calls its delegate on that thread. It never calls the delegate inside
-/// `startUpdatingLocation` or `startUpdatingHeading`. A delegate may stop the manager and release its last reference
-/// during a callback (`ZRLocationManager::setTripSimulator` does): a manager that uses its members after a callback
-/// keeps a reference to itself for the duration.
+/// All calls come from one thread, and the manager calls its delegate on that thread. It never calls the delegate
+/// inside `startUpdatingLocation` or `startUpdatingHeading`. A delegate may stop the manager and release its last
+/// reference during a callback (`ZRLocationManager::setTripSimulator` does): a manager that uses its members after a
+/// callback keeps a reference to itself for the duration.
 class ZR_EXPORT CLLocationManager {
  public:
   /// A new manager of the installed platform's receiver, stopped and without a delegate.

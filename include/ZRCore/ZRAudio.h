@@ -20,8 +20,8 @@ struct NSNotification;
 /// the utterance (an AVSpeechUtterance).
 ZR_EXPORT extern const char* const ZRNavRecordingUtteranceNotification;
 
-/// Root of everything that may stand as ZRAudio's delegate; it is held weakly. Deriving from one of the interfaces below
-/// is how a delegate answers that callback.
+/// Root of everything that may stand as ZRAudio's delegate; it is held weakly. Deriving from one of the interfaces
+/// below is how a delegate answers that callback.
 class ZR_EXPORT ZRAudioDelegate {
  public:
   virtual ~ZRAudioDelegate();
@@ -50,9 +50,9 @@ class ZR_EXPORT ZRAudioPlayerDidFinishPlaying : public virtual ZRAudioDelegate {
                                                        bool successfully) = 0;
 };
 
-/// The one owner of spoken output in a process. It speaks texts and plays clips, activates the audio session before, and
-/// deactivates it afterwards only if another application's audio had been playing when the output began: that audio then
-/// comes back at full volume, and otherwise the volume buttons stay bound to this application between prompts.
+/// The one owner of spoken output in a process. It speaks texts and plays clips, activates the audio session before,
+/// and deactivates it afterwards only if another application's audio had been playing when the output began: that audio
+/// then comes back at full volume, and otherwise the volume buttons stay bound to this application between prompts.
 ///
 /// Everything happens on the main thread; no locks are taken. The services are those of the platform in use. The
 /// last owner may let go of the object from inside a callback or a notification.
@@ -111,8 +111,8 @@ class ZR_EXPORT ZRAudio : public NSObject,
   /// Speaks `text` (UTF-8), after what is being spoken or, with `interrupt`, in its place. A clip stops either way.
   /// @param volume  0 to 1.
   void speakTextInterruptVolume(const std::string& text, bool interrupt, float volume);
-  /// Speaks an utterance of the caller's (not null) after what is being spoken. Clips, and the knowledge of other audio,
-  /// stay.
+  /// Speaks an utterance of the caller's (not null) after what is being spoken. Clips, and the knowledge of other
+  /// audio, stay.
   void speakUtterance(const std::shared_ptr<AVSpeechUtterance>& utterance);
   /// Stops all output and plays a clip. Bytes that are no clip play nothing, and nothing is told.
   void playAudioData(std::string_view data);
@@ -130,8 +130,8 @@ class ZR_EXPORT ZRAudio : public NSObject,
 
   /// AVAudioSessionCategoryPlayAndRecord with the hands-free profile, else AVAudioSessionCategoryPlayback.
   std::string audioCategoryForNavigation() const;
-  /// 6 (duck others, allow Bluetooth) with the hands-free profile, else 19 (mix with others, duck others, interrupt spoken
-  /// audio).
+  /// 6 (duck others, allow Bluetooth) with the hands-free profile, else 19 (mix with others, duck others, interrupt
+  /// spoken audio).
   AVAudioSessionCategoryOptions audioOptionsForNavigation() const;
   /// The spelling is part of the interface.
   void startAudioSesssionForNavigation();

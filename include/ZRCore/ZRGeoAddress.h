@@ -104,8 +104,8 @@ class ZR_EXPORT ZRGeoAddress : public NSObject, public NSCoding {
   /// it reads as "sideofstreet" only. On purpose.
   static std::uint64_t geoQualityForString(std::string_view text);
 
-  /// The map zoom level that suits the quality: 16 for levels 1 and 2, 15 for 3 and 4, 11 for 5 to 8, 5 for 9, and 15 for
-  /// 0 and all others.
+  /// The map zoom level that suits the quality: 16 for levels 1 and 2, 15 for 3 and 4, 11 for 5 to 8, 5 for 9, and 15
+  /// for 0 and all others.
   std::uint64_t zoomLevelForGeoQuality() const;
 
   /// False for exactly (0, 0), which means "not set"; else `CLLocationCoordinate2DIsValid`.
@@ -115,15 +115,15 @@ class ZR_EXPORT ZRGeoAddress : public NSObject, public NSCoding {
   std::optional<ZROHMDictionary> coordinateForDictionaryRespresentation() const;
 
   /// The address for a service's request: "latLng" (`coordinateForDictionaryRespresentation`), "zrid", "street",
-  /// "neighborhood", "city", "county", "state", "postalCode", "country" and, only when it is "v", "type"; in this order,
-  /// without what is absent or empty.
+  /// "neighborhood", "city", "county", "state", "postalCode", "country" and, only when it is "v", "type"; in this
+  /// order, without what is absent or empty.
   /// @param usesTambrelParams  whether the keys are those of the second dialect: "adminArea6" for "neighborhood",
   ///                           "locality" for "city", "adminArea" for "county", "region" for "state".
   ZROHMDictionary toDictionaryUsingTambrelParams(bool usesTambrelParams) const;
 
-  /// A text for people: the first line for 0, the second line for 1, everything on a single line for other numbers. Empty
-  /// where there is nothing to say; without white space at its ends. A zip of five and four digits loses the four, and the
-  /// country is told unless it is "US" or "CA".
+  /// A text for people: the first line for 0, the second line for 1, everything on a single line for other numbers.
+  /// Empty where there is nothing to say; without white space at its ends. A zip of five and four digits loses the
+  /// four, and the country is told unless it is "US" or "CA".
   std::string stringForFormat(std::uint64_t format) const;
   std::string primaryString() const { return stringForFormat(0); }
   std::string secondaryString() const { return stringForFormat(1); }

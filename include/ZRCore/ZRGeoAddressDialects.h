@@ -40,7 +40,8 @@ ZR_EXPORT std::span<const std::string_view> ZRGeoAddressDialectRecogniserKeys(ZR
 //
 // - the street is "house number street"; a result that is itself a street, a city and so on gives that part its name
 //   where the part is missing;
-// - the state of a Nominatim city is the letters of its ISO 3166-2 code ("US-IL" is "IL"), else its name, else the code;
+// - the state of a Nominatim city is the letters of its ISO 3166-2 code ("US-IL" is "IL"), else its name, else the
+//   code;
 // - the country is the two-letter code in capitals where there is one, because the display texts know codes, not names;
 //   it is left out beside a city without a street and a state, because the display texts then show no city;
 // - the identifier is the OpenStreetMap one ("N42", "W42", "R42") where there is one, else the service's own (of Pelias
@@ -62,8 +63,8 @@ struct ZRGeoAddressReading {
   bool hasKnownKeys = false;                ///< whether there is anything that the dialect knows
 };
 
-/// Reads one result in that dialect and tells what was in it, for tools that show people their data. What is unusable is
-/// left out, in the documented dialect too.
+/// Reads one result in that dialect and tells what was in it, for tools that show people their data. What is unusable
+/// is left out, in the documented dialect too.
 ZR_EXPORT ZRGeoAddressReading ZRReadGeoAddress(const ZROHMValue& result, ZRGeoAddressDialect dialect);
 
 #endif

@@ -4,10 +4,11 @@
 /// Readable as C11 and C++20.
 ///
 /// Every function here is a pure leaf computation on doubles: it never fails, allocates or locks, and may be called
-/// from any thread. Results are promised to the last bit, on every processor, by every compiler and with every C library:
-/// sine, logarithm and their kin are correctly rounded. The rounding mode must be to nearest, the processor's subnormal
-/// numbers switched on. An argument may be any double; where nothing else is said, infinities and NaN are computed through. "Clamped" means max with the lower bound first, then min with the upper,
-/// so that a NaN counts as the lower bound.
+/// from any thread. Results are promised to the last bit, on every processor, by every compiler and with every C
+/// library: sine, logarithm and their kin are correctly rounded. The rounding mode must be to nearest, the processor's
+/// subnormal numbers switched on. An argument may be any double; where nothing else is said, infinities and NaN are
+/// computed through. "Clamped" means max with the lower bound first, then min with the upper, so that a NaN counts as
+/// the lower bound.
 #ifndef ZRCORE_ZRGEOMETRY_H
 #define ZRCORE_ZRGEOMETRY_H
 

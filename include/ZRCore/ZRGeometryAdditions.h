@@ -75,7 +75,8 @@ ZR_EXPORT void ZRBearingsAlong(const CLLocationCoordinate2D* line, uint64_t coun
 
 /// Their bits may differ between processors: the quick form of `ZRMapPointsForCoordinates`, for drawing.
 /// @return  x and y within 1.2 * 2^-27 map points (9 nanometres on the projected equator's metres) of the exact value
-///          of the projection's formula, of which the single call may be 4.7 * 2^-27 off near the edge. Clamped as it is.
+///          of the projection's formula, of which the single call may be 4.7 * 2^-27 off near the edge. Clamped as it
+///          is.
 ZR_EXPORT void ZRMapPointsForCoordinatesFast(const CLLocationCoordinate2D* coordinates, ZRMapPoint* mapPoints,
                                              uint64_t count) ZR_NOEXCEPT;
 

@@ -78,7 +78,8 @@ struct ZRLinuxOptions {
   /// - `geoclue`: the desktop's location service; the user may be asked.
   /// - `nmea:PATH`: a receiver on a serial device (at the speed that the device is set to), a FIFO or a UNIX socket.
   /// - `file:PATH`: a recording (GPX, NMEA 0183, gpsd JSON lines, CSV), replayed at its own speed.
-  /// What goes wrong comes as `locationManager:didFailWithError:`, once for each change, while the manager goes on trying.
+  /// What goes wrong comes as `locationManager:didFailWithError:`, once for each change, while the manager goes on
+  /// trying.
   std::string positioning = "auto";
 
   /// The desktop id by which GeoClue, and the user, know this application: the name of its .desktop file, without that
@@ -110,8 +111,8 @@ struct ZRLinuxLife {
   bool followsTerminal = true;
   /// The system's sleep, as logind tells it.
   bool followsSleep = true;
-  /// For how long no window may be seen (`ZRLifeFollowing::setWindowSeen`) before that is the background: one that opens
-  /// as another closes, a switch between two, is none.
+  /// For how long no window may be seen (`ZRLifeFollowing::setWindowSeen`) before that is the background: one that
+  /// opens as another closes, a switch between two, is none.
   double windowPatienceSeconds = 5.0;
 };
 
@@ -123,8 +124,9 @@ class ZR_EXPORT ZRLifeFollowing {
   virtual void setWindowSeen(bool isSeen) = 0;
 };
 
-/// Posts UIApplicationDidEnterBackgroundNotification and UIApplicationWillEnterForegroundNotification to the notification
-/// centre of the platform in use, once for each change, however many reasons there are for it. Main thread.
+/// Posts UIApplicationDidEnterBackgroundNotification and UIApplicationWillEnterForegroundNotification to the
+/// notification centre of the platform in use, once for each change, however many reasons there are for it. Main
+/// thread.
 /// @return keep it: with its release the following ends.
 [[nodiscard]] ZR_EXPORT std::shared_ptr<ZRLifeFollowing> ZRFollowLinuxLife(const ZRLinuxLife& life = {});
 

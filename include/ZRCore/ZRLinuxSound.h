@@ -73,8 +73,8 @@ ZR_EXPORT bool ZRLinuxSoundIsSettled(const ZRPlatform& platform);
 ZR_EXPORT int ZRRestoreLinuxSound(std::string& fault, double seconds = 0.5, const std::string& stateFolder = {});
 
 /// From now on an end of this process by any signal that has no handler yet, and is not ignored, restores first what
-/// the process has lowered. A signal's handler cannot do so itself: it starts this program once more for that alone, and
-/// waits for it, a second at the most. So this is the first thing that `main` does.
+/// the process has lowered. A signal's handler cannot do so itself: it starts this program once more for that alone,
+/// and waits for it, a second at the most. So this is the first thing that `main` does.
 /// @return true in the process that was started for that: it has restored, and `main` is to return.
 [[nodiscard]] ZR_EXPORT bool ZRGuardLinuxSound(int argc, char** argv);
 

@@ -80,8 +80,9 @@ class ZR_EXPORT ZRLocationManagerInstanceNode {
 /// Threads: managers may be made and released on any thread. Everything else belongs on the thread on which the
 /// receiver reports (the main thread, as a rule).
 ///
-/// A subclass has a factory of its own, which makes the object, calls `enlist` and returns it. Overrides of the platform
-/// callbacks are called on the first manager of the process alone; they call the overridden one, which feeds all clients.
+/// A subclass has a factory of its own, which makes the object, calls `enlist` and returns it. Overrides of the
+/// platform callbacks are called on the first manager of the process alone; they call the overridden one, which feeds
+/// all clients.
 class ZR_EXPORT ZRLocationManager : public CLLocationManager,
                                     public CLDidUpdateLocations,
                                     public CLDidUpdateHeading,
@@ -96,9 +97,9 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   ~ZRLocationManager() override;
 
   /// Asks `delegate` once which of the callbacks above (`ZRDidUpdateLocations`, `ZRDidUpdateHeading`,
-  /// `ZRDidFailWithError`) it answers. It is held weakly: keep it alive yourself. Set it before `startUpdatingLocation`,
-  /// which does nothing without one. An object that answers callbacks of the platform's manager (`CLDidUpdateLocations`
-  /// and so on) and none of these will never be called: one line in the log says so.
+  /// `ZRDidFailWithError`) it answers. It is held weakly: keep it alive yourself. Set it before
+  /// `startUpdatingLocation`, which does nothing without one. An object that answers callbacks of the platform's
+  /// manager (`CLDidUpdateLocations` and so on) and none of these will never be called: one line in the log says so.
   void setDelegate(std::weak_ptr<CLLocationManagerDelegate> delegate) override;
   using CLLocationManager::setDelegate;
 
@@ -172,8 +173,9 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   /// Whether the filter finds the receiver settled.
   static bool receiverIsStable();
   /// Lets the filter forget all that it has seen, a locked course included, so that the next fix is its first, as in a
-  /// new process. Nothing else does so: a stop, another receiver, the background leave it as it is. For hosts that replay
-  /// one trip after another. On the thread that delivers the fixes; within a callback it holds from the next batch on.
+  /// new process. Nothing else does so: a stop, another receiver, the background leave it as it is. For hosts that
+  /// replay one trip after another. On the thread that delivers the fixes; within a callback it holds from the next
+  /// batch on.
   static void resetFilter();
 
   // The pipeline, step by step. The first manager runs it for all.

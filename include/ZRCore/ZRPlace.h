@@ -21,8 +21,8 @@
 ///
 /// The type is mappable: "GeoAddress" fills the address and "zrID" the identifier.
 ///
-/// A subclass overrides `classInfo` with a descriptor whose superclass is `ZRPlace::staticClassInfo()`, so that archives
-/// and mappings know the type, and `copyObject`, or `copy` makes a plain ZRPlace of it.
+/// A subclass overrides `classInfo` with a descriptor whose superclass is `ZRPlace::staticClassInfo()`, so that
+/// archives and mappings know the type, and `copyObject`, or `copy` makes a plain ZRPlace of it.
 class ZR_EXPORT ZRPlace : public NSObject,
                           public NSCoding,
                           public ZRAnnotation,

@@ -58,8 +58,9 @@ class WindowFollower {
 
   void follow(GtkWindow* window, std::vector<Connection>& connections) {
     const auto changed = G_CALLBACK(+[](WindowFollower* self) { self->judge(); });
-    for (const char* signal : {"notify::is-active", "map", "unmap"})
+    for (const char* signal : {"notify::is-active", "map", "unmap"}) {
       connections.emplace_back(window, signal, changed, this);
+    }
     // The surface, which knows whether the window is minimised, comes and goes with the window's realisation.
     connections.emplace_back(window, "realize", G_CALLBACK(+[](WindowFollower* self) { self->followAll(); }), this);
     if (GdkSurface* const surface = gtk_native_get_surface(GTK_NATIVE(window))) {

@@ -13,8 +13,8 @@
 /// Whether there is a text or a number in every 64 KiB of a document, and its end in the next.
 bool isOrdinary(std::string_view document);
 
-/// A document that is not ordinary, as the library is given it: blanks between values as one, and its end where a number
-/// becomes longer than any number need be.
+/// A document that is not ordinary, as the library is given it: blanks between values as one, and its end where a
+/// number becomes longer than any number need be.
 class JSONBytes {
  public:
   explicit JSONBytes(std::string_view document) : document_(document) {}

@@ -13,7 +13,7 @@
 namespace policy {
 
 enum class PositioningFault {
-  badSource,  ///< the source's description can't be used
+  badSource,  ///< the source's description cannot be used
   noDaemon,   ///< nothing answers where the source should be
   noDevice,   ///< the daemon has no receiver
   lost,       ///< the source was there and went

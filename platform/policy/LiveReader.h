@@ -29,9 +29,9 @@ struct LiveEvents {
 
 /// Turns the bytes of one source, over any number of connections, into the platform's fixes.
 ///
-/// Reports of one instant are merged as in a recording, but a fix is told as soon as nothing can be added to it, or when
-/// the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An instant is told once, also
-/// when a new connection begins with it.
+/// Reports of one instant are merged as in a recording, but a fix is told as soon as nothing can be added to it, or
+/// when the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An instant is told once,
+/// also when a new connection begins with it.
 class LiveReader final : private readers::Listener {
  public:
   /// The sentences of one instant follow each other closely, instants do not.

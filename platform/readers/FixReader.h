@@ -64,7 +64,7 @@ class Listener {
 };
 
 /// A push parser of one input, from its first byte to its end. It holds a bounded part of the input, however long that
-/// is, and takes any bytes: what it can't use becomes a remark. One thread at a time; it calls the listener only from
+/// is, and takes any bytes: what it cannot use becomes a remark. One thread at a time; it calls the listener only from
 /// within `feed` and `finish`, and no listener may call back into it.
 class FixReader {
  public:
@@ -77,7 +77,7 @@ class FixReader {
   /// once, after the last `feed`.
   virtual void finish(Listener& listener) = 0;
 
-  // For live streams, whose reader can't wait for the next instant to know that one is over. Files need none of it.
+  // For live streams, whose reader cannot wait for the next instant to know that one is over. Files need none of it.
 
   enum class Held {
     nothing,
@@ -96,7 +96,7 @@ class FixReader {
 /// @return      nullopt when it is none of the formats, or when the bytes do not suffice to tell.
 std::optional<Format> detectFormat(std::string_view head);
 
-/// Says of an input that `detectFormat` can't tell what it seems to be and what to do, as in "is KML, which ...".
+/// Says of an input that `detectFormat` cannot tell what it seems to be and what to do, as in "is KML, which ...".
 std::string whyUnreadable(std::string_view head);
 
 /// A reader at the start of an input. Never null.

@@ -124,8 +124,9 @@ TEST_F(Trip, WhatTheCommandLineGetsWrongIsRefusedBeforeAnythingIsWritten) {
   };
   for (auto arguments : wrong) {
     SCOPED_TRACE(testing::PrintToString(arguments));
-    if (arguments.size() > 2 && arguments[2] != "--out")
+    if (arguments.size() > 2 && arguments[2] != "--out") {
       arguments.insert(arguments.end(), {"--out", folder.path("out")});
+    }
     const ToolRun run = folder.run(arguments);
     EXPECT_EQ(run.exitCode, 2);
     EXPECT_THAT(run.err, Not(IsEmpty()));

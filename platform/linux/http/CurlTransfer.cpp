@@ -10,10 +10,10 @@ namespace {
 constexpr long kMostRedirections = 20;
 
 std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r\n";
-  const auto begin = text.find_first_not_of(blanks);
+  constexpr std::string_view kBlanks = " \t\r\n";
+  const auto begin = text.find_first_not_of(kBlanks);
   if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+  return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
 }
 
 /// Whether a body of that Content-Encoding is to be unpacked.
@@ -85,9 +85,7 @@ void CurlTransfer::configureMethod() {
     curl_easy_setopt(easy_.get(), CURLOPT_XFERINFOFUNCTION, &CurlTransfer::noteProgress);
     curl_easy_setopt(easy_.get(), CURLOPT_XFERINFODATA, this);
     curl_easy_setopt(easy_.get(), CURLOPT_NOPROGRESS, 0L);
-    if (request.HTTPMethod != "POST") {
-      curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
-    }
+    if (request.HTTPMethod != "POST") curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
   } else if (request.HTTPMethod == "POST") {
     curl_easy_setopt(easy_.get(), CURLOPT_POSTFIELDS, "");
   } else if (request.HTTPMethod != "GET") {
@@ -148,9 +146,7 @@ bool CurlTransfer::takeHeaderLine(std::string_view line) {
     return true;
   }
   const auto colon = line.find(':');
-  if (colon != std::string_view::npos) {
-    headers_.emplace_back(line.substr(0, colon), trimmed(line.substr(colon + 1)));
-  }
+  if (colon != std::string_view::npos) headers_.emplace_back(line.substr(0, colon), trimmed(line.substr(colon + 1)));
   return true;
 }
 

@@ -17,7 +17,8 @@ struct Destination {
   bool isHTTP() const;
 };
 
-/// Reads an address as libcurl does, in small letters, but that a scheme must be given. Names and passwords in it are left out.
+/// Reads an address as libcurl does, in small letters, but that a scheme must be given. Names and passwords in it are
+/// left out.
 Destination destinationOf(const std::string& address);
 
 /// Why a transfer ended, when it did not end well.

@@ -39,9 +39,9 @@ std::optional<std::string> assignmentIn(std::initializer_list<std::string> files
 /// The 16 bytes that 32 hexadecimal digits stand for; absent for any other text, and for zeros.
 std::optional<std::array<guint8, 16>> machineKey(const std::optional<std::string>& content) {
   const std::string_view digits = content ? std::string_view(*content).substr(0, content->find('\n')) : "";
-  constexpr std::string_view hexDigits = "0123456789abcdefABCDEF";
+  constexpr std::string_view kHexDigits = "0123456789abcdefABCDEF";
   std::array<guint8, 16> key{};
-  if (digits.size() != 2 * key.size() || digits.find_first_not_of(hexDigits) != digits.npos) return {};
+  if (digits.size() != 2 * key.size() || digits.find_first_not_of(kHexDigits) != digits.npos) return {};
   for (std::size_t i = 0; i < key.size(); ++i) {
     key[i] = static_cast<guint8>(g_ascii_xdigit_value(digits[2 * i]) * 16 + g_ascii_xdigit_value(digits[2 * i + 1]));
   }

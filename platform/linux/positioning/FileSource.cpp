@@ -79,7 +79,7 @@ bool FileSource::readMore() {
   return listener_ != nullptr;
 }
 
-/// False when the recording's format can't be told yet; or never, which is reported.
+/// False when the recording's format cannot be told yet; or never, which is reported.
 bool FileSource::makeReader(bool isLast) {
   if (!isLast && piece_.size() < kReadBytes) return false;
   if (const auto format = readers::detectFormat(piece_)) {

@@ -16,7 +16,8 @@
 #include "positioning/Connector.h"
 #include "positioning/PositionSource.h"
 
-/// A recording, packed by gzip or not, as a source: each fix is told when as much time has passed since the first one as when it was recorded.
+/// A recording, packed by gzip or not, as a source: each fix is told when as much time has passed since the first one
+/// as when it was recorded.
 class FileSource final : public PositionSource, public std::enable_shared_from_this<FileSource> {
  public:
   /// @param monotonicSeconds  a clock that never goes back

@@ -9,7 +9,8 @@
 #include <string>
 #include <vector>
 
-/// Hears one run of a source. Never called from within `start`, nor after `stop`; may call `stop` and let the source go.
+/// Hears one run of a source. Never called from within `start`, nor after `stop`; may call `stop` and let the source
+/// go.
 class PositionSourceListener {
  public:
   virtual ~PositionSourceListener() = default;

@@ -16,8 +16,8 @@ struct SettingsDamage {
   std::string reason;
 };
 
-/// The settings as a key file that a person can read and edit: group "Defaults", percent-escaped but for letters, digits
-/// and "-._~". It ends with an empty group, by which a file that was cut short is told from a whole one.
+/// The settings as a key file that a person can read and edit: group "Defaults", percent-escaped but for letters,
+/// digits and "-._~". It ends with an empty group, by which a file that was cut short is told from a whole one.
 std::string textFromSettings(const Settings& settings);
 
 /// The settings that `textFromSettings` wrote, or a person since.

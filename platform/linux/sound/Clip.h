@@ -20,7 +20,7 @@
 class Clip {
  public:
   /// libmpg123 decodes MP3, and libsndfile all else: through it libmpg123 would tell the standard error stream what is
-  /// wrong with a clip. @return why the clip can't be played, where it can't
+  /// wrong with a clip. @return why the clip cannot be played, where it cannot
   static std::variant<std::unique_ptr<Clip>, NSError> open(std::string_view bytes);
   Clip(const Clip&) = delete;
   Clip& operator=(const Clip&) = delete;

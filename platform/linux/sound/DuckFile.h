@@ -8,8 +8,9 @@
 #include "sound/EngineProcess.h"
 
 /// A process's note of what it has lowered, for other processes: those that want to lower the same, and a later one if
-/// this one dies. Each process has a file of its own, locked for as long as it lives: a file that can be locked is a dead
-/// one's. The folder must be the user's alone, and so must each note: others' notes would set volumes at their will.
+/// this one dies. Each process has a file of its own, locked for as long as it lives: a file that can be locked is a
+/// dead one's. The folder must be the user's alone, and so must each note: others' notes would set volumes at their
+/// will.
 class DuckFile {
  public:
   /// @param folder       made when it is needed; empty: a folder of the user's session.
@@ -22,8 +23,8 @@ class DuckFile {
   static std::vector<std::string> foldersWithNotes();
   static bool hasNotes();
 
-  /// Keeps other processes from deciding at the same moment, for as long as the result lives. Waits for them 20 ms at the
-  /// most: one that has been stopped must not stop this one.
+  /// Keeps other processes from deciding at the same moment, for as long as the result lives. Waits for them 20 ms at
+  /// the most: one that has been stopped must not stop this one.
   FileDescriptor lock() const;
 
   const std::string& folder() const { return folder_; }

@@ -36,8 +36,9 @@ std::string squareWav(int milliseconds, unsigned rate = 22050) {
   std::string wav = "RIFF" + number(0x7ffff024, 4) + "WAVEfmt " + number(16, 4) + number(1, 2) + number(1, 2) +
                     number(rate, 4) + number(2 * rate, 4) + number(2, 2) + number(16, 2) + "data" +
                     number(0x7ffff000, 4);
-  for (unsigned i = 0; i < rate * static_cast<unsigned>(milliseconds) / 1000; ++i)
+  for (unsigned i = 0; i < rate * static_cast<unsigned>(milliseconds) / 1000; ++i) {
     wav += number(i / 50 % 2 ? 5000 : 60536, 2);
+  }
   return wav;
 }
 

@@ -76,7 +76,7 @@ TEST_F(SharingTest, WithoutADescriptionOneLineIsLoggedPerStartAndTheReceiverStar
   map->stopUpdatingLocation();
   map->startUpdatingLocation();
   EXPECT_THAT(newCalls(), ElementsAre("startUpdatingLocation", "stopUpdatingLocation", "startUpdatingLocation"));
-  ZRLocationManager::ios8Authorization(*map);  // a manager that can't ask: there is nothing to complain of
+  ZRLocationManager::ios8Authorization(*map);  // a manager that cannot ask: there is nothing to complain of
   const std::string line =
       "VELMARIS ERROR:you must have a NSLocationWhenInUseUsageDescription or NSLocationAlwaysUsageDescription to "
       "request "
