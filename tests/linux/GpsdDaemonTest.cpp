@@ -115,7 +115,7 @@ TEST_F(GpsdDaemon, TwoClientsGetWhatATripOfTheDaemonsOwnWordsGives) {
   }
   file.close();
   const auto trip =
-      ChildProcess::output({ZRCORE_TOOL, "trip", folder.at("capture.json"), "--json", "--filter", "documented"});
+      ChildProcess::output({ZRCORE_TOOL, "trip", folder.at("capture.json"), "--filter", "documented", "--json"});
   ASSERT_TRUE(trip);
   std::vector<json> rows;
   std::istringstream written(*trip);
