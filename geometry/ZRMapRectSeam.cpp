@@ -26,7 +26,7 @@ bool reachesBackOverItsWestEnd(ZRMapRect r) { return r.origin.x > 0.0 && r.origi
 ZRMapPoint ZRMapPointNormalized(ZRMapPoint point) noexcept { return {wrapped(point.x), wrapped(point.y)}; }
 
 bool ZRMapRectSpans180thMeridian(ZRMapRect rect) noexcept {
-  // The wrapped left side goes with the raw right side, on purpose: a rectangle past the world's end spans too.
+  // The wrapped left side goes with the raw right side, so that a rectangle past the world's end spans, too.
   return (wrapped(rect.origin.x) < geometry::kWorldWidth && geometry::horizontal(rect).high > geometry::kWorldWidth) ||
          crossesItsWestEnd(rect) || reachesBackOverItsWestEnd(rect);
 }

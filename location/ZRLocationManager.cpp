@@ -225,7 +225,8 @@ void ZRLocationManager::setTripSimulator(const std::shared_ptr<CLLocationManager
   if (shared.__isUpdatingLocation) requestLocationWithManager(*simulator);
 }
 
-// These two do not take the shared manager's lock: the application's life is told on the thread that starts and stops.
+// These two do not take the shared manager's lock: the application's life is reported on the thread that starts and
+// stops.
 
 void ZRLocationManager::applicationWillEnterForeground(const NSNotification&) {
   LocationStatics& shared = locationStatics();

@@ -47,7 +47,7 @@ void GpxReader::finish(Listener& listener) {
   }
 }
 
-/// Looks at the input up to its first byte that is no blank. The parser insists on the XML declaration being first;
+/// Looks at the input up to its first byte that is not blank. The parser insists on the XML declaration being first;
 /// editors and pasted text do not. And when the first bytes come one by one it may take another encoding than when they
 /// come together, unless they can begin XML.
 std::string_view GpxReader::begin(std::string_view bytes) {

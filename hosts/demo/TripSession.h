@@ -51,7 +51,7 @@ class TripSession {
   /// Where the trip leads; empty with a receiver.
   const std::vector<TrackPoint>& route() const;
 
-  // What the host tells the service.
+  // What the host reports to the service.
 
   /// Posts that the application went to the background, or came back.
   void setInBackground(bool isInBackground);

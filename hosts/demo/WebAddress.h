@@ -14,7 +14,7 @@ namespace demo {
 /// @return nullopt for what cannot be an address, or is none of the web.
 std::optional<NSURL> webAddress(std::string_view typed);
 
-/// Why `typed` is no such address, in a sentence that names it.
+/// Why `typed` is not such an address, in a sentence that names it.
 std::string webAddressFault(std::string_view typed);
 
 }  // namespace demo

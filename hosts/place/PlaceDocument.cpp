@@ -213,7 +213,7 @@ Account Reader::finish(const std::optional<NSError>& error) {
 Account readDocument(std::string_view bytes, std::optional<ZRGeoAddressDialect> dialect,
                      const std::function<void(Result)>& take) {
   Outline outline(dialect);
-  static_cast<void>(ZRReadJSON(bytes, ZRJSONFragments::refused, outline));  // the second time it is told
+  static_cast<void>(ZRReadJSON(bytes, ZRJSONFragments::refused, outline));  // the second time it is reported
   outline.finish();
   Reader reader(outline, dialect, take);
   const auto error = ZRReadJSON(bytes, ZRJSONFragments::refused, reader);

@@ -79,7 +79,8 @@ readers::Format Recording::detect() {
   bool more = true;
   while (more && buffer_.size() < kReadBytes) {
     more = readMore();
-    // A stream may give a few bytes at a time, and must be told as soon as it can be: the next ones may take long.
+    // A stream may give a few bytes at a time, and its format is recognised as soon as possible: the next ones may take
+    // long.
     if (!unpacking_.isPlain()) continue;
     if (const auto format = readers::detectFormat(buffer_)) return *format;
   }
@@ -111,7 +112,7 @@ void Recording::read(readers::Listener& listener, const std::function<void()>& a
   do {
     feed(*reader, listener, afterStep);
   } while (!isInterrupted_() && readMore());
-  if (isInterrupted_()) return;  // the end that is missing now is no fault of the recording
+  if (isInterrupted_()) return;  // the end that is missing now is not a fault of the recording
   reader->finish(listener);
   afterStep();
   if (!fault_.empty()) throw RecordingError(fault_);

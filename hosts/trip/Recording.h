@@ -40,7 +40,7 @@ class Recording {
 
   /// Reads to the end, or until an interruption. Between two small steps of progress it calls `afterStep`.
   /// @throws RecordingError when the system cannot read on, or a packed file is damaged; what was read before has been
-  ///                        told.
+  ///                        reported.
   void read(readers::Listener& listener, const std::function<void()>& afterStep);
 
  private:

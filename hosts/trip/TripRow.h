@@ -51,7 +51,7 @@ struct TripSummary {
   std::uint64_t significant = 0;
   std::uint64_t jumps = 0;
   std::uint64_t stableFixes = 0;
-  std::uint64_t fixesWithAccuracy = 0, fixesWithSpeed = 0;  ///< told, or completed on request
+  std::uint64_t fixesWithAccuracy = 0, fixesWithSpeed = 0;  ///< reported, or completed on request
   std::uint64_t faults = 0;                                 ///< places in the recording where something was dropped
   std::uint64_t warnings = 0;                               ///< places where something was odd but kept
   std::optional<double> firstSecondsSince1970, lastSecondsSince1970;  ///< the earliest and the latest

@@ -16,7 +16,7 @@ class App;
 class Option;
 }  // namespace CLI
 
-/// What must be changed on the command line, told by whoever reads an option's text.
+/// What must be changed on the command line, reported by whoever reads an option's text.
 class UsageFault : public std::runtime_error {
  public:
   UsageFault(std::string option, const std::string& fault) : std::runtime_error(fault), option_(std::move(option)) {}

@@ -41,6 +41,7 @@ class ZR_EXPORT CLDidUpdateHeading : public virtual CLLocationManagerDelegate {
 /// The domain of a receiver's failures, whose codes are `CLErrorCode`.
 inline constexpr const char* kCLErrorDomain = "kCLErrorDomain";
 
+/// What failed, in errors of `kCLErrorDomain`.
 enum class CLErrorCode : long {
   locationUnknown = 0,  ///< no position for now; the manager goes on looking
   denied = 1,           ///< the user does not allow it
@@ -58,6 +59,7 @@ class ZR_EXPORT CLDidFailWithError : public virtual CLLocationManagerDelegate {
   virtual void locationManagerDidFailWithError(CLLocationManager& manager, const NSError& error) = 0;
 };
 
+/// Whether the user allows this application to use positions.
 enum class CLAuthorizationStatus : int {
   notDetermined = 0,
   restricted = 1,

@@ -83,8 +83,8 @@ class ZR_EXPORT ZRAudio : public NSObject,
   const std::shared_ptr<AVAudioPlayer>& audioPlayer() const { return audioPlayer_; }
   void setAudioPlayer(std::shared_ptr<AVAudioPlayer> player);
 
-  /// The "en-US" voice. Null when the platform cannot make it: that is logged and told to the delegate, and the next
-  /// call tries again.
+  /// The "en-US" voice. Null when the platform cannot make it: that is logged and reported to the delegate, and the
+  /// next call tries again.
   std::shared_ptr<AVSpeechSynthesisVoice> voice();
   /// Another voice for every utterance; null: the "en-US" one again.
   void setVoice(std::shared_ptr<AVSpeechSynthesisVoice> voice);
@@ -114,7 +114,7 @@ class ZR_EXPORT ZRAudio : public NSObject,
   /// Speaks an utterance of the caller's (not null) after what is being spoken. Clips, and the knowledge of other
   /// audio, stay.
   void speakUtterance(const std::shared_ptr<AVSpeechUtterance>& utterance);
-  /// Stops all output and plays a clip. Bytes that are no clip play nothing, and nothing is told.
+  /// Stops all output and plays a clip. Bytes that are not a clip play nothing, and nothing is reported.
   void playAudioData(std::string_view data);
   /// The volume of the current utterance (as far as the platform still heeds it) and of the current clip, 0 to 1.
   void setVolume(float volume);

@@ -80,6 +80,7 @@ class ZR_EXPORT ZRGtkNavigationController : public UINavigationController {
 /// @return keep it: with its release the following ends.
 [[nodiscard]] ZR_EXPORT std::shared_ptr<void> ZRGtkFollowWindows(std::function<void(bool isSeen)> seen);
 
+/// A window's size in logical pixels.
 struct ZRGtkWindowSize {
   int width = 420;
   int height = 760;

@@ -109,10 +109,10 @@ struct ZRLinuxLife {
   /// The terminal's stop (Ctrl-Z, SIGTSTP) and SIGCONT, for command line tools: the notification is posted, then the
   /// process stops. Signals have one owner: one following of a process at a time may do so.
   bool followsTerminal = true;
-  /// The system's sleep, as logind tells it.
+  /// The system's sleep, as logind reports it.
   bool followsSleep = true;
-  /// For how long no window may be seen (`ZRLifeFollowing::setWindowSeen`) before that is the background: one that
-  /// opens as another closes, a switch between two, is none.
+  /// After how long without a visible window (`ZRLifeFollowing::setWindowSeen`) the application counts as in the
+  /// background. A switch between two windows, when one opens as another closes, is shorter and does not count.
   double windowPatienceSeconds = 5.0;
 };
 

@@ -61,8 +61,8 @@ class ZR_EXPORT ZRLocationManagerInstanceNode {
 
   std::weak_ptr<ZRLocationManager> instance_;
 
-  // What the client wants, and the callbacks that its delegate answers. They stand here, so that a walk over a thousand
-  // clients need not hold each manager to ask it.
+  /// What the client wants, and the callbacks that its delegate answers. They are kept in the node, so that a walk over
+  /// a thousand clients need not hold each manager to ask it.
   bool shouldUpdateLocation_ = false;
   bool shouldUpdateHeading_ = false;
   bool snaps_ = false;
@@ -166,8 +166,8 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   /// filter, which reads only these, never finds the receiver stable and smooths every speed to 0.0.
   ///
   /// With it, and while the receiver is stable, a fix is a jump, too, when its distance from the last guidance location
-  /// over the time between them reaches the limit of 54 m/s, whatever speed it tells: reflected signals move the place,
-  /// and not the speed. Where no time is between them only the speed decides. The speed stays as told.
+  /// over the time between them reaches the limit of 54 m/s, whatever speed it reports: reflected signals move the
+  /// place, and not the speed. Where no time is between them only the speed decides. The speed stays as reported.
   static bool filtersMeasuredValues();
   static void setFiltersMeasuredValues(bool filters);
   /// Whether the filter finds the receiver settled.

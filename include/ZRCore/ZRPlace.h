@@ -54,7 +54,7 @@ class ZR_EXPORT ZRPlace : public NSObject,
   const std::optional<std::string>& zrid() const;
   /// Stores the place's own identifier, and passes it on to the address. A text that is the place's own already changes
   /// nothing, even where the address has another; absence, on a place without an identifier of its own, takes the
-  /// address's away. On purpose.
+  /// address's away, so that absence is stored whatever the address had.
   void setZrid(std::optional<std::string> zrid);
 
   const std::shared_ptr<ZRGeoAddress>& geoAddress() const { return geoAddress_; }
@@ -94,7 +94,7 @@ class ZR_EXPORT ZRPlace : public NSObject,
   virtual ZROHMDictionary toDictionaryUsingTambrelParams(bool usesTambrelParams) const;
 
   /// A place with the same title and subtitle and a copy of the address. It is navigable, and has no identifier but the
-  /// address's, whatever this one has. On purpose.
+  /// address's, whatever this one has: the copy is a new place.
   std::shared_ptr<ZRPlace> copy() const { return copyObject(); }
 
   /// Writes the address, the title and the subtitle that were set.
@@ -123,13 +123,15 @@ class ZR_EXPORT ZRPlace : public NSObject,
 /// A place with a name that takes over the title. Its descriptor has no tables of its own.
 class ZR_EXPORT ZRNamedPlace : public ZRPlace {
  public:
-  // As for ZRPlace.
+  /// @name As for ZRPlace
+  /// @{
   static std::shared_ptr<ZRNamedPlace> init();
   static std::shared_ptr<ZRNamedPlace> initWithGeoAddress(std::shared_ptr<ZRGeoAddress> address);
   static std::shared_ptr<ZRNamedPlace> initWithGeoAddressDict(const ZROHMDictionary& dictionary);
   static std::shared_ptr<ZRNamedPlace> initWithCoder(const NSCoder& coder);
   static std::shared_ptr<ZRNamedPlace> placeFromGeoAddress(std::shared_ptr<ZRGeoAddress> address);
   static std::shared_ptr<ZRNamedPlace> placeFromGeoAddressDict(const ZROHMDictionary& dictionary);
+  /// @}
 
   ~ZRNamedPlace() override;
 

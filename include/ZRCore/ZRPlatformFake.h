@@ -114,7 +114,7 @@ class ZRFakeBundle : public ZRBundle {
     return find(resources, std::string(name).append(1, '.').append(type));
   }
 
-  std::set<std::string, std::less<>> infoKeys;  ///< keys of values that are no texts
+  std::set<std::string, std::less<>> infoKeys;  ///< keys of values that are not texts
   Strings infoStrings;
   std::optional<std::string> identifier;
   Strings translations;

@@ -38,7 +38,8 @@ class WindowFollower {
  public:
   explicit WindowFollower(std::function<void(bool)> seen)
       : seen_(std::move(seen)), windows_(gtk_window_get_toplevels()) {
-    comings_.emplace(windows_, "items-changed", G_CALLBACK(+[](WindowFollower* self) { self->followAll(); }), this);
+    windowsChanged_.emplace(windows_, "items-changed", G_CALLBACK(+[](WindowFollower* self) { self->followAll(); }),
+                            this);
     followAll();
   }
   WindowFollower(const WindowFollower&) = delete;
@@ -77,8 +78,8 @@ class WindowFollower {
   }
 
   std::function<void(bool)> seen_;
-  GListModel* windows_;                ///< GTK's, for good
-  std::optional<Connection> comings_;  ///< and goings, of windows
+  GListModel* windows_;                       ///< GTK's, for good
+  std::optional<Connection> windowsChanged_;  ///< as windows open and close
   std::map<GtkWindow*, std::vector<Connection>> followed_;
   std::optional<bool> wasSeen_;
 };

@@ -54,7 +54,7 @@ class JSONBytes {
 
   std::string_view document_;
   std::size_t at_ = 0, last_ = 0, given_ = 0;
-  std::size_t wordBegin_ = 0;  // where a number may begin: after what was no part of one
+  std::size_t wordBegin_ = 0;  // where a number may begin: after what was not part of one
   bool isInText_ = false, isEscaped_ = false, isCutOff_ = false;
 };
 

@@ -25,12 +25,12 @@ TEST_F(GpsdSource, AFullReportIsToldAtOnceAndAThinOneAfterAQuietMoment) {
   EXPECT_EQ(full.horizontalAccuracy, 19.0);
   EXPECT_EQ(full.verticalAccuracy, 25.5);
   EXPECT_EQ(full.course, 90.0);
-  peer.say(report(2, ""));  // a receiver that stands still tells no course, and perhaps no speed
+  peer.say(report(2, ""));  // a receiver that stands still reports no course, and perhaps no speed
   runUntil([&] { return fixesOf(*client) == 2; });
   const ZRPositionFix& thin = client->batches[1][0]->fix();
   EXPECT_EQ(thin.course, -1.0);
   EXPECT_EQ(thin.speed, -1.0);
-  peer.say(report(2, ",\"speed\":1") + report(3));  // what comes of a told instant is no second fix
+  peer.say(report(2, ",\"speed\":1") + report(3));  // what comes of a reported instant is not a second fix
   runUntil([&] { return fixesOf(*client) == 3; });
   EXPECT_EQ(client->batches[2][0]->timestamp().secondsSince1970, full.timestamp.secondsSince1970 + 2.0);
   EXPECT_THAT(client->errors, IsEmpty());
@@ -83,7 +83,7 @@ TEST_F(GpsdSource, ADaemonThatGoesAndComesIsOneErrorForEachClient) {
   runUntil([&] { return !client->errors.empty(); });
   peer.listen();  // the attempts in between were refused, and nobody was told again
   greet(2);
-  peer.say(report(1) + report(2));  // the instant that was told before the loss is not told again
+  peer.say(report(1) + report(2));  // the instant that was reported before the loss is not reported again
   runUntil([&] { return fixesOf(*client) == 2; });
   EXPECT_THAT(faultsOf(*client), ElementsAre("lost"));
   EXPECT_THAT(faultsOf(*second), ElementsAre("lost"));
@@ -99,7 +99,7 @@ TEST_F(GpsdSource, AReceiverThatIsMissingOrSilentIsAnErrorOnce) {
   peer.say("{\"class\":\"DEVICE\",\"path\":\"/dev/pts/0\",\"activated\":\"2026-05-09T09:00:00Z\"}\n" + report(1));
   runUntil([&] { return fixesOf(*client) == 1; });
   runUntil([&] { return client->errors.size() == 2; });
-  // The last report before the receiver is unplugged is told, and does not pass for its return.
+  // The last report before the receiver is unplugged is reported, and does not pass for its return.
   peer.say(report(2, "") + "{\"class\":\"DEVICE\",\"path\":\"/dev/pts/0\",\"activated\":0}\n");
   runUntil([&] { return client->errors.size() == 3; });
   EXPECT_EQ(fixesOf(*client), 2u);

@@ -77,22 +77,7 @@ class HttpSession : public testing::Test {
   void get(const std::string& url) { get(NSMutableURLRequest{.URL = NSURL::URLWithString(url)}); }
 
   /// Iterates until `holds`, or fails after 20 seconds.
-  void runUntil(const std::function<bool()>& holds) {
-    bool isLate = false;
-    GSource* const deadline = g_timeout_source_new_seconds(20);
-    g_source_set_callback(
-        deadline,
-        [](gpointer late) -> gboolean {
-          *static_cast<bool*>(late) = true;
-          return G_SOURCE_REMOVE;
-        },
-        &isLate, nullptr);
-    g_source_attach(deadline, context.get());
-    while (!holds() && !isLate) g_main_context_iteration(context.get(), TRUE);
-    g_source_destroy(deadline);
-    g_source_unref(deadline);
-    ASSERT_FALSE(isLate);
-  }
+  void runUntil(const std::function<bool()>& holds) { ASSERT_TRUE(ZRRunLinuxLoopFor(20.0, holds, context.get())); }
   void runWhatIsReady() {
     while (g_main_context_iteration(context.get(), FALSE)) {
     }

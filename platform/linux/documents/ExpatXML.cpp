@@ -70,7 +70,7 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
     from(parser).stop(XML_ERROR_UNDEFINED_ENTITY, "the document does not say what &" + std::string(name) + "; is");
   }
 
-  /// The library gets the document in slices whose length its `int` can tell.
+  /// The library gets the document in slices whose length its `int` can hold.
   bool feed() {
     constexpr std::size_t kSlice = std::size_t{1} << 28;
     for (std::string_view rest = data_;;) {

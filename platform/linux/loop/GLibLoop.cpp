@@ -57,7 +57,7 @@ void release(gpointer function) {
   delete static_cast<Function*>(function);
 }
 
-/// The longest wait that GLib's milliseconds can tell.
+/// The longest wait that GLib's milliseconds can express.
 constexpr double kLongestSeconds = 2147483.0;
 
 }  // namespace

@@ -51,7 +51,7 @@ void FileSource::open() {
   if (listener_ != nullptr) next();
 }
 
-/// Reads the next piece. False when there is none, which has been told, or when the run has ended.
+/// Reads the next piece. False when there is none, which has been reported, or when the run has ended.
 bool FileSource::readMore() {
   const auto self = shared_from_this();
   if (!file_.isOpen()) {

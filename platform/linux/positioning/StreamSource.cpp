@@ -94,7 +94,7 @@ void StreamSource::deliver(const policy::LiveEvents& events) {
     backOff_.reset();
     tell([&](auto& listener) { listener.sourceFixes(events.fixes); });
   }
-  // After the fixes, which the receiver told while it was there.
+  // After the fixes, which the receiver reported while it was there.
   if (events.receivers == 0) tell([](auto& listener) { listener.sourceFails(PositioningFault::noDevice, ""); });
   if (listener_ == nullptr || !descriptor_.isOpen()) return;
   quiet_.reset();

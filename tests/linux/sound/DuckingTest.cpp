@@ -6,7 +6,6 @@
 #include <cmath>
 #include <csignal>
 #include <fstream>
-#include <random>
 
 #include "SoundServer.h"
 
@@ -168,25 +167,6 @@ TEST_F(Ducking, AServerThatLowersStreamsItselfIsLeftToIt) {
   EXPECT_TRUE(toneBecomes(kLowered)) << "and not by 36 dB";
   EXPECT_NEAR(medianToneWhileSpeaking(), kLowered, 0.1 * kLowered);
   EXPECT_TRUE(toneBecomes(kToneAmplitude));
-}
-
-TEST_F(Ducking, AHostKilledAtAnyMomentIsPutRightByTheNextStart) {
-  startServer();
-  const auto player = server.music();
-  ASSERT_TRUE(toneBecomes(kToneAmplitude));
-  std::mt19937 random(20261121);
-  std::uniform_real_distribution<double> seconds(0.0, 0.3);
-  for (int round = 0; round < 10; ++round) {
-    const ChildProcess host({ZRCORE_TOOL, "say", kPrompt, "--volume", "0"});
-    if (round % 2 == 1) {  // before the music is lowered, and after
-      ASSERT_TRUE(toneBecomes(kLowered));
-    }
-    ZRRunLinuxLoopFor(seconds(random), [] { return false; });
-    host.send(SIGKILL);
-    EXPECT_EQ(ChildProcess({ZRCORE_TOOL, "say", ""}).exitCode(std::chrono::seconds(20)), 0);
-    EXPECT_TRUE(toneBecomes(kToneAmplitude)) << "round " << round;
-    EXPECT_TRUE(std::filesystem::is_empty(server.folder() / "zrcore"));
-  }
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "FaultLatch.h"
+#include "PositioningFault.h"
 
 #include <ZRCore/CLLocationManager.h>
 #include <ZRCore/ZRPrintableText.h>
