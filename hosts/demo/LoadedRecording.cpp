@@ -13,7 +13,7 @@ namespace demo {
 
 namespace {
 
-/// Speeds that a source does not tell are derived, so that the filter has something to work on.
+/// Speeds that a source does not report are derived, so that the filter has something to work on.
 constexpr policy::FixCompletion::Options kCompletion{.assumedAccuracyMeters = std::nullopt, .derivesSpeed = true};
 
 class Loader final : public readers::Listener {

@@ -30,7 +30,7 @@ void fillStandardStreams() {
 }
 
 /// Gives other applications' sound its volume back when a killed program has left it lowered. What goes wrong doctor
-/// tells: most runs have nothing to do with sound.
+/// reports: most runs have nothing to do with sound.
 void restoreSound() {
   std::string fault;
   if (ZRRestoreLinuxSound(fault) == 0) return;

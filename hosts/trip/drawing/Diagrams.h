@@ -26,7 +26,7 @@ class TripAxis {
 
 /// Course over time, from north through east, south and west to north.
 void drawCourses(Canvas& canvas, const Area& plot, const TripAxis& axis, const TripPicture& picture);
-/// Speed over time in km/h. Rare peaks far above the rest leave at the top and are told in words.
+/// Speed over time in km/h. Rare peaks far above the rest leave at the top and are given in words.
 /// @param whyEmpty  what stands there when the recording has no speeds
 void drawSpeeds(Canvas& canvas, const Area& plot, const TripAxis& axis, const TripPicture& picture,
                 const std::string& whyEmpty);

@@ -38,7 +38,7 @@ std::vector<DiagramPoint> fitted(const std::vector<StrokePoint>& track, const Ma
   return points;
 }
 
-/// Meridians and parallels of round degrees, told at the lower and the left edge.
+/// Meridians and parallels of round degrees, labelled at the lower and the left edge.
 void drawGraticule(Canvas& canvas, const MapTransform& fit) {
   constexpr double kDegreesOfWorld = 360.0, kScaleBarHeight = 66.0;
   const Area& panel = fit.panel();

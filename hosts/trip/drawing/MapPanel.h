@@ -7,8 +7,8 @@
 
 namespace trip {
 
-/// The tracks in the Mercator plane, north up, at the same scale both ways, with meridians, parallels and a scale bar in
-/// true metres.
+/// The tracks in the Mercator plane, north up, at the same scale both ways, with meridians, parallels and a scale bar
+/// in true metres.
 void drawMap(Canvas& canvas, const Area& panel, const TripPicture& picture);
 
 }  // namespace trip

@@ -114,8 +114,9 @@ cairo_status_t append(void* text, const unsigned char* bytes, unsigned length) {
 }
 
 void requireSuccess(cairo_status_t status) {
-  if (status != CAIRO_STATUS_SUCCESS)
+  if (status != CAIRO_STATUS_SUCCESS) {
     throw std::runtime_error(std::string("drawing: ") + cairo_status_to_string(status));
+  }
 }
 
 }  // namespace

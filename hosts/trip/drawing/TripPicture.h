@@ -22,8 +22,8 @@ struct TripSpan {
   std::optional<double> leastSeconds, greatestSeconds;  ///< since 1970; of the fixes that have a time
 };
 
-/// What a picture of a trip shows, in bounded memory: the tracks in the Mercator plane and the values over time. No line
-/// leads over a gap in time, nor over values that are missing.
+/// What a picture of a trip shows, in bounded memory: the tracks in the Mercator plane and the values over time. No
+/// line leads over a gap in time, nor over values that are missing.
 class TripPicture {
  public:
   TripPicture();

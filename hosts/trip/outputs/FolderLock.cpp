@@ -20,7 +20,7 @@ namespace trip {
 
 namespace {
 
-/// Who holds the lock on an open file, as the system's table of locks tells: "process 1234". A holder in another
+/// Who holds the lock on an open file, as the system's table of locks reports: "process 1234". A holder in another
 /// container stands there without its number, or not at all.
 std::string holderOf(int descriptor) {
   const std::string somebody = "another process";

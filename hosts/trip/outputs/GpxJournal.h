@@ -13,9 +13,9 @@ namespace trip {
 /// Says what to write where, so that a GPX file is whole after each write: the process may be killed at any moment.
 ///
 /// A system completes a write within one page of a file once it has begun, whatever becomes of the process; at a page's
-/// end it may break off. So no write crosses the end of a page. Before the points reach it, the file's end is written at
-/// the beginning of the next page, hidden in a processing instruction; then one write opens a comment that swallows the
-/// instruction's start, and the end behind it becomes the one that counts.
+/// end it may break off. So no write crosses the end of a page. Before the points reach it, the file's end is written
+/// at the beginning of the next page, hidden in a processing instruction; then one write opens a comment that swallows
+/// the instruction's start, and the end behind it becomes the one that counts.
 class GpxJournal {
  public:
   static constexpr std::uint64_t kPageBytes = 4096;

@@ -24,7 +24,7 @@ int opened(const std::string& path) {
   const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
   if (descriptor >= 0) return descriptor;
   const int error = errno;
-  throw RecordingError(std::string("can't be opened: ") + std::strerror(error) +
+  throw RecordingError(std::string("cannot be opened: ") + std::strerror(error) +
                        (error == ENOENT ? "; check the name" : ""));
 }
 
@@ -62,14 +62,14 @@ bool Recording::readMore() {
     if (count > 0) {
       const std::string_view piece(bytes.data(), static_cast<std::size_t>(count));
       taken_ += piece.size();
-      if (!unpacking_.feed(piece, buffer_)) fault_ = "can't be unpacked on: the gzip file is damaged";
+      if (!unpacking_.feed(piece, buffer_)) fault_ = "cannot be unpacked on: the gzip file is damaged";
       return true;
     }
     if (count == 0) {
-      if (!unpacking_.isWhole()) fault_ = "can't be unpacked on: the gzip file breaks off";
+      if (!unpacking_.isWhole()) fault_ = "cannot be unpacked on: the gzip file breaks off";
       return false;
     }
-    if (errno != EINTR) throw RecordingError(std::string("can't be read on: ") + std::strerror(errno));
+    if (errno != EINTR) throw RecordingError(std::string("cannot be read on: ") + std::strerror(errno));
     if (isInterrupted_()) return false;
   }
   return false;
@@ -79,7 +79,8 @@ readers::Format Recording::detect() {
   bool more = true;
   while (more && buffer_.size() < kReadBytes) {
     more = readMore();
-    // A stream may give a few bytes at a time, and must be told as soon as it can be: the next ones may take long.
+    // A stream may give a few bytes at a time, and its format is recognised as soon as possible: the next ones may take
+    // long.
     if (!unpacking_.isPlain()) continue;
     if (const auto format = readers::detectFormat(buffer_)) return *format;
   }
@@ -111,7 +112,7 @@ void Recording::read(readers::Listener& listener, const std::function<void()>& a
   do {
     feed(*reader, listener, afterStep);
   } while (!isInterrupted_() && readMore());
-  if (isInterrupted_()) return;  // the end that is missing now is no fault of the recording
+  if (isInterrupted_()) return;  // the end that is missing now is not a fault of the recording
   reader->finish(listener);
   afterStep();
   if (!fault_.empty()) throw RecordingError(fault_);

@@ -13,7 +13,7 @@
 
 namespace trip {
 
-/// A recording that can't be read, as a whole or from some point on. `what()` says why and what to do, without the
+/// A recording that cannot be read, as a whole or from some point on. `what()` says why and what to do, without the
 /// name.
 class RecordingError : public std::runtime_error {
  public:
@@ -39,8 +39,8 @@ class Recording {
   std::optional<double> progress() const;
 
   /// Reads to the end, or until an interruption. Between two small steps of progress it calls `afterStep`.
-  /// @throws RecordingError when the system can't read on, or a packed file is damaged; what was read before has been
-  ///                        told.
+  /// @throws RecordingError when the system cannot read on, or a packed file is damaged; what was read before has been
+  ///                        reported.
   void read(readers::Listener& listener, const std::function<void()>& afterStep);
 
  private:

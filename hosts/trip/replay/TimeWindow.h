@@ -23,7 +23,7 @@ struct TimeBound {
 std::optional<TimeBound> parseTimeBound(std::string_view text);
 
 /// The part of a recording between two times, both inclusive. What the bounds mean is settled by the first time that
-/// the recording tells.
+/// the recording reports.
 class TimeWindow {
  public:
   TimeWindow() = default;
@@ -32,7 +32,7 @@ class TimeWindow {
   /// Asked for each fix, in order. A fix without a time belongs to the window only while that has no beginning.
   bool contains(std::optional<double> secondsSince1970);
 
-  /// Whether the window ends before it begins. False until the recording told a time, if it depends on that.
+  /// Whether the window ends before it begins. False until the recording reported a time, if it depends on that.
   bool isReversed() const;
 
  private:

@@ -22,7 +22,7 @@
 
 namespace trip {
 
-/// Time as the recording tells it: that of the fix delivered last; 0 before the first.
+/// Time as the recording reports it: that of the fix delivered last; 0 before the first.
 class RecordingClock final : public ZRClock {
  public:
   NSDate now() const override { return now_; }

@@ -15,7 +15,7 @@ inline constexpr std::uint64_t kSampleSeed = 20260509;
 
 /// An invented drive of about twelve minutes, one fix a second, as a receiver in a car would report it: the accuracy
 /// settles during the first ten seconds, errors of a few metres drift slowly, the place wanders at a red light, a
-/// tunnel swallows the fixes and two fixes jump away. Only what a receiver tells is filled in.
+/// tunnel swallows the fixes and two fixes jump away. Only what a receiver reports is filled in.
 ///
 /// The same seed gives the same fixes everywhere: the random numbers are home-made (the standard distributions differ
 /// between libraries), and the values are rounded far above the last bits of the sine.

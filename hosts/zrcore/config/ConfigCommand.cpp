@@ -19,7 +19,7 @@ Output:
 
 Exit codes:
   0  done, be it from the service or from the packaged file
-  1  some of the services have no address, or FILE can't be read
+  1  some of the services have no address, or FILE cannot be read
   2  the command line must be changed
   3  no configuration came
 

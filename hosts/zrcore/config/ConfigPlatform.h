@@ -28,7 +28,7 @@ struct ConfigRoute {
 bool isBase(const std::string& text);
 
 /// `platform` with a session that sends requests along the route, a bundle that has the packaged file and nothing
-/// else, and both telling `fetch` what they meet.
+/// else, and both reporting to `fetch` what they meet.
 ZRPlatform platformForConfig(ZRPlatform platform, const ConfigRoute& route, std::shared_ptr<ConfigFetch> fetch);
 
 #endif

@@ -131,7 +131,7 @@ void ConfigRun::showDocument() {
   document.set("addresses", std::move(addresses));
   const auto written = ZRMakeJSONService()->JSONFromValue(document, ZRJSONLayout::pretty);
   if (const auto* const error = std::get_if<NSError>(&written)) {
-    messages_.say(error->localizedDescription());  // an address that is no text
+    messages_.say(error->localizedDescription());  // an address that is not a text
     return;
   }
   output_.write(std::get<std::string>(written) + "\n");

@@ -15,12 +15,12 @@
 namespace {
 
 constexpr const char* kDoctorDescription =
-    "Tells what of this machine the navigation kit can use, and how to mend what it can't. Changes nothing, but that "
+    "Tells what of this machine the navigation kit can use, and how to mend what it cannot. Changes nothing, but that "
     "sound which a killed program has left lowered gets its volume back.";
 
 constexpr const char* kDoctorFooter = R"(
 Output:
-  One line for each thing: usable, missing or broken; what it is; details. Below a thing that can't be used stands the
+  One line for each thing: usable, missing or broken; what it is; details. Below a thing that cannot be used stands the
   command that mends it. With --json an array of objects: subject, state, detail, remedy.
 
 Exit codes:

@@ -32,7 +32,7 @@ Output:
 
 Exit codes:
   0  done
-  1  a file can't be read, part of it was dropped, or it holds no result
+  1  a file cannot be read, part of it was dropped, or it holds no result
   2  the command line must be changed
   3  the result could not be written
 

@@ -44,7 +44,7 @@ struct SpeakingPlatform {
 SpeakingPlatform speakingPlatform(const SoundTarget& target, bool force, Messages& messages,
                                   ZRLinuxOptions options = {});
 
-/// Ends what still sounds, and lets all be told and other applications' streams be restored.
+/// Ends what still sounds, and lets all events be reported and other applications' streams be restored.
 void endSound(ZRAudio& audio);
 
 #endif

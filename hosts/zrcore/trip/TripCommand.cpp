@@ -29,7 +29,7 @@ Output:
 
 Exit codes:
   0  done
-  1  the recording can't be read, part of it was dropped, or it holds no fix
+  1  the recording cannot be read, part of it was dropped, or it holds no fix
   2  the command line must be changed; a file would be overwritten without --force
   3  the system does not give what is needed: no room or no right to write
   129 to 153  128 and the number of the signal that ended it early; what was replayed until then is complete
@@ -58,9 +58,10 @@ void addTimeOption(Command& command, const std::string& name, std::optional<trip
           name,
           [&bound, name](const std::string& text) {
             bound = trip::parseTimeBound(text);
-            if (!bound)
+            if (!bound) {
               throw UsageFault(name,
                                inQuotes(text) + " is no time; give it as in 2026-05-09T09:30:00Z, 09:30:00 or +90");
+            }
           },
           description)
       .valueName("TIME");

@@ -46,8 +46,9 @@ std::string faultOf(const UrlArguments& arguments) {
   for (const std::string& parameter : arguments.parameters) {
     const auto escaped = NSString_ZR::urlQueryParameterEscaped(parameter);
     if (!escaped) return inQuotes(parameter) + " is not UTF-8";
-    if (!NSURL::URLWithString(*escaped))
+    if (!NSURL::URLWithString(*escaped)) {
       return inQuotes(parameter) + " has a \"%\" without two digits; write it as \"%25\"";
+    }
   }
   return "the base " + inQuotes(arguments.base) + " and the path " + inQuotes(arguments.path) +
          " make no address together";

@@ -5,9 +5,8 @@
 #include <trip/TripRow.h>
 #include <zrcore/StandardOutput.h>
 
-/// One line per fix for other programs: columns separated by tabs, named by the line before the
-/// first fix, "-" for what is unknown. No
-/// value holds a blank.
+/// Writes one line per fix for other programs. Tabs separate the columns, the first line names them, and "-" stands for
+/// an unknown value. No value contains a space.
 class FixLines final : public trip::TripOutput {
  public:
   explicit FixLines(StandardOutput& output) : output_(output) {}

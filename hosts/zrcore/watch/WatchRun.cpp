@@ -98,7 +98,7 @@ class WatchRun final : public ZRDidUpdateLocations, public ZRDidFailWithError {
   TripView view_;
   trip::SummaryCounter counter_;
   std::unique_ptr<MainSource> redraw_;
-  std::string fault_;           ///< told last, and no fix since
+  std::string fault_;           ///< reported last, and no fix since
   std::exception_ptr failure_;  ///< of an output
   bool isOver_ = false;
 };
@@ -122,7 +122,7 @@ void WatchRun::locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLoc
 }
 
 void WatchRun::locationManagerDidFailWithError(ZRLocationManager&, const NSError& error) {
-  // The platform's log has told it already.
+  // The platform's log has reported it already.
   fault_ = error.userInfo.at(ZRPositioningFaultKey);
   isOver_ = isOver_ || fault_ == "badSource" || (fault_ == "lost" && arguments_.source.starts_with("file:"));
 }

@@ -109,16 +109,15 @@ TEST(SeriesThinner, KeepsTheExtremesAndTheOrder) {
     EXPECT_EQ(std::min_element(points.begin(), points.end(), byValue)->value, least);
     EXPECT_EQ(std::max_element(points.begin(), points.end(), byValue)->value, greatest);
     for (std::size_t i = 1; i < points.size(); ++i) ASSERT_LT(points[i - 1].index, points[i].index);
-    if (length <= 16) {
-      EXPECT_THAT(points, SizeIs(length));
-    }
+    if (length <= 16) EXPECT_THAT(points, SizeIs(length));
   }
 }
 
 TEST(SeriesThinner, OfNewestValuesEndsWithTheLastOneAndInventsNone) {
   SeriesThinner series(8, SeriesThinner::Keep::newest);
-  for (std::uint64_t i = 0; i < 1000; ++i)
+  for (std::uint64_t i = 0; i < 1000; ++i) {
     series.add(i, static_cast<double>(i) + 0.5, static_cast<double>(i * 7 % 360));
+  }
   const auto points = series.points();
   ASSERT_THAT(points, SizeIs(testing::AllOf(Le(8u), testing::Ge(4u))));
   EXPECT_EQ(points.back().index, 999u);

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <ZRCore/ZRGeometry.h>
+#include <ZRCore/ZRGeometryAdditions.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <bit>
 #include <cmath>
+#include <span>
 
 #include "GeometryValues.h"
 
@@ -215,12 +218,38 @@ TEST(RegionBetweenCoords, PairsEachLatitudeWithTheOtherOnesLongitude) {
   }
 }
 
+TEST(Equality, ComparesEachFieldAndTakesInfinityForItself) {
+  const std::array<double, 4> fields = {1.0, 2.0, 3.0, -0.0};
+  const auto rect = std::bit_cast<ZRMapRect>(fields);
+  const auto region = std::bit_cast<ZRCoordinateRegion>(fields);
+  EXPECT_TRUE(rect == (ZRMapRect{{1.0, 2.0}, {3.0, 0.0}}));
+  EXPECT_TRUE(region == (ZRCoordinateRegion{{1.0, 2.0}, {3.0, 0.0}}));
+  EXPECT_TRUE(rect.origin == (ZRMapPoint{1.0, 2.0}));
+  EXPECT_TRUE(kNull == ZRMapRectNull && ZRCoordinateRegionNull == ZRCoordinateRegionForMapRect(kNull));
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    for (const double other : {fields[i] + 0x1p-40, kNaN}) {
+      auto changed = fields;
+      changed[i] = other;
+      EXPECT_FALSE(rect == std::bit_cast<ZRMapRect>(changed)) << i;
+      EXPECT_FALSE(region == std::bit_cast<ZRCoordinateRegion>(changed)) << i;
+      EXPECT_EQ(rect.origin == std::bit_cast<ZRMapRect>(changed).origin, i > 1) << i;
+    }
+  }
+}
+
+TEST(MapRectIsNull, AsksTheOriginAlone) {
+  EXPECT_TRUE(ZRMapRectIsNull(kNull));
+  EXPECT_TRUE(ZRMapRectIsNull({{0.0, -kInf}, {1.0, 1.0}}));
+  EXPECT_FALSE(ZRMapRectIsNull({{0.0, kNaN}, {kInf, kInf}}));
+}
+
 TEST(MBR, HoldsEveryPointAndPassesOverNaN) {
   EXPECT_EQ(values(ZRMBR(nullptr, 0)), values(kNull));
   const ZRMapPoint points[] = {{5000, 5000}, {-3, kNaN}, {7, 9000}, {kNaN, 1}, {6000, 2}};
   EXPECT_EQ(values(ZRMBR(points, 1)), values(ZRMapRect{{4000, 4000}, {2000, 2000}}));
   EXPECT_EQ(values(ZRMBR(points, 2)), values(ZRMapRect{{-3, 5000}, {5003, 0}}));
   EXPECT_EQ(values(ZRMBR(points, 5)), values(ZRMapRect{{-3, 1}, {6003, 8999}}));
+  EXPECT_EQ(ZRMBR(std::span(points).first(2)), ZRMBR(points, 2));
   const ZRMapPoint farOut[] = {{1e19, -1e19}, {2e19, -2e19}};
   EXPECT_EQ(values(ZRMBR(farOut, 2)), values(ZRMapRect{{0x1p63, -2e19}, {2e19 - 0x1p63, -0x1p63 + 2e19}}));
 }

@@ -102,7 +102,7 @@ void ZRAudio::audioPlayerBeginInterruption(std::shared_ptr<AVAudioPlayer>) {
 }
 
 void ZRAudio::handleInterruption(const NSNotification& notification) {
-  // The interruption's key is read, not the hint's own, on purpose.
+  // Reads the interruption's key, which a hint lacks: a hint is judged by whether other audio plays.
   const bool isInterrupted = notification.integerForKey(AVAudioSessionInterruptionTypeKey) == 1;
   if (isInterrupted || session().isOtherAudioPlaying()) stopSessionRequested();
 }

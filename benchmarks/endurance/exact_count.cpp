@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// exact_count FUNCTION|all COUNT [SEED]: counts wrong roundings among COUNT arguments, a quarter of each kind, with this
-// processor's quickest build. Prints a line a function. Exit code 1 if there are any.
+// exact_count FUNCTION|all COUNT [SEED]: counts wrong roundings among COUNT arguments, a quarter of each kind, with
+// this processor's quickest build. Prints a line a function. Exit code 1 if there are any.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>

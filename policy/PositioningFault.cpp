@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "FaultLatch.h"
+#include "PositioningFault.h"
 
 #include <ZRCore/CLLocationManager.h>
 #include <ZRCore/ZRPrintableText.h>
@@ -21,7 +21,7 @@ struct FaultText {
 /// In the order of PositioningFault.
 constexpr std::array<FaultText, 7> kFaults{{
     {"badSource", CLErrorCode::locationUnknown,
-     "can't be used; give auto, gpsd[:HOST[:PORT]], gpsd:/PATH, geoclue, nmea:PATH or file:PATH"},
+     "cannot be used; give auto, gpsd[:HOST[:PORT]], gpsd:/PATH, geoclue, nmea:PATH or file:PATH"},
     {"noDaemon", CLErrorCode::locationUnknown, "does not answer; start it or plug it in, or choose another source"},
     {"noDevice", CLErrorCode::locationUnknown, "has no receiver; plug one in, or add it with gpsdctl"},
     {"lost", CLErrorCode::locationUnknown, "is gone; positions go on if it comes back"},

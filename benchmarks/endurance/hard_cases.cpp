@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// hard_cases SECONDS [SEED]: searches for arguments whose function value lies very close to the middle of two doubles, and
-// prints the best of each function as rows of HardCases.h.
+// hard_cases SECONDS [SEED]: searches for arguments whose function value lies very close to the middle of two doubles,
+// and prints the best of each function as rows of HardCases.h.
 //
-// Over 2^15 doubles in a row a function is a straight line but for 2^-26 of a last place. Where that line comes close to
-// half a last place is found by a Euclidean algorithm, in the time of two evaluations instead of 2^15.
+// Over 2^15 doubles in a row a function is a straight line but for 2^-26 of a last place. Where that line comes close
+// to half a last place is found by a Euclidean algorithm, in the time of two evaluations instead of 2^15.
 #include <mpfr.h>
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What can be wrong with a source of positions, and when clients are told.
-#ifndef ZRCORE_PLATFORM_POLICY_FAULTLATCH_H
-#define ZRCORE_PLATFORM_POLICY_FAULTLATCH_H
+#ifndef ZRCORE_PLATFORM_POLICY_POSITIONINGFAULT_H
+#define ZRCORE_PLATFORM_POLICY_POSITIONINGFAULT_H
 
 #include <ZRCore/NSError.h>
 
@@ -13,7 +13,7 @@
 namespace policy {
 
 enum class PositioningFault {
-  badSource,  ///< the source's description can't be used
+  badSource,  ///< the source's description cannot be used
   noDaemon,   ///< nothing answers where the source should be
   noDevice,   ///< the daemon has no receiver
   lost,       ///< the source was there and went
@@ -31,7 +31,7 @@ NSError errorOf(PositioningFault fault, std::string_view source, std::string_vie
 class FaultLatch {
  public:
   /// @return whether clients must be told. A source that was lost and is not there when it is looked for again has
-  ///         not changed; nor has one without a fix, for whatever reason told before.
+  ///         not changed; nor has one without a fix, for whatever reason reported before.
   bool fails(PositioningFault fault);
 
   /// @return whether a fault has just ended.

@@ -44,7 +44,8 @@ struct Shape {
   std::string head, unit, tail;  // a "#" in the unit is a number that grows
 };
 
-/// A document of a sixteenth of fifty megabytes, so that what doubles in size is as empty as it is there. It never stands in this process, whose size a child's peak begins with.
+/// A document of a sixteenth of fifty megabytes, so that what doubles in size is as empty as it is there. It never
+/// stands in this process, whose size a child's peak begins with.
 std::string fileOf(const ToolFolder& folder, const Shape& shape) {
   const std::string path = folder.path("a.json");
   std::ofstream file(path);

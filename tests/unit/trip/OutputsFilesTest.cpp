@@ -207,8 +207,9 @@ TEST_F(Outputs, AppearUnderTheirNamesOnlyWhenFinishedAndLeaveNothingWhenAbandone
 
 TEST_F(Outputs, WriteToNoFileThatSomebodyHasPutInTheirWay) {
   std::ofstream(folder / "victim") << "mine";
-  for (const char* name : {"trip.csv.partial", "trip.csv.tmp"})
+  for (const char* name : {"trip.csv.partial", "trip.csv.tmp"}) {
     std::filesystem::create_symlink("victim", folder / name);
+  }
   write(folder);
   EXPECT_EQ(contentsOf(folder / "victim"), "mine");
   EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(folder / "trip.csv")));
@@ -328,8 +329,9 @@ TEST_F(Outputs, TellWhileTheyStillHaveRoomForAWholeRowAndTheirEnd) {
   std::vector<std::pair<TripOutput*, const char*>> all{{outputs.get(), "new/trip.geojson"}, {&gpx, "t.gpx"}};
   for (const auto& [output, name] : all) {
     int rows = 0;
-    for (; output->hasRoom(); ++rows)
+    for (; output->hasRoom(); ++rows) {
       output->row(rowAt(1.0 / 3.0, 1.0 / 7.0 + rows / 1e6, static_cast<std::uint64_t>(rows)));
+    }
     EXPECT_GT(rows, 50);
     try {
       output->finish({});
