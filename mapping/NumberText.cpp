@@ -49,7 +49,7 @@ bool isHuge(std::string_view number) {
 double doublePrefix(std::string_view text) noexcept {
   text = withoutLeadingBlanks(text);
   const bool isNegative = takeSign(text);
-  // from_chars also reads "inf", "nan" and another sign, which are no numbers here.
+  // from_chars also reads "inf", "nan" and another sign, which are not numbers here.
   const std::size_t firstDigit = text.starts_with('.') ? 1 : 0;
   if (text.size() <= firstDigit || !text::isDigit(text[firstDigit])) return 0.0;
   double value = 0.0;

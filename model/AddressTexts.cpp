@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The rules here have gaps (a second line that begins with a comma, a city that is not shown beside a country). They
-// are kept on purpose: every application of the kit shows the same texts.
+// are kept, because every application of the kit shows the same texts.
 #include "AddressTexts.h"
 
 #include <text/ASCII.h>

@@ -265,7 +265,7 @@ const Dialects& dialects() {
   return rows;
 }
 
-/// Null for a number that is no dialect's.
+/// Null for a number that is not a dialect's.
 const Dialect* find(ZRGeoAddressDialect dialect) {
   const auto row = std::find_if(dialects().begin(), dialects().end(),
                                 [dialect](const Dialect& known) { return known.dialect == dialect; });

@@ -13,7 +13,7 @@ struct QualityText {
   std::string_view read;  ///< in small letters; empty: not read
 };
 
-// The columns differ on purpose: other programs depend on both.
+// The columns differ, and other programs depend on both.
 constexpr std::array<QualityText, 10> kTexts{{
     {ZRGeoAddressQualityUnknown, "unknown", ""},
     {ZRGeoAddressQualitySideOfStreet, "side_of_street", "sideofstreet"},

@@ -86,8 +86,9 @@ std::variant<PositioningSource, std::string> parsePositioningSource(std::string_
     source.host.clear();
     return source;
   }
-  if (!parseAddress(rest, source))
+  if (!parseAddress(rest, source)) {
     return refuse("has no usable address; write gpsd:HOST:PORT, with a port up to 65535");
+  }
   return source;
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 bool isCapitalOrDigit(char c) { return text::isCapital(c) || text::isDigit(c); }
 
-/// Nothing when it isn't two hexadecimal digits.
+/// Nothing when it is not two hexadecimal digits.
 std::optional<unsigned char> parseChecksum(std::string_view text) {
   return text.size() == 2 ? text::numberIn<unsigned char>(text, 16) : std::nullopt;
 }
@@ -39,9 +39,7 @@ std::variant<NmeaSentence, std::string_view> parseSentence(std::string_view line
   }
 
   const std::string_view address = body.substr(0, body.find(','));
-  if (address.size() < 3 || !std::all_of(address.begin(), address.end(), isCapitalOrDigit)) {
-    return "it has no address";
-  }
+  if (address.size() < 3 || !std::all_of(address.begin(), address.end(), isCapitalOrDigit)) return "it has no address";
   // Two letters of talker and three of kind; a leading P marks a manufacturer's own sentence.
   const bool standard = address.size() == 5 && address.front() != 'P';
   sentence.kind = standard ? address.substr(2) : address;

@@ -14,7 +14,7 @@ std::optional<std::string> escaped(std::optional<std::string_view> string, Query
   return result;
 }
 
-/// Whether ordinals are English here. A locale without a language counts as English, on purpose.
+/// Whether ordinals are English here. A locale without a language counts as English: so are the untranslated texts.
 bool speaksEnglish(const std::optional<std::string>& languageCode) {
   if (!languageCode) return true;
   const std::string& code = *languageCode;

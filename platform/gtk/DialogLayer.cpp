@@ -69,9 +69,7 @@ bool DialogLayer::cancelTop() {
   const auto cancel = std::find_if(actions.begin(), actions.end(), [](const UIAlertAction& action) {
     return action.style == UIAlertActionStyle::cancel;
   });
-  if (cancel != actions.end()) {
-    choose(dialogs_.back().alert.get(), static_cast<std::size_t>(cancel - actions.begin()));
-  }
+  if (cancel != actions.end()) choose(dialogs_.back().alert.get(), static_cast<std::size_t>(cancel - actions.begin()));
   return true;
 }
 

@@ -31,7 +31,8 @@ class DialogLayer {
   /// Closes, without a choice, what `presenter` has presented.
   void dismiss(const void* presenter);
   bool hasDialog() const { return !dialogs_.empty(); }
-  /// Makes the top dialogue's cancel choice, if there is a dialogue and it has one. @return whether there is a dialogue.
+  /// Makes the top dialogue's cancel choice, if there is a dialogue and it has one. @return whether there is a
+  /// dialogue.
   bool cancelTop();
 
  private:

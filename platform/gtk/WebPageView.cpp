@@ -162,7 +162,7 @@ void WebPageView::loadChanged(WebKitLoadEvent event) {
 }
 
 void WebPageView::loadFailed(const char* address, const GError& error) {
-  // What went outside has left the page as it was.
+  // An address that was opened in another program: the page stays as it was.
   const bool isGoneOutside = g_error_matches(&error, WEBKIT_POLICY_ERROR,
                                              WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE) != FALSE;
   failedAddress_ = address && !isGoneOutside ? address : "";

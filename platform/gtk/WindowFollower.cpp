@@ -36,7 +36,8 @@ class WindowFollower {
  public:
   explicit WindowFollower(std::function<void(bool)> seen)
       : seen_(std::move(seen)), windows_(gtk_window_get_toplevels()) {
-    comings_.emplace(windows_, "items-changed", G_CALLBACK(+[](WindowFollower* self) { self->followAll(); }), this);
+    windowsChanged_.emplace(windows_, "items-changed", G_CALLBACK(+[](WindowFollower* self) { self->followAll(); }),
+                            this);
     followAll();
   }
   WindowFollower(const WindowFollower&) = delete;
@@ -55,8 +56,9 @@ class WindowFollower {
 
   void follow(GtkWindow* window, std::vector<Connection>& connections) {
     const auto changed = G_CALLBACK(+[](WindowFollower* self) { self->judge(); });
-    for (const char* signal : {"notify::is-active", "map", "unmap"})
+    for (const char* signal : {"notify::is-active", "map", "unmap"}) {
       connections.emplace_back(window, signal, changed, this);
+    }
     // The surface, which knows whether the window is minimised, comes and goes with the window's realisation.
     connections.emplace_back(window, "realize", G_CALLBACK(+[](WindowFollower* self) { self->followAll(); }), this);
     if (GdkSurface* const surface = gtk_native_get_surface(GTK_NATIVE(window))) {
@@ -73,8 +75,8 @@ class WindowFollower {
   }
 
   std::function<void(bool)> seen_;
-  GListModel* windows_;                ///< GTK's, for good
-  std::optional<Connection> comings_;  ///< and goings, of windows
+  GListModel* windows_;                       ///< GTK's, for good
+  std::optional<Connection> windowsChanged_;  ///< as windows open and close
   std::map<GtkWindow*, std::vector<Connection>> followed_;
   std::optional<bool> wasSeen_;
 };

@@ -70,15 +70,15 @@ std::string numberText(double number) {
 }
 
 std::string sizeText(std::uint64_t bytes) {
-  constexpr std::uint64_t mebibyte = 1ULL << 20;
-  return bytes % mebibyte == 0 ? std::to_string(bytes / mebibyte) + " MiB" : std::to_string(bytes) + " bytes";
+  constexpr std::uint64_t kMebibyte = 1ULL << 20;
+  return bytes % kMebibyte == 0 ? std::to_string(bytes / kMebibyte) + " MiB" : std::to_string(bytes) + " bytes";
 }
 
 /// Whether a text is a token of RFC 9110, which methods and names of header fields are.
 bool isToken(std::string_view text) {
-  constexpr std::string_view marks = "!#$%&'*+-.^_`|~";
+  constexpr std::string_view kMarks = "!#$%&'*+-.^_`|~";
   return !text.empty() && std::ranges::all_of(text, [&](char c) {
-    return text::isAlphanumeric(c) || marks.find(c) != std::string_view::npos;
+    return text::isAlphanumeric(c) || kMarks.find(c) != std::string_view::npos;
   });
 }
 

@@ -129,15 +129,14 @@ void SystemBus::unsubscribe() {
 
 void SystemBus::watchService(const std::string& service, std::function<void(bool)> changed) {
   state_->serviceChanged = std::move(changed);
-  const auto tell = [](gpointer data, bool isThere) {
+  static constexpr auto kTell = [](gpointer data, bool isThere) {
     const auto kept = *static_cast<std::shared_ptr<State>*>(data);
     if (!kept->isEnded) kept->serviceChanged(isThere);
   };
-  static constexpr auto teller = tell;
   const ContextScope scope(state_->context.get());
   state_->serviceWatch = g_bus_watch_name_on_connection(
       state_->connection.get(), service.c_str(), G_BUS_NAME_WATCHER_FLAGS_AUTO_START,
-      [](GDBusConnection*, const gchar*, const gchar*, gpointer data) { teller(data, true); },
-      [](GDBusConnection*, const gchar*, gpointer data) { teller(data, false); }, new std::shared_ptr<State>(state_),
+      [](GDBusConnection*, const gchar*, const gchar*, gpointer data) { kTell(data, true); },
+      [](GDBusConnection*, const gchar*, gpointer data) { kTell(data, false); }, new std::shared_ptr<State>(state_),
       release<std::shared_ptr<State>>);
 }

@@ -82,9 +82,7 @@ void CurlTransfer::configureMethod() {
     curl_easy_setopt(easy_.get(), CURLOPT_XFERINFOFUNCTION, &CurlTransfer::noteProgress);
     curl_easy_setopt(easy_.get(), CURLOPT_XFERINFODATA, this);
     curl_easy_setopt(easy_.get(), CURLOPT_NOPROGRESS, 0L);
-    if (request.HTTPMethod != "POST") {
-      curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
-    }
+    if (request.HTTPMethod != "POST") curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
   } else if (request.HTTPMethod == "POST") {
     curl_easy_setopt(easy_.get(), CURLOPT_POSTFIELDS, "");
   } else if (request.HTTPMethod != "GET") {

@@ -63,7 +63,7 @@ std::optional<std::string> vendorIdentifier(const std::optional<std::string>& ma
   return text::upperCase(std::move(uuid));
 }
 
-/// "de" of "de_DE.UTF-8"; absent for "C" and "POSIX", which are no languages.
+/// "de" of "de_DE.UTF-8"; absent for "C" and "POSIX", which are not languages.
 std::optional<std::string> languageOf(const std::optional<std::string>& locale) {
   if (!locale) return std::nullopt;
   const std::string code = locale->substr(0, locale->find_first_of("_.@"));

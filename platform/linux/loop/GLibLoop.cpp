@@ -11,8 +11,8 @@
 Loop::Wait::~Wait() = default;
 Loop::~Loop() = default;
 
-/// What was posted. A list of our own and a wake-up, in place of one GSource a post: the order is kept, and the hand-over
-/// between threads is one that thread sanitizers can follow.
+/// What was posted. A list of our own and a wake-up, in place of one GSource a post: the order is kept, and the
+/// hand-over between threads is one that thread sanitizers can follow.
 struct GLibLoop::Queue {
   bool isEmpty() {
     const std::lock_guard lock(mutex);
@@ -53,8 +53,8 @@ void release(gpointer function) {
   delete static_cast<Function*>(function);
 }
 
-/// The longest wait that GLib's milliseconds can tell.
-constexpr double longestSeconds = 2147483.0;
+/// The longest wait that GLib's milliseconds can express.
+constexpr double kLongestSeconds = 2147483.0;
 
 }  // namespace
 
@@ -95,7 +95,7 @@ void GLibLoop::post(std::function<void()> work) {
 }
 
 std::unique_ptr<Loop::Wait> GLibLoop::after(double seconds, std::function<void()> fire) {
-  const double bounded = std::fmin(std::fmax(seconds, 0.0), longestSeconds);
+  const double bounded = std::fmin(std::fmax(seconds, 0.0), kLongestSeconds);
   GSource* const source = g_timeout_source_new(static_cast<guint>(std::ceil(bounded * 1000.0)));
   using Fire = std::function<void()>;
   g_source_set_callback(

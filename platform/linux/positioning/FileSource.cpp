@@ -51,7 +51,7 @@ void FileSource::open() {
   if (listener_ != nullptr) next();
 }
 
-/// Reads the next piece. False when there is none, which has been told, or when the run has ended.
+/// Reads the next piece. False when there is none, which has been reported, or when the run has ended.
 bool FileSource::readMore() {
   const auto self = shared_from_this();
   if (!file_.isOpen()) {
@@ -79,7 +79,7 @@ bool FileSource::readMore() {
   return listener_ != nullptr;
 }
 
-/// False when the recording's format can't be told yet; or never, which is reported.
+/// False when the recording's format cannot be told yet; or never, which is reported.
 bool FileSource::makeReader(bool isLast) {
   if (!isLast && piece_.size() < kReadBytes) return false;
   if (const auto format = readers::detectFormat(piece_)) {

@@ -150,7 +150,7 @@ void GeoClueSource::deliver(GVariant* properties) {
   const auto self = shared_from_this();
   if (!fix) return listener_->sourceSays("a location that lies nowhere on the Earth is dropped");
   backOff_.reset();
-  watchdog_.reset();  // from now on a silence means that nothing changes: the service tells no place twice
+  watchdog_.reset();  // from now on a silence means that nothing changes: the service reports no place twice
   listener_->sourceFixes({*fix});
 }
 
@@ -166,7 +166,7 @@ void GeoClueSource::failed(const GError& error) {
     listener_->sourceAuthorization(CLAuthorizationStatus::denied);
     return fails(PositioningFault::denied, error.message);
   }
-  // Of a service that left the bus, `serviceChanged` tells.
+  // The service has left the bus: `serviceChanged` handles that.
   if (name == "org.freedesktop.DBus.Error.NoReply" || name == "org.freedesktop.DBus.Error.ServiceUnknown") return;
   fails(PositioningFault::noDaemon, error.message);
   retry();

@@ -73,9 +73,7 @@ void StreamSource::read() {
   if (count > 0) return deliver(reader_.feed({bytes.data(), static_cast<std::size_t>(count)}));
   const std::string why = count == 0 ? "the connection ended" : std::strerror(errno);
   deliver(reader_.tellHeld());
-  if (descriptor_.isOpen()) {
-    disconnected(hasGreeted_ ? PositioningFault::lost : PositioningFault::noDaemon, why);
-  }
+  if (descriptor_.isOpen()) disconnected(hasGreeted_ ? PositioningFault::lost : PositioningFault::noDaemon, why);
 }
 
 /// Hands over what came. Each call may stop this run, and start another one.
@@ -96,10 +94,8 @@ void StreamSource::deliver(const policy::LiveEvents& events) {
     backOff_.reset();
     tell([&](auto& listener) { listener.sourceFixes(events.fixes); });
   }
-  // After the fixes, which the receiver told while it was there.
-  if (events.receivers == 0) {
-    tell([](auto& listener) { listener.sourceFails(PositioningFault::noDevice, ""); });
-  }
+  // After the fixes, which the receiver reported while it was there.
+  if (events.receivers == 0) tell([](auto& listener) { listener.sourceFails(PositioningFault::noDevice, ""); });
   if (listener_ == nullptr || !descriptor_.isOpen()) return;
   quiet_.reset();
   if (!reader_.isHolding()) return;

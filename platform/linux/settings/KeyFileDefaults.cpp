@@ -129,10 +129,10 @@ bool KeyFileDefaults::synchronize() {
   if (!settings) return false;
   for (const auto& [key, value] : changes_) settings->insert_or_assign(key, value);
   const std::string text = textFromSettings(*settings);
-  constexpr auto whole =
+  constexpr auto kWhole =
       static_cast<GFileSetContentsFlags>(G_FILE_SET_CONTENTS_CONSISTENT | G_FILE_SET_CONTENTS_DURABLE);
   g_autoptr(GError) error = nullptr;
-  if (!g_file_set_contents_full(file_->c_str(), text.data(), static_cast<gssize>(text.size()), whole, 0600, &error)) {
+  if (!g_file_set_contents_full(file_->c_str(), text.data(), static_cast<gssize>(text.size()), kWhole, 0600, &error)) {
     report(std::string("settings are not stored: ") + error->message);
     return false;
   }
@@ -164,8 +164,9 @@ bool KeyFileDefaults::moveAside(const std::string& reason) {
 }
 
 bool KeyFileDefaults::reportUnless(bool succeeded, const char* what, int error) {
-  if (!succeeded)
+  if (!succeeded) {
     report("settings are not stored: " + quoted(*file_) + " cannot be " + what + ": " + std::strerror(error));
+  }
   return succeeded;
 }
 

@@ -19,8 +19,8 @@ class EngineProcess {
  public:
   struct Events {
     std::function<void(std::string_view bytes)> output;
-    /// It has ended, and all output has been told. `fault` is empty after a success; otherwise it says in words how it
-    /// ended and what it said last. The object may be dropped here, as in `output`.
+    /// It has ended, and all output has been reported. `fault` is empty after a success; otherwise it says in words how
+    /// it ended and what it said last. The object may be dropped here, as in `output`.
     std::function<void(const std::string& fault)> ended;
   };
 

@@ -84,9 +84,7 @@ class LinuxSynthesizer final : public AVSpeechSynthesizer {
 
   void perform(Queue::Step step) {
     const auto held = self();
-    for (auto& event : step.events) {
-      shared_->loop->post([held, event = std::move(event)] { held->tell(event); });
-    }
+    for (auto& event : step.events) shared_->loop->post([held, event = std::move(event)] { held->tell(event); });
     if (step.start) start(*step.start->request);
     if (queue_.isEmpty()) shared_->speaking.erase(held);
   }
