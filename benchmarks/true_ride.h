@@ -3,7 +3,7 @@
 #define ZRCORE_BENCHMARKS_TRUE_RIDE_H
 
 #include <ZRCore/CLLocation.h>
-#include <trip/SampleNoise.h>
+#include <trip/sample/SampleNoise.h>
 
 #include <optional>
 

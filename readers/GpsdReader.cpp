@@ -21,7 +21,7 @@ std::string withNullForNan(std::string_view text) {
   std::string changed(text);
   for (auto colon = changed.find(':'); colon != std::string::npos; colon = changed.find(':', colon + 1)) {
     const auto value = changed.find_first_not_of(' ', colon + 1);
-    if (value != std::string::npos && lowerCase(std::string_view(changed).substr(value, 3)) == "nan") {
+    if (value != std::string::npos && text::isSameInAnyCase(std::string_view(changed).substr(value, 3), "nan")) {
       changed.replace(value, 3, "null");
     }
   }

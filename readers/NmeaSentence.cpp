@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "NmeaSentence.h"
 
+#include <text/Numbers.h>
+
 #include <algorithm>
-#include <charconv>
 
 #include "Text.h"
 #include "TimeText.h"
@@ -10,14 +11,11 @@
 namespace readers {
 namespace {
 
-bool isCapitalOrDigit(char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
+bool isCapitalOrDigit(char c) { return text::isCapital(c) || text::isDigit(c); }
 
 /// Nothing when it is not two hexadecimal digits.
 std::optional<unsigned char> parseChecksum(std::string_view text) {
-  unsigned value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
-  if (text.size() != 2 || error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
-  return static_cast<unsigned char>(value);
+  return text.size() == 2 ? text::numberIn<unsigned char>(text, 16) : std::nullopt;
 }
 
 }  // namespace

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
+#include <trip/drawing/TripPicture.h>
+#include <trip/outputs/Outputs.h>
 #include <unistd.h>
 
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <new>
-
-#include "Outputs.h"
-#include "TripPicture.h"
 
 namespace {
 std::int64_t liveBytes = 0;

@@ -2,10 +2,10 @@
 #include "LoadedRecording.h"
 
 #include <readers/FixCompletion.h>
-#include <trip/Axis.h>
-#include <trip/EndlessPlane.h>
 #include <trip/OutputText.h>
-#include <trip/Recording.h>
+#include <trip/drawing/Axis.h>
+#include <trip/drawing/EndlessPlane.h>
+#include <trip/replay/Recording.h>
 
 #include <filesystem>
 

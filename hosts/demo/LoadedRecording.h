@@ -3,7 +3,7 @@
 #define ZRCORE_HOSTS_DEMO_LOADEDRECORDING_H
 
 #include <ZRCore/CLLocation.h>
-#include <trip/Envelope.h>
+#include <trip/drawing/Envelope.h>
 
 #include <cstddef>
 #include <string>

@@ -2,8 +2,8 @@
 #ifndef ZRCORE_HOSTS_DEMO_MAPVIEW_H
 #define ZRCORE_HOSTS_DEMO_MAPVIEW_H
 
-#include <trip/Envelope.h>
-#include <trip/MapTransform.h>
+#include <trip/drawing/Envelope.h>
+#include <trip/drawing/MapTransform.h>
 
 namespace demo {
 

@@ -2,7 +2,7 @@
 #ifndef ZRCORE_HOSTS_DEMO_PLACELIST_H
 #define ZRCORE_HOSTS_DEMO_PLACELIST_H
 
-#include <trip/PlaceMark.h>
+#include <trip/drawing/PlaceMark.h>
 
 #include <cstdint>
 #include <optional>

@@ -3,7 +3,7 @@
 #define ZRCORE_HOSTS_DEMO_TRIPCLIENTS_H
 
 #include <ZRCore/ZRLocationManager.h>
-#include <trip/ReplayedRoute.h>
+#include <trip/replay/ReplayedRoute.h>
 
 #include <array>
 #include <cstdint>

@@ -3,7 +3,7 @@
 #define ZRCORE_HOSTS_DEMO_TRIPSESSION_H
 
 #include <ZRCore/ZRPlatform.h>
-#include <trip/TripSimulator.h>
+#include <trip/replay/TripSimulator.h>
 
 #include <cstdint>
 #include <memory>

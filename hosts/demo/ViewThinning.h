@@ -2,7 +2,7 @@
 #ifndef ZRCORE_HOSTS_DEMO_VIEWTHINNING_H
 #define ZRCORE_HOSTS_DEMO_VIEWTHINNING_H
 
-#include <trip/MapTransform.h>
+#include <trip/drawing/MapTransform.h>
 
 #include <cstddef>
 #include <span>

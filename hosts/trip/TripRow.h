@@ -63,6 +63,12 @@ struct TripSummary {
   bool couldAssumeAccuracy = false, couldDeriveSpeed = false;
 };
 
+/// Seconds between the earliest and the latest time; nothing when no time is known.
+inline std::optional<double> durationSeconds(const TripSummary& summary) {
+  if (!summary.firstSecondsSince1970 || !summary.lastSecondsSince1970) return std::nullopt;
+  return *summary.lastSecondsSince1970 - *summary.firstSecondsSince1970;
+}
+
 /// Something that is written while a trip is replayed. Bounded memory, whatever the length of the trip.
 class TripOutput {
  public:

@@ -3,6 +3,7 @@
 #define ZRCORE_PLATFORM_GTK_WEBPAGEVIEW_H
 
 #include <ZRCore/UIWebView.h>
+#include <owners/GLib.h>
 #include <webkit/webkit.h>
 
 #include <functional>
@@ -65,7 +66,7 @@ class WebPageView final : public Shown<UIWebView> {
   const policy::WebSchemes schemes_;
   WebKitWebView* view_;
   PageNotice notice_;
-  GCancellable* titleAsked_;
+  owners::Ref<GCancellable> titleAsked_{g_cancellable_new()};
   std::string title_;
   std::string host_;
   std::string asked_;           ///< by the host or the user; empty when something of it has come

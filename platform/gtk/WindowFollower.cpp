@@ -20,17 +20,15 @@ bool canBeSeen(GtkWindow* window) {
 class Connection {
  public:
   Connection(gpointer source, const char* signal, GCallback called, gpointer self)
-      : source_(G_OBJECT(g_object_ref(source))), id_(g_signal_connect_swapped(source, signal, called, self)) {}
-  Connection(Connection&& other) noexcept : source_(std::exchange(other.source_, nullptr)), id_(other.id_) {}
+      : source_(owners::refTo(G_OBJECT(source))), id_(g_signal_connect_swapped(source, signal, called, self)) {}
+  Connection(Connection&&) noexcept = default;
   Connection& operator=(Connection&&) = delete;
   ~Connection() {
-    if (!source_) return;
-    g_signal_handler_disconnect(source_, id_);
-    g_object_unref(source_);
+    if (source_) g_signal_handler_disconnect(source_.get(), id_);
   }
 
  private:
-  GObject* source_;
+  owners::Ref<GObject> source_;
   gulong id_;
 };
 
@@ -49,9 +47,8 @@ class WindowFollower {
   void followAll() {
     std::map<GtkWindow*, std::vector<Connection>> followed;
     for (guint i = 0; i < g_list_model_get_n_items(windows_); ++i) {
-      auto* const window = static_cast<GtkWindow*>(g_list_model_get_item(windows_, i));
-      follow(window, followed[window]);
-      g_object_unref(window);
+      const owners::Ref<GtkWindow> window(static_cast<GtkWindow*>(g_list_model_get_item(windows_, i)));
+      follow(window.get(), followed[window.get()]);
     }
     followed_ = std::move(followed);
     judge();

@@ -11,19 +11,19 @@ breach() {
 }
 sources() { find "$@" \( -name '*.h' -o -name '*.hpp' -o -name '*.cpp' -o -name '*.c' \) -print0 2>/dev/null; }
 
-hits=$(sources geometry mapping location load services model audio browser policy readers packed platform hosts include |
+hits=$(sources geometry mapping location services model audio browser policy readers packed text platform hosts include |
   xargs -0r grep -nHE '#include "[^"]*\.\./')
 [ -n "$hits" ] && breach 'An include leaves its room' "$hits"
 
-hits=$(sources geometry mapping location load services model audio browser policy readers packed include |
+hits=$(sources geometry mapping location services model audio browser policy readers packed text include |
   xargs -0r grep -nHE '^ *# *(if|ifdef|elif).*(__linux__|__APPLE__|_WIN32|__unix__|__ANDROID__)')
 [ -n "$hits" ] && breach 'The operating system is asked for outside platform/' "$hits"
 
 # The floor between the rules and the system: no header of the system, nor of a library but those that the room stands
 # on.
 outside() { # ROOM ALLOWED
-  sources "$1" | xargs -0r grep -nHE '^ *# *include +<' | grep -vE "<(ZRCore/|$1/|$2|[a-z_]+>)"
-  sources "$1" | xargs -0r grep -nHE '^ *# *include +<(fstream|filesystem|thread|cstdio|csignal|iostream)>|\b(getenv|time|system)\('
+  sources "$1" | xargs -0r grep -nHE '^ *# *include +<' | grep -vE "<(ZRCore/|text/|$1/|$2|[a-z_]+>)"
+  sources "$1" | xargs -0r grep -nHE '^ *# *include +<(fstream|filesystem|thread|csignal|iostream)>|\b(getenv|time|system)\('
 }
 hits=$(
   outside policy '$^'
@@ -80,7 +80,7 @@ done)
 declared=$(grep -hoE '\b__[a-z][A-Za-z]+( = [^;]*)?;' location/LocationFilterState.h location/LocationStatics.h \
   services/TrackingIdentity.h |
   grep -oE '__[a-zA-Z]+' | sort -u)
-hits=$(sources geometry mapping location load services model audio browser policy readers packed platform hosts include tests |
+hits=$(sources geometry mapping location services model audio browser policy readers packed text platform hosts include tests |
   xargs -0r grep -nHoE '\b__[a-z][A-Za-z]*[A-Z][A-Za-z]*\b' | while IFS=: read -r file line name; do
     grep -qx "$name" <<<"$declared" || echo "$file:$line: $name"
   done)

@@ -3,6 +3,7 @@
 #define ZRCORE_LINUX_LINUXLOG_H
 
 #include <ZRCore/ZRPlatform.h>
+#include <owners/FileDescriptor.h>
 #include <sys/un.h>
 
 #include <optional>
@@ -18,15 +19,12 @@ class LinuxLog final : public ZRLog {
  public:
   /// @param journalSocket  where the journal listens; absent: the standard error stream alone.
   explicit LinuxLog(std::optional<std::string> journalSocket);
-  ~LinuxLog() override;
-  LinuxLog(const LinuxLog&) = delete;
-  LinuxLog& operator=(const LinuxLog&) = delete;
 
   void writeLine(std::string_view line) override;
 
  private:
   sockaddr_un journal_{};
-  int socket_ = -1;
+  FileDescriptor socket_;
 };
 
 #endif

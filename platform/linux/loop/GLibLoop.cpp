@@ -43,13 +43,9 @@ namespace {
 class SourceWait final : public Loop::Wait {
  public:
   explicit SourceWait(GSource* source) : source_(source) {}
-  ~SourceWait() override {
-    g_source_destroy(source_);
-    g_source_unref(source_);
-  }
 
  private:
-  GSource* source_;
+  owners::Source source_;
 };
 
 template <class Function>
@@ -82,16 +78,10 @@ GLibLoop::GLibLoop(GMainContext* context)
       [](GSource* source) { delete reinterpret_cast<QueueSource*>(source)->queue; },
       nullptr,
       nullptr};
-  queueSource_ = g_source_new(&functions, sizeof(QueueSource));
-  reinterpret_cast<QueueSource*>(queueSource_)->queue = new std::shared_ptr<Queue>(queue_);
-  g_source_set_static_name(queueSource_, "ZRCore main queue");
-  g_source_attach(queueSource_, context_);
-}
-
-GLibLoop::~GLibLoop() {
-  g_source_destroy(queueSource_);
-  g_source_unref(queueSource_);
-  g_main_context_unref(context_);
+  queueSource_.reset(g_source_new(&functions, sizeof(QueueSource)));
+  reinterpret_cast<QueueSource*>(queueSource_.get())->queue = new std::shared_ptr<Queue>(queue_);
+  g_source_set_static_name(queueSource_.get(), "ZRCore main queue");
+  g_source_attach(queueSource_.get(), context_.get());
 }
 
 void GLibLoop::post(std::function<void()> work) {
@@ -101,7 +91,7 @@ void GLibLoop::post(std::function<void()> work) {
     queue_->posted.push_back(std::move(work));
   }
   // The thread that iterates looks at the queue before it waits again.
-  if (!g_main_context_is_owner(context_)) g_main_context_wakeup(context_);
+  if (!g_main_context_is_owner(context_.get())) g_main_context_wakeup(context_.get());
 }
 
 std::unique_ptr<Loop::Wait> GLibLoop::after(double seconds, std::function<void()> fire) {
@@ -115,7 +105,7 @@ std::unique_ptr<Loop::Wait> GLibLoop::after(double seconds, std::function<void()
         return G_SOURCE_REMOVE;
       },
       new Fire(std::move(fire)), release<Fire>);
-  g_source_attach(source, context_);
+  g_source_attach(source, context_.get());
   return std::make_unique<SourceWait>(source);
 }
 
@@ -134,6 +124,6 @@ std::unique_ptr<Loop::Wait> GLibLoop::watch(int fileDescriptor, Readiness intere
   };
   g_source_set_callback(source, G_SOURCE_FUNC(static_cast<GUnixFDSourceFunc>(dispatch)), new Fire(std::move(fire)),
                         release<Fire>);
-  g_source_attach(source, context_);
+  g_source_attach(source, context_.get());
   return std::make_unique<SourceWait>(source);
 }

@@ -38,7 +38,7 @@ void FileSource::stop() {
 }
 
 void FileSource::open() {
-  file_ = Descriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  file_ = FileDescriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   if (!file_.isOpen()) return fail(PositioningFault::badSource, std::strerror(errno));
   const auto self = shared_from_this();
   unpacking_.emplace();
@@ -59,7 +59,7 @@ bool FileSource::readMore() {
     return false;
   }
   std::array<char, kReadBytes> bytes;
-  const ssize_t count = ::read(file_.number(), bytes.data(), unpacking_->nextBytes(kReadBytes));
+  const ssize_t count = ::read(file_.get(), bytes.data(), unpacking_->nextBytes(kReadBytes));
   if (count < 0) {
     fail(PositioningFault::badSource, std::strerror(errno));
     return false;

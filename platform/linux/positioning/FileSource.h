@@ -39,7 +39,7 @@ class FileSource final : public PositionSource, public std::enable_shared_from_t
   std::string path_;
   std::function<double()> monotonicSeconds_;
   PositionSourceListener* listener_ = nullptr;  ///< null: not running
-  Descriptor file_;
+  FileDescriptor file_;
   std::optional<packed::MaybeGzip> unpacking_;
   std::string piece_;                           ///< unpacked, and not yet read
   std::unique_ptr<policy::LiveReader> reader_;  ///< null until the format is told

@@ -21,9 +21,8 @@ constexpr guint32 kExactAccuracy = 8;
 std::string pathAt(GVariant* parameters, gsize index) {
   std::string path;
   if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE_TUPLE) || g_variant_n_children(parameters) <= index) return path;
-  GVariant* const child = g_variant_get_child_value(parameters, index);
+  g_autoptr(GVariant) child = g_variant_get_child_value(parameters, index);
   if (g_variant_is_of_type(child, G_VARIANT_TYPE_OBJECT_PATH)) path = g_variant_get_string(child, nullptr);
-  g_variant_unref(child);
   return path;
 }
 
@@ -141,9 +140,8 @@ void GeoClueSource::locationUpdated(GVariant* parameters) {
              [this](GVariant* reply, const GError* error) {
                // A location that has been replaced meanwhile is gone; the next one has been announced.
                if (error != nullptr || !g_variant_is_of_type(reply, G_VARIANT_TYPE("(a{sv})"))) return;
-               GVariant* const properties = g_variant_get_child_value(reply, 0);
+               g_autoptr(GVariant) properties = g_variant_get_child_value(reply, 0);
                deliver(properties);
-               g_variant_unref(properties);
              });
 }
 
@@ -160,9 +158,8 @@ void GeoClueSource::deliver(GVariant* properties) {
 void GeoClueSource::failed(const GError& error) {
   if (g_dbus_error_is_remote_error(&error) == FALSE) return;  // of a bus that is gone, its end tells
   const auto self = shared_from_this();
-  gchar* const remote = g_dbus_error_get_remote_error(&error);
+  g_autofree gchar* remote = g_dbus_error_get_remote_error(&error);
   const std::string name = remote != nullptr ? remote : "";
-  g_free(remote);
   if (name == "org.freedesktop.DBus.Error.AccessDenied") {
     isDenied_ = true;
     watchdog_.reset();

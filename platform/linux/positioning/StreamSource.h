@@ -42,7 +42,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
 
  private:
   void connect();
-  void connected(Descriptor descriptor, const std::string& failure);
+  void connected(FileDescriptor descriptor, const std::string& failure);
   void answers();
   void read();
   void deliver(const policy::LiveEvents& events);
@@ -57,7 +57,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
   policy::BackOff backOff_;
   PositionSourceListener* listener_ = nullptr;  ///< null: not running
 
-  Descriptor descriptor_;
+  FileDescriptor descriptor_;
   bool hasGreeted_ = false;
   bool hasHeardFix_ = false;  ///< since the silence was last looked at
   std::unique_ptr<Loop::Wait> readable_, retry_, greeting_, quiet_, silence_;

@@ -2,10 +2,10 @@
 #ifndef ZRCORE_LINUX_SOUND_DUCKFILE_H
 #define ZRCORE_LINUX_SOUND_DUCKFILE_H
 
+#include <owners/FileDescriptor.h>
+
 #include <string>
 #include <vector>
-
-#include "sound/EngineProcess.h"
 
 /// A process's note of the streams that it has lowered. Other processes that want to lower the same streams read it,
 /// and if this process crashes the next one restores what the note names. Each process keeps its own file locked while

@@ -36,20 +36,6 @@ std::vector<char*> environmentWithoutSound() {
 
 }  // namespace
 
-FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-
-FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
-  if (this != &other) {
-    close();
-    number_ = std::exchange(other.number_, -1);
-  }
-  return *this;
-}
-
-void FileDescriptor::close() {
-  if (number_ >= 0) ::close(std::exchange(number_, -1));
-}
-
 EngineProcess::EngineProcess(Loop& loop, std::string input, Events events)
     : loop_(loop), input_(std::move(input)), events_(std::move(events)) {}
 

@@ -2,6 +2,7 @@
 #ifndef ZRCORE_LINUX_SOUND_ENGINEPROCESS_H
 #define ZRCORE_LINUX_SOUND_ENGINEPROCESS_H
 
+#include <owners/FileDescriptor.h>
 #include <sys/types.h>
 
 #include <functional>
@@ -11,22 +12,6 @@
 #include <vector>
 
 #include "loop/Loop.h"
-
-/// A descriptor of our own, closed with its owner.
-class FileDescriptor {
- public:
-  FileDescriptor() = default;
-  explicit FileDescriptor(int number) : number_(number) {}
-  FileDescriptor(FileDescriptor&& other) noexcept;
-  FileDescriptor& operator=(FileDescriptor&& other) noexcept;
-  ~FileDescriptor() { close(); }
-  int get() const { return number_; }
-  bool isOpen() const { return number_ >= 0; }
-  void close();
-
- private:
-  int number_ = -1;
-};
 
 /// A program that is given a text on its standard input and whose standard output is read on the loop. It runs in a
 /// process group of its own, without a sound server; dropping this object kills the group.

@@ -3,7 +3,7 @@
 #include <demo/MapView.h>
 #include <demo/ViewThinning.h>
 #include <gmock/gmock.h>
-#include <trip/CairoCanvas.h>
+#include <trip/drawing/CairoCanvas.h>
 
 #include <algorithm>
 #include <cmath>

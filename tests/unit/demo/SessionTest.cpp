@@ -2,7 +2,7 @@
 #include <ZRCore/ZRPlatformFake.h>
 #include <demo/TripSession.h>
 #include <gtest/gtest.h>
-#include <trip/Recording.h>
+#include <trip/replay/Recording.h>
 
 #include <algorithm>
 #include <filesystem>

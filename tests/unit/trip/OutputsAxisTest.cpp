@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
+#include <trip/drawing/Axis.h>
+#include <trip/drawing/CourseFold.h>
+#include <trip/drawing/Diagrams.h>
 
 #include <cmath>
 #include <limits>
-
-#include "Axis.h"
-#include "CourseFold.h"
-#include "Diagrams.h"
 
 namespace trip {
 namespace {

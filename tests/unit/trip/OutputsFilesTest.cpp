@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 #include <sys/resource.h>
+#include <trip/OutputText.h>
+#include <trip/outputs/CsvOutput.h>
+#include <trip/outputs/GeoJsonOutput.h>
+#include <trip/outputs/GpxRecording.h>
+#include <trip/outputs/OutputError.h>
+#include <trip/outputs/Outputs.h>
+#include <trip/outputs/SummaryOutput.h>
 
 #include <csignal>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "CsvOutput.h"
-#include "GeoJsonOutput.h"
-#include "GpxRecording.h"
-#include "OutputError.h"
-#include "OutputText.h"
-#include "Outputs.h"
 #include "OutputsSupport.h"
-#include "SummaryOutput.h"
 
 namespace trip {
 namespace {

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
 #include <readers/FixReader.h>
-
-#include "GpxJournal.h"
+#include <trip/outputs/GpxJournal.h>
 
 namespace trip {
 namespace {

@@ -2,14 +2,14 @@
 #include <cairo.h>
 #include <expat.h>
 #include <gmock/gmock.h>
+#include <trip/drawing/Theme.h>
+#include <trip/drawing/TripDrawing.h>
 
 #include <cmath>
 #include <cstring>
 #include <memory>
 
 #include "OutputsSupport.h"
-#include "Theme.h"
-#include "TripDrawing.h"
 
 namespace trip {
 namespace {

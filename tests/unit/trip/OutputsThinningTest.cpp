@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
+#include <trip/drawing/LineSimplifier.h>
+#include <trip/drawing/MarkThinner.h>
+#include <trip/drawing/SeriesThinner.h>
+#include <trip/drawing/TripPicture.h>
 
 #include <cmath>
 #include <random>
 
-#include "LineSimplifier.h"
-#include "MarkThinner.h"
 #include "OutputsSupport.h"
-#include "SeriesThinner.h"
-#include "TripPicture.h"
 
 namespace trip {
 namespace {

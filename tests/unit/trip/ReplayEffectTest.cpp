@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
-#include <trip/FilterEffectCounter.h>
+#include <trip/replay/FilterEffectCounter.h>
 
 #include <algorithm>
 #include <cmath>

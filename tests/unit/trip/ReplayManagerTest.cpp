@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <gtest/gtest.h>
-#include <trip/ManagerPipeline.h>
+#include <trip/replay/ManagerPipeline.h>
 
 // Each case runs in a process of its own: the location service keeps its state as long as the process lives.
 

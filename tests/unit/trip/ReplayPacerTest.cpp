@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <trip/Pacer.h>
+#include <trip/replay/Pacer.h>
 
 #include <vector>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <gtest/gtest.h>
-#include <trip/NearestOnLine.h>
-#include <trip/ReplayedRoute.h>
-#include <trip/RouteSnapper.h>
+#include <trip/replay/NearestOnLine.h>
+#include <trip/replay/ReplayedRoute.h>
+#include <trip/replay/RouteSnapper.h>
 
 #include <cmath>
 #include <random>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <trip/CsvOutput.h>
-#include <trip/ManagerPipeline.h>
-#include <trip/TripReplay.h>
+#include <trip/outputs/CsvOutput.h>
+#include <trip/replay/ManagerPipeline.h>
+#include <trip/replay/TripReplay.h>
 
 #include <filesystem>
 #include <fstream>

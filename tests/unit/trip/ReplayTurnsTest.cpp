@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
-#include <trip/TurnDetector.h>
+#include <trip/replay/TurnDetector.h>
 
 #include <cmath>
 #include <string>

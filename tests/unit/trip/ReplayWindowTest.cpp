@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gtest/gtest.h>
-#include <trip/TimeWindow.h>
+#include <trip/replay/TimeWindow.h>
 
 #include <cmath>
 
