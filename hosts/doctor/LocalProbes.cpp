@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRLinuxSound.h>
+#include <ZRCore/ZRPlatformFill.h>
 #include <gio/gio.h>
 #include <gio/gunixsocketaddress.h>
 #include <unistd.h>
@@ -42,22 +43,10 @@ std::string unableToRead(const ZRPlatform& platform) {
 
 Finding AdaptersProbe::look() {
   constexpr const char* kBuild = "scripts/setup && cmake --workflow --preset check";
-  const std::pair<const char*, bool> services[] = {
-      {"positioning", platform_.positioning != nullptr},
-      {"bundle", platform_.bundle != nullptr},
-      {"json", platform_.json != nullptr},
-      {"main queue", platform_.mainQueue != nullptr},
-      {"http", platform_.httpSession != nullptr},
-      {"xml", platform_.xml != nullptr},
-      {"images", platform_.images != nullptr},
-      {"settings", platform_.userDefaults != nullptr},
-      {"device", platform_.device != nullptr},
-      {"audio session", platform_.audioSession != nullptr},
-      {"speech", platform_.speech != nullptr},
-      {"audio players", platform_.audioPlayers != nullptr},
-  };
   std::string present, absent;
-  for (const auto& [name, isThere] : services) appendTo(isThere ? present : absent, name);
+  ZRForEachService([&](const auto& service) {
+    if (service.origin == ZRServiceOrigin::system) appendTo(platform_.*service.member ? present : absent, service.name);
+  });
   if (!absent.empty()) {
     return {"adapters", State::missing, "this build has none for: " + absent + " (it has: " + present + ")", kBuild};
   }
