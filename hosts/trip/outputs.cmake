@@ -9,6 +9,7 @@ add_library(
   zr_trip_outputs STATIC
   Axis.cpp
   CairoCanvas.cpp
+  CairoPicture.cpp
   CourseFold.cpp
   CsvOutput.cpp
   Diagrams.cpp
