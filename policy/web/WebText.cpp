@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "WebText.h"
+#include "web/WebText.h"
 
 #include <array>
 

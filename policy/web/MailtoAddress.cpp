@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "MailtoAddress.h"
+#include "web/MailtoAddress.h"
 
 #include <cstddef>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "WebLoadReports.h"
+#include "web/WebLoadReports.h"
 
 namespace policy {
 

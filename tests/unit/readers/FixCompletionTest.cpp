@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <gtest/gtest.h>
-#include <policy/FixCompletion.h>
+#include <readers/FixCompletion.h>
 
 namespace policy {
 namespace {

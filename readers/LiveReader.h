@@ -14,7 +14,7 @@
 #include <vector>
 
 #include "FixCompletion.h"
-#include "readers/FixReader.h"
+#include "FixReader.h"
 
 namespace policy {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "WebNavigation.h"
+#include "web/WebNavigation.h"
 
 #include <algorithm>
 #include <array>

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "MailtoAddress.h"
-#include "WebLoadReports.h"
-#include "WebNavigation.h"
-#include "WebText.h"
+#include <policy/web/MailtoAddress.h>
+#include <policy/web/WebLoadReports.h>
+#include <policy/web/WebNavigation.h>
+#include <policy/web/WebText.h>
 
 using policy::WebNavigation;
 using policy::WebNavigationDecision;

@@ -9,7 +9,7 @@
 
 #include <optional>
 
-#include "readers/FixReader.h"
+#include "FixReader.h"
 
 namespace policy {
 
