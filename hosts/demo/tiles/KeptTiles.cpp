@@ -41,13 +41,15 @@ std::shared_ptr<NSURLSessionDataTask> KeptTiles::dataTaskWithRequest(NSMutableUR
                          std::optional<NSError> error) {
     const bool isAnswer = !error && data && response;
     const bool isRefusal = isAnswer && response->statusCode >= 400 && response->statusCode < 500;
+    const bool isGivenUp = error && error->code == NSURLErrorCancelled;
     if (isAnswer && response->statusCode == 200) {
       keeper->keep(address, *data, *response);
-    } else if (!isRefusal) {
-      if (auto older = keeper->folder->read(address))
-        return completion(std::move(older), localResponse(request, 200), {});
+    } else if (auto older = isRefusal || isGivenUp ? std::nullopt : keeper->folder->read(address)) {
+      data = std::move(older);
+      response = localResponse(request, 200);
+      error.reset();
     }
-    completion(std::move(data), std::move(response), std::move(error));
+    if (completion) completion(std::move(data), std::move(response), std::move(error));
   };
   return network_->dataTaskWithRequest(std::move(request), std::move(keepAndTell));
 }

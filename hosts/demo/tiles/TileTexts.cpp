@@ -51,6 +51,7 @@ std::optional<double> maxAge(std::string_view control) {
   const std::string_view digits = control.substr(at + kName.size());
   std::uint32_t seconds = 0;
   const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), seconds);
+  if (read.ec == std::errc::result_out_of_range) return kYearSeconds;
   return read.ec == std::errc() ? std::optional<double>(seconds) : std::nullopt;
 }
 
