@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kMostPictureBytes = 4'000'000;
 // A file may hold a view that computes without end. One look-up in an index takes a few dozen steps.
-constexpr int kStepsOfTurn = 1000, kMostTurns = 20'000;
+constexpr int kStepsOfTurn = 1000, kMostTurns = 5'000;
 
 /// Answers for the addresses "mbtiles:zoom/column/row from the south".
 class MBTilesSession final : public NSURLSession {
