@@ -30,7 +30,7 @@ class BaseMap : public DemoScreen {
   /// Waits for the tiles of the whole trip, in a window that has its size and room for the attribution.
   void untilDrawn() {
     until("the tiles", [this] {
-      return number("tiles") > 0 && number("awaited") == 0 && std::labs(number("zoom") - kWholeTripZoom) <= 2;
+      return number("tiles") > 0 && number("awaited") == 0 && std::labs(number("zoom") - kWholeTripZoom) <= 6;
     });
   }
 

@@ -104,7 +104,8 @@ std::optional<std::string> MBTiles::picture(int zoom, std::int64_t column, std::
   return found;
 }
 
-MBTiles::Statement MBTiles::prepared(const char* sql) const {
+MBTiles::Statement MBTiles::prepared(const char* sql) {
+  turnsLeft_ = kMostTurns;
   sqlite3_stmt* statement = nullptr;
   const int result = sqlite3_prepare_v2(database_.get(), sql, -1, &statement, nullptr);
   if (result != SQLITE_OK) throw errorOf("is no MBTiles file: " + std::string(sqlite3_errmsg(database_.get())));

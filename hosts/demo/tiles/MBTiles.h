@@ -38,7 +38,7 @@ class MBTiles {
   };
   using Statement = std::unique_ptr<sqlite3_stmt, Close>;
 
-  Statement prepared(const char* sql) const;
+  Statement prepared(const char* sql);
   bool step(sqlite3_stmt* statement);
   std::string metadata(const char* name);
   void readZooms();
