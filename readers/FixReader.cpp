@@ -11,7 +11,7 @@
 namespace readers {
 
 Listener::~Listener() = default;
-void Listener::news(const SourceNews& /*news*/) {}
+void Listener::status(const SourceStatus& /*status*/) {}
 FixReader::~FixReader() = default;
 FixReader::Held FixReader::held() const { return Held::nothing; }
 void FixReader::tellHeld(Listener& /*listener*/) {}

@@ -29,9 +29,9 @@ struct LiveEvents {
 
 /// Turns the bytes of one source, over any number of connections, into the platform's fixes.
 ///
-/// Reports of one instant are merged as in a recording, but a fix is told as soon as nothing can be added to it, or when
-/// the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An instant is told once, also
-/// when a new connection begins with it.
+/// Reports of one instant are merged as in a recording, but a fix is reported as soon as nothing can be added to it, or
+/// when the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An instant is reported
+/// once, also when a new connection begins with it.
 class LiveReader final : private readers::Listener {
  public:
   /// The sentences of one instant follow each other closely, instants do not.
@@ -46,7 +46,7 @@ class LiveReader final : private readers::Listener {
   void beginConnection();
 
   LiveEvents feed(std::string_view bytes);
-  /// The stream went quiet, or the connection ended. A line that was cut off by that is no fault.
+  /// The stream went quiet, or the connection ended. A line that was cut off by that is not a fault.
   LiveEvents tellHeld();
   /// The recording ended.
   LiveEvents finish();
@@ -57,7 +57,7 @@ class LiveReader final : private readers::Listener {
  private:
   void fix(const readers::SourceFix& fix) override;
   void remark(const readers::Remark& remark) override;
-  void news(const readers::SourceNews& news) override;
+  void status(const readers::SourceStatus& status) override;
   LiveEvents take();
 
   readers::Format format_;

@@ -2,7 +2,7 @@
 #include "MapDrawing.h"
 
 #include <trip/OutputText.h>
-#include <trip/Theme.h>
+#include <trip/drawing/Theme.h>
 
 #include <algorithm>
 #include <cmath>

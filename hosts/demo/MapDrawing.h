@@ -2,9 +2,9 @@
 #ifndef ZRCORE_HOSTS_DEMO_MAPDRAWING_H
 #define ZRCORE_HOSTS_DEMO_MAPDRAWING_H
 
-#include <trip/CairoCanvas.h>
-#include <trip/MapTransform.h>
-#include <trip/PlaceMark.h>
+#include <trip/drawing/CairoCanvas.h>
+#include <trip/drawing/MapTransform.h>
+#include <trip/drawing/PlaceMark.h>
 
 #include <optional>
 #include <vector>

@@ -10,8 +10,8 @@
 
 namespace demo {
 
-/// What the demonstration takes up again at its next start, in the user's settings. A file is remembered by its path; an
-/// empty one is the sample.
+/// What the demonstration takes up again at its next start, in the user's settings. A file is remembered by its path;
+/// an empty one is the sample.
 class SessionMemory {
  public:
   struct Trip {

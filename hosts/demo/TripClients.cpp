@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TripClients.h"
 
-#include <trip/LocationRow.h>
+#include <trip/replay/LocationRow.h>
 
 #include <utility>
 
@@ -12,18 +12,18 @@ void TripClients::Delegate::locationManagerDidUpdateLocations(ZRLocationManager&
   if (!locations.empty()) latest = locations.back();
 }
 
-void TripClients::HearingDelegate::locationManagerDidUpdateLocations(ZRLocationManager& manager,
-                                                                     const ZRLocations& locations) {
+void TripClients::ReportingDelegate::locationManagerDidUpdateLocations(ZRLocationManager& manager,
+                                                                       const ZRLocations& locations) {
   Delegate::locationManagerDidUpdateLocations(manager, locations);
-  for (const auto& location : locations) ears_.fix(*location);
+  for (const auto& location : locations) handlers_.fix(*location);
 }
 
-void TripClients::HearingDelegate::locationManagerDidFailWithError(ZRLocationManager&, const NSError& error) {
-  ears_.failure(error);
+void TripClients::ReportingDelegate::locationManagerDidFailWithError(ZRLocationManager&, const NSError& error) {
+  handlers_.failure(error);
 }
 
-TripClients::TripClients(Ears ears) {
-  clients_[plain].delegate = std::make_shared<HearingDelegate>(std::move(ears));
+TripClients::TripClients(Handlers handlers) {
+  clients_[plain].delegate = std::make_shared<ReportingDelegate>(std::move(handlers));
   clients_[snapped].delegate = std::make_shared<Delegate>();
   clients_[halfWay].delegate = std::make_shared<Delegate>();
   for (Client& client : clients_) {

@@ -3,7 +3,7 @@
 #define ZRCORE_HOSTS_DEMO_TRIPCLIENTS_H
 
 #include <ZRCore/ZRLocationManager.h>
-#include <trip/ReplayedRoute.h>
+#include <trip/replay/ReplayedRoute.h>
 
 #include <array>
 #include <cstdint>
@@ -27,14 +27,14 @@ class TripClients {
     std::uint64_t fixes = 0;  ///< delivered to it
   };
 
-  /// What the plain client hears.
-  struct Ears {
+  /// Called with what the plain client is given.
+  struct Handlers {
     std::function<void(const ZRLocation&)> fix;
     std::function<void(const NSError&)> failure;
   };
 
   /// Starts the plain and the snapping client.
-  explicit TripClients(Ears ears);
+  explicit TripClients(Handlers handlers);
   TripClients(const TripClients&) = delete;
   TripClients& operator=(const TripClients&) = delete;
   ~TripClients();  // stops all of them
@@ -60,14 +60,14 @@ class TripClients {
     std::uint64_t fixes = 0;
   };
 
-  class HearingDelegate final : public Delegate, public ZRDidFailWithError {
+  class ReportingDelegate final : public Delegate, public ZRDidFailWithError {
    public:
-    explicit HearingDelegate(Ears ears) : ears_(std::move(ears)) {}
+    explicit ReportingDelegate(Handlers handlers) : handlers_(std::move(handlers)) {}
     void locationManagerDidUpdateLocations(ZRLocationManager& manager, const ZRLocations& locations) override;
     void locationManagerDidFailWithError(ZRLocationManager& manager, const NSError& error) override;
 
    private:
-    Ears ears_;
+    Handlers handlers_;
   };
 
   struct Client {

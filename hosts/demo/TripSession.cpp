@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TripSession.h"
 
-#include <trip/LocationRow.h>
+#include <trip/replay/LocationRow.h>
 
 #include <utility>
 

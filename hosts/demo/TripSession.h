@@ -3,7 +3,7 @@
 #define ZRCORE_HOSTS_DEMO_TRIPSESSION_H
 
 #include <ZRCore/ZRPlatform.h>
-#include <trip/TripSimulator.h>
+#include <trip/replay/TripSimulator.h>
 
 #include <cstdint>
 #include <memory>
@@ -20,9 +20,9 @@ namespace demo {
 /// A trip on its way through the location service: a recording that is played, or a receiver that is listened to, the
 /// clients, and the track of what the plain client heard.
 ///
-/// Each trip begins with a fresh filter, so that what it makes of a recording does not depend on what was played before.
-/// A jump forward delivers the fixes in between at once; a jump backward cuts the track and the filter's memory back, and
-/// nothing is taken back from the clients' counts.
+/// Each trip begins with a fresh filter, so that what it makes of a recording does not depend on what was played
+/// before. A jump forward delivers the fixes in between at once; a jump backward cuts the track and the filter's memory
+/// back, and nothing is taken back from the clients' counts.
 class TripSession {
  public:
   /// The services of the platform in use; both must outlive the session.
@@ -51,7 +51,7 @@ class TripSession {
   /// Where the trip leads; empty with a receiver.
   const std::vector<TrackPoint>& route() const;
 
-  // What the host tells the service.
+  // What the host reports to the service.
 
   /// Posts that the application went to the background, or came back.
   void setInBackground(bool isInBackground);

@@ -63,7 +63,7 @@ Finding AdaptersProbe::look() {
     return {"adapters", State::missing, "this build has none for: " + absent + " (it has: " + present + ")", kBuild};
   }
   const std::string failing = unableToRead(platform_);
-  if (!failing.empty()) return {"adapters", State::broken, "they can't read a small document: " + failing, kBuild};
+  if (!failing.empty()) return {"adapters", State::broken, "they cannot read a small document: " + failing, kBuild};
   return {"adapters", State::usable, present, ""};
 }
 
@@ -179,7 +179,7 @@ Finding HandlerProbe::look() {
   const std::string chosen = chosenHandler(type);
   GAppInfo* const handler = g_app_info_get_default_for_uri_scheme(scheme_.c_str());
   if (handler == nullptr) {
-    if (!chosen.empty()) return {subject_, State::broken, chosen + " is chosen, but can't be started", remedy};
+    if (!chosen.empty()) return {subject_, State::broken, chosen + " is chosen, but cannot be started", remedy};
     return {subject_, State::missing, "no application opens " + scheme_ + " addresses", remedy};
   }
   const char* const id = g_app_info_get_id(handler);

@@ -3,6 +3,7 @@
 #define ZRCORE_PLATFORM_GTK_WEBPAGEVIEW_H
 
 #include <ZRCore/UIWebView.h>
+#include <owners/GLib.h>
 #include <webkit/webkit.h>
 
 #include <functional>
@@ -17,8 +18,8 @@
 
 /// A page of the web by WebKit. "document.title" is what the page had when it finished, and what it has become since;
 /// other scripts are not evaluated, because WebKit answers later and the question does not wait. A jump within the page
-/// is reported as a load that ends at once. A load that has failed and an engine that has died are shown as such, with a
-/// button that tries again; an engine's death is reported as a failed load.
+/// is reported as a load that ends at once. A load that has failed and an engine that has died are shown as such, with
+/// a button that tries again; an engine's death is reported as a failed load.
 class WebPageView final : public Shown<UIWebView> {
  public:
   /// @param session  where cookies, storage and cache are kept.
@@ -65,7 +66,7 @@ class WebPageView final : public Shown<UIWebView> {
   const policy::WebSchemes schemes_;
   WebKitWebView* view_;
   PageNotice notice_;
-  GCancellable* titleAsked_;
+  owners::Ref<GCancellable> titleAsked_{g_cancellable_new()};
   std::string title_;
   std::string host_;
   std::string asked_;           ///< by the host or the user; empty when something of it has come

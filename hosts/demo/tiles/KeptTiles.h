@@ -10,8 +10,8 @@
 
 namespace demo {
 
-/// A session that keeps what another one was answered, so that the tasks above it know nothing of a disk: an answer that
-/// is kept and good is given without a request, an older one when the server cannot give any. Main thread.
+/// A session that keeps what another one was answered, so that the tasks above it know nothing of a disk: an answer
+/// that is kept and good is given without a request, an older one when the server cannot give any. Main thread.
 class KeptTiles final : public NSURLSession {
  public:
   /// @param platform  its session is asked; its clock says what is good still

@@ -2,8 +2,8 @@
 #ifndef ZRCORE_HOSTS_DEMO_TILES_MAPTILE_H
 #define ZRCORE_HOSTS_DEMO_TILES_MAPTILE_H
 
-#include <trip/CairoPicture.h>
-#include <trip/Canvas.h>
+#include <trip/drawing/CairoPicture.h>
+#include <trip/drawing/Canvas.h>
 
 #include <memory>
 

@@ -3,8 +3,8 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <trip/OutputError.h>
-#include <trip/OutputFile.h>
+#include <trip/outputs/OutputError.h>
+#include <trip/outputs/OutputFile.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -111,8 +111,8 @@ std::optional<std::string> TileFolder::read(const std::string& address) {
     forget(address);
     return std::nullopt;
   }
-  constexpr timespec used[]{{0, UTIME_NOW}, {0, UTIME_OMIT}};
-  ::utimensat(AT_FDCWD, path.c_str(), used, AT_SYMLINK_NOFOLLOW);
+  constexpr timespec kUsedNow[]{{0, UTIME_NOW}, {0, UTIME_OMIT}};
+  ::utimensat(AT_FDCWD, path.c_str(), kUsedNow, AT_SYMLINK_NOFOLLOW);
   order_.use(name);
   return content.substr(headEnd + 1);
 }

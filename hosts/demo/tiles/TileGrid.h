@@ -2,7 +2,7 @@
 #ifndef ZRCORE_HOSTS_DEMO_TILES_TILEGRID_H
 #define ZRCORE_HOSTS_DEMO_TILES_TILEGRID_H
 
-#include <trip/MapTransform.h>
+#include <trip/drawing/MapTransform.h>
 
 #include <compare>
 #include <cstddef>

@@ -74,9 +74,8 @@ void TileLoader::start(const Tile& tile, const NSURL& address, bool isRequest) {
 /// The image task takes a picture for a success whatever the status: a server may paint its refusal.
 void TileLoader::arrived(const Tile& tile, const NSURLResponse* response, const UIImage& image) {
   const bool isTile = image.widthPixels <= kMostPixelsAcross && image.heightPixels <= kMostPixelsAcross;
-  if (!isTile || (response && response->statusCode >= 400)) {
-    return failed(tile, response, std::nullopt);
-  }
+  const bool isRefusal = response && response->statusCode >= 400;
+  if (!isTile || isRefusal) return failed(tile, response, std::nullopt);
   onTheirWay_.erase(tile);
   failures_.erase(tile);
   pictures_[tile] = std::make_shared<const trip::CairoPicture>(image);

@@ -25,11 +25,11 @@ std::string_view placeholderAt(std::string_view text, std::size_t at) {
 }
 
 void requirePlaceholders(std::string_view text) {
-  constexpr std::array<std::string_view, 4> known{"{z}", "{x}", "{y}", "{-y}"};
+  constexpr std::array<std::string_view, 4> kKnown{"{z}", "{x}", "{y}", "{-y}"};
   for (std::size_t at = text.find('{'); at != std::string_view::npos; at = text.find('{', at + 1)) {
     const std::string_view name = placeholderAt(text, at);
     if (name.empty()) throw errorOf(text, "has a brace that does not close");
-    if (std::ranges::find(known, name) != known.end()) continue;
+    if (std::ranges::find(kKnown, name) != kKnown.end()) continue;
     throw errorOf(text, "has " + ZRPrintableText(name, ZRLongestExcerpt) +
                             ", which is not known here: write what the server's page gives for it");
   }

@@ -10,8 +10,8 @@
 
 namespace demo {
 
-/// The base map that a person wishes, by the platform in use; null when none is wished. A server's tiles are kept in the
-/// user's folder for caches.
+/// The base map that a person wishes, by the platform in use; null when none is wished. A server's tiles are kept in
+/// the user's folder for caches.
 /// @param onChange  as a TileLoader has it
 /// @throws TileSourceError
 std::shared_ptr<TileLoader> openBaseMap(const TileWish& wish, std::function<void()> onChange);

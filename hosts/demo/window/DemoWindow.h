@@ -17,7 +17,7 @@
 
 namespace demo {
 
-/// The demonstration's window. Its owner lets it go when the application has ended, no earlier: widgets tell of changes
+/// The demonstration's window. Its owner lets it go when the application has ended, no earlier: widgets report changes
 /// until their last moment.
 class DemoWindow {
  public:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MapWidget.h"
 
-#include <trip/CairoCanvas.h>
+#include <trip/drawing/CairoCanvas.h>
 
 #include <cmath>
 #include <utility>

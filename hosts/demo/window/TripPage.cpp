@@ -2,7 +2,7 @@
 #include "TripPage.h"
 
 #include <demo/TripTexts.h>
-#include <trip/Recording.h>
+#include <trip/replay/Recording.h>
 
 #include <algorithm>
 #include <cmath>

@@ -29,7 +29,8 @@ class TripPage {
   void playOrPause();
   /// All that is left of the recording, at once.
   void playToEnd();
-  /// Draws the trip over that base map. @return whether it can be had; if not the page says why, and nothing else changes
+  /// Draws the trip over that base map.
+  /// @return whether it can be had; if not, the page says why, and nothing else changes
   bool useBaseMap(const TileWish& wish);
   /// Marks a place on the map and shows its surroundings.
   void show(const trip::PlaceMark& place);

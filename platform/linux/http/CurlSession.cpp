@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "http/CurlWords.h"
+
 CurlSession::CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock,
                          std::uint64_t longestBodyBytes)
     : loop_(std::move(loop)), clock_(std::move(clock)), longestBodyBytes_(longestBodyBytes), multi_(*loop_, *this) {}

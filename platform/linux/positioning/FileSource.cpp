@@ -38,7 +38,7 @@ void FileSource::stop() {
 }
 
 void FileSource::open() {
-  file_ = Descriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  file_ = FileDescriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   if (!file_.isOpen()) return fail(PositioningFault::badSource, std::strerror(errno));
   const auto self = shared_from_this();
   unpacking_.emplace();
@@ -51,7 +51,7 @@ void FileSource::open() {
   if (listener_ != nullptr) next();
 }
 
-/// Reads the next piece. False when there is none, which has been told, or when the run has ended.
+/// Reads the next piece. False when there is none, which has been reported, or when the run has ended.
 bool FileSource::readMore() {
   const auto self = shared_from_this();
   if (!file_.isOpen()) {
@@ -59,7 +59,7 @@ bool FileSource::readMore() {
     return false;
   }
   std::array<char, kReadBytes> bytes;
-  const ssize_t count = ::read(file_.number(), bytes.data(), unpacking_->nextBytes(kReadBytes));
+  const ssize_t count = ::read(file_.get(), bytes.data(), unpacking_->nextBytes(kReadBytes));
   if (count < 0) {
     fail(PositioningFault::badSource, std::strerror(errno));
     return false;
@@ -79,7 +79,7 @@ bool FileSource::readMore() {
   return listener_ != nullptr;
 }
 
-/// False when the recording's format can't be told yet; or never, which is reported.
+/// False when the recording's format cannot be told yet; or never, which is reported.
 bool FileSource::makeReader(bool isLast) {
   if (!isLast && piece_.size() < kReadBytes) return false;
   if (const auto format = readers::detectFormat(piece_)) {

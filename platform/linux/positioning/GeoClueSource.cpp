@@ -21,9 +21,8 @@ constexpr guint32 kExactAccuracy = 8;
 std::string pathAt(GVariant* parameters, gsize index) {
   std::string path;
   if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE_TUPLE) || g_variant_n_children(parameters) <= index) return path;
-  GVariant* const child = g_variant_get_child_value(parameters, index);
+  g_autoptr(GVariant) child = g_variant_get_child_value(parameters, index);
   if (g_variant_is_of_type(child, G_VARIANT_TYPE_OBJECT_PATH)) path = g_variant_get_string(child, nullptr);
-  g_variant_unref(child);
   return path;
 }
 
@@ -141,9 +140,8 @@ void GeoClueSource::locationUpdated(GVariant* parameters) {
              [this](GVariant* reply, const GError* error) {
                // A location that has been replaced meanwhile is gone; the next one has been announced.
                if (error != nullptr || !g_variant_is_of_type(reply, G_VARIANT_TYPE("(a{sv})"))) return;
-               GVariant* const properties = g_variant_get_child_value(reply, 0);
+               g_autoptr(GVariant) properties = g_variant_get_child_value(reply, 0);
                deliver(properties);
-               g_variant_unref(properties);
              });
 }
 
@@ -152,7 +150,7 @@ void GeoClueSource::deliver(GVariant* properties) {
   const auto self = shared_from_this();
   if (!fix) return listener_->sourceSays("a location that lies nowhere on the Earth is dropped");
   backOff_.reset();
-  watchdog_.reset();  // from now on a silence means that nothing changes: the service tells no place twice
+  watchdog_.reset();  // from now on a silence means that nothing changes: the service reports no place twice
   listener_->sourceFixes({*fix});
 }
 
@@ -160,16 +158,15 @@ void GeoClueSource::deliver(GVariant* properties) {
 void GeoClueSource::failed(const GError& error) {
   if (g_dbus_error_is_remote_error(&error) == FALSE) return;  // of a bus that is gone, its end tells
   const auto self = shared_from_this();
-  gchar* const remote = g_dbus_error_get_remote_error(&error);
+  g_autofree gchar* remote = g_dbus_error_get_remote_error(&error);
   const std::string name = remote != nullptr ? remote : "";
-  g_free(remote);
   if (name == "org.freedesktop.DBus.Error.AccessDenied") {
     isDenied_ = true;
     watchdog_.reset();
     listener_->sourceAuthorization(CLAuthorizationStatus::denied);
     return fails(PositioningFault::denied, error.message);
   }
-  // Of a service that left the bus, `serviceChanged` tells.
+  // The service has left the bus: `serviceChanged` handles that.
   if (name == "org.freedesktop.DBus.Error.NoReply" || name == "org.freedesktop.DBus.Error.ServiceUnknown") return;
   fails(PositioningFault::noDaemon, error.message);
   retry();

@@ -4,28 +4,29 @@
 
 #include <ZRCore/CLLocation.h>
 #include <ZRCore/CLLocationManager.h>
-#include <policy/FaultLatch.h>
+#include <policy/PositioningFault.h>
 
 #include <string>
 #include <vector>
 
-/// Hears one run of a source. Never called from within `start`, nor after `stop`; may call `stop` and let the source go.
+/// Receives the events of one run of a source. It is never called inside `start` or after `stop`, and may call `stop`
+/// and drop the source in each call.
 class PositionSourceListener {
  public:
   virtual ~PositionSourceListener() = default;
-  /// The source is there: whatever it tells from now on, it is the one of this run.
+  /// The source has answered and provides the positions of this run, whatever it reports later.
   virtual void sourceAnswers() = 0;
   virtual void sourceFixes(const std::vector<ZRPositionFix>& fixes) = 0;
   virtual void sourceHeading(const CLHeading& heading) = 0;
-  /// May come again and again for one fault; whoever listens tells changes only.
+  /// A source may report one fault many times. The listener passes changes on.
   virtual void sourceFails(policy::PositioningFault fault, const std::string& detail) = 0;
   virtual void sourceAuthorization(CLAuthorizationStatus status) = 0;
   /// For the log.
   virtual void sourceSays(const std::string& text) = 0;
 };
 
-/// Where positions come from. A source runs once, from `start` to `stop`, and looks on its own for a daemon or a device
-/// that is gone. Between a stop and its release it holds no descriptor, no timer and no connection. Loop's thread.
+/// A source of positions. It runs once, from `start` to `stop`, and reconnects on its own when its daemon or device has
+/// gone. After `stop` it holds no descriptor, timer or connection. Loop's thread.
 class PositionSource {
  public:
   PositionSource() = default;

@@ -37,21 +37,21 @@ void StreamSource::connect() {
     });
   }
   // Not a shared pointer to ourselves: an attempt that is given up must not keep us.
-  connector_->connect([weak = weak_from_this()](Descriptor descriptor, const std::string& failure) {
+  connector_->connect([weak = weak_from_this()](FileDescriptor descriptor, const std::string& failure) {
     if (const auto source = weak.lock()) source->connected(std::move(descriptor), failure);
   });
 }
 
-void StreamSource::connected(Descriptor descriptor, const std::string& failure) {
+void StreamSource::connected(FileDescriptor descriptor, const std::string& failure) {
   if (listener_ == nullptr) return;
   if (!descriptor.isOpen()) return disconnected(PositioningFault::noDaemon, failure);
   descriptor_ = std::move(descriptor);
   const std::string& request = options_.request;  // so short that a new socket takes it whole
-  if (!request.empty() && ::send(descriptor_.number(), request.data(), request.size(), MSG_NOSIGNAL) < 0) {
+  if (!request.empty() && ::send(descriptor_.get(), request.data(), request.size(), MSG_NOSIGNAL) < 0) {
     return disconnected(PositioningFault::noDaemon, std::strerror(errno));
   }
   reader_.beginConnection();
-  readable_ = loop_.watch(descriptor_.number(), {.canRead = true}, [this](Loop::Readiness) { read(); });
+  readable_ = loop_.watch(descriptor_.get(), {.canRead = true}, [this](Loop::Readiness) { read(); });
   watchSilence();
   if (!options_.greets) answers();
 }
@@ -68,14 +68,12 @@ void StreamSource::answers() {
 void StreamSource::read() {
   const auto self = shared_from_this();
   std::array<char, 16384> bytes;
-  const ssize_t count = ::read(descriptor_.number(), bytes.data(), bytes.size());
+  const ssize_t count = ::read(descriptor_.get(), bytes.data(), bytes.size());
   if (count < 0 && (errno == EAGAIN || errno == EINTR)) return;
   if (count > 0) return deliver(reader_.feed({bytes.data(), static_cast<std::size_t>(count)}));
   const std::string why = count == 0 ? "the connection ended" : std::strerror(errno);
   deliver(reader_.tellHeld());
-  if (descriptor_.isOpen()) {
-    disconnected(hasGreeted_ ? PositioningFault::lost : PositioningFault::noDaemon, why);
-  }
+  if (descriptor_.isOpen()) disconnected(hasGreeted_ ? PositioningFault::lost : PositioningFault::noDaemon, why);
 }
 
 /// Hands over what came. Each call may stop this run, and start another one.
@@ -96,10 +94,8 @@ void StreamSource::deliver(const policy::LiveEvents& events) {
     backOff_.reset();
     tell([&](auto& listener) { listener.sourceFixes(events.fixes); });
   }
-  // After the fixes, which the receiver told while it was there.
-  if (events.receivers == 0) {
-    tell([](auto& listener) { listener.sourceFails(PositioningFault::noDevice, ""); });
-  }
+  // After the fixes, which the receiver reported while it was there.
+  if (events.receivers == 0) tell([](auto& listener) { listener.sourceFails(PositioningFault::noDevice, ""); });
   if (listener_ == nullptr || !descriptor_.isOpen()) return;
   quiet_.reset();
   if (!reader_.isHolding()) return;

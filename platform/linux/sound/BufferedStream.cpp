@@ -45,8 +45,9 @@ void BufferedStream::passOn() {
   if (count > 0) {
     const std::span<std::int16_t> next(samples_.data() + passedOn_, count);
     if (volume_ != 1.0F) {
-      for (std::int16_t& sample : next)
+      for (std::int16_t& sample : next) {
         sample = static_cast<std::int16_t>(std::lround(volume_ * static_cast<float>(sample)));
+      }
     }
     stream_->write(next);
     passedOn_ += count;

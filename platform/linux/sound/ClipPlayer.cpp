@@ -63,7 +63,7 @@ class ClipPlayer final : public AVAudioPlayer {
     }
   }
 
-  /// Ends the sound and tells it, later, to whoever is the delegate then.
+  /// Ends the sound and reports it, later, to whoever is the delegate then.
   template <class Tell>
   void end(Tell tell) {
     loop_->post([weak = weak_from_this(), tell] {

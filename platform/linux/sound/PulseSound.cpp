@@ -55,8 +55,8 @@ AVAudioSessionResult PulseSound::setActiveWithOptions(bool active, AVAudioSessio
   return {};
 }
 
-/// A stream on the server, from its start until it was heard. How long the last sample is on its way the server tells;
-/// its report that a stream has been drained may come seconds late.
+/// A stream on the server, from its start until it was heard. How long the last sample is on its way the server
+/// reports; its report that a stream has been drained may come seconds late.
 class PulseSound::Stream final : public SoundStream, private PulseListener {
  public:
   Stream(PulseSound& sound, SoundEvents events) : sound_(sound), events_(std::move(events)) {

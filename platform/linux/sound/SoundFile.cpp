@@ -2,7 +2,7 @@
 #include "sound/SoundFile.h"
 
 #include <fcntl.h>
-#include <unistd.h>
+#include <owners/FileDescriptor.h>
 
 #include <algorithm>
 #include <array>
@@ -14,14 +14,12 @@
 ZRSoundFile::~ZRSoundFile() = default;
 
 std::shared_ptr<ZRSoundFile> ZRSoundFile::create(const std::string& path, std::string& fault) {
-  const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  if (descriptor < 0) {
+  const FileDescriptor descriptor(::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+  if (!descriptor.isOpen()) {
     fault = std::string("the sound file cannot be opened: ") + std::strerror(errno);
     return nullptr;
   }
-  auto file = createIn(descriptor, fault);
-  ::close(descriptor);
-  return file;
+  return createIn(descriptor.get(), fault);
 }
 
 std::shared_ptr<ZRSoundFile> ZRSoundFile::createIn(int descriptor, std::string& fault) {

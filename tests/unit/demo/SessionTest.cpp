@@ -2,7 +2,7 @@
 #include <ZRCore/ZRPlatformFake.h>
 #include <demo/TripSession.h>
 #include <gtest/gtest.h>
-#include <trip/Recording.h>
+#include <trip/replay/Recording.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -62,9 +62,7 @@ TEST_F(TripSessionTest, AJumpForwardDeliversWhatLiesBetweenAndOneBackTakesTheTra
   EXPECT_EQ(fixesOf(TripClients::plain), all);  // what was delivered, was delivered
   seekTo(1.0);
   EXPECT_EQ(session.track().raw().size(), all);
-  for (std::size_t i = 1; i < all; ++i) {
-    ASSERT_EQ(session.track().raw()[i].index, i);
-  }
+  for (std::size_t i = 1; i < all; ++i) ASSERT_EQ(session.track().raw()[i].index, i);
   const auto gapsOf = [](const std::vector<TrackPoint>& track) {
     return std::ranges::count_if(track.begin() + 1, track.end(), &TrackPoint::startsStroke);
   };

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <policy/ApplicationLife.h>
 #include <policy/BackOff.h>
-#include <policy/FaultLatch.h>
+#include <policy/PositioningFault.h>
 #include <policy/PositioningSource.h>
 #include <readers/GeoClueFix.h>
 #include <readers/LiveReader.h>
@@ -110,7 +110,7 @@ TEST(GeoClueValues, WhatIsUnknownThereIsUnknownHere) {
 }
 
 TEST(LiveReading, AnInstantIsToldOnceInAQuietMomentAndLateSentencesChangeNothing) {
-  // The second instant's RMC comes after a pause: a recording would take it into the fix, live it has been told.
+  // The second instant's RMC comes after a pause: a recording would take it into the fix, live it has been reported.
   const std::string first = "$GPGGA,120000,5230.0,N,01324.0,E,1,08,1.0,34.0,M,40.0,M,,\n";
   const std::string late = "$GPRMC,120000,A,5230.0,N,01324.0,E,10.0,90.0,090526,,\n";
   const std::string next = "$GPRMC,120001,A,5230.1,N,01324.0,E,10.0,90.0,090526,,\n";
