@@ -3,6 +3,7 @@
 #define ZRCORE_HOSTS_DEMO_TRIPSESSION_H
 
 #include <ZRCore/ZRPlatform.h>
+#include <trip/replay/TripClients.h>
 #include <trip/replay/TripSimulator.h>
 
 #include <cstdint>
@@ -12,7 +13,6 @@
 
 #include "LoadedRecording.h"
 #include "Playback.h"
-#include "TripClients.h"
 #include "TripTrack.h"
 
 namespace demo {
@@ -63,8 +63,8 @@ class TripSession {
   /// Whether the service keeps its receiver running now.
   bool receiverRuns() const;
 
-  TripClients& clients() { return clients_; }
-  const TripClients& clients() const { return clients_; }
+  trip::TripClients& clients() { return clients_; }
+  const trip::TripClients& clients() const { return clients_; }
   const TripTrack& track() const { return track_; }
   /// The newest row of the plain client; nothing before its first.
   const std::optional<trip::TripRow>& latest() const { return latest_; }
@@ -93,7 +93,7 @@ class TripSession {
   bool filterIsAhead_ = false;  ///< of the playback, which has jumped back
   bool isInBackground_ = false;
   bool isHalfWay_ = false;
-  TripClients clients_;  ///< last: they may report into the members above
+  trip::TripClients clients_;  ///< last: they may report into the members above
 };
 
 }  // namespace demo

@@ -34,8 +34,18 @@ class BaseMap : public DemoScreen {
     });
   }
 
-  /// Compares the map beside the track with the colours of the tiles that belong there.
-  void expectTilesInPlace(const Pixels& picture) const {
+  /// What is told may be ahead of what is painted.
+  void expectTilesInPlace(const std::string& name) const {
+    std::string fault;
+    for (int looks = 0; looks < 20; ++looks) {
+      fault = misplacedIn(picture(name));
+      if (fault.empty()) return;
+    }
+    ADD_FAILURE() << name << ": " << fault;
+  }
+
+  /// Compares the map beside the track with the colours of the tiles that belong there. @return where they differ
+  static std::string misplacedIn(const Pixels& picture) {
     constexpr int kMiddleY = 360;
     int trackX = 200, northY = kMiddleY, southY = kMiddleY;
     while (trackX < 500 && !picture.isAt(trackX, kMiddleY, kToCome)) ++trackX;
@@ -44,7 +54,7 @@ class BaseMap : public DemoScreen {
     while (southY < 700 && picture.isAt(trackX, southY, kToCome)) ++southY;
     northY -= 7;  // under the mark of the newest fix
     southY -= 3;  // lines have round ends
-    ASSERT_GT(southY - northY, 450);
+    if (southY - northY < 450) return "no track";
     const ZRMapPoint north = ZRMapPointForCoordinate({kNorth, 7.0});
     const ZRMapPoint south = ZRMapPointForCoordinate({kNorth - 100 * kStep, 7.0});
     const double scale = (southY - northY) / (south.y - north.y);  // pixels for a map point
@@ -59,10 +69,10 @@ class BaseMap : public DemoScreen {
         if (std::abs(x - trackX) < 30 || toEdge * across * scale < 8.0) continue;
         const auto color = tileColor(zoom, static_cast<int>(column), static_cast<int>(row));
         colors.insert(color);
-        ASSERT_TRUE(picture.isAt(x, y, color)) << x << ", " << y;
+        if (!picture.isAt(x, y, color)) return std::to_string(x) + ", " + std::to_string(y);
       }
     }
-    EXPECT_GE(colors.size(), 4u);
+    return colors.size() < 4 ? "too few tiles" : "";
   }
 
   static constexpr double kNorth = 46.01, kStep = 1e-4;
@@ -89,7 +99,7 @@ TEST_F(BaseMap, OfAServerLiesUnderTheTrackIsAskedForOnceAndComesFromTheDiskWhenT
   start(1024, 768, false, {tiles, "--tiles-attribution=<a href='/'>&copy; The testers</a>", trip});
   untilDrawn();
   EXPECT_EQ(text("tilefault"), "");
-  expectTilesInPlace(picture("basemap"));
+  expectTilesInPlace("basemap");
   EXPECT_TRUE(tree.waitFor("\u00A9 The testers"));
   const long zoom = number("zoom");
   key("ctrl+minus");
@@ -111,7 +121,7 @@ TEST_F(BaseMap, OfAServerLiesUnderTheTrackIsAskedForOnceAndComesFromTheDiskWhenT
   server.stop();
   start(1024, 768, false, {tiles, trip});
   untilDrawn();
-  expectTilesInPlace(picture("basemap-kept"));
+  expectTilesInPlace("basemap-kept");
   EXPECT_EQ(text("tilefault"), "");
   EXPECT_TRUE(tree.waitFor("Map tiles: 127.0.0.1"));
   for (int i = 0; i < 6; ++i) key("ctrl+plus");  // to levels that nobody has seen
@@ -162,12 +172,12 @@ TEST_F(BaseMap, OfAnMBTilesFileIsChosenInTheDetailsAndComesBack) {
   mouse({"type", "--delay", "0", path});
   key("Return");
   untilDrawn();
-  expectTilesInPlace(picture("basemap-file"));
+  expectTilesInPlace("basemap-file");
   key("ctrl+q");
   EXPECT_EQ(exitCode(), 0);
   start(1024, 768, false);
   untilDrawn();
-  expectTilesInPlace(picture("basemap-again"));
+  expectTilesInPlace("basemap-again");
 }
 
 }  // namespace

@@ -12,10 +12,20 @@
 
 namespace demo {
 
+using trip::TripClients;
+
 namespace {
 
 constexpr std::array<double, 6> kRates{1.0, 2.0, 5.0, 20.0, 60.0, 300.0};
 constexpr guint kRateAtStart = 2;
+
+struct ClientText {
+  const char *name, *explanation;
+};
+constexpr std::array<ClientText, TripClients::kCount> kClientTexts{
+    {{"Plain", "every fix, filtered"},
+     {"Snapped", "the last fix of each batch, put on the way so far"},
+     {"Half-way", "listens from a quarter to three quarters"}}};
 
 void setText(GtkLabel* label, const std::string& text) {
   if (text != gtk_label_get_text(label)) gtk_label_set_text(label, text.c_str());
@@ -38,7 +48,7 @@ TripPage::TripPage(std::function<void(const TileWish&)> wishBaseMap)
       wishBaseMap_(std::move(wishBaseMap)),
       map_(ui_.get<GtkDrawingArea>(GTK_TYPE_DRAWING_AREA, "map"),
            [this](const trip::MapTransform& view) {
-             const auto& snapped = session_.clients().lastSnapped();
+             const auto& snapped = session_.clients().latest(TripClients::snapped);
              return MapContent{session_.route(), session_.track(), places_,
                                snapped ? std::optional(snapped->coordinate()) : std::nullopt,
                                baseMap_ ? baseMap_->show(view) : std::vector<MapTile>()};
@@ -60,11 +70,10 @@ TripPage::TripPage(std::function<void(const TileWish&)> wishBaseMap)
 
 void TripPage::makeClientRows() {
   auto* const group = ui_.get<AdwPreferencesGroup>(ADW_TYPE_PREFERENCES_GROUP, "clients");
-  const auto rows = session_.clients().rows();
   for (std::size_t i = 0; i < TripClients::kCount; ++i) {
     GtkWidget* const row = adw_action_row_new();
-    adw_preferences_row_set_title(ADW_PREFERENCES_ROW(row), rows[i].name.c_str());
-    adw_action_row_set_subtitle(ADW_ACTION_ROW(row), rows[i].explanation.c_str());
+    adw_preferences_row_set_title(ADW_PREFERENCES_ROW(row), kClientTexts[i].name);
+    adw_action_row_set_subtitle(ADW_ACTION_ROW(row), kClientTexts[i].explanation);
     clientRows_[i] = {GTK_LABEL(gtk_label_new("0")), GTK_SWITCH(gtk_switch_new())};
     const auto [count, listens] = clientRows_[i];
     gtk_widget_add_css_class(GTK_WIDGET(count), "numeric");
@@ -278,10 +287,11 @@ void TripPage::showPlayback() {
 void TripPage::showService() {
   setText(ui_.label("now"), session_.failure().empty() ? rowText(session_.latest()) : session_.failure());
   setText(ui_.label("receiver_state"), session_.receiverRuns() ? "the receiver runs" : "the receiver is stopped");
-  const auto rows = session_.clients().rows();
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    setText(clientRows_[i].count, std::to_string(rows[i].fixes));
-    gtk_switch_set_active(clientRows_[i].listens, rows[i].isListening);
+  const TripClients& clients = session_.clients();
+  for (std::size_t i = 0; i < TripClients::kCount; ++i) {
+    const auto which = static_cast<TripClients::Which>(i);
+    setText(clientRows_[i].count, std::to_string(clients.fixes(which)));
+    gtk_switch_set_active(clientRows_[i].listens, clients.isListening(which));
   }
 }
 
@@ -296,7 +306,7 @@ void TripPage::showBaseMap() {
 }
 
 std::string TripPage::state() const {
-  const auto rows = session_.clients().rows();
+  const TripClients& clients = session_.clients();
   const TripTrack& track = session_.track();
   std::string text = "source=" + session_.sourceName();
   const auto add = [&text](const char* name, auto value) {
@@ -309,9 +319,9 @@ std::string TripPage::state() const {
   add("drawn", track.raw().size());
   add("significant", track.significant().size());
   add("jumps", track.jumps().size());
-  add("plain", rows[TripClients::plain].fixes);
-  add("snapped", rows[TripClients::snapped].fixes);
-  add("halfway", rows[TripClients::halfWay].fixes);
+  add("plain", clients.fixes(TripClients::plain));
+  add("snapped", clients.fixes(TripClients::snapped));
+  add("halfway", clients.fixes(TripClients::halfWay));
   add("runs", static_cast<int>(session_.receiverRuns()));
   add("marked", places_.size());
   add("zoom", std::lround(100.0 * std::log2(map_.view().transform().pixelsPerMapPoint())));

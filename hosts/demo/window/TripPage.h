@@ -74,7 +74,7 @@ class TripPage {
     GtkLabel* count = nullptr;
     GtkSwitch* listens = nullptr;
   };
-  std::array<ClientRow, TripClients::kCount> clientRows_;
+  std::array<ClientRow, trip::TripClients::kCount> clientRows_;
 };
 
 }  // namespace demo

@@ -21,8 +21,7 @@ class TripPipeline {
   virtual std::optional<TripRow> deliver(const ZRPositionFix& fix) = 0;
 
   /// One of the clients listens to a part of the trip only.
-  virtual void startHalfWayClient() = 0;
-  virtual void stopHalfWayClient() = 0;
+  virtual void letHalfWayClientListen(bool listens) = 0;
 
   /// Client name -> fixes delivered to it so far.
   virtual std::map<std::string, std::uint64_t> deliveredByClient() const = 0;

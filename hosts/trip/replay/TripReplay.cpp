@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TripReplay.h"
 
+#include <utility>
+
+#include "TripClients.h"
+
 namespace trip {
 
 namespace {
 
-constexpr double kHalfWayStart = 0.25, kHalfWayStop = 0.75;
 constexpr std::uint64_t kHalfWayStartOfStream = 100, kHalfWayStopOfStream = 200;
 
 TripSummary summaryAtStart(const TripReplay::Options& options, readers::Format format) {
@@ -92,14 +95,9 @@ void TripReplay::replayFix(const readers::SourceFix& fix) {
 void TripReplay::switchHalfWayClient() {
   const auto progress = recording_.progress();
   const std::uint64_t replayed = counter_.counts().fixes;
-  if (halfWay_ == HalfWay::before && (progress ? *progress >= kHalfWayStart : replayed >= kHalfWayStartOfStream)) {
-    pipeline_.startHalfWayClient();
-    halfWay_ = HalfWay::listening;
-  }
-  if (halfWay_ == HalfWay::listening && (progress ? *progress >= kHalfWayStop : replayed >= kHalfWayStopOfStream)) {
-    pipeline_.stopHalfWayClient();
-    halfWay_ = HalfWay::after;
-  }
+  const bool isHalfWay = progress ? TripClients::isHalfWay(*progress)
+                                  : replayed >= kHalfWayStartOfStream && replayed < kHalfWayStopOfStream;
+  if (std::exchange(isHalfWay_, isHalfWay) != isHalfWay) pipeline_.letHalfWayClientListen(isHalfWay);
 }
 
 }  // namespace trip

@@ -90,9 +90,7 @@ class TripReplay final : private readers::Listener {
   TimeWindow window_;
   SummaryCounter counter_;
   std::exception_ptr failure_;
-
-  enum class HalfWay { before, listening, after };
-  HalfWay halfWay_ = HalfWay::before;
+  bool isHalfWay_ = false;
 };
 
 }  // namespace trip

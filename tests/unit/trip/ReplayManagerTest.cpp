@@ -101,8 +101,8 @@ TEST(ManagerPipeline, WithoutARouteTheSecondClientIsSnappedToTheWayThatLedToTheF
 TEST(ManagerPipeline, TheHalfWayClientGetsItsPartAndTheOthersAll) {
   ManagerPipeline pipeline({});
   for (int i = 0; i < 8; ++i) {
-    if (i == 2) pipeline.startHalfWayClient();
-    if (i == 6) pipeline.stopHalfWayClient();
+    if (i == 2) pipeline.letHalfWayClientListen(true);
+    if (i == 6) pipeline.letHalfWayClientListen(false);
     EXPECT_TRUE(pipeline.deliver(fixAt(46.0, 7.0 + i)));
   }
   const std::map<std::string, std::uint64_t> expected{{"half-way", 4}, {"plain", 8}, {"snapped", 8}};

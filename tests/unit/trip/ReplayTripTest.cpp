@@ -35,8 +35,7 @@ class PassThroughPipeline final : public TripPipeline {
     row.smoothCourseDegrees = fix.course;
     return row;
   }
-  void startHalfWayClient() override { halfWay = true; }
-  void stopHalfWayClient() override { halfWay = false; }
+  void letHalfWayClientListen(bool listens) override { halfWay = listens; }
   std::map<std::string, std::uint64_t> deliveredByClient() const override { return {}; }
 
   std::vector<double> clockAtDelivery;
