@@ -20,12 +20,13 @@ constexpr double kNow = 1e9;
 TEST(TileFolder, KeepsWhatWasUsedLatelyInItsRoomAlsoForTheNextProgram) {
   const TemporaryFolder temporary;
   const fs::path folder = temporary.path / "cache" / "tiles";
-  const std::string answer(1000, '\n'), first = "http://a.example/1", second = "http://a.example/2";
+  const std::string answer(1000, '\n'), first = "http://a.example/1", second = "http://a.example/2",
+                                        third = "http://a.example/3";
   {
     TileFolder tiles(folder, 3500);
     EXPECT_TRUE(tiles.keep(first, answer, kNow + 10));
     EXPECT_TRUE(tiles.keep(second, answer, kNow + 10));
-    EXPECT_TRUE(tiles.keep("http://a.example/3", answer, kNow + 10));
+    EXPECT_TRUE(tiles.keep(third, answer, kNow + 10));
     EXPECT_EQ(tiles.read(first), answer);
     EXPECT_TRUE(tiles.isGood(second, kNow));
   }
@@ -36,8 +37,9 @@ TEST(TileFolder, KeepsWhatWasUsedLatelyInItsRoomAlsoForTheNextProgram) {
   TileFolder tiles(folder, 3500);
   EXPECT_TRUE(tiles.isGood(first, kNow + 9));
   EXPECT_FALSE(tiles.isGood(first, kNow + 11));
+  EXPECT_EQ(tiles.read(second), answer);
   EXPECT_TRUE(tiles.keep("http://a.example/4", answer, kNow + 10));
-  EXPECT_EQ(tiles.read(second), std::nullopt) << "used longest ago";
+  EXPECT_EQ(tiles.read(third), std::nullopt) << "used longest ago";
   EXPECT_EQ(tiles.read(first), answer);
   EXPECT_LE(tiles.bytes(), 3500u);
   EXPECT_FALSE(tiles.keep("http://a.example/5", std::string(TileFolder::kMostAnswerBytes + 1, 'a'), kNow));
