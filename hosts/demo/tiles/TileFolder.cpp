@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <ctime>
 #include <fstream>
 #include <iterator>
 #include <system_error>
@@ -39,6 +40,15 @@ std::string nameOf(const std::string& address) {
 /// What stands before the answer. Its length shows a file that lost its end with the power.
 std::string headOf(const std::string& address, std::size_t answerBytes) {
   return std::string(kFirstLine) + address + '\n' + std::to_string(answerBytes) + '\n';
+}
+
+/// Sets when a file was used last and until when it is good, the latter unless it is UTIME_OMIT. The kernel's own notion
+/// of now is a tick of the scheduler, in which many tiles are used.
+void setTimes(const fs::path& file, timespec goodUntil) {
+  timespec now{};
+  ::clock_gettime(CLOCK_REALTIME, &now);
+  const timespec times[]{now, goodUntil};
+  ::utimensat(AT_FDCWD, file.c_str(), times, AT_SYMLINK_NOFOLLOW);
 }
 
 /// The folders above are made as the user's other folders are; the last is for this user alone.
@@ -111,8 +121,7 @@ std::optional<std::string> TileFolder::read(const std::string& address) {
     forget(address);
     return std::nullopt;
   }
-  constexpr timespec kUsedNow[]{{0, UTIME_NOW}, {0, UTIME_OMIT}};
-  ::utimensat(AT_FDCWD, path.c_str(), kUsedNow, AT_SYMLINK_NOFOLLOW);
+  setTimes(path, {0, UTIME_OMIT});
   order_.use(name);
   return content.substr(headEnd + 1);
 }
@@ -128,8 +137,7 @@ bool TileFolder::keep(const std::string& address, std::string_view answer, doubl
   } catch (const trip::OutputError&) {
     return false;
   }
-  const timespec times[]{{0, UTIME_NOW}, {static_cast<time_t>(goodUntil), 0}};
-  ::utimensat(AT_FDCWD, (folder_ / name).c_str(), times, AT_SYMLINK_NOFOLLOW);
+  setTimes(folder_ / name, {static_cast<time_t>(goodUntil), 0});
   goodUntil_[name] = goodUntil;
   order_.use(name, head.size() + answer.size());
   for (const std::string& old : order_.shrink(mostBytes_, [](const std::string&) { return false; })) remove(old);
