@@ -5,8 +5,6 @@
 #include <zrcore/Interruption.h>
 #include <zrcore/NumberText.h>
 
-#include "SoundTarget.h"
-
 namespace {
 
 const char* textOf(trip::Turn turn) {
@@ -63,4 +61,14 @@ void TripSpeaker::finish(const trip::TripSummary& summary) {
                                    " were heard; " + kSeeDoctor);
   }
   if (file_) file_->completeUnlessSilent();
+}
+
+bool installPlatform(const SpeakingPlatform& speaking, std::optional<TripSpeaker::Time> time, TripView& view) {
+  if (!ZRPlatformInstall(speaking.platform)) {
+    view.messages().say("the location service is in use already");
+    return false;
+  }
+  // Only now: it stands on the platform in use.
+  if (time) view.addOutput(std::make_unique<TripSpeaker>(speaking.file, *time, view.messages()));
+  return true;
 }
