@@ -3,14 +3,14 @@
 #         [SOURCES source...] [MAY_INCLUDE room...] [LIBRARIES target...])
 #
 # Declares a room: the library zr_NAME of the current folder, or of FOLDER in it. PUBLIC_HEADERS are the headers in
-# include/ZRCore that the room owns; ROOM_HEADERS are those of its own folder that the rooms built on it may read too, as
-# <folder/header>. A room sees its own headers and those of the rooms in MAY_INCLUDE (and of the rooms that these see),
-# and no others: each room's headers are linked into a folder of their own, and only those folders are on the include
-# path. An include that the architecture forbids therefore does not compile.
+# include/ZRCore that the room owns; ROOM_HEADERS are those of its own folder that the rooms built on it may read too,
+# as <folder/header>. A room sees its own headers and those of the rooms in MAY_INCLUDE (and of the rooms that these
+# see), and no others: each room's headers are linked into a folder of their own, and only those folders are on the
+# include path. An include that the architecture forbids therefore does not compile.
 #
-# A room is part of libZRCore, or of the library that PART_OF names; one that is APART is a static library. Whoever links
-# a room links the rooms of other libraries that it calls himself: as these libraries, or as their objects. LIBRARIES are
-# what the room stands on besides. A room without sources has headers alone.
+# A room is part of libZRCore, or of the library that PART_OF names; one that is APART is a static library. Whoever
+# links a room links the rooms of other libraries that it calls himself: as these libraries, or as their objects.
+# LIBRARIES are what the room stands on besides. A room without sources has headers alone.
 function(zr_room name)
   cmake_parse_arguments(PARSE_ARGV 1 room "APART" "PART_OF;FOLDER"
                         "PUBLIC_HEADERS;ROOM_HEADERS;SOURCES;MAY_INCLUDE;LIBRARIES")

@@ -87,7 +87,9 @@ TEST_P(SoundContract, SynthesizersOutliveTheirDelegatesAndAreSeparate) {
 
 TEST_P(SoundContract, AVoiceKnowsItsLanguageAndMayBeAbsent) {
   const auto voice = platform.speech->voiceWithLanguage("en-US");
-  if (voice) EXPECT_EQ(voice->language(), "en-US");
+  if (voice) {
+    EXPECT_EQ(voice->language(), "en-US");
+  }
 }
 
 TEST_P(SoundContract, NoBytesAreNoClip) {

@@ -4,13 +4,14 @@ function says(rule, line, text) { print rule ":" FILENAME ":" line ": " text }
 function balanced(text,   copy) { copy = text; return gsub(/\(/, "", copy) == gsub(/\)/, "", text) }
 FNR == 1 { before = ""; last = ""; comment = 0; type = 0; isPublic = FILENAME ~ /(^|\/)include\// }
 {
-  # A body below its control statement without braces; a body in braces that fits beside it.
+  # A body below its control statement without braces; a body in braces that fits beside it. (The macros of GoogleTest
+  # hold an else, and compilers warn of them without braces.)
   if ((last ~ /^ *(} )?(else )?(if|for|while) .*\)$/ && balanced(last) || last ~ /^ *(} )?else$/) && $0 !~ /^ *\{/)
     says("braces", FNR - 1, last)
   indent = before; sub(/[^ ].*/, "", indent)
   body = last; sub(/^ */, "", body)
   if (before ~ /^ *(if|for|while) .*\) \{$/ && balanced(before) && before !~ /\/\// && $0 == indent "}" && body ~ /;$/ &&
-      body !~ /^(if|for|while|\/\/)/ && length(before) - 1 + length(body) <= 120)
+      body !~ /^(if|for|while|EXPECT_|ASSERT_|\/\/)/ && length(before) - 1 + length(body) <= 120)
     says("braces", FNR - 2, before)
 
   name = $0

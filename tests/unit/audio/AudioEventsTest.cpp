@@ -64,7 +64,9 @@ TEST_F(AudioEvents, TheEndOfOutputReleasesTheSessionWhereOtherAudioHadBeenPlayin
       row.event();
       EXPECT_EQ(fake.audioSession->isActive, !otherAudio);
       EXPECT_EQ(audio->audioPlayer(), nullptr);
-      if (row.isOfClip) EXPECT_TRUE(player().delegate().expired()) << "nothing later may come of it";
+      if (row.isOfClip) {
+        EXPECT_TRUE(player().delegate().expired()) << "nothing later may come of it";
+      }
       fake.audioSession->isActive = false;
     }
   }

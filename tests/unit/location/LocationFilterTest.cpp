@@ -86,7 +86,9 @@ TEST_F(LocationFilterTest, OnRequestAPlaceThatCouldNotBeReachedIsAJumpWhateverSp
       const bool isJump = signs == LocationFilter::JumpSigns::ownSpeed ? fix.speed >= 54.0 : fix.isJump;
       EXPECT_EQ(record->exceedsMovementLimit(), isJump);
       EXPECT_EQ(record->speed(), fix.speed);
-      if (isJump) EXPECT_EQ(filter.state().__previousSpeeds, speeds);
+      if (isJump) {
+        EXPECT_EQ(filter.state().__previousSpeeds, speeds);
+      }
     }
   }
 }

@@ -85,7 +85,9 @@ Svg readSvg(const std::string& svg) {
   XML_SetUserData(parser.get(), &read);
   XML_SetStartElementHandler(parser.get(), [](void* into, const XML_Char* name, const XML_Char** attributes) {
     auto& elements = static_cast<Svg*>(into)->elements;
-    if (++elements == 1) EXPECT_STREQ(name, "svg");
+    if (++elements == 1) {
+      EXPECT_STREQ(name, "svg");
+    }
     for (; *attributes != nullptr; attributes += 2) {
       EXPECT_THAT(attributes[1], testing::Not(testing::AnyOf(testing::HasSubstr("nan"), testing::HasSubstr("inf"))));
     }

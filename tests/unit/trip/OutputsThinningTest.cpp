@@ -109,7 +109,9 @@ TEST(SeriesThinner, KeepsTheExtremesAndTheOrder) {
     EXPECT_EQ(std::min_element(points.begin(), points.end(), byValue)->value, least);
     EXPECT_EQ(std::max_element(points.begin(), points.end(), byValue)->value, greatest);
     for (std::size_t i = 1; i < points.size(); ++i) ASSERT_LT(points[i - 1].index, points[i].index);
-    if (length <= 16) EXPECT_THAT(points, SizeIs(length));
+    if (length <= 16) {
+      EXPECT_THAT(points, SizeIs(length));
+    }
   }
 }
 
