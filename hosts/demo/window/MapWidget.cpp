@@ -24,7 +24,7 @@ MapWidget::MapWidget(GtkDrawingArea* area, std::function<MapContent()> content)
         const auto& map = *static_cast<const MapWidget*>(self);
         trip::CairoCanvas canvas(context);
         const bool isDark = adw_style_manager_get_dark(adw_style_manager_get_default());
-        drawMap(canvas, map.view_.transform(), map.content_(), isDark ? kDarkMap : kLightMap);
+        drawMap(canvas, map.view_.transform(), map.content_(), isDark ? kDarkMap : trip::kLightMap);
       },
       this, nullptr);
   connect<void(GtkDrawingArea*, int, int)>(area_, "resize", [this](GtkDrawingArea*, int width, int height) {

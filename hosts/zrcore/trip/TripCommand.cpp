@@ -160,9 +160,7 @@ bool TripRun::install() {
   SpeakingPlatform speaking;
   if (speech) speaking = speakingPlatform(speech, isForced_, view_.messages());
   speaking.platform.clock = clock_;
-  if (speech && !speaking.file) {
-    view_.sleepBy([](double seconds) { ZRRunLinuxLoopFor(seconds, [] { return false; }); });
-  }
+  if (speech && !speaking.file) view_.sleepBy([](double seconds) { ZRRunLinuxLoopFor(seconds, [] { return false; }); });
   return installPlatform(speaking, speech ? std::optional(TripSpeaker::Time::replayed) : std::nullopt, view_);
 }
 

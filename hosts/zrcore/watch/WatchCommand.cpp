@@ -187,9 +187,7 @@ void WatchRun::listen() {
 }
 
 int WatchRun::watch() {
-  if (const auto& file = *options_.recordFile) {
-    view_.addOutput(std::make_unique<trip::GpxRecording>(*file, isForced_));
-  }
+  if (const auto& file = *options_.recordFile) view_.addOutput(std::make_unique<trip::GpxRecording>(*file, isForced_));
   if (!install()) return kExitServiceMissing;
   const auto life = ZRFollowLinuxLife();
   listen();
