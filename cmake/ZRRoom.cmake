@@ -8,8 +8,8 @@
 # see), and no others: each room's headers are linked into a folder of their own, and only those folders are on the
 # include path. An include that the architecture forbids therefore does not compile.
 #
-# A room is part of libZRCore, or of the library that PART_OF names; one that is APART is a static library. Whoever
-# links a room links the rooms of other libraries that it calls himself: as these libraries, or as their objects.
+# A room is part of libZRCore, or of the library that PART_OF names; one that is APART is a static library. Rooms of
+# other libraries are seen, not linked: whoever links a room links these too, as libraries or as their objects.
 # LIBRARIES are what the room stands on besides. A room without sources has headers alone.
 function(zr_room name)
   cmake_parse_arguments(PARSE_ARGV 1 room "APART" "PART_OF;FOLDER"

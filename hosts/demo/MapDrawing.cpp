@@ -34,6 +34,7 @@ constexpr trip::ScaleBarLooks kScaleBar{
     .inset = 16.5, .tick = 5.0, .labelRise = 10.0, .width = 1.5, .haloWidth = 4.0, .textSize = kTextSize};
 constexpr double kSignificantRadius = 2.2, kJumpRadius = 5.0, kMarkRadius = 6.5;  // pixels
 constexpr double kMarkCell = 20.0;
+constexpr double kEdgeWidth = 9.0;  // of a track over a base map, whose colours may be the track's
 
 /// Lines through round places of the plane, so that they go with the map.
 void drawGrid(trip::Canvas& canvas, const trip::MapTransform& view, double cellPixels, trip::Color color) {
@@ -73,8 +74,13 @@ std::span<const TrackPoint> uncovered(const MapContent& content) {
 void drawTrack(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content,
                const trip::MapColors& colors) {
   const TripTrack& track = content.track;
-  drawStrokes(canvas, visibleTrack(uncovered(content), view, kMostPoints).strokes, colors.route, 5.0);
-  drawStrokes(canvas, visibleTrack(track.raw(), view, kMostPoints).strokes, colors.raw, 5.0);
+  const auto drawWide = [&](std::span<const TrackPoint> points, trip::Color color) {
+    const auto strokes = visibleTrack(points, view, kMostPoints).strokes;
+    if (!content.tiles.empty()) drawStrokes(canvas, strokes, colors.ground, kEdgeWidth);
+    drawStrokes(canvas, strokes, color, 5.0);
+  };
+  drawWide(uncovered(content), colors.route);
+  drawWide(track.raw(), colors.raw);
   drawStrokes(canvas, visibleTrack(track.smoothed(), view, kMostPoints).strokes, colors.smoothed, 2.2);
   for (const auto& mark : visibleMarks(track.significant(), view, kMarkCell)) {
     canvas.disc(mark.x, mark.y, kSignificantRadius, colors.ground, colors.smoothed, 1.5);
@@ -112,11 +118,12 @@ void drawLegend(trip::Canvas& canvas, const trip::MapTransform& view, const MapC
 
 }  // namespace
 
-void drawMap(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content,
+void drawMap(trip::CairoCanvas& canvas, const trip::MapTransform& view, const MapContent& content,
              const trip::MapColors& colors) {
   const double barMeters = trip::scaleBarMeters(view, std::min(kLongestScaleBar, view.panel().width / 2));
-  canvas.fill(view.panel(), colors.ground);
+  canvas.fill(view.panel(), colors.ground, 0.0);
   drawGrid(canvas, view, std::max(view.pixels(barMeters), 24.0), colors.grid);
+  for (const auto& [picture, whole, shown] : content.tiles) canvas.picture(*picture, whole, shown);
   drawTrack(canvas, view, content, colors);
   trip::drawPlaces(canvas, view, content.places, colors, kMarkRadius, kTextSize);
   if (content.snapped) {

@@ -8,6 +8,7 @@
 #include <ZRCore/ZRAudioFake.h>
 #include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZRPlatform.h>
+#include <ZRCore/ZRPlatformFill.h>
 #include <ZRCore/ZRScreenFake.h>
 #include <ZRCore/ZRServicesFake.h>
 
@@ -176,27 +177,9 @@ struct ZRFakePlatform {
 
   /// The same services as a platform to install.
   ZRPlatform platform() const {
-    ZRPlatform filled;
-    filled.positioning = positioning;
-    filled.bundle = bundle;
-    filled.notificationCenter = notificationCenter;
-    filled.log = log;
-    filled.clock = clock;
-    filled.json = json;
-    filled.mainQueue = mainQueue;
-    filled.httpSession = httpSession;
-    filled.xml = xml;
-    filled.images = images;
-    filled.userDefaults = userDefaults;
-    filled.device = device;
-    filled.audioSession = audioSession;
-    filled.speech = speech;
-    filled.audioPlayers = audioPlayers;
-    filled.application = application;
-    filled.screen = screen;
-    filled.pasteboard = pasteboard;
-    filled.mail = mail;
-    return filled;
+    return ZRPlatformOf(positioning, bundle, notificationCenter, log, clock, json, mainQueue, httpSession, xml, images,
+                        userDefaults, device, audioSession, speech, audioPlayers, application, screen, pasteboard,
+                        mail);
   }
 };
 

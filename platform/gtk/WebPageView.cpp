@@ -209,10 +209,7 @@ void WebPageView::leaveNotice() {
   hideNotice();
 }
 
-void WebPageView::tellChange() const {
-  const auto told = changed_;
-  if (told) told();
-}
+void WebPageView::tellChange() const { changed_(); }
 
 void WebPageView::askForTitle() {
   struct Question {

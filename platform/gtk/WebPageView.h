@@ -4,6 +4,7 @@
 
 #include <ZRCore/UIWebView.h>
 #include <owners/GLib.h>
+#include <platform/Callback.h>
 #include <webkit/webkit.h>
 
 #include <functional>
@@ -40,7 +41,7 @@ class WebPageView final : public Shown<UIWebView> {
   /// Whose page is in view, for people; empty before the first. It changes no earlier than the page does.
   const std::string& host() const { return host_; }
   /// Called when the host may have changed, and when a load has failed.
-  void setChangeHandler(std::function<void()> handler) { changed_ = std::move(handler); }
+  void setChangeHandler(Callback<> handler) { changed_ = std::move(handler); }
 
  private:
   void connect();
@@ -74,7 +75,7 @@ class WebPageView final : public Shown<UIWebView> {
   bool hasCome_ = false;        ///< something of the page of the current load
   bool isWished_ = false;       ///< the host or the user has asked for what comes next; good for one download
   bool hasNewHistory_ = false;  ///< the way back or forward has changed, and no load has told of it
-  std::function<void()> changed_;
+  Callback<> changed_;
   std::function<void(DialogLayer&)> waiting_;  ///< to be said when the view is shown
   policy::WebLoadReports reports_;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGtkPlatform.h>
 #include <gtk/gtk.h>
+#include <platform/Callback.h>
 
 #include <map>
 #include <memory>
@@ -34,8 +35,7 @@ class Connection {
 
 class WindowFollower {
  public:
-  explicit WindowFollower(std::function<void(bool)> seen)
-      : seen_(std::move(seen)), windows_(gtk_window_get_toplevels()) {
+  explicit WindowFollower(Callback<bool> seen) : seen_(std::move(seen)), windows_(gtk_window_get_toplevels()) {
     windowsChanged_.emplace(windows_, "items-changed", G_CALLBACK(+[](WindowFollower* self) { self->followAll(); }),
                             this);
     followAll();
@@ -70,11 +70,10 @@ class WindowFollower {
     bool isSeen = false;
     for (const auto& [window, connections] : followed_) isSeen = isSeen || canBeSeen(window);
     if (std::exchange(wasSeen_, isSeen) == isSeen) return;
-    const auto seen = seen_;
-    seen(isSeen);
+    seen_(isSeen);
   }
 
-  std::function<void(bool)> seen_;
+  Callback<bool> seen_;
   GListModel* windows_;                       ///< GTK's, for good
   std::optional<Connection> windowsChanged_;  ///< as windows open and close
   std::map<GtkWindow*, std::vector<Connection>> followed_;

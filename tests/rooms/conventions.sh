@@ -32,6 +32,14 @@ hits=$(
 )
 [ -n "$hits" ] && breach 'A reader or a policy reaches the system' "$hits"
 
+hits=$(sources platform |
+  xargs -0r grep -nE 'if \(listener_( [!=]= nullptr)?\)|const auto ([a-z]+) = (events_\.)?\2_;')
+[ -n "$hits" ] && breach 'A callback is held or copied by hand (platform/Callback.h)' "$hits"
+
+hits=$(sources platform hosts/doctor | xargs -0r grep -nE '(g_object|g_variant|g_main_context|g_source)_unref\(|g_free\(|g_error_free\(|g_clear_(error|object)\(|[^:A-Za-z]::close\(' |
+  grep -v '^platform/owners/')
+[ -n "$hits" ] && breach 'What has an owner (platform/owners/, g_autoptr) is let go by hand' "$hits"
+
 hits=$(find . -path ./build -prune -o \( -name '*.h' -o -name '*.hpp' \) -print0 | xargs -0r grep -LE '^#ifndef ZR[A-Z0-9_]+$')
 [ -n "$hits" ] && breach 'A header has no guard' "$hits"
 

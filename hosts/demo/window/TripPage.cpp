@@ -43,14 +43,16 @@ trip::Envelope surroundingsOf(ZRMapPoint place) {
 
 }  // namespace
 
-TripPage::TripPage()
+TripPage::TripPage(std::function<void(const TileWish&)> wishBaseMap)
     : ui_("trip"),
       session_(*ZRPlatformInUse().clock, *ZRPlatformInUse().notificationCenter),
+      wishBaseMap_(std::move(wishBaseMap)),
       map_(ui_.get<GtkDrawingArea>(GTK_TYPE_DRAWING_AREA, "map"),
-           [this] {
+           [this](const trip::MapTransform& view) {
              const auto& snapped = session_.clients().latest(TripClients::snapped);
              return MapContent{session_.route(), session_.track(), places_,
-                               snapped ? std::optional(snapped->coordinate()) : std::nullopt};
+                               snapped ? std::optional(snapped->coordinate()) : std::nullopt,
+                               baseMap_ ? baseMap_->show(view) : std::vector<MapTile>()};
            }),
       position_(ui_.get<GtkRange>(GTK_TYPE_RANGE, "position")),
       sources_(ui_.get<AdwComboRow>(ADW_TYPE_COMBO_ROW, "sources")) {
@@ -59,6 +61,7 @@ TripPage::TripPage()
   listenToPlayback();
   listenToSpace();
   listenToSwitches();
+  listenToBaseMap();
   nameScrolledParts(widget(), "Details");
   nameChoices(GTK_WIDGET(sources_), "Source");
   setName(gtk_widget_get_ancestor(GTK_WIDGET(sources_), GTK_TYPE_LIST_BOX), "Positions");
@@ -162,6 +165,34 @@ void TripPage::listenToSwitches() {
                 [this, measured] { session_.setFiltersMeasuredValues(gtk_switch_get_active(measured)); });
 }
 
+void TripPage::listenToBaseMap() {
+  for (const char* const id : {"tiles", "tiles_attribution"}) {
+    connect<void(AdwEntryRow*)>(ui_.widget(id), "apply", [this](AdwEntryRow*) {
+      const auto text = [this](const char* row) { return gtk_editable_get_text(GTK_EDITABLE(ui_.widget(row))); };
+      wishBaseMap_({text("tiles"), text("tiles_attribution")});
+    });
+  }
+}
+
+bool TripPage::useBaseMap(const TileWish& wish) {
+  wishFault_.clear();
+  try {
+    baseMap_ = openBaseMap(wish, [this] { map_.redraw(); });
+  } catch (const TileSourceError& error) {
+    wishFault_ = std::string("No map tiles: ") + error.what();
+  }
+  showBaseMap();
+  if (!wishFault_.empty()) return false;
+  const auto fill = [this](const char* row, const std::string& text) {
+    auto* const entry = GTK_EDITABLE(ui_.widget(row));
+    if (text != gtk_editable_get_text(entry)) gtk_editable_set_text(entry, text.c_str());
+  };
+  fill("tiles", wish.tiles);
+  fill("tiles_attribution", wish.attribution);
+  map_.redraw();
+  return true;
+}
+
 std::string TripPage::open(const std::string& path) {
   try {
     session_.useRecording(loadRecording(path));
@@ -211,6 +242,8 @@ void TripPage::showDetails() {
 
 void TripPage::step() {
   const bool hasNews = session_.step();
+  if (baseMap_) baseMap_->step();
+  showBaseMap();
   showPlayback();
   if (!hasNews) return;
   const auto& raw = session_.track().raw();
@@ -263,6 +296,16 @@ void TripPage::showService() {
   }
 }
 
+/// Whose tiles these are, and why parts of them are not there, once for all.
+void TripPage::showBaseMap() {
+  setText(ui_.label("attribution"), baseMap_ ? baseMap_->source().attribution : "");
+  const std::string loadFault = baseMap_ ? baseMap_->fault() : "";
+  setText(ui_.label("tiles_fault"), wishFault_.empty() ? loadFault : wishFault_);
+  for (const char* const id : {"attribution", "tiles_fault"}) {
+    gtk_widget_set_visible(ui_.widget(id), *gtk_label_get_text(ui_.label(id)) != '\0');
+  }
+}
+
 std::string TripPage::state() const {
   const TripClients& clients = session_.clients();
   const TripTrack& track = session_.track();
@@ -283,7 +326,9 @@ std::string TripPage::state() const {
   add("runs", static_cast<int>(session_.receiverRuns()));
   add("marked", places_.size());
   add("zoom", std::lround(100.0 * std::log2(map_.view().transform().pixelsPerMapPoint())));
-  return text;
+  add("tiles", baseMap_ ? baseMap_->shownTiles() : 0);
+  add("awaited", baseMap_ ? baseMap_->wantedTiles() : 0);
+  return text + " tilefault=" + gtk_label_get_text(ui_.label("tiles_fault"));
 }
 
 }  // namespace demo

@@ -108,6 +108,20 @@ void CairoCanvas::clip(const Area& area, double cornerRadius) {
 
 void CairoCanvas::unclip() { cairo_restore(context_.get()); }
 
+void CairoCanvas::picture(const CairoPicture& picture, const Area& whole, const Area& shown) {
+  if (picture.width() == 0 || picture.height() == 0 || whole.width <= 0.0 || whole.height <= 0.0) return;
+  cairo_t* const context = context_.get();
+  cairo_save(context);
+  rectangle(shown, 0.0);
+  cairo_translate(context, whole.x, whole.y);
+  cairo_scale(context, whole.width / picture.width(), whole.height / picture.height());
+  cairo_set_source_surface(context, picture.surface(), 0.0, 0.0);
+  cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);  // or its edges would be half transparent
+  cairo_pattern_set_filter(cairo_get_source(context), CAIRO_FILTER_BILINEAR);
+  cairo_fill(context);
+  cairo_restore(context);
+}
+
 void CairoCanvas::rectangle(const Area& area, double cornerRadius) {
   cairo_t* const context = context_.get();
   if (cornerRadius <= 0.0) return cairo_rectangle(context, area.x, area.y, area.width, area.height);

@@ -6,6 +6,7 @@
 
 #include <memory>
 
+#include "CairoPicture.h"
 #include "Canvas.h"
 
 namespace trip {
@@ -28,6 +29,9 @@ class CairoCanvas final : public Canvas {
   double textWidth(const std::string& text, const TextStyle& style) override;
   void clip(const Area& area, double cornerRadius) override;
   void unclip() override;
+
+  /// All of `picture` in `whole`, of which `shown` is seen.
+  void picture(const CairoPicture& picture, const Area& whole, const Area& shown);
 
  private:
   void setLines();

@@ -103,13 +103,22 @@ void OutputFile::store() {
 
 void OutputFile::commit() {
   store();
+  putInPlace();
+  storeFolder(folderOf(target_));
+}
+
+void OutputFile::commitUnstored() {
+  if (std::fflush(file_.get()) != 0) throw OutputError::ofSystem(target_, errno);
+  putInPlace();
+}
+
+void OutputFile::putInPlace() {
   if (!force_) {
     moveIntoFreePlace(partial_, target_);
   } else if (std::rename(partial_.c_str(), target_.c_str()) != 0) {
     throw OutputError::ofSystem(target_, errno);
   }
   isCommitted_ = true;
-  storeFolder(folderOf(target_));
 }
 
 ScratchFile::ScratchFile(const fs::path& beside) : folder_(folderOf(beside)) {

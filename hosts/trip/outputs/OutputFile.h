@@ -44,8 +44,12 @@ class OutputFile {
   void store();
   /// Stores it, and puts it under its name.
   void commit();
+  /// Puts it under its name without waiting for the disk: for what can be had again, and shows whether it is whole.
+  void commitUnstored();
 
  private:
+  void putInPlace();
+
   std::filesystem::path target_;
   std::filesystem::path partial_;
   bool force_;

@@ -17,8 +17,8 @@ struct SystemBus::State {
   std::vector<guint> subscriptions;
   guint serviceWatch = 0;
   Opened opened;
-  std::function<void()> closed;
-  std::function<void(bool)> serviceChanged;
+  Callback<> closed;
+  Callback<bool> serviceChanged;
   bool isEnded = false;
 };
 
@@ -49,7 +49,7 @@ SystemBus::~SystemBus() {
   state.connection.reset();
 }
 
-void SystemBus::open(Opened opened, std::function<void()> closed) {
+void SystemBus::open(Opened opened, Callback<> closed) {
   state_->opened = std::move(opened);
   state_->closed = std::move(closed);
   // No address, no bus: an empty one fails below, with the library's own words.
@@ -68,7 +68,7 @@ void SystemBus::open(Opened opened, std::function<void()> closed) {
       g_dbus_connection_set_exit_on_close(connection, FALSE);
       const auto onClosed = [](GDBusConnection*, gboolean, GError*, gpointer closing) {
         const auto kept = *static_cast<std::shared_ptr<State>*>(closing);
-        if (!kept->isEnded && kept->closed) kept->closed();
+        if (!kept->isEnded) kept->closed();
       };
       self.closedHandler = g_signal_connect_data(
           connection, "closed",
@@ -95,7 +95,7 @@ void SystemBus::call(const std::string& service, const std::string& path, const 
     const std::unique_ptr<Call> call(static_cast<Call*>(data));
     g_autoptr(GError) error = nullptr;
     g_autoptr(GVariant) answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error);
-    if (!call->state->isEnded && call->reply) call->reply(answer, error);
+    if (!call->state->isEnded) call->reply(answer, error);
   };
   const ContextScope scope(state_->context.get());
   g_dbus_connection_call(state_->connection.get(), service.c_str(), path.c_str(), interface, method, parameters,
@@ -127,7 +127,7 @@ void SystemBus::unsubscribe() {
   }
 }
 
-void SystemBus::watchService(const std::string& service, std::function<void(bool)> changed) {
+void SystemBus::watchService(const std::string& service, Callback<bool> changed) {
   state_->serviceChanged = std::move(changed);
   static constexpr auto kTell = [](gpointer data, bool isThere) {
     const auto kept = *static_cast<std::shared_ptr<State>*>(data);

@@ -94,10 +94,10 @@ void GLibLoop::post(std::function<void()> work) {
   if (!g_main_context_is_owner(context_.get())) g_main_context_wakeup(context_.get());
 }
 
-std::unique_ptr<Loop::Wait> GLibLoop::after(double seconds, std::function<void()> fire) {
+std::unique_ptr<Loop::Wait> GLibLoop::after(double seconds, Callback<> fire) {
   const double bounded = std::fmin(std::fmax(seconds, 0.0), kLongestSeconds);
   GSource* const source = g_timeout_source_new(static_cast<guint>(std::ceil(bounded * 1000.0)));
-  using Fire = std::function<void()>;
+  using Fire = Callback<>;
   g_source_set_callback(
       source,
       [](gpointer function) -> gboolean {
@@ -109,13 +109,12 @@ std::unique_ptr<Loop::Wait> GLibLoop::after(double seconds, std::function<void()
   return std::make_unique<SourceWait>(source);
 }
 
-std::unique_ptr<Loop::Wait> GLibLoop::watch(int fileDescriptor, Readiness interest,
-                                            std::function<void(Readiness)> fire) {
+std::unique_ptr<Loop::Wait> GLibLoop::watch(int fileDescriptor, Readiness interest, Callback<Readiness> fire) {
   int conditions = G_IO_ERR | G_IO_HUP;
   if (interest.canRead) conditions |= G_IO_IN;
   if (interest.canWrite) conditions |= G_IO_OUT;
   GSource* const source = g_unix_fd_source_new(fileDescriptor, static_cast<GIOCondition>(conditions));
-  using Fire = std::function<void(Readiness)>;
+  using Fire = Callback<Readiness>;
   const auto dispatch = [](gint, GIOCondition condition, gpointer function) -> gboolean {
     (*static_cast<Fire*>(function))({.canRead = (condition & G_IO_IN) != 0,
                                      .canWrite = (condition & G_IO_OUT) != 0,

@@ -15,8 +15,8 @@ class GLibLoop final : public Loop {
   ~GLibLoop() override = default;  ///< what was posted and has not run is dropped
 
   void post(std::function<void()> work) override;
-  std::unique_ptr<Wait> after(double seconds, std::function<void()> fire) override;
-  std::unique_ptr<Wait> watch(int fileDescriptor, Readiness interest, std::function<void(Readiness)> fire) override;
+  std::unique_ptr<Wait> after(double seconds, Callback<> fire) override;
+  std::unique_ptr<Wait> watch(int fileDescriptor, Readiness interest, Callback<Readiness> fire) override;
 
   GMainContext* context() const { return context_.get(); }
 

@@ -3,9 +3,9 @@
 #define ZRCORE_LINUX_CONNECTOR_H
 
 #include <owners/FileDescriptor.h>
+#include <platform/Callback.h>
 #include <policy/PositioningSource.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -13,7 +13,7 @@
 class Connector {
  public:
   /// Gets an open, non-blocking descriptor, or what the system says.
-  using Done = std::function<void(FileDescriptor descriptor, const std::string& failure)>;
+  using Done = Callback<FileDescriptor, const std::string&>;
 
   Connector() = default;
   Connector(const Connector&) = delete;

@@ -38,7 +38,7 @@ class FileSource final : public PositionSource, public std::enable_shared_from_t
   Loop& loop_;
   std::string path_;
   std::function<double()> monotonicSeconds_;
-  PositionSourceListener* listener_ = nullptr;  ///< null: not running
+  RunListener listener_;
   FileDescriptor file_;
   std::optional<packed::MaybeGzip> unpacking_;
   std::string piece_;                           ///< unpacked, and not yet read

@@ -52,7 +52,7 @@ class GeoClueSource final : public PositionSource, public std::enable_shared_fro
   GLibLoop& loop_;
   Options options_;
   policy::BackOff backOff_;
-  PositionSourceListener* listener_ = nullptr;  ///< null: not running
+  RunListener listener_;
   std::unique_ptr<SystemBus> bus_;
   std::string client_;                 ///< the path of our client; empty: none yet
   bool wasThere_ = false;              ///< the service, in this run

@@ -4,9 +4,11 @@
 
 #include <ZRCore/CLLocation.h>
 #include <ZRCore/CLLocationManager.h>
+#include <platform/Callback.h>
 #include <policy/PositioningFault.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Receives the events of one run of a source. It is never called inside `start` or after `stop`, and may call `stop`
@@ -15,14 +17,14 @@ class PositionSourceListener {
  public:
   virtual ~PositionSourceListener() = default;
   /// The source has answered and provides the positions of this run, whatever it reports later.
-  virtual void sourceAnswers() = 0;
-  virtual void sourceFixes(const std::vector<ZRPositionFix>& fixes) = 0;
-  virtual void sourceHeading(const CLHeading& heading) = 0;
+  virtual void sourceAnswers() {}
+  virtual void sourceFixes(const std::vector<ZRPositionFix>& /*fixes*/) {}
+  virtual void sourceHeading(const CLHeading& /*heading*/) {}
   /// A source may report one fault many times. The listener passes changes on.
-  virtual void sourceFails(policy::PositioningFault fault, const std::string& detail) = 0;
-  virtual void sourceAuthorization(CLAuthorizationStatus status) = 0;
+  virtual void sourceFails(policy::PositioningFault /*fault*/, const std::string& /*detail*/) {}
+  virtual void sourceAuthorization(CLAuthorizationStatus /*status*/) {}
   /// For the log.
-  virtual void sourceSays(const std::string& text) = 0;
+  virtual void sourceSays(const std::string& /*text*/) {}
 };
 
 /// A source of positions. It runs once, from `start` to `stop`, and reconnects on its own when its daemon or device has
@@ -40,6 +42,24 @@ class PositionSource {
   virtual bool hasHeading() const { return false; }
   virtual void start(PositionSourceListener& listener) = 0;
   virtual void stop() = 0;
+};
+
+/// Who listens to a source's run. Nobody does before its start and after its stop, and nobody may be told anything: a
+/// source need not ask after each call whether that call has stopped it.
+class RunListener {
+ public:
+  void begin(PositionSourceListener& listener) { listener_ = &listener; }
+  PositionSourceListener& end() { return *std::exchange(listener_, &nobody()); }
+  bool isThere() const { return listener_ != &nobody(); }
+  PositionSourceListener* operator->() const { return listener_; }
+
+ private:
+  static PositionSourceListener& nobody() {
+    static PositionSourceListener instance;
+    return instance;
+  }
+
+  PositionSourceListener* listener_ = &nobody();
 };
 
 #endif

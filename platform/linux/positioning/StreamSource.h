@@ -55,7 +55,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
   Options options_;
   policy::LiveReader reader_;
   policy::BackOff backOff_;
-  PositionSourceListener* listener_ = nullptr;  ///< null: not running
+  RunListener listener_;
 
   FileDescriptor descriptor_;
   bool hasGreeted_ = false;

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <glib.h>
 #include <owners/FileDescriptor.h>
+#include <platform/Callback.h>
 #include <sys/file.h>
 
 #include <cerrno>
@@ -103,15 +104,13 @@ void KeyFileDefaults::setStringForKey(std::string_view value, std::string_view k
     changes_.insert_or_assign(std::string(key), value);
     if (std::exchange(isStorePosted_, true)) return;
   }
-  queue_->post([weak = weak_from_this()] {
-    const auto self = weak.lock();
-    if (!self) return;
+  queue_->post(Callback(this, [this] {
     {
-      const std::lock_guard guard(self->mutex_);
-      self->isStorePosted_ = false;
+      const std::lock_guard guard(mutex_);
+      isStorePosted_ = false;
     }
-    self->synchronize();
-  });
+    synchronize();
+  }));
 }
 
 bool KeyFileDefaults::synchronize() {

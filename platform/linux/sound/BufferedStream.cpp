@@ -11,8 +11,7 @@ SoundOutput::~SoundOutput() = default;
 BufferedStream::BufferedStream(SoundOutput& output, SoundEvents events) : wantsMore_(std::move(events.wantsMore)) {
   events.wantsMore = [this] {
     passOn();
-    const auto wantsMore = wantsMore_;  // the source may drop this stream
-    if (end_ == End::open && !isFull() && wantsMore) wantsMore();
+    if (end_ == End::open && !isFull()) wantsMore_();
   };
   stream_ = output.open(std::move(events));
 }

@@ -35,7 +35,7 @@ class BufferedStream {
   enum class End { open, asked, passedOn };
   End end_ = End::open;
   bool isStarted_ = false;
-  std::function<void()> wantsMore_;
+  Callback<> wantsMore_;
   std::unique_ptr<SoundStream> stream_;  // last: its events reach the others
 };
 

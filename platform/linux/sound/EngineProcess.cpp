@@ -136,8 +136,7 @@ void EngineProcess::readOutput() {
   std::array<char, 16384> bytes;
   const ssize_t count = ::read(stdout_.get(), bytes.data(), bytes.size());
   if (count > 0) {
-    const auto output = events_.output;
-    output(std::string_view(bytes.data(), static_cast<std::size_t>(count)));
+    events_.output(std::string_view(bytes.data(), static_cast<std::size_t>(count)));
   } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
     outputWait_.reset();
     stdout_.close();
@@ -156,6 +155,5 @@ std::string EngineProcess::complaint() const {
 
 void EngineProcess::endIfDone() {
   if (!hasExited_ || stdout_.isOpen()) return;
-  const auto ended = events_.ended;
-  ended(exitFault_.empty() ? "" : exitFault_ + complaint());
+  events_.ended(exitFault_.empty() ? "" : exitFault_ + complaint());
 }

@@ -3,9 +3,9 @@
 #define ZRCORE_LINUX_SOUND_ENGINEPROCESS_H
 
 #include <owners/FileDescriptor.h>
+#include <platform/Callback.h>
 #include <sys/types.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,10 +18,10 @@
 class EngineProcess {
  public:
   struct Events {
-    std::function<void(std::string_view bytes)> output;
+    Callback<std::string_view> output;
     /// It has ended, and all output has been reported. `fault` is empty after a success; otherwise it says in words how
     /// it ended and what it said last. The object may be dropped here, as in `output`.
-    std::function<void(const std::string& fault)> ended;
+    Callback<const std::string&> ended;
   };
 
   /// Starts `command`, whose first word is looked for on the path. No shell takes part.

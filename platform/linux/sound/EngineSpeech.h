@@ -22,8 +22,8 @@ class EngineSpeech {
 
   struct Events {
     /// @param fault  why the utterance was not played to its end, in words; empty when it was
-    std::function<void(const std::string& fault)> ended;
-    std::function<void(bool isSilenced)> silenced;
+    Callback<const std::string&> ended;
+    Callback<bool> silenced;
   };
 
   /// Calls no event inside this call.

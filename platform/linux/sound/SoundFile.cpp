@@ -94,13 +94,9 @@ class SoundFile::Stream final : public SoundStream {
   }
 
  private:
-  void tellWantsMore() { tell(events_.wantsMore); }
-  void tellHeard() { tell(events_.heard); }
-  void tellLost() {
-    const auto lost = events_.lost;
-    lost(file_.fault_);
-  }
-  static void tell(std::function<void()> event) { event(); }
+  void tellWantsMore() { events_.wantsMore(); }
+  void tellHeard() { events_.heard(); }
+  void tellLost() { events_.lost(file_.fault_); }
 
   SoundFile& file_;
   SoundEvents events_;

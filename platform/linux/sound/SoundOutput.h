@@ -2,11 +2,11 @@
 #ifndef ZRCORE_LINUX_SOUND_SOUNDOUTPUT_H
 #define ZRCORE_LINUX_SOUND_SOUNDOUTPUT_H
 
+#include <platform/Callback.h>
 #include <policy/WavStreamReader.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -14,10 +14,10 @@
 /// The events of a stream. They are called on the loop, never inside a call of the stream's owner, and the owner may
 /// drop the stream in each of them.
 struct SoundEvents {
-  std::function<void()> wantsMore;                   ///< there is room for samples
-  std::function<void()> heard;                       ///< the last sample before `end` has been heard
-  std::function<void(const std::string& why)> lost;  ///< nothing more will be heard; the last event
-  std::function<void(bool isSilenced)> silenced;     ///< the sound server pauses or resumes it
+  Callback<> wantsMore;               ///< there is room for samples
+  Callback<> heard;                   ///< the last sample before `end` has been heard
+  Callback<const std::string&> lost;  ///< nothing more will be heard; the last event
+  Callback<bool> silenced;            ///< the sound server pauses or resumes it
 };
 
 /// One stream of samples. Dropping it silences it at once.
