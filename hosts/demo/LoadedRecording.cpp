@@ -3,7 +3,7 @@
 
 #include <readers/FixCompletion.h>
 #include <trip/OutputText.h>
-#include <trip/drawing/Axis.h>
+#include <trip/Words.h>
 #include <trip/drawing/EndlessPlane.h>
 #include <trip/replay/Recording.h>
 
@@ -46,10 +46,10 @@ class Loader final : public readers::Listener {
 }  // namespace
 
 std::string LoadedRecording::summary() const {
-  std::string text = format + " · " + std::to_string(fixes.size()) + (fixes.size() == 1 ? " fix · " : " fixes · ") +
+  std::string text = format + " · " + trip::countText(fixes.size(), "fix", "fixes") + " · " +
                      trip::durationText(timeline.durationSeconds());
   if (isCutShort) text += " · the rest is left out";
-  if (faults > 0) text += " · " + std::to_string(faults) + (faults == 1 ? " fault" : " faults");
+  if (faults > 0) text += " · " + trip::countText(faults, "fault", "faults");
   return text;
 }
 

@@ -1,16 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "GeoJsonOutput.h"
 
-#include <trip/OutputText.h>
-
 #include <cmath>
-#include <nlohmann/json.hpp>
+
+#include "RowJson.h"
 
 namespace trip {
 
 namespace {
-using Json = nlohmann::ordered_json;
-
 std::string position(double latitude, double longitude) {
   std::string text = "[";
   appendNumber(text, longitude);
@@ -28,20 +25,18 @@ double latitudeAtAntimeridian(CLLocationCoordinate2D from, CLLocationCoordinate2
   return from.latitude + (to.latitude - from.latitude) * toEdge / (toEdge + fromEdge);
 }
 
-Json numberOrNull(std::optional<double> value) { return value ? Json(*value) : Json(nullptr); }
-
 std::string pointFeature(const TripRow& row) {
   const Json properties{
       {"index", row.index},
-      {"time", row.secondsSince1970 ? Json(timeText(*row.secondsSince1970)) : Json(nullptr)},
+      {"time", timeOrNull(row.secondsSince1970)},
       {"significant", row.significant},
       {"jump", row.jump},
       {"stable", row.stable},
-      {"altitudeMeters", numberOrNull(row.altitudeMeters)},
-      {"accuracyMeters", numberOrNull(row.accuracyMeters)},
-      {"speedMetersPerSecond", numberOrNull(row.speedMetersPerSecond)},
-      {"courseDegrees", numberOrNull(row.courseDegrees)},
-      {"smoothSpeedMetersPerSecond", numberOrNull(knownSmoothSpeed(row))},
+      {"altitudeMeters", orNull(row.altitudeMeters)},
+      {"accuracyMeters", orNull(row.accuracyMeters)},
+      {"speedMetersPerSecond", orNull(row.speedMetersPerSecond)},
+      {"courseDegrees", orNull(row.courseDegrees)},
+      {"smoothSpeedMetersPerSecond", orNull(knownSmoothSpeed(row))},
       {"smoothCourseDegrees", row.smoothCourseDegrees},
   };
   return R"({"type":"Feature","geometry":{"type":"Point","coordinates":)" +

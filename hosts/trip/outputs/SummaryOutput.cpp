@@ -1,31 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SummaryOutput.h"
 
-#include <trip/OutputText.h>
-
-#include <nlohmann/json.hpp>
+#include "RowJson.h"
 
 namespace trip {
 
 namespace {
-nlohmann::ordered_json timeOrNull(std::optional<double> secondsSince1970) {
-  if (!secondsSince1970) return nullptr;
-  return timeText(*secondsSince1970);
-}
-
-nlohmann::ordered_json orNull(std::optional<double> value) {
-  if (!value) return nullptr;
-  return *value;
-}
-
-nlohmann::ordered_json quantilesOrNull(const std::optional<FilterEffect::Quantiles>& quantiles) {
+Json quantilesOrNull(const std::optional<FilterEffect::Quantiles>& quantiles) {
   if (!quantiles) return nullptr;
   return {{"median", quantiles->median}, {"percentile90", quantiles->percentile90}};
 }
 }  // namespace
 
 std::string summaryJson(const TripSummary& summary, int indent) {
-  using Json = nlohmann::ordered_json;
   const FilterEffect& effect = summary.effect;
   const Json json{
       {"source", summary.source},

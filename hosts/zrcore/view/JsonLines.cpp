@@ -1,24 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "JsonLines.h"
 
-#include <trip/OutputText.h>
+#include <trip/outputs/RowJson.h>
 #include <trip/outputs/SummaryOutput.h>
 
-#include <nlohmann/json.hpp>
-
-namespace {
-
-using Json = nlohmann::ordered_json;
-
-Json orNull(std::optional<double> value) { return value ? Json(*value) : Json(nullptr); }
-
-}  // namespace
-
 void JsonLines::row(const trip::TripRow& row) {
+  using trip::Json, trip::orNull, trip::timeOrNull;
   const Json json{
       {"index", row.index},
       {"line", row.line},
-      {"time", row.secondsSince1970 ? Json(trip::timeText(*row.secondsSince1970)) : Json(nullptr)},
+      {"time", timeOrNull(row.secondsSince1970)},
       {"latitude", row.coordinate.latitude},
       {"longitude", row.coordinate.longitude},
       {"altitudeMeters", orNull(row.altitudeMeters)},

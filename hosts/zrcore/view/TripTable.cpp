@@ -2,7 +2,7 @@
 #include "TripTable.h"
 
 #include <trip/OutputText.h>
-#include <zrcore/NumberText.h>
+#include <trip/Words.h>
 
 #include <algorithm>
 #include <array>
@@ -24,10 +24,6 @@ struct Column {
   std::string (*text)(const trip::TripRow& row);
 };
 
-std::optional<double> kilometersPerHour(std::optional<double> metersPerSecond) {
-  return metersPerSecond ? std::optional(*metersPerSecond * kKilometersPerHour) : std::nullopt;
-}
-
 /// "HH:MM:SS" out of the full time.
 std::string timeOfDay(const trip::TripRow& row) {
   if (!row.secondsSince1970) return "-";
@@ -43,13 +39,15 @@ std::string mark(const trip::TripRow& row) {
 
 const std::array<Column, 10> kColumns{{
     {"UTC", 8, timeOfDay},
-    {"latitude", 10, [](const trip::TripRow& row) { return fixedText(row.coordinate.latitude, 5); }},
-    {"longitude", 10, [](const trip::TripRow& row) { return fixedText(row.coordinate.longitude, 5); }},
-    {"acc m", 6, [](const trip::TripRow& row) { return fixedText(row.accuracyMeters, 1); }},
-    {"course", 6, [](const trip::TripRow& row) { return fixedText(row.courseDegrees, 1); }},
-    {"~course", 7, [](const trip::TripRow& row) { return fixedText(row.smoothCourseDegrees, 1); }},
-    {"km/h", 6, [](const trip::TripRow& row) { return fixedText(kilometersPerHour(row.speedMetersPerSecond), 1); }},
-    {"~km/h", 6, [](const trip::TripRow& row) { return fixedText(kilometersPerHour(trip::knownSmoothSpeed(row)), 1); }},
+    {"latitude", 10, [](const trip::TripRow& row) { return trip::fixedText(row.coordinate.latitude, 5); }},
+    {"longitude", 10, [](const trip::TripRow& row) { return trip::fixedText(row.coordinate.longitude, 5); }},
+    {"acc m", 6, [](const trip::TripRow& row) { return trip::fixedText(row.accuracyMeters, 1); }},
+    {"course", 6, [](const trip::TripRow& row) { return trip::fixedText(row.courseDegrees, 1); }},
+    {"~course", 7, [](const trip::TripRow& row) { return trip::fixedText(row.smoothCourseDegrees, 1); }},
+    {"km/h", 6,
+     [](const trip::TripRow& row) { return trip::fixedText(trip::kilometersPerHour(row.speedMetersPerSecond), 1); }},
+    {"~km/h", 6,
+     [](const trip::TripRow& row) { return trip::fixedText(trip::kilometersPerHour(trip::knownSmoothSpeed(row)), 1); }},
     {"mark", 4, mark},
     {"stable", 6, [](const trip::TripRow& row) -> std::string { return row.stable ? "yes" : ""; }},
 }};
@@ -96,7 +94,7 @@ std::string TripTable::leftOut(int columns) {
     if (width > static_cast<std::size_t>(std::max(columns, 0))) (names += names.empty() ? "" : ", ") += column.title;
   }
   if (names.empty()) return names;
-  return "a terminal of " + countText(static_cast<std::uint64_t>(std::max(columns, 0)), "column", "columns") +
+  return "a terminal of " + trip::countText(static_cast<std::uint64_t>(std::max(columns, 0)), "column", "columns") +
          " leaves out " + names + "; " + std::to_string(width) + " show all";
 }
 
@@ -108,9 +106,9 @@ void TripTable::row(const trip::TripRow& row) {
 
 std::string TripTable::statusLine(const Terminal& terminal) const {
   std::string text(1, ' ');
-  if (fraction_) text += fixedText(std::floor(*fraction_ * 100.0), 0) + " %  ";
-  text += countText(fixes_, "fix", "fixes");
-  if (faults_ > 0) text += ", " + countText(faults_, "fault", "faults");
+  if (fraction_) text += trip::fixedText(std::floor(*fraction_ * 100.0), 0) + " %  ";
+  text += trip::countText(fixes_, "fix", "fixes");
+  if (faults_ > 0) text += ", " + trip::countText(faults_, "fault", "faults");
   text.resize(std::min(text.size(), static_cast<std::size_t>(std::max(terminal.columns, 0))));
 
   constexpr int kWidestBar = 40, kNarrowestBar = 5;

@@ -30,7 +30,7 @@ TripView::TripView(Shape shape, bool isPaced, const std::string& filter)
 
 void TripView::writeMessage(std::string_view line) {
   if (live_) show([this] { live_->erase(); });
-  std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+  Messages::writeToStandardError(line);
 }
 
 /// Does something with the standard output.
@@ -106,4 +106,10 @@ void TripView::finish(const trip::TripSummary& summary) {
   if (interruption::signal() == SIGXFSZ) messages_.say(kFileLimitReached);
   if (saysSummary_) std::fputs(summaryText(summary).c_str(), stderr);
   if (failure_) std::rethrow_exception(failure_);
+}
+
+TripView::Shape ShapeOptions::shape() const {
+  if (*json_) return TripView::Shape::json;
+  if (*quiet_) return TripView::Shape::nothing;
+  return Terminal::canRedraw() ? TripView::Shape::table : TripView::Shape::lines;
 }
