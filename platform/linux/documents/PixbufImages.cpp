@@ -68,13 +68,17 @@ std::shared_ptr<const UIImage> rgbaFrom(const GdkPixbuf* pixbuf) {
 }  // namespace
 
 std::shared_ptr<const UIImage> PixbufImages::imageWithData(std::string_view data) const {
+  constexpr std::uint64_t mostDrawings = 4;  // of the largest picture; twelve of one of eleven megapixels
   const auto format = pictureFormat(data);
-  if (!format || !isWholePicture(data, *format)) return nullptr;
+  if (!format) return nullptr;
+  const auto picture = readPicture(data, *format);
+  if (!picture || picture->pixels > largestPixels_) return nullptr;
+  if (picture->pixels / mostDrawings > largestPixels_ / picture->drawings) return nullptr;
   g_autoptr(GdkPixbufLoader) loader = gdk_pixbuf_loader_new_with_type(decoderName(*format), nullptr);
   if (!loader) return nullptr;
   SizeLimit limit{largestPixels_};
   g_signal_connect(loader, "size-prepared", G_CALLBACK(onSizePrepared), &limit);
-  if (!feed(loader, data, limit)) return nullptr;
+  if (!feed(loader, picture->bytes, limit)) return nullptr;
   GdkPixbuf* const pixbuf = gdk_pixbuf_loader_get_pixbuf(loader);
   if (!pixbuf) return nullptr;
   g_autoptr(GdkPixbuf) upright = gdk_pixbuf_apply_embedded_orientation(pixbuf);
