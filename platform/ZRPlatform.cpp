@@ -65,6 +65,9 @@ bool ZRPlatformInstall(const ZRPlatform& platform) {
   takeOver(&ZRPlatform::screen, platform, *complete);
   takeOver(&ZRPlatform::pasteboard, platform, *complete);
   takeOver(&ZRPlatform::mail, platform, *complete);
+  if (ZRReaches(platform, &ZRPlatform::longestParsedBodyBytes)) {
+    complete->longestParsedBodyBytes = platform.longestParsedBodyBytes;
+  }
 
   const std::lock_guard lock(statics().mutex);
   if (statics().inUse) return false;

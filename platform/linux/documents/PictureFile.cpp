@@ -57,6 +57,17 @@ std::uint64_t littleAreaAhead(Walk walk) {
   return width * number();
 }
 
+/// Whether a side is longer than the other formats can tell. A row costs time, however short it is.
+bool hasLongSide(Walk walk) {
+  const std::size_t width = walk.number(4);
+  return std::max(width, walk.number(4)) > 0xFFFF;
+}
+
+bool isInterlaced(Walk walk) {
+  walk.skip(12);
+  return walk.byte() != 0;
+}
+
 std::optional<PictureFile> readPNG(std::string_view file) {
   constexpr std::size_t header = 0x49484452;        // "IHDR"
   constexpr std::size_t transparency = 0x74524E53;  // "tRNS"
@@ -70,7 +81,11 @@ std::optional<PictureFile> readPNG(std::string_view file) {
     const std::size_t begin = walk.position();
     const std::size_t length = walk.number(4);
     type = walk.number(4);
-    if (type == header) picture.pixels = areaAhead(walk, 0, 4);
+    if (type == header) {
+      picture.pixels = areaAhead(walk, 0, 4);
+      if (hasLongSide(walk)) return std::nullopt;
+      if (isInterlaced(walk)) picture.drawings = 3;  // seven passes, of which the first ones are small
+    }
     walk.skip(length + 4);  // the data and their checksum
     if (walk.hasFailed()) return std::nullopt;
     // Texts and profiles are packed a thousand to one, and decoders unpack and keep them.
@@ -121,6 +136,7 @@ std::optional<PictureFile> readGIF(std::string_view file) {
   constexpr unsigned image = 0x2C;
   constexpr unsigned trailer = 0x3B;
   PictureFile picture;
+  picture.drawings = 5;  // its codes are slow to follow
   Walk walk(file);
   const auto skipColours = [&](unsigned flags) {
     if (flags & 0x80U) walk.skip(std::size_t{3} << ((flags & 7U) + 1U));

@@ -18,7 +18,7 @@ std::optional<PictureFormat> pictureFormat(std::string_view file);
 struct PictureFile {
   std::string bytes;           ///< of the file, what the first picture in it needs
   std::uint64_t pixels = 0;    ///< as the file declares them
-  std::uint64_t drawings = 1;  ///< how often the decoder draws them: a progressive JPEG once for each of its scans
+  std::uint64_t drawings = 1;  ///< how often the decoder draws them, or takes the time of that
 };
 
 /// Walks over the file to the mark that its format ends with; decoders fill what is missing with black or grey.

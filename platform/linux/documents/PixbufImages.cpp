@@ -60,7 +60,11 @@ std::shared_ptr<const UIImage> rgbaFrom(const GdkPixbuf* pixbuf) {
   std::uint8_t* to = image->rgba.data();
   for (std::size_t y = 0; y < height; ++y) {
     const guint8* from = pixels + y * stride;
-    for (std::size_t x = 0; x < width; ++x, from += channels, to += 4) std::copy_n(from, channels, to);
+    if (channels == 4) {
+      to = std::copy_n(from, 4 * width, to);
+    } else {
+      for (std::size_t x = 0; x < width; ++x, from += 3, to += 4) std::copy_n(from, 3, to);
+    }
   }
   return image;
 }
@@ -68,12 +72,14 @@ std::shared_ptr<const UIImage> rgbaFrom(const GdkPixbuf* pixbuf) {
 }  // namespace
 
 std::shared_ptr<const UIImage> PixbufImages::imageWithData(std::string_view data) const {
-  constexpr std::uint64_t mostDrawings = 4;  // of the largest picture; twelve of one of eleven megapixels
   const auto format = pictureFormat(data);
   if (!format) return nullptr;
   const auto picture = readPicture(data, *format);
   if (!picture || picture->pixels > largestPixels_) return nullptr;
-  if (picture->pixels / mostDrawings > largestPixels_ / picture->drawings) return nullptr;
+  // The time that a picture takes: its drawings, and about two more for making and copying it. The largest one may take
+  // three and a half.
+  const double drawnPixels = static_cast<double>(picture->pixels) * static_cast<double>(picture->drawings + 2);
+  if (drawnPixels > 3.5 * static_cast<double>(largestPixels_)) return nullptr;
   g_autoptr(GdkPixbufLoader) loader = gdk_pixbuf_loader_new_with_type(decoderName(*format), nullptr);
   if (!loader) return nullptr;
   SizeLimit limit{largestPixels_};
