@@ -48,6 +48,9 @@ bool ZRPlatformInstall(const ZRPlatform& platform) {
       complete.get()->*service.member = platform.*service.member;
     }
   });
+  if (ZRReaches(platform, &ZRPlatform::longestParsedBodyBytes)) {
+    complete->longestParsedBodyBytes = platform.longestParsedBodyBytes;
+  }
 
   const std::lock_guard lock(statics().mutex);
   if (statics().inUse) return false;
