@@ -26,8 +26,8 @@ void NSXMLParserDelegate::parserFoundCharacters(NSXMLParser&, std::string_view) 
 
 namespace {
 
-// Behind its two numbers a platform is nothing but its services: one that the list forgets does not compile.
-static_assert(ZRMemberCount<ZRPlatform>() == 2 + std::tuple_size_v<decltype(ZRPlatformServices)>);
+// Beside three numbers a platform is nothing but its services: one that the list forgets does not compile.
+static_assert(ZRMemberCount<ZRPlatform>() == 3 + std::tuple_size_v<decltype(ZRPlatformServices)>);
 
 struct PlatformStatics {
   std::mutex mutex;
