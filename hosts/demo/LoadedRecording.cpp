@@ -14,7 +14,7 @@ namespace demo {
 namespace {
 
 /// Speeds that a source does not report are derived, so that the filter has something to work on.
-constexpr policy::FixCompletion::Options kCompletion{.assumedAccuracyMeters = std::nullopt, .derivesSpeed = true};
+constexpr readers::FixCompletion::Options kCompletion{.assumedAccuracyMeters = std::nullopt, .derivesSpeed = true};
 
 class Loader final : public readers::Listener {
  public:
@@ -39,7 +39,7 @@ class Loader final : public readers::Listener {
 
  private:
   LoadedRecording& loaded_;
-  policy::FixCompletion completion_{kCompletion};
+  readers::FixCompletion completion_{kCompletion};
   trip::EndlessPlane plane_;
 };
 

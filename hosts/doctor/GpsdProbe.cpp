@@ -36,7 +36,7 @@ Answer ask(const policy::PositioningSource& source, double answerSeconds) {
   GSocket* const socket = g_socket_connection_get_socket(connection.get());
   constexpr std::string_view kRequest = "?DEVICES;\n";
   g_socket_send(socket, kRequest.data(), kRequest.size(), nullptr, nullptr);
-  policy::LiveReader reader(readers::Format::gpsdJson);
+  readers::LiveReader reader(readers::Format::gpsdJson);
   std::array<char, 4096> bytes;
   while (!answer.receivers) {
     const gssize count = g_socket_receive(socket, bytes.data(), bytes.size(), limit.cancellable(), nullptr);

@@ -59,7 +59,7 @@ class TripReplay final : private readers::Listener {
   struct Options {
     std::string source;  ///< for the summary
     std::string filter;  ///< for the summary
-    policy::FixCompletion::Options completion;
+    readers::FixCompletion::Options completion;
     TimeWindow window;
   };
 
@@ -86,7 +86,7 @@ class TripReplay final : private readers::Listener {
   Pacer& pacer_;
   RecordingClock& clock_;
   ReplayListener& listener_;
-  policy::FixCompletion completion_;
+  readers::FixCompletion completion_;
   TimeWindow window_;
   SummaryCounter counter_;
   std::exception_ptr failure_;

@@ -81,14 +81,14 @@ bool FileSource::readMore() {
 bool FileSource::makeReader(bool isLast) {
   if (!isLast && piece_.size() < kReadBytes) return false;
   if (const auto format = readers::detectFormat(piece_)) {
-    reader_ = std::make_unique<policy::LiveReader>(*format);
+    reader_ = std::make_unique<readers::LiveReader>(*format);
   } else {
     fail(PositioningFault::badSource, piece_.empty() ? "it is empty" : "it " + readers::whyUnreadable(piece_));
   }
   return reader_ != nullptr;
 }
 
-void FileSource::tell(const policy::LiveEvents& events) {
+void FileSource::tell(const readers::LiveEvents& events) {
   waiting_.insert(waiting_.end(), events.fixes.begin(), events.fixes.end());
   for (const auto& remark : events.remarks) listener_->sourceSays(remark);
 }

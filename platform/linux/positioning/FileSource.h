@@ -31,7 +31,7 @@ class FileSource final : public PositionSource, public std::enable_shared_from_t
   void open();
   bool readMore();
   bool makeReader(bool isLast);
-  void tell(const policy::LiveEvents& events);
+  void tell(const readers::LiveEvents& events);
   void next();
   void fail(policy::PositioningFault fault, const std::string& detail);
 
@@ -41,8 +41,8 @@ class FileSource final : public PositionSource, public std::enable_shared_from_t
   RunListener listener_;
   FileDescriptor file_;
   std::optional<packed::MaybeGzip> unpacking_;
-  std::string piece_;                           ///< unpacked, and not yet read
-  std::unique_ptr<policy::LiveReader> reader_;  ///< null until the format is told
+  std::string piece_;                            ///< unpacked, and not yet read
+  std::unique_ptr<readers::LiveReader> reader_;  ///< null until the format is told
   policy::ReplayPace pace_{1.0};
   std::optional<double> startSeconds_;  ///< when the first fix was reported
   std::deque<ZRPositionFix> waiting_;   ///< read, and not due yet

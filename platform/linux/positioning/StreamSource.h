@@ -29,7 +29,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
     /// The source reports that there is no fix after a silence of this length; after up to twice this length if the
     /// last fix came just after a check.
     double silenceSeconds = 10;
-    double quietSeconds = policy::LiveReader::kQuietSeconds;
+    double quietSeconds = readers::LiveReader::kQuietSeconds;
   };
 
   StreamSource(Loop& loop, std::unique_ptr<Connector> connector, Options options);
@@ -45,7 +45,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
   void connected(FileDescriptor descriptor, const std::string& failure);
   void answers();
   void read();
-  void deliver(const policy::LiveEvents& events);
+  void deliver(const readers::LiveEvents& events);
   void disconnected(policy::PositioningFault fault, const std::string& detail);
   void hangUp();
   void watchSilence();
@@ -53,7 +53,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
   Loop& loop_;
   std::unique_ptr<Connector> connector_;
   Options options_;
-  policy::LiveReader reader_;
+  readers::LiveReader reader_;
   policy::BackOff backOff_;
   RunListener listener_;
 
