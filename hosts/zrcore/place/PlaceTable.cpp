@@ -12,9 +12,6 @@ const char* const kPlaceLinesHeader = "file\tresult\tfirst_line\tsecond_line\tsi
 
 namespace {
 
-constexpr const char* kBold = "\x1b[1m";
-constexpr const char* kPlain = "\x1b[0m";
-
 std::string orDash(const std::string& text) { return text.empty() ? "-" : ZRPrintableText(text); }
 
 std::optional<double> latitudeOf(const ZRPlace& place) {
@@ -92,7 +89,7 @@ std::string placeTable(const std::vector<place::Result>& results, const Terminal
 
   const std::string title = atRight("#", counter) + "  " + padded(fitted("place", beside, terminal), beside) +
                             numbers("latitude", "longitude", "quality", "zoom");
-  std::string table = terminal.color ? kBold + title + kPlain + "\n" : title + "\n";
+  std::string table = terminal.styled(Terminal::Style::bold, title) + "\n";
   for (const auto& [number, place] : results) {
     const ZRGeoAddress& address = *place->geoAddress();
     const auto text = [&](const std::string& line, std::size_t most) { return fitted(orDash(line), most, terminal); };

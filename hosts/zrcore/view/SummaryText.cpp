@@ -3,7 +3,6 @@
 
 #include <trip/SummaryHints.h>
 #include <trip/Words.h>
-#include <trip/outputs/SummaryOutput.h>
 #include <zrcore/Messages.h>
 
 #include <cmath>

@@ -11,12 +11,9 @@
 
 namespace {
 
-constexpr std::size_t kMostRows = 200;  // no terminal shows more
+using Style = Terminal::Style;
 
-constexpr const char* kBold = "\x1b[1m";
-constexpr const char* kGreen = "\x1b[32m";
-constexpr const char* kRed = "\x1b[31m";
-constexpr const char* kPlain = "\x1b[0m";
+constexpr std::size_t kMostRows = 200;  // no terminal shows more
 
 struct Column {
   std::string_view title;
@@ -65,11 +62,9 @@ std::string tableLine(int columns, const Cell& cell) {
   return line;
 }
 
-std::string colored(const Terminal& terminal, const char* color, const std::string& text) {
-  return terminal.color && *color ? color + text + kPlain : text;
+Style styleOf(const trip::TripRow& row) {
+  return row.jump ? Style::red : row.significant ? Style::green : Style::plain;
 }
-
-const char* rowColor(const trip::TripRow& row) { return row.jump ? kRed : row.significant ? kGreen : ""; }
 
 std::string bar(double fraction, int width, bool unicode) {
   const int done = static_cast<int>(std::lround(std::clamp(fraction, 0.0, 1.0) * width));
@@ -115,7 +110,7 @@ std::string TripTable::statusLine(const Terminal& terminal) const {
   const int width = std::min(kWidestBar, terminal.columns - 1 - static_cast<int>(text.size()));
   if (!fraction_ || width < kNarrowestBar) return text;
   std::string line(1, ' ');
-  return line += colored(terminal, kGreen, bar(*fraction_, width, terminal.unicode)) + text;
+  return line += terminal.styled(Style::green, bar(*fraction_, width, terminal.unicode)) + text;
 }
 
 std::vector<std::string> TripTable::lines(const Terminal& terminal) const {
@@ -126,14 +121,14 @@ std::vector<std::string> TripTable::lines(const Terminal& terminal) const {
     ++linesAroundRows;
   }
   const auto title = tableLine(terminal.columns, [](const Column& column) { return std::string(column.title); });
-  lines.push_back(colored(terminal, kBold, title));
+  lines.push_back(terminal.styled(Style::bold, title));
 
   const auto height = static_cast<std::size_t>(std::max(terminal.rows, 1));
   const std::size_t fitting = height > linesAroundRows ? height - linesAroundRows : 1;
   for (std::size_t i = rows_.size() - std::min(fitting, rows_.size()); i < rows_.size(); ++i) {
     const auto& row = rows_[i];
     const auto line = tableLine(terminal.columns, [&row](const Column& column) { return column.text(row); });
-    lines.push_back(colored(terminal, rowColor(row), line));
+    lines.push_back(terminal.styled(styleOf(row), line));
   }
   lines.push_back(statusLine(terminal));
   return lines;

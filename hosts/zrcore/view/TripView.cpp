@@ -8,8 +8,7 @@
 #include <csignal>
 #include <cstdio>
 
-#include "FixLines.h"
-#include "JsonLines.h"
+#include "ShownLines.h"
 #include "SummaryText.h"
 
 TripView::TripView(Shape shape, bool isPaced, const std::string& filter)
@@ -24,8 +23,8 @@ TripView::TripView(Shape shape, bool isPaced, const std::string& filter)
     live_ = std::make_unique<LiveTable>(output_, waiter_, Terminal::current);
     live_->changing().setHeading("filter: " + filter);
   }
-  if (shape == Shape::lines) shown_ = std::make_unique<FixLines>(output_);
-  if (shape == Shape::json) shown_ = std::make_unique<JsonLines>(output_);
+  if (shape == Shape::lines) shown_ = makeFixLines(output_);
+  if (shape == Shape::json) shown_ = makeJsonLines(output_);
 }
 
 void TripView::writeMessage(std::string_view line) {

@@ -2,6 +2,7 @@
 #include <ZRCore/ZRLinuxPlatform.h>
 #include <ZRCore/ZRLocationManager.h>
 #include <glib.h>
+#include <owners/GLib.h>
 #include <trip/outputs/GpxRecording.h>
 #include <trip/outputs/OutputError.h>
 #include <trip/replay/LocationRow.h>
@@ -70,18 +71,14 @@ class MainSource {
       static_cast<MainSource*>(self)->fire_();
       return G_SOURCE_REMOVE;
     };
-    g_source_set_callback(source_, dispatch, this, nullptr);
-    g_source_attach(source_, nullptr);
+    g_source_set_callback(source_.get(), dispatch, this, nullptr);
+    g_source_attach(source_.get(), nullptr);
   }
   MainSource(const MainSource&) = delete;
   MainSource& operator=(const MainSource&) = delete;
-  ~MainSource() {
-    g_source_destroy(source_);
-    g_source_unref(source_);
-  }
 
  private:
-  GSource* source_;
+  owners::Source source_;
   std::function<void()> fire_;
 };
 
