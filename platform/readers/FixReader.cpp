@@ -4,9 +4,8 @@
 #include <array>
 
 #include "CsvReader.h"
-#include "GpsdReader.h"
 #include "GpxReader.h"
-#include "NmeaReader.h"
+#include "ReceiverReader.h"
 
 namespace readers {
 
@@ -26,9 +25,8 @@ std::unique_ptr<FixReader> makeReader(Format format) {
     case Format::gpx:
       return std::make_unique<GpxReader>();
     case Format::nmea:
-      return std::make_unique<NmeaReader>();
     case Format::gpsdJson:
-      return std::make_unique<GpsdReader>();
+      return std::make_unique<ReceiverReader>();
     case Format::csv:
       break;
   }
