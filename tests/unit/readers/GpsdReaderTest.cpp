@@ -51,7 +51,7 @@ TEST(GpsdReader, DamagedLinesAreFaultsAndTheRestIsRead) {
       good + good,
       R"({"class":"TPV","mode":3,"lat":1e999,"lon":2})",
       R"({"class":"TPV","mode":3,"lat":90.5,"lon":2})",
-      std::string(60000, '['),
+      "{\"x\":" + std::string(60000, '['),
       std::string("{\"class\":\"TPV\"\0}", 16),
   };
   for (const auto& line : damaged) {
