@@ -129,9 +129,8 @@ double acos(double cosine) noexcept {
 double atan(double tangent) noexcept {
   if (std::isnan(tangent) || std::fabs(tangent) < kLinear) return tangent + 0.0 * tangent;
   if (std::fabs(tangent) > 0x1p54) return ofSign(kHalfPi, tangent);
-  return nearest([tangent]<std::size_t Words>(Wide<Words>) {
-    return angleOf<Words>(Wide<Words>(tangent), Wide<Words>(1.0));
-  });
+  return nearest(
+      [tangent]<std::size_t Words>(Wide<Words>) { return angleOf<Words>(Wide<Words>(tangent), Wide<Words>(1.0)); });
 }
 
 double atan2(double y, double x) noexcept {

@@ -164,7 +164,8 @@ Wide<Words> squareRoot(const Wide<Words>& square) noexcept {
   Wide<Words> mantissa = square;  // times an even power of two
   mantissa.exponent = square.exponent % 2 == 0 ? 0 : -1;
   const Wide<Words> one(1.0);
-  Wide<Words> inverse(1.0 / std::sqrt(mantissa.exponent == 0 ? mantissa.roughMantissa() : 0.5 * mantissa.roughMantissa()));
+  Wide<Words> inverse(1.0 /
+                      std::sqrt(mantissa.exponent == 0 ? mantissa.roughMantissa() : 0.5 * mantissa.roughMantissa()));
   for (int i = 0; i < kNewtonSteps<Words>; ++i) {
     inverse = inverse + (inverse * (one - mantissa * inverse * inverse)).scaled(-1);
   }

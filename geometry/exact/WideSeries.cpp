@@ -81,9 +81,8 @@ template <std::size_t Words>
 Wide<Words> wideSine(unsigned quarters, const Wide<Words>& rest) noexcept {
   const Wide<Words> square = rest * rest;
   const Places<Words> u = square.fraction();
-  Wide<Words> result = quarters % 2 == 0
-                           ? rest - rest * square * Wide<Words>(alternatingSeries<Words>(u, 3), 0)
-                           : Wide<Words>(1.0) - square * Wide<Words>(alternatingSeries<Words>(u, 2), 0);
+  Wide<Words> result = quarters % 2 == 0 ? rest - rest * square * Wide<Words>(alternatingSeries<Words>(u, 3), 0)
+                                         : Wide<Words>(1.0) - square * Wide<Words>(alternatingSeries<Words>(u, 2), 0);
   if (quarters % 4 >= 2) result.isNegative = !result.isNegative;
   return result;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LoadedRecording.h"
 
-#include <policy/FixCompletion.h>
+#include <readers/FixCompletion.h>
 #include <trip/Axis.h>
 #include <trip/EndlessPlane.h>
 #include <trip/OutputText.h>

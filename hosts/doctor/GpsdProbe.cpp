@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gio/gunixsocketaddress.h>
-#include <policy/LiveReader.h>
+#include <readers/LiveReader.h>
 
 #include <array>
 #include <cerrno>

@@ -3,7 +3,7 @@
 #define ZRCORE_HOSTS_TRIP_TRIPREPLAY_H
 
 #include <ZRCore/ZRPlatform.h>
-#include <policy/FixCompletion.h>
+#include <readers/FixCompletion.h>
 #include <readers/FixReader.h>
 
 #include <cstdint>

@@ -55,8 +55,8 @@ struct TripSummary {
   std::uint64_t faults = 0;                                 ///< places in the recording where something was dropped
   std::uint64_t warnings = 0;                               ///< places where something was odd but kept
   std::optional<double> firstSecondsSince1970, lastSecondsSince1970;  ///< the earliest and the latest
-  double distanceMeters = 0.0;             ///< along all fixes
-  double significantDistanceMeters = 0.0;  ///< along the smoothed track
+  double distanceMeters = 0.0;                                        ///< along all fixes
+  double significantDistanceMeters = 0.0;                             ///< along the smoothed track
   FilterEffect effect;
   std::map<std::string, std::uint64_t> deliveredByClient;  ///< client name -> fixes delivered to it
   /// Whether the options --assume-accuracy and --derive-speed were there to be given, and were not.

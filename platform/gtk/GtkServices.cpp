@@ -5,8 +5,8 @@
 
 #include <string>
 
+#include <policy/web/MailtoAddress.h>
 #include "GtkText.h"
-#include "MailtoAddress.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <memory>
 #include <utility>
 
-#include "WebText.h"
+#include <policy/web/WebText.h>
 
 std::string hostText(std::string_view english) {
   return utf8Text(ZRPlatformInUse().bundle->localizedStringForKey(english).value_or(std::string(english)));

@@ -6,9 +6,9 @@
 
 #include <utility>
 
+#include <policy/web/WebText.h>
 #include "GtkText.h"
 #include "OutsidePrograms.h"
-#include "WebText.h"
 
 namespace {
 

@@ -9,11 +9,11 @@
 #include <memory>
 #include <string>
 
+#include <policy/web/WebLoadReports.h>
+#include <policy/web/WebNavigation.h>
 #include "DialogLayer.h"
 #include "FrameView.h"
 #include "PageNotice.h"
-#include "WebLoadReports.h"
-#include "WebNavigation.h"
 
 /// A page of the web by WebKit. "document.title" is what the page had when it finished, and what it has become since;
 /// other scripts are not evaluated, because WebKit answers later and the question does not wait. A jump within the page

@@ -114,7 +114,7 @@ void BrowserWindow::click(const std::string& name) {
     until(name.c_str(), [&](const json&) { return shows("buttons", name) || shows("texts", name); });
     if (HasFatalFailure()) return;
     while (const auto line = host->readLine(kQuiet)) seen = json::parse(*line);  // until its place stands still
-  } while (!shows("buttons", name) && !shows("texts", name));  // laid out anew meanwhile
+  } while (!shows("buttons", name) && !shows("texts", name));                    // laid out anew meanwhile
   const json& place = shows("buttons", name) ? seen["buttons"][name] : seen["texts"][name];
   display->click(place[0], place[1]);
 }

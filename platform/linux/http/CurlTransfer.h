@@ -13,8 +13,8 @@
 #include <string>
 #include <string_view>
 
+#include <policy/http/IdleLimit.h>
 #include "http/CurlTask.h"
-#include "http/IdleLimit.h"
 #include "http/TransferFault.h"
 
 struct CurlHandleEnd {

@@ -3,8 +3,8 @@
 #define ZRCORE_LINUX_FILESOURCE_H
 
 #include <packed/MaybeGzip.h>
-#include <policy/LiveReader.h>
 #include <policy/ReplayPace.h>
+#include <readers/LiveReader.h>
 
 #include <deque>
 #include <functional>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "positioning/GeoClueSource.h"
 
-#include <policy/GeoClueFix.h>
+#include <readers/GeoClueFix.h>
 
 #include <utility>
 

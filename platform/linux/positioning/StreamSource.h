@@ -3,7 +3,7 @@
 #define ZRCORE_LINUX_STREAMSOURCE_H
 
 #include <policy/BackOff.h>
-#include <policy/LiveReader.h>
+#include <readers/LiveReader.h>
 
 #include <memory>
 #include <string>

@@ -4,9 +4,9 @@
 #include <policy/ApplicationLife.h>
 #include <policy/BackOff.h>
 #include <policy/FaultLatch.h>
-#include <policy/GeoClueFix.h>
-#include <policy/LiveReader.h>
 #include <policy/PositioningSource.h>
+#include <readers/GeoClueFix.h>
+#include <readers/LiveReader.h>
 
 #include <limits>
 

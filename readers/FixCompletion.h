@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// From what a source tells to what the framework expects of a position fix.
+#ifndef ZRCORE_PLATFORM_POLICY_FIXCOMPLETION_H
+#define ZRCORE_PLATFORM_POLICY_FIXCOMPLETION_H
+
+#include <ZRCore/CLLocation.h>
+#include <ZRCore/ZRGeometry.h>
+
+#include <optional>
+
+#include "FixReader.h"
+
+namespace policy {
+
+/// Completes the fixes of one source, in their order. One thread at a time.
+class FixCompletion {
+ public:
+  struct Options {
+    std::optional<double> assumedAccuracyMeters;  ///< for fixes whose source hints at no accuracy, >= 0
+    bool derivesSpeed = false;                    ///< from the way since the previous fix, where the source tells none
+  };
+
+  explicit FixCompletion(const Options& options) : options_(options) {}
+
+  /// The fix with the platform's value for each thing that the source did not tell:
+  /// - horizontal accuracy: the receiver's estimate; else HDOP times 5 m, the error of a plain receiver under a good
+  ///   sky; else the assumed accuracy; else 0, as a location has that is made from latitude and longitude alone.
+  ///   Negative it never is: that would call the coordinate invalid.
+  /// - altitude: 0 with a vertical accuracy of -1, "invalid". An altitude that is known, but not how well, gets a
+  ///   vertical accuracy of 0 for the same reason.
+  /// - speed: -1, "unknown"; with `derivesSpeed` the great-circle distance from the previous timed fix over the time
+  ///   since, if that is more than 0 seconds.
+  /// - course: -1, "unknown".
+  /// - time: that of the last timed fix; 1970 before any. A time that was told is kept, also when it goes backwards.
+  ZRPositionFix complete(const readers::SourceFix& source);
+
+ private:
+  struct Passage {
+    CLLocationCoordinate2D coordinate;
+    double secondsSince1970;
+  };
+
+  double horizontalAccuracyMeters(const readers::SourceFix& source) const;
+  double speedMetersPerSecond(const readers::SourceFix& source) const;
+
+  Options options_;
+  std::optional<Passage> lastTimed_;
+};
+
+}  // namespace policy
+
+#endif

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+/// @file
+/// A reader for streams that are read as they come.
+#ifndef ZRCORE_PLATFORM_POLICY_LIVEREADER_H
+#define ZRCORE_PLATFORM_POLICY_LIVEREADER_H
+
+#include <ZRCore/CLLocation.h>
+#include <ZRCore/CLLocationManager.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "FixCompletion.h"
+#include "FixReader.h"
+
+namespace policy {
+
+/// What some bytes of a live stream brought.
+struct LiveEvents {
+  std::vector<ZRPositionFix> fixes;  ///< oldest first
+  std::vector<CLHeading> headings;
+  std::optional<std::string> daemonRelease;  ///< the daemon has greeted
+  std::optional<std::size_t> receivers;      ///< how many the daemon has from now on
+  std::vector<std::string> remarks;          ///< for the log: what was dropped, and why
+};
+
+/// Turns the bytes of one source, over any number of connections, into the platform's fixes.
+///
+/// Reports of one instant are merged as in a recording, but a fix is told as soon as nothing can be added to it, or when
+/// the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An instant is told once, also
+/// when a new connection begins with it.
+class LiveReader final : private readers::Listener {
+ public:
+  /// The sentences of one instant follow each other closely, instants do not.
+  static constexpr double kQuietSeconds = 0.1;
+
+  /// After so many of one connection remarks are dropped, so that a stream of rubbish does not fill the log.
+  static constexpr int kMostRemarks = 5;
+
+  explicit LiveReader(readers::Format format);
+
+  /// A new connection, which begins in the middle of whatever the source is saying.
+  void beginConnection();
+
+  LiveEvents feed(std::string_view bytes);
+  /// The stream went quiet, or the connection ended. A line that was cut off by that is no fault.
+  LiveEvents tellHeld();
+  /// The recording ended.
+  LiveEvents finish();
+
+  /// Whether there is something for `tellHeld`.
+  bool isHolding() const;
+
+ private:
+  void fix(const readers::SourceFix& fix) override;
+  void remark(const readers::Remark& remark) override;
+  void news(const readers::SourceNews& news) override;
+  LiveEvents take();
+
+  readers::Format format_;
+  std::unique_ptr<readers::FixReader> reader_;
+  FixCompletion completion_{{}};
+  std::optional<readers::SourceFix> last_;  ///< of all connections
+  bool hasToldFix_ = false;                 ///< of this one
+  int remarks_ = 0;
+  LiveEvents events_;
+};
+
+}  // namespace policy
+
+#endif
