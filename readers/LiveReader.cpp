@@ -5,7 +5,8 @@
 
 namespace policy {
 
-LiveReader::LiveReader(readers::Format format) : format_(format), reader_(readers::makeReader(format)) {}
+LiveReader::LiveReader(readers::Format format, Options options)
+    : format_(format), options_(std::move(options)), intake_(options_.intake), reader_(readers::makeReader(format)) {}
 
 void LiveReader::beginConnection() {
   reader_ = readers::makeReader(format_);
@@ -32,7 +33,9 @@ LiveEvents LiveReader::finish() {
 
 bool LiveReader::isHolding() const { return reader_->held() != readers::FixReader::Held::nothing; }
 
-void LiveReader::fix(const readers::SourceFix& fix) {
+void LiveReader::fix(const readers::SourceFix& told) {
+  readers::SourceFix fix = told;
+  if (!intake_.takes(fix)) return;
   // Within a connection the reader has put together what belongs together.
   const bool isLast =
       !hasToldFix_ && last_ && fix.secondsSince1970 && last_->secondsSince1970 == fix.secondsSince1970 &&
@@ -40,7 +43,12 @@ void LiveReader::fix(const readers::SourceFix& fix) {
   if (isLast) return;
   hasToldFix_ = true;
   last_ = fix;
-  events_.fixes.push_back(completion_.complete(fix));
+  std::optional<NSDate> cameAt;
+  if (!options_.isRecording) {
+    if (const auto remark = intake_.remarkOnDate(fix)) events_.oldDate = remark;
+    if (options_.intake.now) cameAt = options_.intake.now();
+  }
+  events_.fixes.push_back(completion_.complete(fix, cameAt));
 }
 
 void LiveReader::remark(const readers::Remark& remark) {

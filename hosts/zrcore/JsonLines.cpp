@@ -15,7 +15,7 @@ Json orNull(std::optional<double> value) { return value ? Json(*value) : Json(nu
 }  // namespace
 
 void JsonLines::row(const trip::TripRow& row) {
-  const Json json{
+  Json json{
       {"index", row.index},
       {"line", row.line},
       {"time", row.secondsSince1970 ? Json(trip::timeText(*row.secondsSince1970)) : Json(nullptr)},
@@ -33,6 +33,7 @@ void JsonLines::row(const trip::TripRow& row) {
       {"snappedLatitude", row.snapped ? Json(row.snapped->latitude) : Json(nullptr)},
       {"snappedLongitude", row.snapped ? Json(row.snapped->longitude) : Json(nullptr)},
   };
+  if (row.isEstimated) json["estimated"] = true;
   output_.write(json.dump() + '\n');
 }
 

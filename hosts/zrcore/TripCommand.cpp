@@ -28,7 +28,8 @@ Output:
 
 Exit codes:
   0  done
-  1  the recording can't be read, part of it was dropped, or it holds no fix
+  1  the recording can't be read, it holds no fix, or a position, time, speed, course or altitude in it was lost; what
+     else is wrong with it is a warning
   2  the command line must be changed; a file would be overwritten without --force
   3  the system does not give what is needed: no room or no right to write
   129 to 153  128 and the number of the signal that ended it early; what was replayed until then is complete
@@ -112,6 +113,11 @@ void addTripCommand(CommandLine& tool) {
       .valueName("METRES")
       .positive();
   command.flag("--derive-speed", arguments->derivesSpeed, "Work out missing speeds from the places and times");
+  command.flag("--no-estimates", arguments->leavesOutEstimates,
+               "Leave out positions by dead reckoning or a simulator, as far as the receiver tells them");
+  command.flag("--week-rollover", arguments->repairsWeekRollover,
+               "Add 1024 weeks to dates, as often as they then still lie in the past: for receivers whose week counter "
+               "has rolled over");
   command
       .option("--route", arguments->routeFile,
               "A recording of the route that the second client snaps to; without it, the way already replayed")

@@ -10,6 +10,7 @@
 #include <trip/Outputs.h>
 #include <trip/Recording.h>
 
+#include <chrono>
 #include <filesystem>
 #include <utility>
 
@@ -22,6 +23,11 @@
 namespace {
 
 bool isInterrupted() { return interruption::signal() != 0; }
+
+/// The platform's clock tells the recording's time.
+NSDate presentTime() {
+  return {std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count()};
+}
 
 TripView::Shape shapeFor(const TripArguments& arguments) {
   if (arguments.json) return TripView::Shape::json;
@@ -153,6 +159,9 @@ int TripRun::replay(trip::Recording& recording) {
   options.filter = arguments_.filter;
   options.completion.assumedAccuracyMeters = arguments_.assumedAccuracyMeters;
   options.completion.derivesSpeed = arguments_.derivesSpeed;
+  options.intake.leavesOutEstimates = arguments_.leavesOutEstimates;
+  options.intake.repairsWeekRollover = arguments_.repairsWeekRollover;
+  options.intake.now = presentTime;
   options.window = trip::TimeWindow(arguments_.from, arguments_.to);
   trip::TripReplay replay(options, recording, pipeline, pacer_, *clock, view_);
 

@@ -18,6 +18,8 @@ struct TripArguments {
   std::optional<trip::TimeBound> from, to;
   std::optional<double> assumedAccuracyMeters;
   bool derivesSpeed = false;
+  bool leavesOutEstimates = false;
+  bool repairsWeekRollover = false;
   std::optional<std::string> routeFile;   ///< "-": standard input
   std::optional<std::string> placesFile;  ///< "-": standard input; marked in the pictures
   std::optional<SoundTarget> speech;      ///< nullopt: in silence

@@ -62,6 +62,8 @@ void addWatchCommand(CommandLine& tool) {
           "Speak at the start, at each turn and at the end. sound: through the sound server; wav:FILE: into a WAV "
           "file, one prompt after the other")
       .valueName("TARGET");
+  command.flag("--no-estimates", arguments->leavesOutEstimates, "As in 'zrcore trip'");
+  command.flag("--week-rollover", arguments->repairsWeekRollover, "As in 'zrcore trip'");
   command.option("--for", arguments->forSeconds, "End after so long").valueName("SECONDS").positive();
   const CommandOption json =
       command.flag("--json", arguments->json, "One JSON object per fix; the last line is {\"summary\": ...}");

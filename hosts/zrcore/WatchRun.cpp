@@ -143,6 +143,8 @@ int WatchRun::run(const std::shared_ptr<WatchRun>& self) {
 
   ZRLinuxOptions options;
   options.positioning = run.arguments_.source;
+  options.leavesOutEstimates = run.arguments_.leavesOutEstimates;
+  options.repairsWeekRollover = run.arguments_.repairsWeekRollover;
   SpeakingPlatform speaking;
   if (run.arguments_.speech) {
     speaking = speakingPlatform(*run.arguments_.speech, run.arguments_.force, run.view_.messages(), options);

@@ -14,6 +14,8 @@ struct WatchArguments {
   std::string filter = "measured";    ///< or "documented"
   std::optional<double> forSeconds;   ///< nullopt: until it is interrupted
   std::optional<SoundTarget> speech;  ///< nullopt: nothing is spoken
+  bool leavesOutEstimates = false;
+  bool repairsWeekRollover = false;
   bool json = false;
   bool quiet = false;
   bool force = false;

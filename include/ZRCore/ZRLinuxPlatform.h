@@ -84,6 +84,13 @@ struct ZRLinuxOptions {
   /// The desktop id by which GeoClue, and the user, know this application: the name of its .desktop file, without that
   /// ending.
   std::string desktopId = "zrcore";
+
+  /// Passes over positions that gpsd, a receiver or a recording calls worked out, not measured: by dead reckoning or a
+  /// simulator.
+  bool leavesOutEstimates = false;
+  /// Mends the dates of receivers whose week counter has rolled over: 1024 weeks are added as often as the date then
+  /// still lies before the clock's. Unasked, the log says when a live receiver's date lies more than ten years back.
+  bool repairsWeekRollover = false;
 };
 
 /// Fills the members of `platform` that its `size` reaches. Called by `makeLinuxPlatform`.
@@ -96,8 +103,8 @@ inline ZRPlatform makeLinuxPlatform(const ZRLinuxOptions& options = {}) {
   return platform;
 }
 
-/// Positions alone, for a host that lets its user choose where they come from: `mainContext`, `positioning` and
-/// `desktopId` of the options count. Log and clock are those of the platform in use. Main thread.
+/// Positions alone, for a host that lets its user choose where they come from: `mainContext`, `positioning`, `desktopId`,
+/// `leavesOutEstimates` and `repairsWeekRollover` of the options count. Log and clock are those of the platform in use. Main thread.
 [[nodiscard]] ZR_EXPORT std::shared_ptr<ZRPositioning> ZRMakeLinuxPositioning(const ZRLinuxOptions& options);
 
 /// What moves an application to the background and back.

@@ -12,7 +12,10 @@
 using policy::PositioningFault;
 
 StreamSource::StreamSource(Loop& loop, std::unique_ptr<Connector> connector, Options options)
-    : loop_(loop), connector_(std::move(connector)), options_(std::move(options)), reader_(options_.format) {}
+    : loop_(loop),
+      connector_(std::move(connector)),
+      options_(std::move(options)),
+      reader_(options_.format, {.intake = options_.intake}) {}
 
 StreamSource::~StreamSource() { StreamSource::stop(); }
 
@@ -85,6 +88,7 @@ void StreamSource::deliver(const policy::LiveEvents& events) {
     if (listener_ != nullptr) what(*listener_);
   };
   for (const auto& remark : events.remarks) tell([&](auto& listener) { listener.sourceSays(remark); });
+  if (events.oldDate) tell([&](auto& listener) { listener.sourceSays(*events.oldDate); });
   if (options_.greets && !hasGreeted_) {
     if (!events.daemonRelease) return;  // whatever this is, it is not the daemon
     tell([&](auto& listener) { listener.sourceSays("release " + *events.daemonRelease); });

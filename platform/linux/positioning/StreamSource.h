@@ -28,6 +28,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
     /// Without a fix for as long, clients are told; twice as long, where it falls badly.
     double silenceSeconds = 10;
     double quietSeconds = policy::LiveReader::kQuietSeconds;
+    policy::FixIntake::Options intake = {};
   };
 
   StreamSource(Loop& loop, std::unique_ptr<Connector> connector, Options options);

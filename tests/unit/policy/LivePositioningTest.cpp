@@ -109,25 +109,6 @@ TEST(GeoClueValues, WhatIsUnknownThereIsUnknownHere) {
   EXPECT_EQ(odd.verticalAccuracy, -1.0);
 }
 
-TEST(LiveReading, AnInstantIsToldOnceInAQuietMomentAndLateSentencesChangeNothing) {
-  // The second instant's RMC comes after a pause: a recording would take it into the fix, live it has been told.
-  const std::string first = "$GPGGA,120000,5230.0,N,01324.0,E,1,08,1.0,34.0,M,40.0,M,,\n";
-  const std::string late = "$GPRMC,120000,A,5230.0,N,01324.0,E,10.0,90.0,090526,,\n";
-  const std::string next = "$GPRMC,120001,A,5230.1,N,01324.0,E,10.0,90.0,090526,,\n";
-  LiveReader reader(readers::Format::nmea);
-  EXPECT_TRUE(reader.feed(first).fixes.empty());
-  EXPECT_TRUE(reader.isHolding());
-  EXPECT_EQ(reader.tellHeld().fixes.size(), 1u);
-  EXPECT_FALSE(reader.isHolding());
-  EXPECT_TRUE(reader.feed(late).fixes.empty());
-  EXPECT_FALSE(reader.isHolding());
-  EXPECT_TRUE(reader.feed(next).fixes.empty());
-  const auto told = reader.tellHeld().fixes;
-  ASSERT_EQ(told.size(), 1u);
-  EXPECT_NEAR(told[0].speed, 5.144, 1e-3);
-  EXPECT_TRUE(reader.tellHeld().fixes.empty());
-}
-
 TEST(LiveReading, RemarksAboutRubbishAreBoundedForEachConnection) {
   LiveReader reader(readers::Format::gpsdJson);
   std::string rubbish;
