@@ -73,9 +73,10 @@ class GpsdDaemon : public LivePositioning {
     ASSERT_FALSE(receiver.path().empty());
   }
 
-  void startDaemon() {
-    daemon.emplace(ChildProcess::Arguments{kProgram, "-N", "-n", "-S", std::to_string(port), "-F", folder.at("control"),
-                                           receiver.path()});
+  void startDaemon() { startDaemon(receiver.path()); }
+  void startDaemon(const std::string& device) {
+    daemon.emplace(
+        ChildProcess::Arguments{kProgram, "-N", "-n", "-S", std::to_string(port), "-F", folder.at("control"), device});
   }
 
   /// Starts clients and waits until the daemon's greeting shows that it listens.
@@ -143,6 +144,28 @@ TEST_F(GpsdDaemon, TwoClientsGetWhatATripOfTheDaemonsOwnWordsGives) {
   }
   EXPECT_EQ(index, kCompared);
   EXPECT_EQ(first->batches, second->batches) << "both get the very same records";
+}
+
+/// Until the sentence with the speed has come, the daemon tells what it derives from the places.
+TEST_F(GpsdDaemon, TheToolShowsTheSpeedThatTheReceiverTellsAfterItsPlace) {
+  using std::chrono::milliseconds;
+  PtyReceiver slow(*loop, PtyReceiver::Manner::ggaFirst);
+  startDaemon(slow.path());
+  slow.send(2 * kSecondsBetweenFixes);
+  ChildProcess tool({ZRCORE_TOOL, "watch", "gpsd:127.0.0.1:" + std::to_string(port), "--json", "--for", "6"});
+  std::unique_ptr<Loop::Wait> again;
+  runUntil([&] {
+    again = loop->after(0.05, [] {});
+    return tool.exitCode(milliseconds(0)).has_value();
+  });
+  int shown = 0;
+  for (auto line = tool.readLine(milliseconds(0)); line; line = tool.readLine(milliseconds(0))) {
+    const json row = json::parse(*line, nullptr, false);
+    if (row.contains("summary")) break;
+    EXPECT_LE(row["speedMetersPerSecond"], slow.toldSpeed(13.1)) << *line;
+    ++shown;
+  }
+  EXPECT_GE(shown, 10);
 }
 
 TEST_F(GpsdDaemon, ADaemonKilledAndStartedAgainIsOneErrorAndFixesGoOn) {

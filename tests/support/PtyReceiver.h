@@ -20,7 +20,12 @@
 /// Drives eastwards along the parallel of 52.5 degrees, one fix a second of its own time.
 class PtyReceiver {
  public:
-  explicit PtyReceiver(Loop& loop) : loop_(loop) {
+  enum class Manner {
+    rmcFirst,
+    ggaFirst,  ///< and the speed that it tells, a tenth, is not what its places say
+  };
+
+  explicit PtyReceiver(Loop& loop, Manner manner = Manner::rmcFirst) : loop_(loop), manner_(manner) {
     char name[128] = "";
     if (::openpty(&master_, &slave_, name, nullptr, nullptr) != 0) return;
     termios settings{};
@@ -63,13 +68,17 @@ class PtyReceiver {
     const double minutes = (longitude_ - 13.0) * 60.0;
     char rmc[120], gga[120];
     std::snprintf(rmc, sizeof rmc, "GPRMC,09%02d%02d.00,A,5230.0000,N,013%07.4f,E,%.1f,90.0,090526,,,A", second / 60,
-                  second % 60, minutes, speed / 0.514444);
+                  second % 60, minutes, toldSpeed(speed) / 0.514444);
     std::snprintf(gga, sizeof gga, "GPGGA,09%02d%02d.00,5230.0000,N,013%07.4f,E,1,08,1.0,34.0,M,40.0,M,,", second / 60,
                   second % 60, minutes);
-    const std::string sentences =
-        framed(rmc) + framed(gga) + framed("GPGSA,A,3,01,02,03,04,05,06,07,08,,,,,1.5,1.0,1.1");
+    const bool isRmcFirst = manner_ == Manner::rmcFirst;
+    const std::string sentences = framed(isRmcFirst ? rmc : gga) + framed(isRmcFirst ? gga : rmc) +
+                                  framed("GPGSA,A,3,01,02,03,04,05,06,07,08,,,,,1.5,1.0,1.1");
     [[maybe_unused]] const auto written = ::write(master_, sentences.data(), sentences.size());
   }
+
+  /// In metres per second, what it says of its speed.
+  double toldSpeed(double speed) const { return manner_ == Manner::ggaFirst ? speed / 10.0 : speed; }
 
  private:
   static std::string framed(const std::string& body) {
@@ -81,6 +90,7 @@ class PtyReceiver {
   }
 
   Loop& loop_;
+  Manner manner_;
   int master_ = -1, slave_ = -1;  // the slave is held, so that the line stays up between two of its readers
   std::string path_;
   int sent_ = 0;
