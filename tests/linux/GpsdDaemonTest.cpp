@@ -149,10 +149,10 @@ TEST_F(GpsdDaemon, TwoClientsGetWhatATripOfTheDaemonsOwnWordsGives) {
 /// Until the sentence with the speed has come, the daemon tells what it derives from the places.
 TEST_F(GpsdDaemon, TheToolShowsTheSpeedThatTheReceiverTellsAfterItsPlace) {
   using std::chrono::milliseconds;
-  PtyReceiver slow(*loop, PtyReceiver::Manner::ggaFirst);
-  startDaemon(slow.path());
-  slow.send(2 * kSecondsBetweenFixes);
-  ChildProcess tool({ZRCORE_TOOL, "watch", "gpsd:127.0.0.1:" + std::to_string(port), "--json", "--for", "6"});
+  PtyReceiver modem(*loop, PtyReceiver::Manner::modem);
+  startDaemon(modem.path());
+  modem.send(2 * kSecondsBetweenFixes);
+  ChildProcess tool({ZRCORE_TOOL, "watch", "gpsd:127.0.0.1:" + std::to_string(port), "--json", "--for", "8"});
   std::unique_ptr<Loop::Wait> again;
   runUntil([&] {
     again = loop->after(0.05, [] {});
@@ -162,7 +162,7 @@ TEST_F(GpsdDaemon, TheToolShowsTheSpeedThatTheReceiverTellsAfterItsPlace) {
   for (auto line = tool.readLine(milliseconds(0)); line; line = tool.readLine(milliseconds(0))) {
     const json row = json::parse(*line, nullptr, false);
     if (row.contains("summary")) break;
-    EXPECT_LE(row["speedMetersPerSecond"], slow.toldSpeed(13.1)) << *line;
+    EXPECT_LE(row["speedMetersPerSecond"], modem.toldSpeed(13.1)) << *line;
     ++shown;
   }
   EXPECT_GE(shown, 10);
