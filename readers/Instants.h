@@ -28,6 +28,18 @@ struct InstantPart {
   SourceFix fix;                   ///< empty without a fix; of a report with its time, of a sentence without
 };
 
+/// What has been said of one instant.
+struct Instant {
+  std::uint64_t tellers = 0;  ///< bits, one for each teller of each constellation
+  std::optional<double> secondsOfDay, midnight;
+  bool hasPlace = false;
+  Teller placeTeller = Teller::gll;
+  Constellation placeConstellation = Constellation::other;
+  std::array<unsigned, 3> noFix{};  ///< bits, one for each constellation; by the standing of who says so
+  SourceFix fix;
+  unsigned parts = 0;
+};
+
 /// Puts together what a receiver, or a daemon, says of one instant, to one fix.
 ///
 /// - **One instant** is what bears one time of day. A part without a time belongs to the instant whose place it repeats.
@@ -64,17 +76,6 @@ class Instants {
   void tellHeld(Listener& listener);
 
  private:
-  struct Instant {
-    std::uint64_t tellers = 0;  ///< bits, one for each teller of each constellation
-    std::optional<double> secondsOfDay, midnight;
-    bool hasPlace = false;
-    Teller placeTeller = Teller::gll;
-    Constellation placeConstellation = Constellation::other;
-    std::array<unsigned, 3> noFix{};  ///< bits, one for each constellation; by the standing of who says so
-    SourceFix fix;
-    unsigned parts = 0;
-  };
-
   static bool isSameTime(const Instant& instant, const InstantPart& part);
   static bool isSameInstant(const Instant& instant, const InstantPart& part);
   static bool isFix(const Instant& instant);

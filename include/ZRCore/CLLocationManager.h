@@ -80,6 +80,10 @@ enum class CLActivityType : int { other = 1, automotiveNavigation = 2, fitness =
 /// from one thread, on which it also calls its delegate; never from inside the call that starts it. Its last
 /// owner may stop and release it from inside a report (`ZRLocationManager::setTripSimulator` does): after one it touches
 /// nothing of its own, unless it holds itself.
+///
+/// Each coordinate that it delivers is valid (`CLLocationCoordinate2DIsValid`); what its receiver tells beside that, it
+/// drops. The filter relies on it: its documented comparisons never hold for NaN, so that a first fix without a place
+/// would end its use for the life of the process.
 class ZR_EXPORT CLLocationManager {
  public:
   /// A new manager of the installed platform's receiver, stopped and without a delegate.
