@@ -26,8 +26,8 @@ bool Unpacker::startAgainAsBareDeflate(std::string_view packed) {
 
 bool Unpacker::startNextMember() {
   // What is packed piece by piece, in parallel for instance, is several members one behind the other (RFC 1952).
-  constexpr Bytef memberBegin = 0x1F;
-  if (*stream_.next_in != memberBegin) return false;
+  constexpr Bytef kMemberBegin = 0x1F;
+  if (*stream_.next_in != kMemberBegin) return false;
   isWhole_ = false;
   return inflateReset(&stream_) == Z_OK;
 }

@@ -11,7 +11,7 @@
 
 namespace packed {
 
-/// Unpacks gzip (RFC 1952) and deflate (RFC 1950 and 1951) as it comes, and tells an end that comes too early.
+/// Unpacks gzip (RFC 1952) and deflate (RFC 1950 and 1951) as it comes, and reports an end that comes too early.
 class Unpacker {
  public:
   Unpacker();

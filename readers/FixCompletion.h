@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// From what a source tells to what the framework expects of a position fix.
+/// From what a source reports to what the framework expects of a position fix.
 #ifndef ZRCORE_PLATFORM_POLICY_FIXCOMPLETION_H
 #define ZRCORE_PLATFORM_POLICY_FIXCOMPLETION_H
 
@@ -18,12 +18,12 @@ class FixCompletion {
  public:
   struct Options {
     std::optional<double> assumedAccuracyMeters;  ///< for fixes whose source hints at no accuracy, >= 0
-    bool derivesSpeed = false;                    ///< from the way since the previous fix, where the source tells none
+    bool derivesSpeed = false;                    ///< from the distance since the previous fix, where none is reported
   };
 
   explicit FixCompletion(const Options& options) : options_(options) {}
 
-  /// The fix with the platform's value for each thing that the source did not tell:
+  /// The fix with the platform's value for each thing that the source did not report:
   /// - horizontal accuracy: the receiver's estimate; else HDOP times 5 m, the error of a plain receiver under a good
   ///   sky; else the assumed accuracy; else 0, as a location has that is made from latitude and longitude alone.
   ///   Negative it never is: that would call the coordinate invalid.
@@ -32,8 +32,8 @@ class FixCompletion {
   /// - speed: -1, "unknown"; with `derivesSpeed` the great-circle distance from the previous timed fix over the time
   ///   since, if that is more than 0 seconds.
   /// - course: -1, "unknown".
-  /// - time: that at which it came, of a live source; else 0 seconds since 1970, "unknown". A time that was told is kept,
-  ///   also when it goes backwards.
+  /// - time: that at which it came, of a live source; else 0 seconds since 1970, "unknown". A time that was reported is
+  ///   kept, also when it goes backwards.
   /// @param cameAt  of a live source
   ZRPositionFix complete(const readers::SourceFix& source, std::optional<NSDate> cameAt = std::nullopt);
 

@@ -29,7 +29,7 @@ enum class Quantity { altitude, accuracy, verticalAccuracy, hdop, speed, course 
 /// systems write them, and leave the field empty; a course beyond 360 degrees is a fault that does the same.
 void setQuantity(SourceFix& fix, Quantity quantity, double value, const Reporter& reporter);
 
-/// Stores a number given as text. Blank text means "unknown"; text that is no number is a fault (of an accuracy or a
+/// Stores a number given as text. Blank text means "unknown"; text that is not a number is a fault (of an accuracy or a
 /// HDOP a warning) and leaves the field empty.
 void readQuantity(SourceFix& fix, Quantity quantity, std::string_view text, const Reporter& reporter);
 
@@ -37,7 +37,7 @@ void readQuantity(SourceFix& fix, Quantity quantity, std::string_view text, cons
 /// leaves the time empty.
 void readTime(SourceFix& fix, std::string_view text, const Reporter& reporter);
 
-/// Stores decimal degrees. Text that is no number is a fault, and without its place there is no fix.
+/// Stores decimal degrees. Text that is not a number is a fault, and without its place there is no fix.
 /// @return  whether both are numbers; their range is checked where fixes leave the reader.
 bool readCoordinate(SourceFix& fix, std::string_view latitude, std::string_view longitude, const Reporter& reporter);
 

@@ -14,7 +14,8 @@
 
 namespace policy {
 
-/// Receivers count weeks in ten bits: 1024 of them after it should, a counter begins anew, and all dates lie so far back.
+/// Receivers count weeks in ten bits: 1024 of them after it should, a counter begins anew, and all dates lie so far
+/// back.
 class FixIntake {
  public:
   struct Options {

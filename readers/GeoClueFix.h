@@ -24,8 +24,8 @@ struct GeoClueLocation {
 };
 
 /// The fix, with the platform's value for what is unknown: altitude by a vertical accuracy of -1, speed and course by
-/// -1. GeoClue never says how good an altitude is: a known one gets a vertical accuracy of 0. A heading beyond 360 counts
-/// as unknown.
+/// -1. GeoClue never says how good an altitude is: a known one gets a vertical accuracy of 0. A heading beyond 360
+/// counts as unknown.
 /// @param now  the time of a location that has none
 /// @return     nullopt when the place is none on the Earth.
 std::optional<ZRPositionFix> fixOf(const GeoClueLocation& location, NSDate now);

@@ -22,7 +22,7 @@ std::string withNullForNan(std::string_view text) {
   std::string changed(text);
   for (auto colon = changed.find(':'); colon != std::string::npos; colon = changed.find(':', colon + 1)) {
     const auto value = changed.find_first_not_of(' ', colon + 1);
-    if (value != std::string::npos && lowerCase(std::string_view(changed).substr(value, 3)) == "nan") {
+    if (value != std::string::npos && text::isSameInAnyCase(std::string_view(changed).substr(value, 3), "nan")) {
       changed.replace(value, 3, "null");
     }
   }
@@ -81,14 +81,14 @@ std::optional<double> headingAt(const json& report, const char* key) {
 }
 
 void readAttitude(const json& report, const Reporter& reporter) {
-  SourceNews news;
-  news.trueHeadingDegrees = headingAt(report, "heading");
-  news.magneticHeadingDegrees = headingAt(report, "mheading");
-  if (!news.trueHeadingDegrees && !news.magneticHeadingDegrees) return;
+  SourceStatus status;
+  status.trueHeadingDegrees = headingAt(report, "heading");
+  status.magneticHeadingDegrees = headingAt(report, "mheading");
+  if (!status.trueHeadingDegrees && !status.magneticHeadingDegrees) return;
   SourceFix timed;
   setTime(timed, report, reporter);
-  news.headingSecondsSince1970 = timed.secondsSince1970;
-  reporter.listener.news(news);
+  status.headingSecondsSince1970 = timed.secondsSince1970;
+  reporter.listener.status(status);
 }
 
 /// Whether the daemon says that the position is worked out, not measured: by dead reckoning, or by a simulator.
@@ -124,7 +124,7 @@ void readFix(const json& report, const Reporter& reporter, Instants& instants) {
   instants.add(part, reporter.listener);
 }
 
-/// Whether a damaged object may have been a report of a position: it says so, or doesn't say what it was.
+/// Whether a damaged object may have been a report of a position: it says so, or does not say what it was.
 bool mayBeReport(std::string_view text) {
   constexpr std::string_view kClass = "\"class\"";
   return text.find(kClass) == std::string_view::npos || text.find("\"TPV\"") != std::string_view::npos;
@@ -143,7 +143,7 @@ void GpsdReader::readLine(std::string_view text, const Reporter& reporter, Insta
   const std::string kind = textAt(report, "class");
   if (kind == "TPV") readFix(report, reporter, instants);
   if (kind == "ATT") readAttitude(report, reporter);
-  if (kind == "VERSION") reporter.listener.news({.daemonRelease = textAt(report, "release")});
+  if (kind == "VERSION") reporter.listener.status({.daemonRelease = textAt(report, "release")});
   if (kind == "DEVICES") readDevices(report, reporter.listener);
   if (kind == "DEVICE") readDevice(report, reporter.listener);
 }
@@ -155,7 +155,7 @@ void GpsdReader::readDevices(const json& report, Listener& listener) {
   for (const json& device : *devices) {
     if (device.is_object() && receivers_.size() < kMostReceivers) receivers_.insert(textAt(device, "path"));
   }
-  listener.news({.receivers = receivers_.size()});
+  listener.status({.receivers = receivers_.size()});
 }
 
 /// One receiver came, or went: its "activated" is a time, or 0.
@@ -166,7 +166,7 @@ void GpsdReader::readDevice(const json& report, Listener& listener) {
   } else if (receivers_.size() < kMostReceivers) {
     receivers_.insert(path);
   }
-  listener.news({.receivers = receivers_.size()});
+  listener.status({.receivers = receivers_.size()});
 }
 
 }  // namespace readers

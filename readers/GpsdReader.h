@@ -12,8 +12,8 @@
 
 namespace readers {
 
-/// Reads the lines of gpsd's JSON protocol, one object each: TPV gives fixes, VERSION, DEVICES, DEVICE and ATT are news;
-/// others are passed over.
+/// Reads the lines of gpsd's JSON protocol, one object each: TPV gives fixes, VERSION, DEVICES, DEVICE and ATT are
+/// news; others are passed over.
 ///
 /// The daemon reports once per sentence of its receiver, so one instant comes several times: with gaps at first, and
 /// with what it derives itself until the receiver's own has come.

@@ -8,8 +8,9 @@
 
 namespace readers {
 
-/// How many parts an instant of a live source has. Sources repeat themselves from instant to instant, so the ones before
-/// tell; the longest of the last few counts, because being told late costs a moment, and too early a measurement.
+/// How many parts an instant of a live source has. Sources repeat themselves from instant to instant, so the ones
+/// before tell; the longest of the last few counts, because being told late costs a moment, and too early a
+/// measurement.
 class InstantCycle {
  public:
   /// An instant is over, and had so many.

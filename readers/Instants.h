@@ -42,15 +42,16 @@ struct Instant {
 
 /// Puts together what a receiver, or a daemon, says of one instant, to one fix.
 ///
-/// - **One instant** is what bears one time of day. A part without a time belongs to the instant whose place it repeats.
-///   The same teller at one time and two places tells of two instants: such receivers leave out fractions of a second.
-/// - **The place** is that of the teller that is believed most: of sentences GGA and GNS, because they carry the quality,
-///   then RMC, which in some receivers repeats the second before, then GLL; among equals the combined constellations',
-///   then the first.
+/// - **One instant** is what bears one time of day. A part without a time belongs to the instant whose place it
+///   repeats. The same teller at one time and two places tells of two instants: such receivers leave out fractions of a
+///   second.
+/// - **The place** is that of the teller that is believed most: of sentences GGA and GNS, because they carry the
+///   quality, then RMC, which in some receivers repeats the second before, then GLL; among equals the combined
+///   constellations', then the first.
 /// - **Measurements** of who gave the place replace others'; the rest fills gaps. Of a daemon's reports, which repeat
 ///   each other and grow, the later one replaces the earlier.
-/// - **No fix**: who says so voids what his own constellation says, the combined one what all say, GLL and RMC only each
-///   other. Without a time it says nothing about any instant.
+/// - **No fix**: who says so voids what his own constellation says, the combined one what all say, GLL and RMC only
+///   each other. Without a time it says nothing about any instant.
 /// - **The date** is the instant's own, else the day that brings it next to the last time known. Without either the fix
 ///   has no time.
 /// - **Details** without a time belong to the instant of the last sentence with one, be it of a kind that gives no fix;

@@ -4,7 +4,7 @@
 namespace readers {
 
 void LineSplitter::hold(std::string_view piece) {
-  // Room for a byte order mark, which does not count, so that the verdict doesn't depend on how the line arrives.
+  // Room for a byte order mark, which does not count, so that the verdict does not depend on how the line arrives.
   constexpr std::size_t kMostHeld = kLongestText + 3;
   if (tooLong_ || held_.size() + piece.size() > kMostHeld) {
     tooLong_ = true;

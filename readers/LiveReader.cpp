@@ -57,16 +57,16 @@ void LiveReader::remark(const readers::Remark& remark) {
   if (remarks_ == kMostRemarks) events_.remarks.back() += "; further remarks about this connection are left out";
 }
 
-void LiveReader::news(const readers::SourceNews& news) {
-  if (news.daemonRelease) events_.daemonRelease = news.daemonRelease;
-  if (news.receivers) events_.receivers = news.receivers;
-  if (!news.trueHeadingDegrees && !news.magneticHeadingDegrees) return;
+void LiveReader::status(const readers::SourceStatus& status) {
+  if (status.daemonRelease) events_.daemonRelease = status.daemonRelease;
+  if (status.receivers) events_.receivers = status.receivers;
+  if (!status.trueHeadingDegrees && !status.magneticHeadingDegrees) return;
   CLHeading heading;
-  heading.trueHeading = news.trueHeadingDegrees.value_or(-1.0);
-  heading.magneticHeading = news.magneticHeadingDegrees.value_or(-1.0);
+  heading.trueHeading = status.trueHeadingDegrees.value_or(-1.0);
+  heading.magneticHeading = status.magneticHeadingDegrees.value_or(-1.0);
   // How good it is, such sources do not say; negative would call the reading invalid.
   heading.headingAccuracy = 0.0;
-  heading.timestamp = {news.headingSecondsSince1970.value_or(0.0)};
+  heading.timestamp = {status.headingSecondsSince1970.value_or(0.0)};
   events_.headings.push_back(heading);
 }
 

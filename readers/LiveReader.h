@@ -32,8 +32,8 @@ struct LiveEvents {
 /// Turns the bytes of one source, over any number of connections, into the platform's fixes.
 ///
 /// Reports of one instant are merged as in a recording, but a fix is told as soon as its instant has as many of them as
-/// those before, or when the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An instant
-/// is told once, also when a new connection begins with it.
+/// those before, or when the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An
+/// instant is told once, also when a new connection begins with it.
 class LiveReader final : private readers::Listener {
  public:
   /// The sentences of one instant follow each other closely, instants do not.
@@ -54,7 +54,7 @@ class LiveReader final : private readers::Listener {
   void beginConnection();
 
   LiveEvents feed(std::string_view bytes);
-  /// The stream went quiet, or the connection ended. A line that was cut off by that is no fault.
+  /// The stream went quiet, or the connection ended. A line that was cut off by that is not a fault.
   LiveEvents tellHeld();
   /// The recording ended.
   LiveEvents finish();
@@ -65,7 +65,7 @@ class LiveReader final : private readers::Listener {
  private:
   void fix(const readers::SourceFix& fix) override;
   void remark(const readers::Remark& remark) override;
-  void news(const readers::SourceNews& news) override;
+  void status(const readers::SourceStatus& status) override;
   LiveEvents take();
 
   readers::Format format_;

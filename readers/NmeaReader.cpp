@@ -79,7 +79,8 @@ void NmeaReader::readSentence(std::string_view text, bool isLast, const Reporter
   const NmeaFields fields(*sentence);
   if (fields.count() < kind->fewestFields) return skip("it is not whole", "");
   if (!sentence->hasChecksum && withoutChecksum_++ == 0) {
-    reporter.warning("a sentence has no checksum, so damage in it can't be seen; such sentences are taken as they are");
+    reporter.warning(
+        "a sentence has no checksum, so damage in it cannot be seen; such sentences are taken as they are");
   }
   if (!kind->read(*sentence, fields, reporter, instants)) instants.loseTrack();
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "NmeaSentence.h"
 
+#include <text/Numbers.h>
+
 #include <algorithm>
 
 #include "Text.h"
@@ -9,21 +11,12 @@
 namespace readers {
 namespace {
 
-bool isCapitalOrDigit(char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
+bool isCapitalOrDigit(char c) { return text::isCapital(c) || text::isDigit(c); }
 
-std::optional<unsigned> hexDigit(std::string_view text, std::size_t at) {
-  const char c = at < text.size() ? text[at] : ' ';
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return std::nullopt;
-}
-
-/// Nothing when it doesn't begin with two hexadecimal digits, no more.
+/// Nothing when it does not begin with two hexadecimal digits, no more.
 std::optional<unsigned> parseChecksum(std::string_view text) {
-  const auto high = hexDigit(text, 0), low = hexDigit(text, 1);
-  if (!high || !low || hexDigit(text, 2)) return std::nullopt;
-  return *high * 16 + *low;
+  if (text.size() < 2 || (text.size() > 2 && text::isHexDigit(text[2]))) return std::nullopt;
+  return text::numberIn<unsigned>(text.substr(0, 2), 16);
 }
 
 /// "GPRMC" of "GPRMC,1,2"; empty when there is none.

@@ -28,7 +28,8 @@ class TextDecoder {
  private:
   enum class Encoding { unknown, asItIs, utf16BigEnd, utf16LittleEnd };
 
-  /// The mark and a character: what only happens to begin with the mark's two bytes has hardly a zero in the right place.
+  /// The mark and a character: what only happens to begin with the mark's two bytes has hardly a zero in the right
+  /// place.
   static constexpr std::size_t kBytesToTellBy = 4;
 
   void tell();

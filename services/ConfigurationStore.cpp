@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The entry of an object; absent when `document` is no object or has none.
+/// The entry of an object; absent when `document` is not an object or has none.
 const ZROHMValue* entry(const ZROHMValue* document, std::string_view key) {
   const ZROHMDictionary* const object = document ? document->dictionary() : nullptr;
   return object ? object->find(key) : nullptr;
@@ -23,7 +23,7 @@ std::optional<std::string> textAt(const ZROHMValue& services, std::string_view s
   return text ? std::optional(*text) : std::nullopt;
 }
 
-/// What the packaged file holds: null when there is no such file, nothing when it is no JSON.
+/// What the packaged file holds: null when there is no such file, nothing when it is not JSON.
 std::optional<ZROHMValue> packagedDocument(const ZRBundle& bundle, const ZRJSONService& json) {
   const auto bytes = bundle.frameworkResource("tile_config", "json");
   if (!bytes) return ZROHMValue();
@@ -35,12 +35,12 @@ std::optional<ZROHMValue> packagedDocument(const ZRBundle& bundle, const ZRJSONS
 }  // namespace
 
 std::shared_ptr<ZRConfigurationBase> configurationFromDocument(const ZROHMValue& document, std::int64_t type) {
-  // As an unsigned number of 64 bits, though the request writes a signed one of 32: on purpose, both are the service's.
+  // As an unsigned number of 64 bits, though the request writes a signed one of 32: the service has it so.
   const std::string key = std::to_string(static_cast<std::uint64_t>(type));
   const ZROHMValue* const services = entry(entry(&document, "mapconfig"), key);
   if (!services || !services->dictionary()) return nullptr;
   auto configuration = std::make_shared<ZRConfigurationBase>();
-  // Two kinds of address on purpose: directions and guidance are taken from their plain entry.
+  // Directions and guidance are taken from their plain entry, as the service's answers have it.
   configuration->setGeofenceBaseURL(textAt(*services, "geofence", "sslurl"));
   configuration->setTrafficBaseURL(textAt(*services, "traffic", "sslurl"));
   configuration->setGeocodeBaseURL(textAt(*services, "geocode", "sslurl"));
@@ -131,7 +131,7 @@ void ConfigurationStore::startFetch(const ZRPlatform& platform, ZRConfigurationB
   };
   auto failure = [this, bundle = platform.bundle, json = platform.json, completion](const auto&, const auto&) {
     const auto document = packagedDocument(*bundle, *json);
-    if (!document) return;  // on purpose without a call: the cache stays, and so does what the caller knows
+    if (!document) return;  // no call: the cache stays, and so does what the caller knows
     const auto configuration = take(*document);
     if (completion) completion(configuration);
   };

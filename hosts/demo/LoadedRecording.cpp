@@ -2,10 +2,10 @@
 #include "LoadedRecording.h"
 
 #include <readers/FixCompletion.h>
-#include <trip/Axis.h>
-#include <trip/EndlessPlane.h>
 #include <trip/OutputText.h>
-#include <trip/Recording.h>
+#include <trip/drawing/Axis.h>
+#include <trip/drawing/EndlessPlane.h>
+#include <trip/replay/Recording.h>
 
 #include <filesystem>
 
@@ -13,7 +13,7 @@ namespace demo {
 
 namespace {
 
-/// Speeds that a source does not tell are derived, so that the filter has something to work on.
+/// Speeds that a source does not report are derived, so that the filter has something to work on.
 constexpr policy::FixCompletion::Options kCompletion{.assumedAccuracyMeters = std::nullopt, .derivesSpeed = true};
 
 class Loader final : public readers::Listener {

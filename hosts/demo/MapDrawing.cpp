@@ -2,7 +2,7 @@
 #include "MapDrawing.h"
 
 #include <trip/OutputText.h>
-#include <trip/Theme.h>
+#include <trip/drawing/Theme.h>
 
 #include <algorithm>
 #include <cmath>
@@ -43,6 +43,7 @@ constexpr double kLongestScaleBar = 140.0;
 constexpr double kTextSize = 12.5;
 constexpr double kSignificantRadius = 2.2, kJumpRadius = 5.0, kMarkRadius = 6.5;  // pixels
 constexpr double kMarkCell = 20.0;
+constexpr double kEdgeWidth = 9.0;  // of a track over a base map, whose colours may be the track's
 
 /// Lines through round places of the plane, so that they go with the map.
 void drawGrid(trip::Canvas& canvas, const trip::MapTransform& view, double cellPixels, trip::Color color) {
@@ -102,8 +103,13 @@ std::span<const TrackPoint> uncovered(const MapContent& content) {
 void drawTrack(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content,
                const MapColors& colors) {
   const TripTrack& track = content.track;
-  drawStrokes(canvas, visibleTrack(uncovered(content), view, kMostPoints).strokes, colors.route, 5.0);
-  drawStrokes(canvas, visibleTrack(track.raw(), view, kMostPoints).strokes, colors.raw, 5.0);
+  const auto drawWide = [&](std::span<const TrackPoint> points, trip::Color color) {
+    const auto strokes = visibleTrack(points, view, kMostPoints).strokes;
+    if (!content.tiles.empty()) drawStrokes(canvas, strokes, colors.ground, kEdgeWidth);
+    drawStrokes(canvas, strokes, color, 5.0);
+  };
+  drawWide(uncovered(content), colors.route);
+  drawWide(track.raw(), colors.raw);
   drawStrokes(canvas, visibleTrack(track.smoothed(), view, kMostPoints).strokes, colors.smoothed, 2.2);
   for (const auto& mark : visibleMarks(track.significant(), view, kMarkCell)) {
     canvas.disc(mark.x, mark.y, kSignificantRadius, colors.ground, colors.smoothed, 1.5);
@@ -157,10 +163,12 @@ void drawPlaces(trip::Canvas& canvas, const trip::MapTransform& view, const std:
 
 }  // namespace
 
-void drawMap(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content, const MapColors& colors) {
+void drawMap(trip::CairoCanvas& canvas, const trip::MapTransform& view, const MapContent& content,
+             const MapColors& colors) {
   const double barMeters = trip::scaleBarMeters(view, std::min(kLongestScaleBar, view.panel().width / 2));
-  canvas.fill(view.panel(), colors.ground);
+  canvas.fill(view.panel(), colors.ground, 0.0);
   drawGrid(canvas, view, std::max(view.pixels(barMeters), 24.0), colors.grid);
+  for (const auto& [picture, whole, shown] : content.tiles) canvas.picture(*picture, whole, shown);
   drawTrack(canvas, view, content, colors);
   drawPlaces(canvas, view, content.places, colors);
   if (content.snapped) {

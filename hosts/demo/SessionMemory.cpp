@@ -12,6 +12,8 @@ namespace {
 constexpr const char* kTripFile = "trip.file";
 constexpr const char* kTripPosition = "trip.positionSeconds";
 constexpr const char* kPlacesFile = "places.file";
+constexpr const char* kTiles = "map.tiles";
+constexpr const char* kTilesAttribution = "map.tilesAttribution";
 
 }  // namespace
 
@@ -27,6 +29,10 @@ SessionMemory::Trip SessionMemory::trip() const {
 
 std::string SessionMemory::places() const { return settings_.stringForKey(kPlacesFile).value_or(""); }
 
+TileWish SessionMemory::baseMap() const {
+  return {settings_.stringForKey(kTiles).value_or(""), settings_.stringForKey(kTilesAttribution).value_or("")};
+}
+
 void SessionMemory::keepTrip(const Trip& trip) {
   std::array<char, 32> text{};
   const auto written = std::to_chars(text.data(), text.data() + text.size(), trip.positionSeconds);
@@ -35,5 +41,10 @@ void SessionMemory::keepTrip(const Trip& trip) {
 }
 
 void SessionMemory::keepPlaces(const std::string& file) { settings_.setStringForKey(file, kPlacesFile); }
+
+void SessionMemory::keepBaseMap(const TileWish& wish) {
+  settings_.setStringForKey(wish.tiles, kTiles);
+  settings_.setStringForKey(wish.attribution, kTilesAttribution);
+}
 
 }  // namespace demo

@@ -17,8 +17,9 @@ std::string schemeOf(const std::string& address) {
   const bool isPort = colon + 1 < address.size() && address[colon + 1] >= '0' && address[colon + 1] <= '9';
   if (isPort) return {};
   std::string scheme = address.substr(0, colon);
-  for (char& letter : scheme)
+  for (char& letter : scheme) {
     letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
+  }
   return scheme;
 }
 

@@ -4,13 +4,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <chrono>
 #include <optional>
 
-#include "Deadline.h"
 #include "Probes.h"
-#include "Reach.h"
+#include "Waiting.h"
 
 namespace doctor {
 namespace {
@@ -43,10 +41,10 @@ struct Answer {
 /// Takes what the daemon says until that is enough, or the time is up.
 void listen(GSocket* socket, policy::LiveReader& reader, Answer& answer, double seconds,
             bool (*isEnough)(const Answer&)) {
-  const Deadline deadline(seconds);
+  const TimeLimit limit(seconds);
   std::array<char, 4096> bytes;
-  while (!isEnough(answer) && deadline.wait(g_socket_get_fd(socket), POLLIN)) {
-    const gssize count = g_socket_receive(socket, bytes.data(), bytes.size(), nullptr, nullptr);
+  while (!isEnough(answer)) {
+    const gssize count = g_socket_receive(socket, bytes.data(), bytes.size(), limit.cancellable(), nullptr);
     if (count <= 0) return;
     answer.take(reader.feed({bytes.data(), static_cast<std::size_t>(count)}));
   }
@@ -55,18 +53,16 @@ void listen(GSocket* socket, policy::LiveReader& reader, Answer& answer, double 
 /// Connects and reads until the daemon has said what it is and what it has, and perhaps where that is.
 Answer ask(const policy::PositioningSource& source, double answerSeconds) {
   Answer answer;
-  GSocketConnectable* const address = source.path.empty()
-                                          ? g_network_address_new(source.host.c_str(), source.port)
-                                          : G_SOCKET_CONNECTABLE(g_unix_socket_address_new(source.path.c_str()));
-  GError* error = nullptr;
-  GSocketConnection* const connection = reach(address, answerSeconds, &error);
-  if (connection == nullptr) {
+  g_autoptr(GSocketConnectable) address = source.path.empty()
+                                              ? g_network_address_new(source.host.c_str(), source.port)
+                                              : G_SOCKET_CONNECTABLE(g_unix_socket_address_new(source.path.c_str()));
+  g_autoptr(GError) error = nullptr;
+  const auto connection = reach(*address, answerSeconds, &error);
+  if (!connection) {
     answer.failure = error->message;
-    g_clear_error(&error);
     return answer;
   }
-  GSocket* const socket = g_socket_connection_get_socket(connection);
-  g_socket_set_blocking(socket, FALSE);
+  GSocket* const socket = g_socket_connection_get_socket(connection.get());
   constexpr std::string_view kRequest = "?DEVICES;\n?WATCH={\"enable\":true,\"json\":true};\n";
   g_socket_send(socket, kRequest.data(), kRequest.size(), nullptr, nullptr);
   policy::LiveReader reader(readers::Format::gpsdJson, {.intake = {.now = presentTime}});
@@ -75,7 +71,6 @@ Answer ask(const policy::PositioningSource& source, double answerSeconds) {
     listen(socket, reader, answer, std::min(answerSeconds, kFixSeconds), [](const Answer& so) { return so.hasFix; });
     answer.take(reader.tellHeld());
   }
-  g_object_unref(connection);
   return answer;
 }
 

@@ -111,7 +111,7 @@ CommandOption& CommandOption::notEmpty() {
   return check([](const std::string& text) { return text.empty() ? "the name is empty" : std::string(); });
 }
 
-// CLI11's own checks let "nan" pass, and tell the greatest double with all its 309 digits.
+// CLI11's own checks let "nan" pass, and print the greatest double with all its 309 digits.
 CommandOption& CommandOption::within(double lowest, double highest, const std::string& rule) {
   return check([=](const std::string& text) {
     double number = 0.0;

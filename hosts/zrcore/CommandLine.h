@@ -16,7 +16,7 @@ class App;
 class Option;
 }  // namespace CLI
 
-/// What must be changed on the command line, told by whoever reads an option's text.
+/// What must be changed on the command line, reported by whoever reads an option's text.
 class UsageFault : public std::runtime_error {
  public:
   UsageFault(std::string option, const std::string& fault) : std::runtime_error(fault), option_(std::move(option)) {}
@@ -81,7 +81,8 @@ class CommandLine {
               std::function<int()> run);
   /// @param act  called with the name of the subcommand that was asked for, before it runs
   void beforeRun(std::function<void(const std::string& command)> act) { beforeRun_ = std::move(act); }
-  /// Does what is asked for. Help (`help [COMMAND]`, too) and version are printed, and in one line what must be changed.
+  /// Does what is asked for. Help (`help [COMMAND]`, too) and version are printed, and in one line what must be
+  /// changed.
   /// @return the tool's exit code
   int run(int argc, char** argv);
 

@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+inline constexpr double kKilometersPerHour = 3.6;  ///< in a metre per second
+
 /// With so many decimals, in any locale; "-" for nothing and for what is not finite.
 std::string fixedText(std::optional<double> value, int decimals);
 

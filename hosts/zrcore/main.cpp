@@ -2,23 +2,23 @@
 #include <ZRCore/ZRLinuxSound.h>
 #include <ZRCore/ZRPrintableText.h>
 #include <fcntl.h>
+#include <zrcore/ago/AgoCommand.h>
+#include <zrcore/config/ConfigCommand.h>
+#include <zrcore/doctor/DoctorCommand.h>
+#include <zrcore/place/PlaceCommand.h>
+#include <zrcore/say/SayCommand.h>
+#include <zrcore/trip/TripCommand.h>
+#include <zrcore/url/UrlCommand.h>
+#include <zrcore/watch/WatchCommand.h>
 
 #include <clocale>
 #include <cstdio>
 #include <exception>
 #include <string>
 
-#include "AgoCommand.h"
 #include "CommandLine.h"
-#include "ConfigCommand.h"
-#include "DoctorCommand.h"
 #include "ExitCodes.h"
 #include "Interruption.h"
-#include "PlaceCommand.h"
-#include "SayCommand.h"
-#include "TripCommand.h"
-#include "UrlCommand.h"
-#include "WatchCommand.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ void fillStandardStreams() {
 }
 
 /// Gives other applications' sound its volume back when a killed program has left it lowered. What goes wrong doctor
-/// tells: most runs have nothing to do with sound.
+/// reports: most runs have nothing to do with sound.
 void restoreSound() {
   std::string fault;
   if (ZRRestoreLinuxSound(fault) == 0) return;

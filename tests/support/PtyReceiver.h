@@ -55,14 +55,9 @@ class PtyReceiver {
     });
   }
 
-  /// Says nothing more. The line stays up.
-  void stall() {
+  void unplug() {
     next_.reset();
     sentence_.reset();
-  }
-
-  void unplug() {
-    stall();
     for (int* end : {&master_, &slave_}) {
       if (*end >= 0) ::close(std::exchange(*end, -1));
     }

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int deepestElement = 10'000;
+constexpr int kDeepestElement = 10'000;
 
 class ExpatParser final : public NSXMLParser, public std::enable_shared_from_this<ExpatParser> {
  public:
@@ -48,7 +48,7 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
 
   static void onStart(void* parser, const XML_Char* name, const XML_Char** attributes) {
     ExpatParser& self = from(parser);
-    if (++self.depth_ > deepestElement) return self.stop(XML_ERROR_ABORTED, "elements are nested too deeply");
+    if (++self.depth_ > kDeepestElement) return self.stop(XML_ERROR_ABORTED, "elements are nested too deeply");
     self.tell([&](NSXMLParserDelegate& delegate) {
       ZRXMLAttributes pairs;
       for (; *attributes; attributes += 2) pairs.emplace_back(attributes[0], attributes[1]);
@@ -70,11 +70,11 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
     from(parser).stop(XML_ERROR_UNDEFINED_ENTITY, "the document does not say what &" + std::string(name) + "; is");
   }
 
-  /// The library gets the document in slices whose length its `int` can tell.
+  /// The library gets the document in slices whose length its `int` can hold.
   bool feed() {
-    constexpr std::size_t slice = std::size_t{1} << 28;
+    constexpr std::size_t kSlice = std::size_t{1} << 28;
     for (std::string_view rest = data_;;) {
-      const std::string_view next = rest.substr(0, slice);
+      const std::string_view next = rest.substr(0, kSlice);
       rest.remove_prefix(next.size());
       const auto status = XML_Parse(expat_.get(), next.data(), static_cast<int>(next.size()), rest.empty());
       if (status != XML_STATUS_OK) return false;

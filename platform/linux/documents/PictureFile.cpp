@@ -36,9 +36,9 @@ class Walk {
 };
 
 bool isWholePNG(Walk walk) {
-  constexpr std::size_t end = 0x49454E44;  // "IEND"
+  constexpr std::size_t kEnd = 0x49454E44;  // "IEND"
   walk.skip(8);
-  for (std::size_t type = 0; type != end && !walk.hasFailed();) {
+  for (std::size_t type = 0; type != kEnd && !walk.hasFailed();) {
     const std::size_t length = walk.number(4);
     type = walk.number(4);
     walk.skip(length + 4);  // the data and their checksum
@@ -47,8 +47,8 @@ bool isWholePNG(Walk walk) {
 }
 
 bool isWholeJPEG(Walk walk) {
-  constexpr unsigned endOfImage = 0xD9;
-  constexpr unsigned startOfScan = 0xDA;
+  constexpr unsigned kEndOfImage = 0xD9;
+  constexpr unsigned kStartOfScan = 0xDA;
   walk.skip(2);
   bool isInScan = false;
   while (!walk.hasFailed()) {
@@ -56,21 +56,21 @@ bool isWholeJPEG(Walk walk) {
     if (walk.byte() != 0xFF) return false;
     unsigned mark = 0xFF;
     while (mark == 0xFF && !walk.hasFailed()) mark = walk.byte();
-    if (mark == endOfImage) return !walk.hasFailed();
+    if (mark == kEndOfImage) return !walk.hasFailed();
     const bool standsAlone = mark <= 0x01 || (mark >= 0xD0 && mark <= 0xD7);  // 0: a byte 0xFF of the scan
     if (standsAlone) continue;
     const std::size_t length = walk.number(2);
     if (length < 2) return false;
     walk.skip(length - 2);
-    isInScan = mark == startOfScan;
+    isInScan = mark == kStartOfScan;
   }
   return false;
 }
 
 bool isWholeGIF(Walk walk) {
-  constexpr unsigned extension = 0x21;
-  constexpr unsigned image = 0x2C;
-  constexpr unsigned trailer = 0x3B;
+  constexpr unsigned kExtension = 0x21;
+  constexpr unsigned kImage = 0x2C;
+  constexpr unsigned kTrailer = 0x3B;
   const auto skipColours = [&](unsigned flags) {
     if (flags & 0x80U) walk.skip(std::size_t{3} << ((flags & 7U) + 1U));
   };
@@ -80,11 +80,11 @@ bool isWholeGIF(Walk walk) {
   skipColours(flags);
   while (!walk.hasFailed()) {
     const unsigned block = walk.byte();
-    if (block == trailer) return !walk.hasFailed();
-    if (block == image) {
+    if (block == kTrailer) return !walk.hasFailed();
+    if (block == kImage) {
       walk.skip(8);
       skipColours(walk.byte());
-    } else if (block != extension) {
+    } else if (block != kExtension) {
       return false;
     }
     walk.skip(1);  // the extension's label, or the size of the image's codes

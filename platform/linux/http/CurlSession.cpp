@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "http/CurlWords.h"
+
 CurlSession::CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock,
                          std::uint64_t longestBodyBytes)
     : loop_(std::move(loop)), clock_(std::move(clock)), longestBodyBytes_(longestBodyBytes), multi_(*loop_, *this) {}
@@ -59,7 +61,8 @@ void CurlSession::transfersEnded(const CurlMulti::Ended& ended) {
 }
 
 void CurlSession::waitForSilence(Running& running, double seconds) {
-  running.silence = loop_->after(seconds, [this, task = running.transfer->task().get()] { judgeSilence(task); });
+  running.silence =
+      loop_->after(seconds, {this, [this, task = running.transfer->task().get()] { judgeSilence(task); }});
 }
 
 void CurlSession::judgeSilence(const CurlTask* task) {
@@ -68,7 +71,6 @@ void CurlSession::judgeSilence(const CurlTask* task) {
     waitForSilence(found->second, *seconds);
     return;
   }
-  const auto self = shared_from_this();
   const auto transfer = takeOut(found);
   transfer->task()->complete(transfer->resultOfSilence());
 }

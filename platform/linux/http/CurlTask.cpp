@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "http/CurlTask.h"
 
+#include <policy/http/TransferFault.h>
+
 #include <utility>
 
 #include "http/CurlSession.h"
-#include "http/TransferFault.h"
 
 using State = NSURLSessionTaskState;
 

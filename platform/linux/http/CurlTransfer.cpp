@@ -1,24 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "http/CurlTransfer.h"
 
+#include <text/ASCII.h>
+
 #include <algorithm>
 #include <new>
 #include <utility>
+
+#include "http/CurlWords.h"
 
 namespace {
 
 constexpr long kMostRedirections = 20;
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r\n";
-  const auto begin = text.find_first_not_of(blanks);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
-
 /// Whether a body of that Content-Encoding is to be unpacked.
 bool isPacked(const std::string& encoding) {
-  const auto is = [&encoding](const char* name) { return curl_strequal(encoding.c_str(), name) != 0; };
+  const auto is = [&encoding](const char* name) { return text::isSameInAnyCase(encoding, name); };
   return is("gzip") || is("x-gzip") || is("deflate");
 }
 
@@ -85,9 +82,7 @@ void CurlTransfer::configureMethod() {
     curl_easy_setopt(easy_.get(), CURLOPT_XFERINFOFUNCTION, &CurlTransfer::noteProgress);
     curl_easy_setopt(easy_.get(), CURLOPT_XFERINFODATA, this);
     curl_easy_setopt(easy_.get(), CURLOPT_NOPROGRESS, 0L);
-    if (request.HTTPMethod != "POST") {
-      curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
-    }
+    if (request.HTTPMethod != "POST") curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
   } else if (request.HTTPMethod == "POST") {
     curl_easy_setopt(easy_.get(), CURLOPT_POSTFIELDS, "");
   } else if (request.HTTPMethod != "GET") {
@@ -96,7 +91,8 @@ void CurlTransfer::configureMethod() {
   // libcurl would wait a second for servers that know no "100 Continue".
   if (request.HTTPBody) requestHeaders_ = curl_slist_append(requestHeaders_, "Expect:");
   for (const auto& [name, value] : request.HTTPHeaders) {
-    const std::string line = trimmed(value).empty() ? name + ";" : name + ": " + value;  // ";": sent without a value
+    const std::string line =
+        text::trimmed(value).empty() ? name + ";" : name + ": " + value;  // ";": sent without a value
     requestHeaders_ = curl_slist_append(requestHeaders_, line.c_str());
   }
   if (requestHeaders_) curl_easy_setopt(easy_.get(), CURLOPT_HTTPHEADER, requestHeaders_);
@@ -109,7 +105,7 @@ std::size_t CurlTransfer::takeBody(char* bytes, std::size_t, std::size_t count, 
 bool CurlTransfer::takeBody(std::string_view bytes) {
   idle_.hear(clock_.now());
   if (body_.empty() && !unpacker_) {
-    const auto isEncoding = [](const auto& field) { return curl_strequal(field.first.c_str(), "content-encoding"); };
+    const auto isEncoding = [](const auto& field) { return text::isSameInAnyCase(field.first, "content-encoding"); };
     const auto encoding = std::ranges::find_if(headers_, isEncoding);
     if (encoding != headers_.end() && isPacked(encoding->second)) unpacker_.emplace();
   }
@@ -121,8 +117,8 @@ bool CurlTransfer::takeBody(std::string_view bytes) {
   } else {
     body_.append(bytes);
   }
-  if (taken == packed::Unpacker::Taken::tooLong) stoppedBy_ = TransferEnd::StoppedBy::length;
-  if (taken == packed::Unpacker::Taken::damaged) stoppedBy_ = TransferEnd::StoppedBy::damage;
+  if (taken == packed::Unpacker::Taken::tooLong) stoppedBy_ = TransferFailure::length;
+  if (taken == packed::Unpacker::Taken::damaged) stoppedBy_ = TransferFailure::damage;
   return taken == packed::Unpacker::Taken::good;
 }
 
@@ -134,7 +130,7 @@ bool CurlTransfer::takeHeaderLine(std::string_view line) {
   idle_.hear(clock_.now());
   headerBytes_ += line.size();
   if (headerBytes_ > longestBodyBytes_) {
-    stoppedBy_ = TransferEnd::StoppedBy::length;
+    stoppedBy_ = TransferFailure::length;
     return false;
   }
   if (line.starts_with("HTTP/")) {  // a further answer: after a redirection, or a "100 Continue"
@@ -144,12 +140,12 @@ bool CurlTransfer::takeHeaderLine(std::string_view line) {
   }
   const bool continues = line.starts_with(' ') || line.starts_with('\t');
   if (continues && !headers_.empty()) {
-    headers_.back().second.append(1, ' ').append(trimmed(line));
+    headers_.back().second.append(1, ' ').append(text::trimmed(line));
     return true;
   }
   const auto colon = line.find(':');
   if (colon != std::string_view::npos) {
-    headers_.emplace_back(line.substr(0, colon), trimmed(line.substr(colon + 1)));
+    headers_.emplace_back(line.substr(0, colon), text::trimmed(line.substr(colon + 1)));
   }
   return true;
 }
@@ -177,13 +173,14 @@ TransferResult CurlTransfer::result(CURLcode code) {
   if (code == CURLE_OK && (!unpacker_ || unpacker_->isWhole())) {
     return {.data = std::move(body_), .response = response()};
   }
-  if (code == CURLE_OK) stoppedBy_ = TransferEnd::StoppedBy::damage;
-  return failure({.code = code, .stoppedBy = stoppedBy_});
+  if (code == CURLE_OK) stoppedBy_ = TransferFailure::damage;
+  return failure(stoppedBy_.value_or(failureOf(code)), curl_easy_strerror(code));
 }
 
-TransferResult CurlTransfer::resultOfSilence() { return failure({.stoppedBy = TransferEnd::StoppedBy::silence}); }
+TransferResult CurlTransfer::resultOfSilence() { return failure(TransferFailure::silence, ""); }
 
-TransferResult CurlTransfer::failure(TransferEnd end) {
+TransferResult CurlTransfer::failure(TransferFailure why, const char* detail) {
+  TransferEnd end{.failure = why};
   long systemError = 0;
   curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &systemError);
   const char* address = nullptr;
@@ -191,7 +188,7 @@ TransferResult CurlTransfer::failure(TransferEnd end) {
   end.systemError = static_cast<int>(systemError);
   if (address) end.destination = destinationOf(address);
   if (!end.destination.isHTTP()) end.destination.host = asked_.host;  // which leads there
-  end.detail = detail_[0] ? detail_ : curl_easy_strerror(end.code);
+  end.detail = detail_[0] ? detail_ : detail;
   end.silenceSeconds = idle_.limitSeconds();
   end.longestBodyBytes = longestBodyBytes_;
   return {.response = response(), .error = transferFault(end)};

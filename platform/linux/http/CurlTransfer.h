@@ -6,6 +6,8 @@
 #include <ZRCore/ZRPlatform.h>
 #include <curl/curl.h>
 #include <packed/Unpacker.h>
+#include <policy/http/IdleLimit.h>
+#include <policy/http/TransferFault.h>
 
 #include <cstdint>
 #include <memory>
@@ -13,9 +15,7 @@
 #include <string>
 #include <string_view>
 
-#include <policy/http/IdleLimit.h>
 #include "http/CurlTask.h"
-#include "http/TransferFault.h"
 
 struct CurlHandleEnd {
   void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
@@ -55,7 +55,7 @@ class CurlTransfer {
   void configureMethod();
   bool takeBody(std::string_view bytes);
   bool takeHeaderLine(std::string_view line);
-  TransferResult failure(TransferEnd end);
+  TransferResult failure(TransferFailure why, const char* detail);
   std::shared_ptr<NSURLResponse> response();
 
   std::shared_ptr<CurlTask> task_;
@@ -68,7 +68,7 @@ class CurlTransfer {
   char detail_[CURL_ERROR_SIZE] = {};
   curl_off_t sentBytes_ = 0;
   std::uint64_t headerBytes_ = 0;
-  TransferEnd::StoppedBy stoppedBy_ = TransferEnd::StoppedBy::nobody;
+  std::optional<TransferFailure> stoppedBy_;  ///< what we look for ourselves
   NSData body_;
   std::optional<packed::Unpacker> unpacker_;  ///< of a packed body, from its first byte on
   ZRHTTPHeaders headers_;                     ///< of the last answer so far

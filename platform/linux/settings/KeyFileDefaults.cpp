@@ -3,8 +3,9 @@
 
 #include <fcntl.h>
 #include <glib.h>
+#include <owners/FileDescriptor.h>
+#include <platform/Callback.h>
 #include <sys/file.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -21,23 +22,18 @@ class FileLock {
  public:
   explicit FileLock(const std::filesystem::path& file)
       : descriptor_(open((file.native() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-    while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX) != 0) {
-      if (errno == EINTR) continue;
-      close(std::exchange(descriptor_, -1));
+    while (!descriptor_.isOpen() || flock(descriptor_.get(), LOCK_EX) != 0) {
+      if (descriptor_.isOpen() && errno == EINTR) continue;
+      error_ = errno;
+      break;
     }
-    if (descriptor_ < 0) error_ = errno;
   }
-  ~FileLock() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-  FileLock(const FileLock&) = delete;
-  FileLock& operator=(const FileLock&) = delete;
 
   /// An errno; 0 when the lock is held.
   int error() const { return error_; }
 
  private:
-  int descriptor_;
+  FileDescriptor descriptor_;
   int error_ = 0;
 };
 
@@ -108,15 +104,13 @@ void KeyFileDefaults::setStringForKey(std::string_view value, std::string_view k
     changes_.insert_or_assign(std::string(key), value);
     if (std::exchange(isStorePosted_, true)) return;
   }
-  queue_->post([weak = weak_from_this()] {
-    const auto self = weak.lock();
-    if (!self) return;
+  queue_->post(Callback(this, [this] {
     {
-      const std::lock_guard guard(self->mutex_);
-      self->isStorePosted_ = false;
+      const std::lock_guard guard(mutex_);
+      isStorePosted_ = false;
     }
-    self->synchronize();
-  });
+    synchronize();
+  }));
 }
 
 bool KeyFileDefaults::synchronize() {
@@ -134,10 +128,10 @@ bool KeyFileDefaults::synchronize() {
   if (!settings) return false;
   for (const auto& [key, value] : changes_) settings->insert_or_assign(key, value);
   const std::string text = textFromSettings(*settings);
-  constexpr auto whole =
+  constexpr auto kWhole =
       static_cast<GFileSetContentsFlags>(G_FILE_SET_CONTENTS_CONSISTENT | G_FILE_SET_CONTENTS_DURABLE);
   g_autoptr(GError) error = nullptr;
-  if (!g_file_set_contents_full(file_->c_str(), text.data(), static_cast<gssize>(text.size()), whole, 0600, &error)) {
+  if (!g_file_set_contents_full(file_->c_str(), text.data(), static_cast<gssize>(text.size()), kWhole, 0600, &error)) {
     report(std::string("settings are not stored: ") + error->message);
     return false;
   }
@@ -169,8 +163,9 @@ bool KeyFileDefaults::moveAside(const std::string& reason) {
 }
 
 bool KeyFileDefaults::reportUnless(bool succeeded, const char* what, int error) {
-  if (!succeeded)
+  if (!succeeded) {
     report("settings are not stored: " + quoted(*file_) + " cannot be " + what + ": " + std::strerror(error));
+  }
   return succeeded;
 }
 

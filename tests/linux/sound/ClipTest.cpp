@@ -25,8 +25,9 @@ std::string toneAs(int format) {
   SNDFILE* const file = ::sf_open((folder.path / "clip").c_str(), SFM_WRITE, &info);
   if (file == nullptr) return "";
   std::vector<double> samples;
-  for (int i = 0; i < 2 * kFrames; ++i)
+  for (int i = 0; i < 2 * kFrames; ++i) {
     samples.push_back(0.5 * std::sin(2.0 * std::numbers::pi * 440.0 * (i / 2) / 44100.0));
+  }
   ::sf_write_double(file, samples.data(), static_cast<sf_count_t>(samples.size()));
   ::sf_close(file);
   return contentOf(folder.path / "clip");

@@ -159,8 +159,9 @@ std::string clip(const std::string& path, int format) {
   info.format = format;
   SNDFILE* const file = ::sf_open(path.c_str(), SFM_WRITE, &info);
   std::vector<double> samples;
-  for (int i = 0; i < 2 * 22050; ++i)
+  for (int i = 0; i < 2 * 22050; ++i) {
     samples.push_back(0.5 * std::sin(2.0 * std::numbers::pi * 440.0 * (i / 2) / 44100));
+  }
   ::sf_write_double(file, samples.data(), static_cast<sf_count_t>(samples.size()));
   ::sf_close(file);
   std::ifstream bytes(path, std::ios::binary);

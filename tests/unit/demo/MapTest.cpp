@@ -3,7 +3,7 @@
 #include <demo/MapView.h>
 #include <demo/ViewThinning.h>
 #include <gmock/gmock.h>
-#include <trip/CairoCanvas.h>
+#include <trip/drawing/CairoCanvas.h>
 
 #include <algorithm>
 #include <cmath>
@@ -76,7 +76,7 @@ TEST(MapView, FollowsTheNewestFixUntilAPersonMovesTheMap) {
   MapView view;
   view.resize(800, 600);
   view.fit(envelope({3.0e7, 2.0e7}, {3.0e7 + 4000, 2.0e7 + 1000}));
-  view.zoomAtCenter(10.0);  // looking closer is no reason to be left behind
+  view.zoomAtCenter(10.0);  // looking closer is not a reason to be left behind
   const auto pixelOf = [&view](ZRMapPoint point) { return view.transform()(point); };
 
   const ZRMapPoint near = view.transform().mapPoint({600.0, 300.0}), far = view.transform().mapPoint({900.0, 300.0});

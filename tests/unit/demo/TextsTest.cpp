@@ -181,7 +181,7 @@ TEST_F(SpeechDeskTest, AMachineWithoutVoicesSaysSo) {
     SpeechDesk speech = desk();
     EXPECT_FALSE(speech.canSpeak());
     EXPECT_FALSE(speech.speak({.text = "Turn right"}));
-    EXPECT_EQ(speech.statusText(), "This machine can't speak");
+    EXPECT_EQ(speech.statusText(), "This machine cannot speak");
   }
 }
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <policy/ApplicationLife.h>
 #include <policy/BackOff.h>
-#include <policy/FaultLatch.h>
+#include <policy/PositioningFault.h>
 #include <policy/PositioningSource.h>
 #include <readers/GeoClueFix.h>
 #include <readers/LiveReader.h>

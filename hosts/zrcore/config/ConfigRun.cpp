@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ConfigRun.h"
+
+#include <ZRCore/NSString_ZR.h>
+#include <ZRCore/ZRConfigurationBase.h>
+#include <ZRCore/ZRJSON.h>
+#include <ZRCore/ZRLinuxPlatform.h>
+#include <place/PlaceFile.h>
+#include <trip/outputs/OutputError.h>
+#include <zrcore/ExitCodes.h>
+#include <zrcore/Messages.h>
+#include <zrcore/StandardOutput.h>
+
+#include <array>
+#include <cstdio>
+#include <utility>
+#include <variant>
+
+#include "ConfigPlatform.h"
+
+namespace {
+
+struct Service {
+  const char* name;
+  const std::optional<std::string>& (ZRConfigurationBase::*address)() const;
+};
+
+constexpr std::array<Service, 5> kServices{{{"geofence", &ZRConfigurationBase::geofenceBaseURL},
+                                            {"traffic", &ZRConfigurationBase::trafficBaseURL},
+                                            {"geocode", &ZRConfigurationBase::geocodeBaseURL},
+                                            {"directions", &ZRConfigurationBase::directionsBaseURL},
+                                            {"guidance", &ZRConfigurationBase::guidanceBaseURL}}};
+
+class ConfigRun {
+ public:
+  explicit ConfigRun(const ConfigArguments& arguments)
+      : arguments_(arguments), messages_([](std::string_view line) {
+          std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+        }) {}
+
+  int run();
+
+ private:
+  bool prepare();
+  void fetch();
+  std::string whatTheServiceDid() const;
+  std::string why() const;
+  const char* source() const;
+  void showLines();
+  void showDocument();
+
+  const ConfigArguments& arguments_;
+  Messages messages_;
+  StandardOutput output_;
+  const std::shared_ptr<ConfigFetch> fetch_ = std::make_shared<ConfigFetch>();
+  std::shared_ptr<ZRConfigurationBase> configuration_;
+  bool wasToldOfConfiguration_ = false;  // be it of none
+};
+
+bool ConfigRun::prepare() {
+  if (!NSString_ZR::urlQueryParameterEscaped(arguments_.key)) {
+    messages_.about("--key", inQuotes(arguments_.key) + " is not UTF-8, and so no key");
+    return false;
+  }
+  if (arguments_.base && !isBase(*arguments_.base)) {
+    messages_.about("--base", "is no address to put before a path: write it as http://HOST:PORT");
+    return false;
+  }
+  ConfigRoute route{arguments_.base, arguments_.timeoutSeconds, std::nullopt};
+  if (arguments_.fallback) route.packagedFile = place::readFile(*arguments_.fallback);
+  if (!ZRPlatformInstall(platformForConfig(makeLinuxPlatform(), route, fetch_))) {
+    throw std::logic_error("a platform is in use already");
+  }
+  return true;
+}
+
+void ConfigRun::fetch() {
+  ZRConfigurationBase::setConfigurationService(arguments_.service);
+  ZRConfigurationBase::setConfigType(arguments_.type);
+  ZRConfigurationBase::setProductKey(arguments_.key);
+  ZRConfigurationBase::fetch([this](const auto& configuration) {
+    configuration_ = configuration;
+    wasToldOfConfiguration_ = true;
+  });
+  ZRRunLinuxLoopUntil([this] { return fetch_->isOver; });
+}
+
+std::string ConfigRun::whatTheServiceDid() const {
+  if (fetch_->host.empty()) return "the key makes no address: escape its \"%\" as \"%25\"";
+  if (fetch_->failure) return *fetch_->failure;
+  const std::string answer = excerpt(fetch_->host) + " answered HTTP " + std::to_string(fetch_->statusCode);
+  if (configuration_ && !fetch_->askedForPackagedFile) return answer;
+  if (fetch_->askedForPackagedFile) return answer + " with what is no JSON";
+  return answer + " without a configuration of type " + std::to_string(arguments_.type) +
+         ": check the key and the type";
+}
+
+std::string ConfigRun::why() const {
+  std::string text = whatTheServiceDid();
+  if (configuration_ || !fetch_->askedForPackagedFile) return text;
+  if (!arguments_.fallback) return text.append("; --fallback FILE names a packaged file for such times");
+  text.append("; ").append(shownName(*arguments_.fallback));
+  if (!wasToldOfConfiguration_) return text.append(" is no JSON");
+  return text.append(" has no configuration of type ").append(std::to_string(arguments_.type));
+}
+
+const char* ConfigRun::source() const {
+  if (!configuration_) return "none";
+  return fetch_->askedForPackagedFile ? "packaged file" : "service";
+}
+
+void ConfigRun::showLines() {
+  if (!configuration_) return;
+  for (const Service& service : kServices) {
+    const auto& address = ((*configuration_).*service.address)();
+    output_.write(std::string(service.name) + "\t" + (address ? ZRPrintableText(*address) : "-") + "\n");
+  }
+}
+
+void ConfigRun::showDocument() {
+  ZROHMDictionary addresses;
+  for (const Service& service : kServices) {
+    const auto* const address = configuration_ ? &((*configuration_).*service.address)() : nullptr;
+    addresses.set(service.name, address && *address ? ZROHMValue(**address) : ZROHMValue());
+  }
+  ZROHMDictionary document;
+  document.set("source", source());
+  document.set("why", why());
+  document.set("host", fetch_->host);
+  document.set("status", fetch_->statusCode ? ZROHMValue(fetch_->statusCode) : ZROHMValue());
+  document.set("addresses", std::move(addresses));
+  const auto written = ZRMakeJSONService()->JSONFromValue(document, ZRJSONLayout::pretty);
+  if (const auto* const error = std::get_if<NSError>(&written)) {
+    messages_.say(error->localizedDescription());  // an address that is not a text
+    return;
+  }
+  output_.write(std::get<std::string>(written) + "\n");
+}
+
+int ConfigRun::run() {
+  try {
+    if (!prepare()) return kExitUsage;
+    fetch();
+    if (arguments_.json) {
+      showDocument();
+    } else {
+      showLines();
+    }
+    output_.flush();
+  } catch (const place::FileError& error) {
+    messages_.about(shownName(*arguments_.fallback), error.what());
+    return kExitDataFault;
+  } catch (const trip::OutputError& error) {
+    messages_.say(error.what());
+    return kExitServiceMissing;
+  }
+  if (!configuration_) {
+    messages_.say("no configuration came: " + why());
+    return kExitServiceMissing;
+  }
+  std::string origin = "from the service";
+  if (fetch_->askedForPackagedFile) origin = "from the packaged file " + shownName(*arguments_.fallback);
+  messages_.about(origin, why());
+  int exitCode = kExitDone;
+  for (const Service& service : kServices) {
+    if (((*configuration_).*service.address)()) continue;
+    messages_.about(service.name, "has no address in this configuration");
+    exitCode = kExitDataFault;
+  }
+  return exitCode;
+}
+
+}  // namespace
+
+int runConfig(const ConfigArguments& arguments) { return ConfigRun(arguments).run(); }
