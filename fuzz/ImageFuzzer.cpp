@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "FuzzLaws.h"
+#include "documents/PictureFile.h"
 #include "documents/PixbufImages.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -17,5 +18,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   require(image->rgba.size() == 4 * pixels, "each pixel has four bytes");
   const auto again = images.imageWithData(input);
   require(again && again->rgba == image->rgba, "it is the same picture again");
+  const auto needed = readPicture(input, *pictureFormat(input));
+  require(needed && needed->drawings <= 64, "a picture is not drawn for ever");
+  require(needed->bytes.size() <= input.size(), "nothing is added to a file");
+  const auto most = readPicture(needed->bytes, *pictureFormat(input));
+  require(most && most->bytes == needed->bytes, "what is needed is needed");
   return 0;
 }

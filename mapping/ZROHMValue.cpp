@@ -9,18 +9,21 @@ struct ZROHMValue::Box {
   explicit Box(Tag kindOfContent) : tag(kindOfContent) {}
   std::atomic<std::uint32_t> references{1};
   const Tag tag;
+};
+struct ZROHMValue::Container : Box {
+  using Box::Box;
   Box* nextOrphan = nullptr;
 };
 struct ZROHMValue::TextBox : Box {
   explicit TextBox(std::string text) : Box(Tag::string), content(std::move(text)) {}
   std::string content;
 };
-struct ZROHMValue::ArrayBox : Box {
-  explicit ArrayBox(ZROHMArray elements) : Box(Tag::array), content(std::move(elements)) {}
+struct ZROHMValue::ArrayBox : Container {
+  explicit ArrayBox(ZROHMArray elements) : Container(Tag::array), content(std::move(elements)) {}
   ZROHMArray content;
 };
-struct ZROHMValue::DictionaryBox : Box {
-  explicit DictionaryBox(ZROHMDictionary entries) : Box(Tag::dictionary), content(std::move(entries)) {}
+struct ZROHMValue::DictionaryBox : Container {
+  explicit DictionaryBox(ZROHMDictionary entries) : Container(Tag::dictionary), content(std::move(entries)) {}
   ZROHMDictionary content;
 };
 struct ZROHMValue::CoordinateBox : Box {
@@ -42,12 +45,12 @@ ZROHMValue::ZROHMValue(std::optional<std::string> text) {
 }
 
 ZROHMValue::ZROHMValue(ZROHMArray elements) {
-  payload_.box = new ArrayBox(std::move(elements));
+  payload_.box = elements.empty() ? nullptr : new ArrayBox(std::move(elements));
   tag_ = Tag::array;
 }
 
 ZROHMValue::ZROHMValue(ZROHMDictionary entries) {
-  payload_.box = new DictionaryBox(std::move(entries));
+  payload_.box = entries.empty() ? nullptr : new DictionaryBox(std::move(entries));
   tag_ = Tag::dictionary;
 }
 
@@ -63,7 +66,7 @@ ZROHMValue::ZROHMValue(std::shared_ptr<NSObject> object) {
 }
 
 ZROHMValue::ZROHMValue(const ZROHMValue& other) noexcept : tag_(other.tag_), payload_(other.payload_) {
-  if (isBoxed()) payload_.box->references.fetch_add(1, std::memory_order_relaxed);
+  if (isBoxed() && payload_.box) payload_.box->references.fetch_add(1, std::memory_order_relaxed);
 }
 
 ZROHMValue& ZROHMValue::operator=(const ZROHMValue& other) noexcept { return *this = ZROHMValue(other); }
@@ -77,32 +80,34 @@ ZROHMValue& ZROHMValue::operator=(ZROHMValue&& other) noexcept {
 }
 
 void ZROHMValue::release() noexcept {
-  if (payload_.box->references.fetch_sub(1, std::memory_order_acq_rel) == 1) destroy(payload_.box);
+  if (payload_.box && payload_.box->references.fetch_sub(1, std::memory_order_acq_rel) == 1) destroy(payload_.box);
 }
 
 /// Becomes null. A container of which this was the last owner joins the orphans instead of being destroyed here.
 void ZROHMValue::giveUpContainer(Box*& orphans) noexcept {
   if (tag_ != Tag::array && tag_ != Tag::dictionary) return;
   tag_ = Tag::null;
-  if (payload_.box->references.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
-  payload_.box->nextOrphan = orphans;
-  orphans = payload_.box;
+  auto* const container = static_cast<Container*>(payload_.box);
+  if (!container || container->references.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+  container->nextOrphan = orphans;
+  orphans = container;
 }
 
 void ZROHMValue::destroy(Box* box) noexcept {
   // A list instead of recursion: containers may be nested deeper than the stack is.
   for (Box* orphans = box; orphans != nullptr;) {
-    Box* const current = orphans;
-    orphans = current->nextOrphan;
+    Box* const current = std::exchange(orphans, nullptr);
     switch (current->tag) {
       case Tag::array: {
         auto* const array = static_cast<ArrayBox*>(current);
+        orphans = array->nextOrphan;
         for (ZROHMValue& element : array->content) element.giveUpContainer(orphans);
         delete array;
         break;
       }
       case Tag::dictionary: {
         auto* const dictionary = static_cast<DictionaryBox*>(current);
+        orphans = dictionary->nextOrphan;
         for (std::size_t i = 0; i < dictionary->content.size(); ++i) {
           dictionary->content.valueAt(i).giveUpContainer(orphans);
         }
@@ -161,11 +166,15 @@ const std::string* ZROHMValue::string() const noexcept {
 }
 
 const ZROHMArray* ZROHMValue::array() const noexcept {
-  return tag_ == Tag::array ? &static_cast<const ArrayBox*>(payload_.box)->content : nullptr;
+  static const auto* const none = new ZROHMArray;
+  if (tag_ != Tag::array) return nullptr;
+  return payload_.box ? &static_cast<const ArrayBox*>(payload_.box)->content : none;
 }
 
 const ZROHMDictionary* ZROHMValue::dictionary() const noexcept {
-  return tag_ == Tag::dictionary ? &static_cast<const DictionaryBox*>(payload_.box)->content : nullptr;
+  static const auto* const none = new ZROHMDictionary;
+  if (tag_ != Tag::dictionary) return nullptr;
+  return payload_.box ? &static_cast<const DictionaryBox*>(payload_.box)->content : none;
 }
 
 const CLLocationCoordinate2D* ZROHMValue::coordinate() const noexcept {
@@ -178,19 +187,25 @@ const std::shared_ptr<NSObject>& ZROHMValue::object() const noexcept {
 }
 
 ZROHMArray& ZROHMValue::modifiableArray() {
-  if (tag_ != Tag::array) {
-    *this = ZROHMArray();
-  } else if (payload_.box->references.load(std::memory_order_acquire) != 1) {
-    *this = ZROHMArray(*array());
+  const bool isOurs =
+      tag_ == Tag::array && payload_.box && payload_.box->references.load(std::memory_order_acquire) == 1;
+  if (!isOurs) {
+    Box* const box = new ArrayBox(tag_ == Tag::array ? *array() : ZROHMArray());
+    *this = nullptr;
+    payload_.box = box;
+    tag_ = Tag::array;
   }
   return static_cast<ArrayBox*>(payload_.box)->content;
 }
 
 ZROHMDictionary& ZROHMValue::modifiableDictionary() {
-  if (tag_ != Tag::dictionary) {
-    *this = ZROHMDictionary();
-  } else if (payload_.box->references.load(std::memory_order_acquire) != 1) {
-    *this = ZROHMDictionary(*dictionary());
+  const bool isOurs =
+      tag_ == Tag::dictionary && payload_.box && payload_.box->references.load(std::memory_order_acquire) == 1;
+  if (!isOurs) {
+    Box* const box = new DictionaryBox(tag_ == Tag::dictionary ? *dictionary() : ZROHMDictionary());
+    *this = nullptr;
+    payload_.box = box;
+    tag_ = Tag::dictionary;
   }
   return static_cast<DictionaryBox*>(payload_.box)->content;
 }

@@ -74,7 +74,7 @@ bool ZRGeoAddress::isEqualToAddress(const ZRGeoAddress* other) const {
 
 std::size_t ZRGeoAddress::hash() const {
   // The empty text's hash is 0, as on the platform, and 0 stands for "no hash".
-  const std::size_t hash = zrid_ && !zrid_->empty() ? std::hash<std::string>{}(*zrid_) : 0;
+  const std::size_t hash = zrid_ && !zrid_->empty() ? static_cast<std::size_t>(ZROHMHashOfText(*zrid_)) : 0;
   return hash != 0 ? hash : NSObject::hash();
 }
 

@@ -26,9 +26,8 @@ void NSXMLParserDelegate::parserFoundCharacters(NSXMLParser&, std::string_view) 
 
 namespace {
 
-// Behind its two numbers a platform is nothing but its services: one that the list forgets does not compile.
-static_assert(sizeof(ZRPlatform) == 2 * sizeof(std::uint32_t) + std::tuple_size_v<decltype(ZRPlatformServices)> *
-                                                                    sizeof(std::shared_ptr<void>));
+// Beside three numbers a platform is nothing but its services: one that the list forgets does not compile.
+static_assert(ZRMemberCount<ZRPlatform>() == 3 + std::tuple_size_v<decltype(ZRPlatformServices)>);
 
 struct PlatformStatics {
   std::mutex mutex;
@@ -49,6 +48,9 @@ bool ZRPlatformInstall(const ZRPlatform& platform) {
       complete.get()->*service.member = platform.*service.member;
     }
   });
+  if (ZRReaches(platform, &ZRPlatform::longestParsedBodyBytes)) {
+    complete->longestParsedBodyBytes = platform.longestParsedBodyBytes;
+  }
 
   const std::lock_guard lock(statics().mutex);
   if (statics().inUse) return false;

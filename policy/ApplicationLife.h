@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// When an application is in the background.
-#ifndef ZRCORE_PLATFORM_POLICY_APPLICATIONLIFE_H
-#define ZRCORE_PLATFORM_POLICY_APPLICATIONLIFE_H
+#ifndef ZRCORE_POLICY_APPLICATIONLIFE_H
+#define ZRCORE_POLICY_APPLICATIONLIFE_H
 
 #include <optional>
 #include <set>

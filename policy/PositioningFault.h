@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What can be wrong with a source of positions, and when clients are told.
-#ifndef ZRCORE_PLATFORM_POLICY_POSITIONINGFAULT_H
-#define ZRCORE_PLATFORM_POLICY_POSITIONINGFAULT_H
+#ifndef ZRCORE_POLICY_POSITIONINGFAULT_H
+#define ZRCORE_POLICY_POSITIONINGFAULT_H
 
 #include <ZRCore/NSError.h>
 

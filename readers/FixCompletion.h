@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// From what a source reports to what the framework expects of a position fix.
-#ifndef ZRCORE_PLATFORM_POLICY_FIXCOMPLETION_H
-#define ZRCORE_PLATFORM_POLICY_FIXCOMPLETION_H
+#ifndef ZRCORE_READERS_FIXCOMPLETION_H
+#define ZRCORE_READERS_FIXCOMPLETION_H
 
 #include <ZRCore/CLLocation.h>
 #include <ZRCore/ZRGeometry.h>
@@ -11,7 +11,7 @@
 
 #include "FixReader.h"
 
-namespace policy {
+namespace readers {
 
 /// Completes the fixes of one source, in their order. One thread at a time.
 class FixCompletion {
@@ -35,7 +35,7 @@ class FixCompletion {
   /// - time: that at which it came, of a live source; else 0 seconds since 1970, "unknown". A time that was reported is
   ///   kept, also when it goes backwards.
   /// @param cameAt  of a live source
-  ZRPositionFix complete(const readers::SourceFix& source, std::optional<NSDate> cameAt = std::nullopt);
+  ZRPositionFix complete(const SourceFix& source, std::optional<NSDate> cameAt = std::nullopt);
 
  private:
   struct Passage {
@@ -43,13 +43,13 @@ class FixCompletion {
     double secondsSince1970;
   };
 
-  double horizontalAccuracyMeters(const readers::SourceFix& source) const;
-  double speedMetersPerSecond(const readers::SourceFix& source) const;
+  double horizontalAccuracyMeters(const SourceFix& source) const;
+  double speedMetersPerSecond(const SourceFix& source) const;
 
   Options options_;
   std::optional<Passage> lastTimed_;
 };
 
-}  // namespace policy
+}  // namespace readers
 
 #endif

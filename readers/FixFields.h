@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Filling a SourceFix from what an input says, with one rule per quantity for all formats.
-#ifndef ZRCORE_PLATFORM_READERS_FIXFIELDS_H
-#define ZRCORE_PLATFORM_READERS_FIXFIELDS_H
+#ifndef ZRCORE_READERS_FIXFIELDS_H
+#define ZRCORE_READERS_FIXFIELDS_H
 
 #include <cstdint>
 #include <string>

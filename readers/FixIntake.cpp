@@ -7,15 +7,15 @@
 
 #include "TimeText.h"
 
-namespace policy {
+namespace readers {
 namespace {
 
-constexpr double kRolloverSeconds = 1024.0 * 7.0 * readers::kSecondsPerDay;
-constexpr double kTenYearsSeconds = 3652.5 * readers::kSecondsPerDay;
+constexpr double kRolloverSeconds = 1024.0 * 7.0 * kSecondsPerDay;
+constexpr double kTenYearsSeconds = 3652.5 * kSecondsPerDay;
 
 std::string dayText(double secondsSince1970) {
   using namespace std::chrono;
-  const year_month_day day{sys_days{days{static_cast<int>(std::floor(secondsSince1970 / readers::kSecondsPerDay))}}};
+  const year_month_day day{sys_days{days{static_cast<int>(std::floor(secondsSince1970 / kSecondsPerDay))}}};
   char text[40];
   std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(day.year()), static_cast<unsigned>(day.month()),
                 static_cast<unsigned>(day.day()));
@@ -24,18 +24,18 @@ std::string dayText(double secondsSince1970) {
 
 }  // namespace
 
-bool FixIntake::takes(readers::SourceFix& fix) const {
+bool FixIntake::takes(SourceFix& fix) const {
   if (options_.leavesOutEstimates && fix.isEstimated) return false;
   if (options_.repairsWeekRollover && options_.now && fix.secondsSince1970) {
     // A receiver's clock may be a little ahead of ours.
-    const double latest = options_.now().secondsSince1970 + readers::kSecondsPerDay;
+    const double latest = options_.now().secondsSince1970 + kSecondsPerDay;
     const double times = std::floor((latest - *fix.secondsSince1970) / kRolloverSeconds);
     if (times > 0.0) *fix.secondsSince1970 += times * kRolloverSeconds;
   }
   return true;
 }
 
-std::optional<std::string> FixIntake::remarkOnDate(const readers::SourceFix& fix) {
+std::optional<std::string> FixIntake::remarkOnDate(const SourceFix& fix) {
   if (hasRemarked_ || !options_.now || !fix.secondsSince1970) return std::nullopt;
   if (options_.now().secondsSince1970 - *fix.secondsSince1970 < kTenYearsSeconds) return std::nullopt;
   hasRemarked_ = true;
@@ -44,4 +44,4 @@ std::optional<std::string> FixIntake::remarkOnDate(const readers::SourceFix& fix
          "that";
 }
 
-}  // namespace policy
+}  // namespace readers

@@ -12,7 +12,7 @@
 
 #include "FixReader.h"
 
-namespace policy {
+namespace readers {
 
 /// Receivers count weeks in ten bits: 1024 of them after it should, a counter begins anew, and all dates lie so far
 /// back.
@@ -27,16 +27,16 @@ class FixIntake {
   explicit FixIntake(Options options) : options_(std::move(options)) {}
 
   /// Repairs what is asked for. False: the fix is left out.
-  bool takes(readers::SourceFix& fix) const;
+  bool takes(SourceFix& fix) const;
 
   /// What to say about the date of a live source, once: a date that lies more than ten years back is none of today's.
-  std::optional<std::string> remarkOnDate(const readers::SourceFix& fix);
+  std::optional<std::string> remarkOnDate(const SourceFix& fix);
 
  private:
   Options options_;
   bool hasRemarked_ = false;
 };
 
-}  // namespace policy
+}  // namespace readers
 
 #endif

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Readers of recorded and live position streams: bytes in, fixes out.
-#ifndef ZRCORE_PLATFORM_READERS_FIXREADER_H
-#define ZRCORE_PLATFORM_READERS_FIXREADER_H
+#ifndef ZRCORE_READERS_FIXREADER_H
+#define ZRCORE_READERS_FIXREADER_H
 
 #include <ZRCore/ZRGeometry.h>
 

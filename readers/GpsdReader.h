@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_READERS_GPSDREADER_H
-#define ZRCORE_PLATFORM_READERS_GPSDREADER_H
+#ifndef ZRCORE_READERS_GPSDREADER_H
+#define ZRCORE_READERS_GPSDREADER_H
 
 #include <nlohmann/json_fwd.hpp>
 #include <set>

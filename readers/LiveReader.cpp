@@ -3,20 +3,20 @@
 
 #include <utility>
 
-namespace policy {
+namespace readers {
 
-LiveReader::LiveReader(readers::Format format, Options options)
-    : format_(format), options_(std::move(options)), intake_(options_.intake), reader_(readers::makeReader(format)) {}
+LiveReader::LiveReader(Format format, Options options)
+    : format_(format), options_(std::move(options)), intake_(options_.intake), reader_(makeReader(format)) {}
 
 void LiveReader::beginConnection() {
-  reader_ = readers::makeReader(format_);
+  reader_ = makeReader(format_);
   remarks_ = 0;
   hasToldFix_ = false;
 }
 
 LiveEvents LiveReader::feed(std::string_view bytes) {
   reader_->feed(bytes, *this);
-  const bool isComplete = reader_->held() == readers::FixReader::Held::complete;
+  const bool isComplete = reader_->held() == FixReader::Held::complete;
   if (isComplete || events_.receivers == 0) reader_->tellHeld(*this);  // who is gone adds nothing, either
   return take();
 }
@@ -31,10 +31,10 @@ LiveEvents LiveReader::finish() {
   return take();
 }
 
-bool LiveReader::isHolding() const { return reader_->held() != readers::FixReader::Held::nothing; }
+bool LiveReader::isHolding() const { return reader_->held() != FixReader::Held::nothing; }
 
-void LiveReader::fix(const readers::SourceFix& told) {
-  readers::SourceFix fix = told;
+void LiveReader::fix(const SourceFix& told) {
+  SourceFix fix = told;
   if (!intake_.takes(fix)) return;
   // Within a connection the reader has put together what belongs together.
   const bool isLast =
@@ -51,13 +51,13 @@ void LiveReader::fix(const readers::SourceFix& told) {
   events_.fixes.push_back(completion_.complete(fix, cameAt));
 }
 
-void LiveReader::remark(const readers::Remark& remark) {
+void LiveReader::remark(const Remark& remark) {
   if (++remarks_ > kMostRemarks) return;
   events_.remarks.push_back("line " + std::to_string(remark.line) + ": " + remark.text);
   if (remarks_ == kMostRemarks) events_.remarks.back() += "; further remarks about this connection are left out";
 }
 
-void LiveReader::status(const readers::SourceStatus& status) {
+void LiveReader::status(const SourceStatus& status) {
   if (status.daemonRelease) events_.daemonRelease = status.daemonRelease;
   if (status.receivers) events_.receivers = status.receivers;
   if (!status.trueHeadingDegrees && !status.magneticHeadingDegrees) return;
@@ -72,4 +72,4 @@ void LiveReader::status(const readers::SourceStatus& status) {
 
 LiveEvents LiveReader::take() { return std::exchange(events_, {}); }
 
-}  // namespace policy
+}  // namespace readers

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A reader for streams that are read as they come.
-#ifndef ZRCORE_PLATFORM_POLICY_LIVEREADER_H
-#define ZRCORE_PLATFORM_POLICY_LIVEREADER_H
+#ifndef ZRCORE_READERS_LIVEREADER_H
+#define ZRCORE_READERS_LIVEREADER_H
 
 #include <ZRCore/CLLocation.h>
 #include <ZRCore/CLLocationManager.h>
@@ -17,7 +17,7 @@
 #include "FixIntake.h"
 #include "FixReader.h"
 
-namespace policy {
+namespace readers {
 
 /// What some bytes of a live stream brought.
 struct LiveEvents {
@@ -34,7 +34,7 @@ struct LiveEvents {
 /// Reports of one instant are merged as in a recording, but a fix is told as soon as its instant has as many of them as
 /// those before, or when the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An
 /// instant is told once, also when a new connection begins with it.
-class LiveReader final : private readers::Listener {
+class LiveReader final : private Listener {
  public:
   /// The sentences of one instant follow each other closely, instants do not.
   static constexpr double kQuietSeconds = 0.1;
@@ -47,8 +47,8 @@ class LiveReader final : private readers::Listener {
     bool isRecording = false;  ///< its dates are those of another time, and what has none has come at no time
   };
 
-  explicit LiveReader(readers::Format format) : LiveReader(format, Options()) {}
-  LiveReader(readers::Format format, Options options);
+  explicit LiveReader(Format format) : LiveReader(format, Options()) {}
+  LiveReader(Format format, Options options);
 
   /// A new connection, which begins in the middle of whatever the source is saying.
   void beginConnection();
@@ -63,22 +63,22 @@ class LiveReader final : private readers::Listener {
   bool isHolding() const;
 
  private:
-  void fix(const readers::SourceFix& fix) override;
-  void remark(const readers::Remark& remark) override;
-  void status(const readers::SourceStatus& status) override;
+  void fix(const SourceFix& fix) override;
+  void remark(const Remark& remark) override;
+  void status(const SourceStatus& status) override;
   LiveEvents take();
 
-  readers::Format format_;
+  Format format_;
   Options options_;
   FixIntake intake_;
-  std::unique_ptr<readers::FixReader> reader_;
+  std::unique_ptr<FixReader> reader_;
   FixCompletion completion_{{}};
-  std::optional<readers::SourceFix> last_;  ///< of all connections
-  bool hasToldFix_ = false;                 ///< of this one
+  std::optional<SourceFix> last_;  ///< of all connections
+  bool hasToldFix_ = false;        ///< of this one
   int remarks_ = 0;
   LiveEvents events_;
 };
 
-}  // namespace policy
+}  // namespace readers
 
 #endif

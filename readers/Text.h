@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Reading single values out of text, whatever the locale.
-#ifndef ZRCORE_PLATFORM_READERS_TEXT_H
-#define ZRCORE_PLATFORM_READERS_TEXT_H
+#ifndef ZRCORE_READERS_TEXT_H
+#define ZRCORE_READERS_TEXT_H
 
 #include <text/ASCII.h>
 

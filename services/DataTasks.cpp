@@ -8,6 +8,18 @@ using NSURLSession_ZR::Failure;
 using NSURLSession_ZR::Response;
 using NSURLSession_ZR::Task;
 
+namespace {
+
+NSError tooLong(std::size_t bytes, std::uint64_t longestBytes) {
+  return {NSURLErrorDomain,
+          NSURLErrorDataLengthExceedsMaximum,
+          {{NSLocalizedDescriptionKey, "The body has " + std::to_string(bytes) + " bytes, and no more than " +
+                                           std::to_string(longestBytes) +
+                                           " are parsed: ask for less, or raise the platform's limit."}}};
+}
+
+}  // namespace
+
 Task DataTasks::data(const std::shared_ptr<NSURLSession>& session, NSMutableURLRequest request,
                      NSURLSession_ZR::DataSuccess success, Failure failure) const {
   if (!session) return nullptr;
@@ -27,6 +39,16 @@ Task DataTasks::data(const std::shared_ptr<NSURLSession>& session, NSMutableURLR
   return session->dataTaskWithRequest(std::move(request), std::move(completion));
 }
 
+Task DataTasks::parsed(const std::shared_ptr<NSURLSession>& session, NSMutableURLRequest request,
+                       NSURLSession_ZR::DataSuccess parse, Failure failure) const {
+  auto parseWithinLimit = [longest = platform_.longestParsedBodyBytes, parse = std::move(parse), failure](
+                              const Response& response, std::optional<NSData> body) {
+    if (!body || body->size() <= longest) return parse(response, std::move(body));
+    if (failure) failure(response, tooLong(body->size(), longest));
+  };
+  return data(session, std::move(request), std::move(parseWithinLimit), std::move(failure));
+}
+
 Task DataTasks::json(const std::shared_ptr<NSURLSession>& session, NSMutableURLRequest request,
                      NSURLSession_ZR::JSONSuccess success, Failure failure) const {
   auto parse = [json = platform_.json, success = std::move(success), failure](const Response& response,
@@ -39,7 +61,7 @@ Task DataTasks::json(const std::shared_ptr<NSURLSession>& session, NSMutableURLR
       failure(response, document ? std::nullopt : std::optional(std::get<NSError>(std::move(parsed))));
     }
   };
-  return data(session, std::move(request), std::move(parse), std::move(failure));
+  return parsed(session, std::move(request), std::move(parse), std::move(failure));
 }
 
 Task DataTasks::image(const std::shared_ptr<NSURLSession>& session, NSMutableURLRequest request,
@@ -53,7 +75,7 @@ Task DataTasks::image(const std::shared_ptr<NSURLSession>& session, NSMutableURL
               NSURLSession_ZR::errorWithErrorCodeDescription(ZRURLSessionErrorImage, "Error parsing image data"));
     }
   };
-  return data(session, std::move(request), std::move(decode), std::move(failure));
+  return parsed(session, std::move(request), std::move(decode), std::move(failure));
 }
 
 Task DataTasks::xmlParser(const std::shared_ptr<NSURLSession>& session, NSMutableURLRequest request,
@@ -68,5 +90,5 @@ Task DataTasks::xmlParser(const std::shared_ptr<NSURLSession>& session, NSMutabl
       failure(response, NSURLSession_ZR::errorWithErrorCodeDescription(ZRURLSessionErrorXML, "Error parsing xml data"));
     }
   };
-  return data(session, std::move(request), std::move(makeParser), std::move(failure));
+  return parsed(session, std::move(request), std::move(makeParser), std::move(failure));
 }

@@ -20,6 +20,10 @@ class DataTasks {
                                   NSURLSession_ZR::XMLParserSuccess success, NSURLSession_ZR::Failure failure) const;
 
  private:
+  /// Like `data`, for a body that `parse` takes time for.
+  NSURLSession_ZR::Task parsed(const std::shared_ptr<NSURLSession>& session, NSMutableURLRequest request,
+                               NSURLSession_ZR::DataSuccess parse, NSURLSession_ZR::Failure failure) const;
+
   const ZRPlatform& platform_;
 };
 

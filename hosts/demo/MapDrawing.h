@@ -3,8 +3,7 @@
 #define ZRCORE_HOSTS_DEMO_MAPDRAWING_H
 
 #include <trip/drawing/CairoCanvas.h>
-#include <trip/drawing/MapTransform.h>
-#include <trip/drawing/PlaceMark.h>
+#include <trip/drawing/MapParts.h>
 
 #include <optional>
 #include <vector>
@@ -14,11 +13,8 @@
 
 namespace demo {
 
-/// The colours of a map. Raw and smoothed differ in lightness as well as in hue, in both.
-struct MapColors {
-  trip::Color ground, grid, ink, quiet, route, raw, smoothed, jump, place, halo;
-};
-extern const MapColors kLightMap, kDarkMap;
+/// The colours of a window by night.
+extern const trip::MapColors kDarkMap;
 
 /// What a map shows.
 struct MapContent {
@@ -31,7 +27,7 @@ struct MapContent {
 
 /// Draws all of it: grid, base map, tracks, marks, places, the newest fix, the scale bar.
 void drawMap(trip::CairoCanvas& canvas, const trip::MapTransform& view, const MapContent& content,
-             const MapColors& colors);
+             const trip::MapColors& colors);
 
 }  // namespace demo
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "SessionMemory.h"
 
-#include <array>
-#include <charconv>
+#include <text/Numbers.h>
+#include <trip/OutputText.h>
+
 #include <cmath>
 
 namespace demo {
@@ -19,11 +20,8 @@ constexpr const char* kTilesAttribution = "map.tilesAttribution";
 
 SessionMemory::Trip SessionMemory::trip() const {
   Trip trip{settings_.stringForKey(kTripFile).value_or("")};
-  const std::string text = settings_.stringForKey(kTripPosition).value_or("");
-  double seconds = 0.0;
-  const auto read = std::from_chars(text.data(), text.data() + text.size(), seconds);
-  const bool isWhole = read.ec == std::errc() && read.ptr == text.data() + text.size();
-  if (isWhole && std::isfinite(seconds)) trip.positionSeconds = seconds;
+  const auto seconds = text::numberIn<double>(settings_.stringForKey(kTripPosition).value_or(""));
+  if (seconds && std::isfinite(*seconds)) trip.positionSeconds = *seconds;
   return trip;
 }
 
@@ -34,10 +32,10 @@ TileWish SessionMemory::baseMap() const {
 }
 
 void SessionMemory::keepTrip(const Trip& trip) {
-  std::array<char, 32> text{};
-  const auto written = std::to_chars(text.data(), text.data() + text.size(), trip.positionSeconds);
+  std::string position;
+  trip::appendNumber(position, trip.positionSeconds);
   settings_.setStringForKey(trip.file, kTripFile);
-  settings_.setStringForKey({text.data(), written.ptr}, kTripPosition);
+  settings_.setStringForKey(position, kTripPosition);
 }
 
 void SessionMemory::keepPlaces(const std::string& file) { settings_.setStringForKey(file, kPlacesFile); }

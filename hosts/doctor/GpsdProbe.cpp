@@ -30,7 +30,7 @@ struct Answer {
   bool hasFix = false;
   std::string oldDate;
 
-  void take(const policy::LiveEvents& events) {
+  void take(const readers::LiveEvents& events) {
     if (events.daemonRelease) release = events.daemonRelease;
     if (events.receivers) receivers = events.receivers;
     hasFix = hasFix || !events.fixes.empty();
@@ -39,7 +39,7 @@ struct Answer {
 };
 
 /// Takes what the daemon says until that is enough, or the time is up.
-void listen(GSocket* socket, policy::LiveReader& reader, Answer& answer, double seconds,
+void listen(GSocket* socket, readers::LiveReader& reader, Answer& answer, double seconds,
             bool (*isEnough)(const Answer&)) {
   const TimeLimit limit(seconds);
   std::array<char, 4096> bytes;
@@ -65,7 +65,7 @@ Answer ask(const policy::PositioningSource& source, double answerSeconds) {
   GSocket* const socket = g_socket_connection_get_socket(connection.get());
   constexpr std::string_view kRequest = "?DEVICES;\n?WATCH={\"enable\":true,\"json\":true};\n";
   g_socket_send(socket, kRequest.data(), kRequest.size(), nullptr, nullptr);
-  policy::LiveReader reader(readers::Format::gpsdJson, {.intake = {.now = presentTime}});
+  readers::LiveReader reader(readers::Format::gpsdJson, {.intake = {.now = presentTime}});
   listen(socket, reader, answer, answerSeconds, [](const Answer& so) { return so.receivers.has_value(); });
   if (answer.receivers.value_or(0) > 0) {
     listen(socket, reader, answer, std::min(answerSeconds, kFixSeconds), [](const Answer& so) { return so.hasFix; });

@@ -18,8 +18,11 @@ class Messages {
   /// A damaged file has as many faults as lines: so many are reported one by one, the others are counted.
   static constexpr std::uint64_t kMostRemarks = 20;
 
+  static void writeToStandardError(std::string_view line);
+
   /// @param writeLine  takes a line without its end
-  explicit Messages(std::function<void(std::string_view line)> writeLine) : writeLine_(std::move(writeLine)) {}
+  explicit Messages(std::function<void(std::string_view line)> writeLine = writeToStandardError)
+      : writeLine_(std::move(writeLine)) {}
 
   /// About one line of a file; of the first kMostRemarks only.
   void remark(std::string_view file, const readers::Remark& remark);

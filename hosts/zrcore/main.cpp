@@ -2,14 +2,6 @@
 #include <ZRCore/ZRLinuxSound.h>
 #include <ZRCore/ZRPrintableText.h>
 #include <fcntl.h>
-#include <zrcore/ago/AgoCommand.h>
-#include <zrcore/config/ConfigCommand.h>
-#include <zrcore/doctor/DoctorCommand.h>
-#include <zrcore/place/PlaceCommand.h>
-#include <zrcore/say/SayCommand.h>
-#include <zrcore/trip/TripCommand.h>
-#include <zrcore/url/UrlCommand.h>
-#include <zrcore/watch/WatchCommand.h>
 
 #include <clocale>
 #include <cstdio>
@@ -17,6 +9,7 @@
 #include <string>
 
 #include "CommandLine.h"
+#include "Commands.h"
 #include "ExitCodes.h"
 #include "Interruption.h"
 

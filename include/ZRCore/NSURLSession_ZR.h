@@ -31,7 +31,9 @@ inline constexpr long ZRURLSessionErrorImage = 1001;
 /// over. A fault of the transport is a failure even when there is a body too. The HTTP status is not looked at: the
 /// body of a 404 is a success of the plain operation (the response has the status). The other
 /// operations parse the body, in the same turn of the main queue and also when there is no success callback, and fail
-/// when that fails. Parsing blocks the main queue for its time.
+/// when that fails. Parsing blocks the main queue for its time, so a body that is parsed must not be longer than
+/// `ZRPlatform::longestParsedBodyBytes`: a longer one fails as one that the transport cut off
+/// (NSURLErrorDataLengthExceedsMaximum).
 ///
 /// Without a session (null) there is no task (null).
 namespace NSURLSession_ZR {

@@ -4,8 +4,10 @@
 #ifndef ZRCORE_ZRJSON_H
 #define ZRCORE_ZRJSON_H
 
+#include <ZRCore/ZRDocumentLimits.h>
 #include <ZRCore/ZRJSONService.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,7 +16,9 @@
 #include <vector>
 
 /// Reads and writes JSON. Without state; any thread.
-std::shared_ptr<ZRJSONService> ZRMakeJSONService();
+/// @param mostValues  of a document that is read, its keys included: a longer one is an error (ZRDocumentErrorDomain,
+///                    ZRDocumentErrorTooManyValues)
+std::shared_ptr<ZRJSONService> ZRMakeJSONService(std::uint64_t mostValues = ZRMostDocumentValues);
 
 /// Hears the parts of a document in their order. An object is `beginObject`, for each entry `key` and its value, then
 /// `endObject`; an array is its elements between `beginArray` and `endArray`.
@@ -31,8 +35,8 @@ class ZRJSONListener {
   virtual void scalar(ZROHMValue value) = 0;
 };
 
-/// Reads a document part by part, by the rules of `ZRJSONService::valueFromJSON`. It holds no more of the document than
-/// its longest text and the levels that are open.
+/// Reads a document part by part, by the rules of `ZRJSONService::valueFromJSON`, of any number of values. It holds no
+/// more of the document than its longest text and the levels that are open.
 /// @return what is wrong with the document, if anything; the listener has heard what stands before that.
 std::optional<NSError> ZRReadJSON(std::string_view bytes, ZRJSONFragments fragments, ZRJSONListener& listener);
 

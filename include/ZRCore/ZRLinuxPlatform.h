@@ -64,7 +64,8 @@ struct ZRLinuxOptions {
   std::string rootFolder = "/";
 
   /// The most pixels (width times height) that a picture may have; files that declare more are not decoded. Four bytes
-  /// of memory each, and as many again while decoding.
+  /// of memory each, and as many again while decoding, six more for a progressive JPEG. What takes a decoder longer may
+  /// have fewer of them: a GIF half, an interlaced PNG 70 %, a progressive JPEG of n scans (64 at most) 7 / (2 n + 4).
   std::uint64_t largestImagePixels = std::uint64_t{1} << 25U;
 
   ZRLinuxLog log = ZRLinuxLog::automatic;
@@ -85,6 +86,10 @@ struct ZRLinuxOptions {
   /// The desktop id by which GeoClue, and the user, know this application: the name of its .desktop file, without that
   /// ending.
   std::string desktopId = "zrcore";
+
+  /// The most values that a JSON or XML document may have (ZRDocumentLimits.h). A document with more is an error of
+  /// ZRDocumentErrorDomain.
+  std::uint64_t mostDocumentValues = ZRMostDocumentValues;
 
   /// Passes over positions that gpsd, a receiver or a recording calls worked out, not measured: by dead reckoning or a
   /// simulator.

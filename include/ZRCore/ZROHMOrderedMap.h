@@ -4,6 +4,8 @@
 #ifndef ZRCORE_ZROHMORDEREDMAP_H
 #define ZRCORE_ZROHMORDEREDMAP_H
 
+#include <ZRCore/ZRExport.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -12,8 +14,13 @@
 #include <utility>
 #include <vector>
 
+/// A hash that nobody outside this process can foresee (SipHash-1-3, its key drawn when it is first needed), so that
+/// nobody can choose texts which take each other's places. Of use within the process only. Any thread.
+ZR_EXPORT std::uint64_t ZROHMHashOfText(std::string_view text) noexcept;
+
 /// A map that iterates in insertion order. Setting a text again replaces its value and keeps its first place. Finding
-/// takes constant time, erasing takes time in proportion to the size. Pointers to values live until the next change.
+/// takes constant time whoever chose the texts, erasing takes time in proportion to the size. Pointers to values live
+/// until the next change.
 template <class Value>
 class ZROHMOrderedMap {
  public:
@@ -84,7 +91,7 @@ class ZROHMOrderedMap {
   /// Up to this many entries comparing them one by one is faster than hashing.
   static constexpr std::size_t kLinear = 8;
 
-  std::size_t slotOf(std::string_view key) const { return std::hash<std::string_view>{}(key) & (index_.size() - 1); }
+  std::size_t slotOf(std::string_view key) const { return ZROHMHashOfText(key) & (index_.size() - 1); }
 
   void enter(std::size_t position) {
     std::size_t slot = slotOf(entries_[position].first);

@@ -25,9 +25,9 @@ using ZROHMDictionary = ZROHMOrderedMap<ZROHMValue>;
 
 /// Nothing, a number, a text, an array, a dictionary, a coordinate or an object.
 ///
-/// Copies share what they hold until one of them is changed, so a copy costs a reference count whatever its size; no
-/// operation recurses, so a value may be nested as deeply as memory allows. Two threads may use two copies at once, and
-/// may read one value at once.
+/// Copies share what they hold until one of them is changed, so a copy costs a reference count whatever its size. An
+/// empty array or dictionary holds nothing. No operation recurses, so a value may be nested as deeply as memory allows.
+/// Two threads may use two copies at once, and may read one value at once.
 class ZR_EXPORT ZROHMValue {
  public:
   enum class Kind : std::uint8_t { null, number, string, array, dictionary, coordinate, object };
@@ -114,6 +114,7 @@ class ZR_EXPORT ZROHMValue {
 
  private:
   struct Box;
+  struct Container;
   struct TextBox;
   struct ArrayBox;
   struct DictionaryBox;
@@ -135,7 +136,7 @@ class ZR_EXPORT ZROHMValue {
     std::int64_t signed64;
     std::uint64_t unsigned64;
     double real;
-    Box* box;
+    Box* box;  ///< null for an empty array or dictionary
   };
 
   bool isBoxed() const noexcept { return tag_ >= Tag::string; }

@@ -22,6 +22,7 @@
 #include <ZRCore/UIImage.h>
 #include <ZRCore/ZRBundle.h>
 #include <ZRCore/ZRDevice.h>
+#include <ZRCore/ZRDocumentLimits.h>
 #include <ZRCore/ZRExport.h>
 #include <ZRCore/ZRJSONService.h>
 #include <ZRCore/ZRMainQueue.h>
@@ -81,6 +82,9 @@ struct ZRPlatform {
   std::shared_ptr<ZRScreen> screen;
   std::shared_ptr<UIPasteboard> pasteboard;
   std::shared_ptr<ZRMail> mail;
+
+  /// How long a body may be that a data task parses: a longer one is a failure with NSURLErrorDataLengthExceedsMaximum.
+  std::uint64_t longestParsedBodyBytes = ZRLongestParsedBodyBytes;
 };
 
 /// Makes `platform` the one that the framework uses, for the rest of the process. Null members become the headless

@@ -43,6 +43,8 @@ struct ZRPlatformService {
   ZRServiceOrigin origin;
   std::shared_ptr<Service> ZRPlatform::*member;
 };
+template <class Service>
+ZRPlatformService(const char*, ZRServiceOrigin, std::shared_ptr<Service> ZRPlatform::*) -> ZRPlatformService<Service>;
 
 /// All services, in the order of the members: the one list of them.
 inline constexpr std::tuple ZRPlatformServices{
@@ -83,10 +85,27 @@ ZRPlatform ZRPlatformOf(std::shared_ptr<Service>... services) {
   return platform;
 }
 
+/// What any member may be made from; for `ZRMemberCount` alone.
+struct ZRAnyMember {
+  template <class Member>
+  operator Member() const;
+};
+
+/// How many members an aggregate has: the most that it can be made from.
+template <class Aggregate, class... Members>
+consteval std::size_t ZRMemberCount() {
+  if constexpr (requires { Aggregate{Members{}..., ZRAnyMember{}}; }) {
+    return ZRMemberCount<Aggregate, Members..., ZRAnyMember>();
+  } else {
+    return sizeof...(Members);
+  }
+}
+
 /// A host's options as far as they reach; the other members have the values that this library's own header gives them.
-/// @param members  all but the size
+/// @param members  all but the size; a forgotten one does not compile
 template <class Options, class... Member>
 Options ZRReadOptions(const Options& host, Member Options::*... members) {
+  static_assert(sizeof...(Member) + 1 == ZRMemberCount<Options>(), "an option is forgotten");
   Options known;
   const auto read = [&](auto member) {
     if (ZRReaches(host, member)) known.*member = host.*member;

@@ -4,11 +4,12 @@
 
 #include <ZRCore/ZRJSONService.h>
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <variant>
 
-std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments);
+std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments, std::uint64_t mostValues);
 std::variant<std::string, NSError> writeJSON(const ZROHMValue& value, ZRJSONLayout layout);
 
 #endif

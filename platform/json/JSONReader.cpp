@@ -31,7 +31,8 @@ std::string excerptOf(std::string_view sentence) {
 template <class Listener>
 class Teller final : public nlohmann::json_sax<nlohmann::json> {
  public:
-  Teller(std::string_view document, Listener& listener) : document_(document), listener_(listener) {}
+  Teller(std::string_view document, std::uint64_t mostValues, Listener& listener)
+      : document_(document), mostValues_(mostValues), listener_(listener) {}
 
   /// @return what is wrong with the document
   std::optional<NSError> read() {
@@ -67,6 +68,7 @@ class Teller final : public nlohmann::json_sax<nlohmann::json> {
     return true;
   }
   bool key(string_t& text) override {
+    if (!count()) return false;
     listener_.key(std::move(text));
     return true;
   }
@@ -94,16 +96,27 @@ class Teller final : public nlohmann::json_sax<nlohmann::json> {
   bool isFragment = false;
 
  private:
+  bool count() {
+    if (++values_ <= mostValues_) return true;
+    error_ = {ZRDocumentErrorDomain,
+              ZRDocumentErrorTooManyValues,
+              {{NSLocalizedDescriptionKey, "The JSON document has more than " + std::to_string(mostValues_) +
+                                               " values and keys, the most that are read: ask for less, or raise the "
+                                               "platform's limit."}}};
+    return false;
+  }
+
   bool open() {
     if (depth_ >= ZRJSONDeepestNesting) {
       error_ = failure("The JSON document is nested deeper than " + std::to_string(ZRJSONDeepestNesting) + " levels.");
       return false;
     }
     ++depth_;
-    return true;
+    return count();
   }
 
   bool scalar(ZROHMValue&& value) {
+    if (!count()) return false;
     isFragment = isFragment || depth_ == 0;
     listener_.scalar(std::move(value));
     return true;
@@ -119,14 +132,17 @@ class Teller final : public nlohmann::json_sax<nlohmann::json> {
 
   std::string_view document_;
   JSONBytes given_{document_};
+  const std::uint64_t mostValues_;
+  std::uint64_t values_ = 0;
   Listener& listener_;
   std::optional<NSError> error_;
   std::size_t depth_ = 0;
 };
 
 template <class Listener>
-std::optional<NSError> tell(std::string_view bytes, ZRJSONFragments fragments, Listener& listener) {
-  Teller<Listener> teller(bytes, listener);
+std::optional<NSError> tell(std::string_view bytes, ZRJSONFragments fragments, std::uint64_t mostValues,
+                            Listener& listener) {
+  Teller<Listener> teller(bytes, mostValues, listener);
   if (auto error = teller.read()) return error;
   // The library takes a NUL byte for the end and looks no further.
   if (const std::size_t position = bytes.find('\0'); position != bytes.npos) {
@@ -143,12 +159,13 @@ std::optional<NSError> tell(std::string_view bytes, ZRJSONFragments fragments, L
 ZRJSONListener::~ZRJSONListener() = default;
 
 std::optional<NSError> ZRReadJSON(std::string_view bytes, ZRJSONFragments fragments, ZRJSONListener& listener) {
-  return tell(bytes, fragments, listener);
+  return tell(bytes, fragments, UINT64_MAX, listener);
 }
 
-std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments) {
+std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments,
+                                           std::uint64_t mostValues) {
   ZRJSONBuilder builder;
-  if (auto error = tell(bytes, fragments, builder)) return *std::move(error);
+  if (auto error = tell(bytes, fragments, mostValues, builder)) return *std::move(error);
   return builder.take();
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_LINUX_HTTP_IDLELIMIT_H
-#define ZRCORE_LINUX_HTTP_IDLELIMIT_H
+#ifndef ZRCORE_POLICY_HTTP_IDLELIMIT_H
+#define ZRCORE_POLICY_HTTP_IDLELIMIT_H
 
 #include <ZRCore/NSDate.h>
 
 #include <optional>
 #include <utility>
+
+namespace policy {
 
 /// Decides when a transfer has been silent for too long. A timer of the loop calls it, and it measures the silence with
 /// the platform's clock. Timer and clock may disagree, because the clock may be set meanwhile.
@@ -44,5 +46,7 @@ class IdleLimit {
   double waitSeconds_;
   bool isLastCall_ = false;
 };
+
+}  // namespace policy
 
 #endif

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <string_view>
 
+namespace policy {
 namespace {
 
 NSError fault(long code, std::string description) {
@@ -135,3 +136,5 @@ std::optional<NSError> requestFault(const NSMutableURLRequest& request, const De
 }
 
 NSError cancellationFault() { return fault(NSURLErrorCancelled, "The request was cancelled."); }
+
+}  // namespace policy

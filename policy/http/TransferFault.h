@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 
+namespace policy {
+
 /// Where an address leads.
 struct Destination {
   std::string scheme;  ///< empty when there is none
@@ -53,5 +55,7 @@ NSError transferFault(const TransferEnd& end);
 std::optional<NSError> requestFault(const NSMutableURLRequest& request, const Destination& destination);
 
 NSError cancellationFault();
+
+}  // namespace policy
 
 #endif

@@ -72,14 +72,6 @@ TEST_F(PlaceCommand, GoesOnAfterAFileThatCannotBeRead) {
   EXPECT_EQ(linesOf(run.err).size(), 3U) << run.err;
 }
 
-TEST_F(PlaceCommand, CountsFaultsBeyondTheFirstTwenty) {
-  std::string list = "[null";
-  for (int i = 1; i < 50; ++i) list += ",null";
-  const ToolRun run = folder.run({"place", folder.file("nulls.json", list + "]")});
-  EXPECT_EQ(linesOf(run.err).size(), 21U);
-  EXPECT_THAT(run.err, HasSubstr("nulls.json: … and 30 more\n"));
-}
-
 TEST_F(PlaceCommand, RefusesOptionsThatMakeNoSense) {
   for (const std::vector<std::string>& arguments : {std::vector<std::string>{"place"},
                                                     {"place", "-", "--json", "--geojson"},

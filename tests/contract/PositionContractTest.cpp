@@ -88,10 +88,10 @@ TEST(GeoCluePositionContract, APlaceThatIsNowhereIsNoFix) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   for (const auto& [latitude, longitude] :
        {std::pair(kNaN, 7.0), {51.0, kNaN}, {91.0, 7.0}, {51.0, -180.5}, {kInfinity, 7.0}}) {
-    policy::GeoClueLocation location;
+    readers::GeoClueLocation location;
     location.latitude = latitude;
     location.longitude = longitude;
-    EXPECT_FALSE(policy::fixOf(location, NSDate{1.0}));
+    EXPECT_FALSE(readers::fixOf(location, NSDate{1.0}));
   }
 }
 

@@ -6,6 +6,7 @@
 
 #include <array>
 
+#include "HostilePictures.h"
 #include "documents/PixbufImages.h"
 
 using testing::ElementsAre;
@@ -52,6 +53,13 @@ std::string heldAs(char orientation, const std::string& jpeg) {
 
 std::shared_ptr<const UIImage> decoded(const std::string& file, std::uint64_t largestPixels = kPlenty) {
   return PixbufImages(largestPixels).imageWithData(file);
+}
+
+/// Kilobytes that the process has held at once.
+long peakKilobytes() {
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  return usage.ru_maxrss;
 }
 
 TEST(ImagesTest, ColoursComeExactlyAndUnmultipliedFromPNG) {
@@ -107,13 +115,55 @@ TEST(ImagesTest, ASmallFileThatDeclaresAHugePictureTakesNoMemory) {
   jpeg.replace(frame, 4, "\x1F\x40\x1F\x40");  // 8000 by 8000
   std::string gif = animation();
   gif.replace(6, 4, "\x40\x1F\x40\x1F");
-  rusage before{};
-  rusage after{};
-  getrusage(RUSAGE_SELF, &before);
+  const long before = peakKilobytes();
   EXPECT_EQ(decoded(jpeg, std::uint64_t{1} << 25U), nullptr);
   EXPECT_EQ(decoded(gif, std::uint64_t{1} << 25U), nullptr);
-  getrusage(RUSAGE_SELF, &after);
-  EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 50'000) << "kilobytes";
+  EXPECT_LT(peakKilobytes() - before, 50'000);
+}
+
+TEST(ImagesTest, APictureIsDrawnOnlySoOftenAsItsLimitAllows) {
+  const struct {
+    const char* what;
+    std::string file;
+    std::uint64_t largestPixels;
+    bool isDecoded;
+  } rows[] = {
+      {"an encoder's scans", progressiveJPEG(16, 16, 11), 1'000'000, true},
+      {"scans, though cheap ones", progressiveJPEG(16, 16, 63), 1'000'000, true},
+      {"one more than any encoder needs", progressiveJPEG(16, 16, 64), 1'000'000, false},
+      {"as often as the limit allows", progressiveJPEG(16, 16, 4), 128 * 4, true},
+      {"once more", progressiveJPEG(16, 16, 5), 128 * 4, false},
+      {"in colours", progressiveJPEG(16, 16, 4, 3), 128 * 4, true},
+      {"a frame beyond the canvas", blackGIF(1, 1, 0).substr(0, 19) + blackGIF(20, 20, 1).substr(19), 799, false},
+      {"the same, allowed", blackGIF(1, 1, 0).substr(0, 19) + blackGIF(20, 20, 1).substr(19), 800, true},
+      {"a long side", blackPNG(65'535, 1), 1'000'000, true},
+      {"a longer one", blackPNG(1, 65'536), 1'000'000, false},
+      {"interlaced", blackPNG(8, 8, true), 100, true},
+  };
+  for (const auto& row : rows) EXPECT_EQ(decoded(row.file, row.largestPixels) != nullptr, row.isDecoded) << row.what;
+  std::string arithmetic = progressiveJPEG(16, 16, 1);
+  arithmetic[arithmetic.find("\xFF\xC2") + 1] = '\xCA';
+  EXPECT_EQ(decoded(arithmetic), nullptr);
+}
+
+TEST(ImagesTest, WhatAPictureDoesNotNeedIsNotUnpacked) {
+  const std::string png = blackPNG(1, 1, false, pngTexts(60, 7'900'000));
+  const std::string gif = blackGIF(2000, 2000, 20);
+  const long before = peakKilobytes();
+  EXPECT_THAT(decoded(png)->rgba, ElementsAre(0, 0, 0, 255));
+  EXPECT_NE(decoded(gif, 8'000'000), nullptr);
+  EXPECT_LT(peakKilobytes() - before, 60'000);
+}
+
+TEST(ImagesTest, TransparencyOfAPaletteIsNeeded) {
+  using namespace std::string_literals;
+  std::string png = blackPNG(1, 1, false, pngChunk("PLTE", "\1\2\3"s) + pngChunk("tRNS", "\x40"s));
+  const std::string header = "\0\0\0\1\0\0\0\1\x08\3\0\0\0"s;  // of colours by number
+  png.replace(8, 25, pngChunk("IHDR", header));
+  const std::size_t pixels = png.find("IDAT") - 4;
+  png.replace(pixels, std::string::npos, pngChunk("IDAT", deflated("\0\0"s)) + pngChunk("IEND", ""));
+  ASSERT_NE(decoded(png), nullptr);
+  EXPECT_THAT(decoded(png)->rgba, ElementsAre(1, 2, 3, 0x40));
 }
 
 TEST(ImagesTest, FormatsThatNobodyAskedForAreNotTried) {

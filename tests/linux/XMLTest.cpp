@@ -41,6 +41,12 @@ std::string repeated(std::string_view text, int times) {
   return all;
 }
 
+std::string attributes(int count) {
+  std::string all;
+  while (count-- > 0) all += " a" + std::to_string(count) + "=''";
+  return all;
+}
+
 TEST_F(XMLTest, DocumentsAreToldInUTF8WhateverTheirEncoding) {
   const std::string_view rows[][2] = {
       {"<a k='1' b=\"&lt;2\">x<n:b/>y</a>", "<a k=1 b=<2>x<n:b></n:b>y</a>"},
@@ -81,6 +87,9 @@ TEST_F(XMLTest, ABadDocumentIsRefusedWithItsPlaceAndReason) {
       {"<!DOCTYPE a [<!ENTITY e SYSTEM 'file:///etc/hostname'>]>\n<a>&e;</a>", "external entity", "2", "4"},
       {"<!DOCTYPE a SYSTEM 'a.dtd'>\n<a>&e;</a>", "what &e; is", "2", "4"},
       {repeated("<a>", 10'001) + repeated("</a>", 10'001), "nested too deeply", "1", "30001"},
+      {"<!DOCTYPE a [<!ENTITY e '" + std::string(1000, 'e') + "'>]>\n<a>" + repeated("&e;", 3000) + "</a>",
+       "amplification", "2", "3136"},
+      {"<a" + attributes(200'000) + "/>", "longer than 1 MiB", "1", "1"},
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.document.substr(0, 80));
@@ -94,6 +103,19 @@ TEST_F(XMLTest, ABadDocumentIsRefusedWithItsPlaceAndReason) {
     EXPECT_EQ(error->userInfo.at(NSXMLParserErrorColumnKey), row.column);
   }
   EXPECT_TRUE(parserOver(repeated("<a>", 10'000) + repeated("</a>", 10'000))->parse());
+}
+
+TEST_F(XMLTest, ADocumentOfTooManyValuesIsAnErrorOfItsOwn) {
+  for (const auto& [most, isRead] : {std::pair(4U, true), {3U, false}}) {
+    const auto parser = ExpatXML(most).parserWithData("<a b='' c=''><d/></a>");
+    EXPECT_EQ(parser->parse(), isRead);
+    const auto error = parser->parserError();
+    ASSERT_EQ(error.has_value(), !isRead);
+    if (isRead) continue;
+    EXPECT_EQ(error->domain, ZRDocumentErrorDomain);
+    EXPECT_EQ(error->code, ZRDocumentErrorTooManyValues);
+    EXPECT_THAT(error->localizedDescription(), HasSubstr("column 14: more than 3 elements"));
+  }
 }
 
 TEST_F(XMLTest, NoBytesMakeNoParser) { EXPECT_EQ(ExpatXML().parserWithData(""), nullptr); }

@@ -42,8 +42,8 @@ std::string headOf(const std::string& address, std::size_t answerBytes) {
   return std::string(kFirstLine) + address + '\n' + std::to_string(answerBytes) + '\n';
 }
 
-/// Sets when a file was used last and until when it is good, the latter unless it is UTIME_OMIT. The kernel's own notion
-/// of now is a tick of the scheduler, in which many tiles are used.
+/// Sets when a file was used last and until when it is good, the latter unless it is UTIME_OMIT. The kernel's own
+/// notion of now is a tick of the scheduler, in which many tiles are used.
 void setTimes(const fs::path& file, timespec goodUntil) {
   timespec now{};
   ::clock_gettime(CLOCK_REALTIME, &now);

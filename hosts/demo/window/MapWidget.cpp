@@ -24,7 +24,7 @@ MapWidget::MapWidget(GtkDrawingArea* area, Content content) : area_(area), conte
         trip::CairoCanvas canvas(context);
         const bool isDark = adw_style_manager_get_dark(adw_style_manager_get_default());
         const trip::MapTransform view = map.view_.transform();
-        drawMap(canvas, view, map.content_(view), isDark ? kDarkMap : kLightMap);
+        drawMap(canvas, view, map.content_(view), isDark ? kDarkMap : trip::kLightMap);
       },
       this, nullptr);
   connect<void(GtkDrawingArea*, int, int)>(area_, "resize", [this](GtkDrawingArea*, int width, int height) {

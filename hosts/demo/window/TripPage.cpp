@@ -2,6 +2,7 @@
 #include "TripPage.h"
 
 #include <demo/TripTexts.h>
+#include <trip/Words.h>
 #include <trip/replay/Recording.h>
 
 #include <algorithm>
@@ -273,8 +274,8 @@ void TripPage::showPlayback() {
   if (gtk_range_get_value(position_) != playback.positionSeconds()) {
     gtk_range_set_value(position_, playback.positionSeconds());
   }
-  setText(ui_.label("passed"), clockText(playback.positionSeconds()));
-  setText(ui_.label("duration"), clockText(playback.durationSeconds()));
+  setText(ui_.label("passed"), trip::clockText(playback.positionSeconds()));
+  setText(ui_.label("duration"), trip::clockText(playback.durationSeconds()));
   auto* const play = ui_.get<GtkButton>(GTK_TYPE_BUTTON, "play");
   const char* const icon = playback.isPlaying() ? "media-playback-pause-symbolic" : "media-playback-start-symbolic";
   if (g_strcmp0(gtk_button_get_icon_name(play), icon) == 0) return;

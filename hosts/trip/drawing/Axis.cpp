@@ -2,26 +2,16 @@
 #include "Axis.h"
 
 #include <trip/OutputText.h>
+#include <trip/Words.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdarg>
-#include <cstdio>
 
 namespace trip {
 
 namespace {
 constexpr double kMinute = 60.0, kHour = 3600.0, kDay = 86400.0;
-
-[[gnu::format(printf, 1, 2)]] std::string formatted(const char* format, ...) {
-  std::array<char, 64> buffer{};
-  std::va_list arguments;
-  va_start(arguments, format);
-  std::vsnprintf(buffer.data(), buffer.size(), format, arguments);
-  va_end(arguments);
-  return buffer.data();
-}
 
 double timeStep(double span, int maxTicks) {
   constexpr std::array kSteps{1.0,     2.0,         5.0,         10.0,         15.0,         30.0,
@@ -50,7 +40,7 @@ std::vector<Tick> degreeTicks(double from, double to, int maxTicks, const char* 
   return ticks(from, to, step, maxTicks, [=](double value) {
     const double degrees = std::remainder(value, 360.0);
     const bool isOnBoth = std::fabs(degrees) < step / 1e3 || std::fabs(degrees) > 180.0 - step / 1e3;
-    return formatted("%.*f\u00b0%s", decimals, std::fabs(degrees), isOnBoth ? "" : degrees > 0.0 ? positive : negative);
+    return fixedText(std::fabs(degrees), decimals) + "\u00b0" + (isOnBoth ? "" : degrees > 0.0 ? positive : negative);
   });
 }
 }  // namespace
@@ -73,7 +63,7 @@ double roundDown(double value) {
 
 std::vector<Tick> countTicks(double from, double to, int maxTicks) {
   const double step = std::max(1.0, roundUp((to - from) / maxTicks));
-  return ticks(from, to, step, maxTicks, [](double value) { return formatted("%.0f", value); });
+  return ticks(from, to, step, maxTicks, [](double value) { return fixedText(value, 0); });
 }
 
 std::vector<Tick> timeTicks(double from, double to, int maxTicks) {
@@ -93,29 +83,6 @@ std::vector<Tick> latitudeTicks(double from, double to, int maxTicks) {
 
 std::vector<Tick> longitudeTicks(double from, double to, int maxTicks) {
   return degreeTicks(from, to, maxTicks, " E", " W");
-}
-
-std::string lengthText(double meters) {
-  if (meters < 1.0) return formatted("%g cm", meters * 100.0);
-  return meters < 1000.0 ? formatted("%g m", meters) : formatted("%g km", meters / 1000.0);
-}
-
-std::string measuredLengthText(double meters) {
-  if (meters == 0.0) return "0 m";
-  const bool isInKilometers = std::round(meters) >= 1000.0;
-  const double value = isInKilometers ? meters / 1000.0 : meters;
-  const int decimals = std::round(value * 100.0) < 1000.0 ? 2 : std::round(value * 10.0) < 1000.0 ? 1 : 0;
-  return formatted("%.*f %s", decimals, value, isInKilometers ? "km" : "m");
-}
-
-std::string durationText(double seconds) {
-  const double whole = std::round(std::fabs(seconds));
-  const auto part = [whole](double unit, double within) { return std::floor(std::fmod(whole, within) / unit); };
-  const char* sign = seconds < 0.0 && whole > 0.0 ? "-" : "";
-  if (whole < kMinute) return formatted("%s%.0f s", sign, whole);
-  if (whole < kHour) return formatted("%s%.0f min %02.0f s", sign, part(kMinute, kHour), part(1.0, kMinute));
-  if (whole < kDay) return formatted("%s%.0f h %02.0f min", sign, part(kHour, kDay), part(kMinute, kHour));
-  return formatted("%s%.0f d %.0f h", sign, std::floor(whole / kDay), part(kHour, kDay));
 }
 
 }  // namespace trip

@@ -29,13 +29,6 @@ std::vector<Tick> timeTicks(double from, double to, int maxTicks);
 std::vector<Tick> latitudeTicks(double from, double to, int maxTicks);
 std::vector<Tick> longitudeTicks(double from, double to, int maxTicks);
 
-/// A round length: "200 m", "5 km"
-std::string lengthText(double meters);
-/// A measured length, in three digits as far as they last: "0.42 m", "15.4 m", "9.13 km"; "1234 km"
-std::string measuredLengthText(double meters);
-/// "45 s", "11 min 40 s", "2 h 05 min", "3 d 4 h"
-std::string durationText(double seconds);
-
 }  // namespace trip
 
 #endif

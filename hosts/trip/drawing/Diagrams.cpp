@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Diagrams.h"
 
+#include <trip/Words.h>
+
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
 
 #include "Axis.h"
 #include "Theme.h"
@@ -14,7 +14,6 @@ namespace trip {
 namespace {
 
 constexpr int kMaxTimeTicks = 12;
-constexpr double kKmhPerMetersPerSecond = 3.6;
 constexpr double kImpossibleKmh = 1e6;  // whatever a recording claims, the axis stays finite
 
 std::vector<Tick> ticksOf(const TripAxis& axis) {
@@ -78,7 +77,7 @@ void drawNote(Canvas& canvas, const Area& plot, const std::string& note) {
 }
 
 std::vector<DiagramPoint> inKmh(std::vector<DiagramPoint> points) {
-  for (DiagramPoint& point : points) point.y = std::min(point.y * kKmhPerMetersPerSecond, kImpossibleKmh);
+  for (DiagramPoint& point : points) point.y = std::min(*kilometersPerHour(point.y), kImpossibleKmh);
   return points;
 }
 
@@ -129,9 +128,7 @@ void drawSpeeds(Canvas& canvas, const Area& plot, const TripAxis& axis, const Tr
   drawSeries(canvas, plot, toPixels(raw, plot, top), toPixels(smoothed, plot, top));
   if (raw.empty()) drawNote(canvas, plot, picture.envelope().isEmpty ? "no fixes" : whyEmpty);
   if (const double peak = greatest(raw); peak > top) {
-    std::array<char, 48> note;
-    std::snprintf(note.data(), note.size(), "raw peak %.0f km/h", peak);
-    canvas.text(plot.right(), plot.y - 12.0, note.data(),
+    canvas.text(plot.right(), plot.y - 12.0, "raw peak " + fixedText(peak, 0) + " km/h",
                 {.size = theme::kLabelSize, .color = theme::kQuiet, .align = Align::right});
   }
 }

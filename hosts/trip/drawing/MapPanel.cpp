@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MapPanel.h"
 
-#include <trip/OutputText.h>
-
 #include <algorithm>
 #include <cmath>
 
 #include "Axis.h"
-#include "MapTransform.h"
+#include "MapParts.h"
 #include "Theme.h"
 
 namespace trip {
@@ -15,17 +13,15 @@ namespace trip {
 namespace {
 
 constexpr double kPaddingX = 96.0, kPaddingY = 44.0;  // room for "start", "end" and the coordinates at the edges
-constexpr double kLeastMetersAcross = 60.0;           // closer up, a car park would look like a journey
 constexpr double kLongestScaleBar = 220.0;            // pixels
+constexpr ScaleBarLooks kScaleBar{
+    .inset = 26.0, .tick = 6.0, .labelRise = 14.0, .width = 2.0, .haloWidth = 0.0, .textSize = theme::kLabelSize};
 constexpr int kMostMeridians = 8, kMostParallels = 4;
 
 /// The whole envelope in the middle of the panel.
 MapTransform fitInto(const Area& panel, const Envelope& envelope) {
-  const ZRMapPoint center = envelope.center();
-  const double least = kLeastMetersAcross / MapTransform(center, 1.0, panel).meters(1.0);
-  const double width = std::max(envelope.maxX - envelope.minX, least);
-  const double height = std::max(envelope.maxY - envelope.minY, least);
-  return {center, std::min((panel.width - 2 * kPaddingX) / width, (panel.height - 2 * kPaddingY) / height), panel};
+  const double scale = fittingScale(envelope, panel.width - 2 * kPaddingX, panel.height - 2 * kPaddingY);
+  return {envelope.center(), scale, panel};
 }
 
 std::vector<DiagramPoint> fitted(const std::vector<StrokePoint>& track, const MapTransform& fit) {
@@ -61,15 +57,6 @@ void drawGraticule(Canvas& canvas, const MapTransform& fit) {
   }
 }
 
-void drawScaleBar(Canvas& canvas, const Area& panel, const MapTransform& fit, double lengthMeters) {
-  const double left = panel.x + 26.0, y = panel.bottom() - 26.0, right = left + fit.pixels(lengthMeters);
-  canvas.line(left, y, right, y, theme::kInk, 2.0);
-  canvas.line(left, y - 6.0, left, y, theme::kInk, 2.0);
-  canvas.line(right, y - 6.0, right, y, theme::kInk, 2.0);
-  canvas.text(left, y - 14.0, scaleBarLabel(fit, lengthMeters),
-              {.size = theme::kLabelSize, .color = theme::kInk, .halo = true});
-}
-
 void drawNorthArrow(Canvas& canvas, const Area& panel) {
   const double x = panel.right() - 34.0, y = panel.y + 34.0;
   canvas.arrow(x, y, 12.0, theme::kQuiet);
@@ -87,21 +74,6 @@ void drawEnds(Canvas& canvas, DiagramPoint start, DiagramPoint end) {
   canvas.disc(end.x, end.y, theme::kMarkRadius - 1.0, theme::kInk, theme::kPaper, 2.0);
   canvas.text(start.x + (startIsLeft ? -14.0 : 14.0), start.y + 5.0, "start", startIsLeft ? left : right);
   canvas.text(end.x + (startIsLeft ? 14.0 : -14.0), end.y + 5.0, "end", startIsLeft ? right : left);
-}
-
-/// Marks the places that lie on the map, wherever around the world the track has gone.
-void drawPlaces(Canvas& canvas, const Area& panel, const TripPicture& picture, const MapTransform& fit) {
-  const TextStyle style{.size = theme::kLabelSize, .color = theme::kPlace, .bold = true, .halo = true};
-  const double world = ZRMapSizeWorld.width;
-  const double centerX = picture.envelope().center().x;
-  for (const auto& [coordinate, title] : picture.places()) {
-    ZRMapPoint point = ZRMapPointForCoordinate(coordinate);
-    point.x += world * std::round((centerX - point.x) / world);
-    const DiagramPoint at = fit(point);
-    if (at.x < panel.x || at.x > panel.right() || at.y < panel.y || at.y > panel.bottom()) continue;
-    canvas.disc(at.x, at.y, theme::kMarkRadius, theme::kPlace, theme::kPaper, 2.0);
-    canvas.text(at.x + 13.0, at.y + 5.0, asUtf8(title), style);
-  }
 }
 
 }  // namespace
@@ -122,9 +94,9 @@ void drawMap(Canvas& canvas, const Area& panel, const TripPicture& picture) {
     for (const ZRMapPoint& jump : picture.jumps().marks()) {
       canvas.cross(fit(jump).x, fit(jump).y, theme::kMarkRadius - 1.0, theme::kJump, 3.0);
     }
-    drawPlaces(canvas, panel, picture, fit);
+    drawPlaces(canvas, fit, picture.places(), kLightMap, theme::kMarkRadius, theme::kLabelSize);
     drawEnds(canvas, raw.front(), raw.back());
-    drawScaleBar(canvas, panel, fit, barMeters);
+    drawScaleBar(canvas, fit, barMeters, kLightMap, kScaleBar);
     drawNorthArrow(canvas, panel);
     canvas.unclip();
   }

@@ -2,10 +2,10 @@
 #include "MapTransform.h"
 
 #include <ZRCore/ZRGeometryAdditions.h>
+#include <trip/Words.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 #include "Axis.h"
 
@@ -15,7 +15,15 @@ namespace {
 
 double latitudeAt(double mapPointY) { return ZRCoordinateForMapPoint({0.0, mapPointY}).latitude; }
 
+constexpr double kLeastMetersAcross = 60.0;  // closer up, a car park would look like a journey
+
 }  // namespace
+
+double fittingScale(const Envelope& envelope, double width, double height) {
+  const double least = kLeastMetersAcross / MapTransform(envelope.center(), 1.0, {}).meters(1.0);
+  return std::min(width / std::max(envelope.maxX - envelope.minX, least),
+                  height / std::max(envelope.maxY - envelope.minY, least));
+}
 
 MapTransform::MapTransform(ZRMapPoint center, double pixelsPerMapPoint, const Area& panel)
     : panel_(panel),
@@ -37,12 +45,10 @@ double scaleBarMeters(const MapTransform& transform, double longestPixels) {
 }
 
 std::string scaleBarLabel(const MapTransform& transform, double lengthMeters) {
-  std::string label = lengthText(lengthMeters);
+  const std::string label = lengthText(lengthMeters);
   if (transform.scaleSpread() <= 0.02) return label;
-  char place[32];
-  std::snprintf(place, sizeof place, " at %.1f\u00b0 %c", std::fabs(transform.centerLatitude()),
-                transform.centerLatitude() < 0.0 ? 'S' : 'N');
-  return label + place;
+  const double latitude = transform.centerLatitude();
+  return label + " at " + fixedText(std::fabs(latitude), 1) + "\u00b0 " + (latitude < 0.0 ? "S" : "N");
 }
 
 }  // namespace trip

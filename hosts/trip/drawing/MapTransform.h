@@ -5,8 +5,12 @@
 #include <ZRCore/ZRGeometry.h>
 
 #include "Canvas.h"
+#include "Envelope.h"
 
 namespace trip {
+
+/// The scale, in pixels to a map point, at which all of `envelope` and at least 60 m fit into an area of pixels.
+double fittingScale(const Envelope& envelope, double width, double height);
 
 /// From the map plane to the pixels of a panel: north up, at the same scale both ways.
 class MapTransform {

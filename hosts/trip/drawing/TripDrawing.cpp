@@ -3,13 +3,13 @@
 
 #include <trip/OutputText.h>
 #include <trip/SummaryHints.h>
+#include <trip/Words.h>
 
 #include <array>
 #include <cstdio>
 #include <memory>
 #include <stdexcept>
 
-#include "Axis.h"
 #include "CairoCanvas.h"
 #include "Diagrams.h"
 #include "MapPanel.h"
@@ -41,7 +41,7 @@ std::string factsText(const TripSummary& summary) {
   if (const auto duration = durationSeconds(summary)) add(durationText(*duration));
   add(measuredLengthText(summary.distanceMeters) + " raw, " + measuredLengthText(summary.significantDistanceMeters) +
       " smoothed");
-  add(std::to_string(summary.fixes) + (summary.fixes == 1 ? " fix" : " fixes"));
+  add(countText(summary.fixes, "fix", "fixes"));
   if (!summary.filter.empty()) add("filter: " + asUtf8(summary.filter));
   return text;
 }

@@ -5,7 +5,6 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
-#include <unistd.h>
 
 #include <array>
 #include <cerrno>
@@ -44,19 +43,14 @@ std::string holderOf(int descriptor) {
 }  // namespace
 
 FolderLock::FolderLock(const std::filesystem::path& folder)
-    : descriptor_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
-  if (descriptor_ < 0) {
+    : folder_(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+  if (!folder_.isOpen()) {
     if (errno == EACCES) return;  // a folder that may be written to but not read
     throw OutputError::ofSystem(folder, errno);
   }
-  if (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
-  const std::string holder = holderOf(descriptor_);
-  ::close(descriptor_);
-  throw OutputError(folder, holder + " is writing into it", "wait for its end or choose another folder");
-}
-
-FolderLock::~FolderLock() {
-  if (descriptor_ >= 0) ::close(descriptor_);
+  if (::flock(folder_.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return;
+  throw OutputError(folder, holderOf(folder_.get()) + " is writing into it",
+                    "wait for its end or choose another folder");
 }
 
 }  // namespace trip

@@ -2,6 +2,8 @@
 #ifndef ZRCORE_HOSTS_TRIP_OUTPUTS_FOLDERLOCK_H
 #define ZRCORE_HOSTS_TRIP_OUTPUTS_FOLDERLOCK_H
 
+#include <owners/FileDescriptor.h>
+
 #include <filesystem>
 
 namespace trip {
@@ -13,12 +15,9 @@ class FolderLock {
   /// On a file system that knows no such locks nothing is held.
   /// @throws OutputError when another process holds the folder, which it names; or when there is no such folder.
   explicit FolderLock(const std::filesystem::path& folder);
-  ~FolderLock();
-  FolderLock(const FolderLock&) = delete;
-  FolderLock& operator=(const FolderLock&) = delete;
 
  private:
-  int descriptor_;
+  FileDescriptor folder_;
 };
 
 }  // namespace trip

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "GeoJsonOutput.h"
-
-#include <trip/OutputText.h>
+#include <trip/SmoothedTrack.h>
 
 #include <cmath>
-#include <nlohmann/json.hpp>
+
+#include "FileOutput.h"
+#include "OutputFile.h"
+#include "TripJson.h"
 
 namespace trip {
 
 namespace {
-using Json = nlohmann::ordered_json;
 
 std::string position(double latitude, double longitude) {
   std::string text = "[";
@@ -28,26 +28,43 @@ double latitudeAtAntimeridian(CLLocationCoordinate2D from, CLLocationCoordinate2
   return from.latitude + (to.latitude - from.latitude) * toEdge / (toEdge + fromEdge);
 }
 
-Json numberOrNull(std::optional<double> value) { return value ? Json(*value) : Json(nullptr); }
-
 std::string pointFeature(const TripRow& row) {
   const Json properties{
       {"index", row.index},
-      {"time", row.secondsSince1970 ? Json(timeText(*row.secondsSince1970)) : Json(nullptr)},
+      {"time", timeOrNull(row.secondsSince1970)},
       {"significant", row.significant},
       {"jump", row.jump},
       {"stable", row.stable},
-      {"altitudeMeters", numberOrNull(row.altitudeMeters)},
-      {"accuracyMeters", numberOrNull(row.accuracyMeters)},
-      {"speedMetersPerSecond", numberOrNull(row.speedMetersPerSecond)},
-      {"courseDegrees", numberOrNull(row.courseDegrees)},
-      {"smoothSpeedMetersPerSecond", numberOrNull(knownSmoothSpeed(row))},
+      {"altitudeMeters", orNull(row.altitudeMeters)},
+      {"accuracyMeters", orNull(row.accuracyMeters)},
+      {"speedMetersPerSecond", orNull(row.speedMetersPerSecond)},
+      {"courseDegrees", orNull(row.courseDegrees)},
+      {"smoothSpeedMetersPerSecond", orNull(knownSmoothSpeed(row))},
       {"smoothCourseDegrees", row.smoothCourseDegrees},
   };
   return R"({"type":"Feature","geometry":{"type":"Point","coordinates":)" +
          position(row.coordinate.latitude, row.coordinate.longitude) + R"(},"properties":)" + properties.dump() + "}";
 }
-}  // namespace
+
+/// A track on its way into a GeoJSON geometry, kept in a scratch file.
+class GeoJsonLine {
+ public:
+  /// @param beside  the file whose folder holds the scratch file
+  explicit GeoJsonLine(const std::filesystem::path& beside) : coordinates_(beside) {}
+
+  void add(CLLocationCoordinate2D coordinate);
+  bool empty() const { return count_ == 0; }
+  std::uint64_t bytesWritten() const { return coordinates_.bytesWritten(); }
+  /// Writes the geometry object: a LineString, a MultiLineString when the track crosses the antimeridian (where RFC
+  /// 7946 has lines cut), a Point when there is only one position.
+  void writeGeometry(OutputFile& file);
+
+ private:
+  ScratchFile coordinates_;
+  CLLocationCoordinate2D last_{};
+  std::uint64_t count_ = 0;
+  bool isCut_ = false;
+};
 
 void GeoJsonLine::add(CLLocationCoordinate2D coordinate) {
   std::string text;
@@ -74,38 +91,52 @@ void GeoJsonLine::writeGeometry(OutputFile& file) {
   file.write(isPoint ? "}" : isCut_ ? "]]}" : "]}");
 }
 
-GeoJsonOutput::GeoJsonOutput(const std::filesystem::path& target, bool force)
-    : file_(target, force), raw_(target), smoothed_(target), points_(target) {}
+class GeoJsonOutput final : public FileOutput {
+ public:
+  GeoJsonOutput(const std::filesystem::path& target, bool force)
+      : file_(target, force), raw_(target), smoothed_(target), points_(target) {}
 
-void GeoJsonOutput::row(const TripRow& row) {
-  raw_.add(row.coordinate);
-  if (track_.takes(row)) smoothed_.add(row.coordinate);
-  if (row.significant || row.jump) points_.write(",\n" + pointFeature(row));
+  void row(const TripRow& row) override {
+    raw_.add(row.coordinate);
+    if (track_.takes(row)) smoothed_.add(row.coordinate);
+    if (row.significant || row.jump) points_.write(",\n" + pointFeature(row));
+  }
+  void finish(const TripSummary&) override;
+  void commit() override { file_.commit(); }
+  bool hasRoom() const override {
+    return hasRoomForRow(raw_.bytesWritten() + smoothed_.bytesWritten() + points_.bytesWritten());
+  }
+
+ private:
+  void writeTrack(const char* separator, const char* name, GeoJsonLine& track);
+
+  OutputFile file_;
+  GeoJsonLine raw_, smoothed_;
+  ScratchFile points_;
+  SmoothedTrack track_;
+};
+
+void GeoJsonOutput::writeTrack(const char* separator, const char* name, GeoJsonLine& track) {
+  if (track.empty()) return;
+  file_.write(separator);
+  file_.write(std::string(R"({"type":"Feature","properties":{"name":")") + name + R"("},"geometry":)");
+  track.writeGeometry(file_);
+  file_.write("}");
 }
 
 void GeoJsonOutput::finish(const TripSummary&) {
   file_.write(R"({"type":"FeatureCollection","features":[)");
-  if (!raw_.empty()) {
-    file_.write(
-        "\n"
-        R"({"type":"Feature","properties":{"name":"raw"},"geometry":)");
-    raw_.writeGeometry(file_);
-    file_.write("}");
-  }
-  if (!smoothed_.empty()) {  // never without the raw track before it
-    file_.write(
-        ",\n"
-        R"({"type":"Feature","properties":{"name":"smoothed"},"geometry":)");
-    smoothed_.writeGeometry(file_);
-    file_.write("}");
-  }
+  writeTrack("\n", "raw", raw_);
+  writeTrack(",\n", "smoothed", smoothed_);  // never without the raw track before it
   points_.copyTo(file_);
   file_.write("\n]}\n");
   file_.store();
 }
 
-bool GeoJsonOutput::hasRoom() const {
-  return hasRoomForRow(raw_.bytesWritten() + smoothed_.bytesWritten() + points_.bytesWritten());
+}  // namespace
+
+std::unique_ptr<FileOutput> makeGeoJsonOutput(const std::filesystem::path& target, bool force) {
+  return std::make_unique<GeoJsonOutput>(target, force);
 }
 
 }  // namespace trip

@@ -2,6 +2,7 @@
 #include "OutputFile.h"
 
 #include <fcntl.h>
+#include <owners/FileDescriptor.h>
 #include <sys/random.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -57,11 +58,9 @@ int storeAll(int descriptor) {
 
 /// Until then a file's new name may be lost with the power.
 void storeFolder(const fs::path& folder) {
-  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return;  // one that may be written to but not read
-  const int error = storeAll(descriptor);
-  ::close(descriptor);
-  if (error != 0) throw OutputError::ofSystem(folder, error);
+  const FileDescriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!opened.isOpen()) return;  // one that may be written to but not read
+  if (const int error = storeAll(opened.get())) throw OutputError::ofSystem(folder, error);
 }
 
 }  // namespace

@@ -9,12 +9,9 @@
 #include <optional>
 #include <utility>
 
-#include "CsvOutput.h"
+#include "FileOutput.h"
 #include "FolderLock.h"
-#include "GeoJsonOutput.h"
 #include "OutputError.h"
-#include "PictureOutput.h"
-#include "SummaryOutput.h"
 
 namespace trip {
 
@@ -26,10 +23,10 @@ class FolderOutput final : public TripOutput {
       : lock_(dir), summaryPath_(dir / "summary.json"), isForced_(force) {
     const auto csv = dir / "trip.csv", geoJson = dir / "trip.geojson", png = dir / "trip.png", svg = dir / "trip.svg";
     for (const auto& target : {csv, geoJson, summaryPath_, png, svg}) requireFree(target, force);
-    outputs_.push_back(std::make_unique<CsvOutput>(csv, force));
-    outputs_.push_back(std::make_unique<GeoJsonOutput>(geoJson, force));
-    outputs_.push_back(std::make_unique<PictureOutput>(png, svg, force, std::move(places)));
-    summary_.emplace(summaryPath_, force);
+    outputs_.push_back(makeCsvOutput(csv, force));
+    outputs_.push_back(makeGeoJsonOutput(geoJson, force));
+    outputs_.push_back(makePictureOutput(png, svg, force, std::move(places)));
+    summary_ = makeSummaryOutput(summaryPath_, force);
   }
 
   void row(const TripRow& row) override {
@@ -68,7 +65,7 @@ class FolderOutput final : public TripOutput {
   std::filesystem::path summaryPath_;
   bool isForced_;
   std::vector<std::unique_ptr<FileOutput>> outputs_;
-  std::optional<SummaryOutput> summary_;
+  std::unique_ptr<FileOutput> summary_;
   std::exception_ptr failure_;
 };
 

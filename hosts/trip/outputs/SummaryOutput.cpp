@@ -1,31 +1,34 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "SummaryOutput.h"
-
-#include <trip/OutputText.h>
-
-#include <nlohmann/json.hpp>
+#include "FileOutput.h"
+#include "OutputFile.h"
+#include "TripJson.h"
 
 namespace trip {
 
 namespace {
-nlohmann::ordered_json timeOrNull(std::optional<double> secondsSince1970) {
-  if (!secondsSince1970) return nullptr;
-  return timeText(*secondsSince1970);
-}
 
-nlohmann::ordered_json orNull(std::optional<double> value) {
-  if (!value) return nullptr;
-  return *value;
-}
-
-nlohmann::ordered_json quantilesOrNull(const std::optional<FilterEffect::Quantiles>& quantiles) {
+Json quantilesOrNull(const std::optional<FilterEffect::Quantiles>& quantiles) {
   if (!quantiles) return nullptr;
   return {{"median", quantiles->median}, {"percentile90", quantiles->percentile90}};
 }
+
+class SummaryOutput final : public FileOutput {
+ public:
+  SummaryOutput(const std::filesystem::path& target, bool force) : file_(target, force) {}
+  void row(const TripRow&) override {}
+  void finish(const TripSummary& summary) override {
+    file_.write(summaryJson(summary, 2) + "\n");
+    file_.store();
+  }
+  void commit() override { file_.commit(); }
+
+ private:
+  OutputFile file_;
+};
+
 }  // namespace
 
 std::string summaryJson(const TripSummary& summary, int indent) {
-  using Json = nlohmann::ordered_json;
   const FilterEffect& effect = summary.effect;
   const Json json{
       {"source", summary.source},
@@ -52,14 +55,8 @@ std::string summaryJson(const TripSummary& summary, int indent) {
   return json.dump(indent, ' ', true, Json::error_handler_t::replace);
 }
 
-SummaryOutput::SummaryOutput(const std::filesystem::path& target, bool force) : file_(target, force) {}
-
-void SummaryOutput::row(const TripRow&) {}
-
-void SummaryOutput::finish(const TripSummary& summary) {
-  file_.write(summaryJson(summary, 2));
-  file_.write("\n");
-  file_.store();
+std::unique_ptr<FileOutput> makeSummaryOutput(const std::filesystem::path& target, bool force) {
+  return std::make_unique<SummaryOutput>(target, force);
 }
 
 }  // namespace trip

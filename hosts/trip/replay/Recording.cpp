@@ -19,10 +19,10 @@ namespace {
 constexpr std::size_t kReadBytes = std::size_t{64} * 1024;
 constexpr std::uint64_t kStepsPerRecording = 256;
 
-int opened(const std::string& path) {
-  if (path == "-") return STDIN_FILENO;
-  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY);
-  if (descriptor >= 0) return descriptor;
+FileDescriptor opened(const std::string& path) {
+  FileDescriptor file(path == "-" ? ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 0)
+                                  : ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY));
+  if (file.isOpen()) return file;
   const int error = errno;
   throw RecordingError(std::string("cannot be opened: ") + std::strerror(error) +
                        (error == ENOENT ? "; check the name" : ""));
@@ -31,21 +31,12 @@ int opened(const std::string& path) {
 }  // namespace
 
 Recording::Recording(const std::string& path, std::function<bool()> isInterrupted)
-    : isInterrupted_(std::move(isInterrupted)), descriptor_(opened(path)) {
-  try {
-    struct stat status {};
-    if (::fstat(descriptor_, &status) != 0) throw RecordingError(std::strerror(errno));
-    if (S_ISDIR(status.st_mode)) throw RecordingError("is a folder; give a recording in it");
-    if (S_ISREG(status.st_mode)) size_ = static_cast<std::uint64_t>(status.st_size);
-    format_ = detect();
-  } catch (...) {
-    if (descriptor_ != STDIN_FILENO) ::close(descriptor_);
-    throw;
-  }
-}
-
-Recording::~Recording() {
-  if (descriptor_ != STDIN_FILENO) ::close(descriptor_);
+    : isInterrupted_(std::move(isInterrupted)), file_(opened(path)) {
+  struct stat status {};
+  if (::fstat(file_.get(), &status) != 0) throw RecordingError(std::strerror(errno));
+  if (S_ISDIR(status.st_mode)) throw RecordingError("is a folder; give a recording in it");
+  if (S_ISREG(status.st_mode)) size_ = static_cast<std::uint64_t>(status.st_size);
+  format_ = detect();
 }
 
 std::optional<double> Recording::progress() const {
@@ -58,7 +49,7 @@ bool Recording::readMore() {
   std::array<char, kReadBytes> bytes;
   const std::size_t most = unpacking_.nextBytes(kReadBytes);
   while (fault_.empty()) {
-    const ssize_t count = ::read(descriptor_, bytes.data(), most);
+    const ssize_t count = ::read(file_.get(), bytes.data(), most);
     if (count > 0) {
       const std::string_view piece(bytes.data(), static_cast<std::size_t>(count));
       taken_ += piece.size();

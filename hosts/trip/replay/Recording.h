@@ -2,6 +2,7 @@
 #ifndef ZRCORE_HOSTS_TRIP_REPLAY_RECORDING_H
 #define ZRCORE_HOSTS_TRIP_REPLAY_RECORDING_H
 
+#include <owners/FileDescriptor.h>
 #include <packed/MaybeGzip.h>
 #include <readers/FixReader.h>
 
@@ -29,9 +30,6 @@ class Recording {
   /// @param isInterrupted  asked when a signal breaks a read off; true ends the recording there
   /// @throws RecordingError
   Recording(const std::string& path, std::function<bool()> isInterrupted);
-  Recording(const Recording&) = delete;
-  Recording& operator=(const Recording&) = delete;
-  ~Recording();
 
   readers::Format format() const { return format_; }
 
@@ -49,7 +47,7 @@ class Recording {
   void feed(readers::FixReader& reader, readers::Listener& listener, const std::function<void()>& afterStep);
 
   std::function<bool()> isInterrupted_;
-  int descriptor_;
+  FileDescriptor file_;
   std::optional<std::uint64_t> size_;  ///< bytes; of regular files only
   double handedOver_ = 0.0;            ///< bytes of the file
   packed::MaybeGzip unpacking_;

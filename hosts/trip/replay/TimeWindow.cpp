@@ -2,8 +2,8 @@
 #include "TimeWindow.h"
 
 #include <readers/TimeText.h>
+#include <text/Numbers.h>
 
-#include <charconv>
 #include <cmath>
 #include <string>
 
@@ -11,11 +11,9 @@ namespace trip {
 
 std::optional<TimeBound> parseTimeBound(std::string_view text) {
   if (text.starts_with('+')) {
-    const char* const end = text.data() + text.size();
-    double seconds = 0.0;
-    const auto [rest, error] = std::from_chars(text.data() + 1, end, seconds);
-    if (error != std::errc() || rest != end || !std::isfinite(seconds) || seconds < 0.0) return std::nullopt;
-    return TimeBound{TimeBound::Kind::sinceStart, seconds};
+    const auto seconds = text::numberIn<double>(text.substr(1));
+    if (!seconds || !std::isfinite(*seconds) || *seconds < 0.0) return std::nullopt;
+    return TimeBound{TimeBound::Kind::sinceStart, *seconds};
   }
   if (const auto seconds = readers::secondsFromIso8601(text)) return TimeBound{TimeBound::Kind::instant, *seconds};
   const auto seconds = readers::secondsFromIso8601("1970-01-01T" + std::string(text) + "Z");

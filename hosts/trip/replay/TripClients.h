@@ -14,8 +14,8 @@
 
 namespace trip {
 
-/// A trip's clients of the location service, each with a manager of its own: a plain one, one with a snap filter, and one
-/// that listens half-way only.
+/// A trip's clients of the location service, each with a manager of its own: a plain one, one with a snap filter, and
+/// one that listens half-way only.
 class TripClients {
  public:
   enum Which : std::size_t { plain, snapped, halfWay };

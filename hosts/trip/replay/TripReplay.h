@@ -60,8 +60,8 @@ class TripReplay final : private readers::Listener {
   struct Options {
     std::string source;  ///< for the summary
     std::string filter;  ///< for the summary
-    policy::FixIntake::Options intake;
-    policy::FixCompletion::Options completion;
+    readers::FixIntake::Options intake;
+    readers::FixCompletion::Options completion;
     TimeWindow window;
   };
 
@@ -88,8 +88,8 @@ class TripReplay final : private readers::Listener {
   Pacer& pacer_;
   RecordingClock& clock_;
   ReplayListener& listener_;
-  policy::FixIntake intake_;
-  policy::FixCompletion completion_;
+  readers::FixIntake intake_;
+  readers::FixCompletion completion_;
   TimeWindow window_;
   SummaryCounter counter_;
   std::exception_ptr failure_;

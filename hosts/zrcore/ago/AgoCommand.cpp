@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "AgoCommand.h"
-
 #include <ZRCore/NSDate_ZR.h>
 #include <ZRCore/ZRPlatform.h>
 #include <zrcore/CommandLine.h>
+#include <zrcore/Commands.h>
 #include <zrcore/ExitCodes.h>
 #include <zrcore/Messages.h>
 #include <zrcore/StandardOutput.h>
 
-#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -29,9 +27,10 @@ Exit codes:
 Example:
   zrcore ago 2016-03-01T12:00:00Z)";
 
-struct AgoArguments {
-  std::string date;
-  std::optional<std::string> now;
+struct AgoOptions : Options {
+  using Options::Options;
+  Option<std::string> date{*this, "ISO-DATE", "The date", {rule::required()}};
+  Option<std::optional<std::string>> now{*this, "--now ISO-DATE", "Count from here instead of the present"};
 };
 
 class StandingClock final : public ZRClock {
@@ -45,15 +44,15 @@ class StandingClock final : public ZRClock {
 
 std::optional<NSDate> dateOf(const std::string& text) {
   const auto date = NSDate_ZR::dateWithISO8601String(text);
-  if (!date) std::fprintf(stderr, "zrcore: %s: is no date: write it as 2016-03-01T12:00:00Z\n", excerpt(text).c_str());
+  if (!date) Messages().about(excerpt(text), "is no date: write it as 2016-03-01T12:00:00Z");
   return date;
 }
 
-int runAgo(const AgoArguments& arguments) {
-  const auto date = dateOf(arguments.date);
+int runAgo(const AgoOptions& options) {
+  const auto date = dateOf(*options.date);
   if (!date) return kExitUsage;
-  if (arguments.now) {
-    const auto now = dateOf(*arguments.now);
+  if (const auto& present = *options.now) {
+    const auto now = dateOf(*present);
     if (!now) return kExitUsage;
     ZRPlatform platform;
     platform.clock = std::make_shared<StandingClock>(*now);
@@ -61,7 +60,7 @@ int runAgo(const AgoArguments& arguments) {
   }
   const auto words = NSDate_ZR::informalIntervalSinceDate(*date);
   if (!words) {
-    std::fprintf(stderr, "zrcore: %s: lies in the future\n", excerpt(arguments.date).c_str());
+    Messages().about(excerpt(*options.date), "lies in the future");
     return kExitDataFault;
   }
   StandardOutput output;
@@ -72,9 +71,4 @@ int runAgo(const AgoArguments& arguments) {
 
 }  // namespace
 
-void addAgoCommand(CommandLine& tool) {
-  const auto arguments = std::make_shared<AgoArguments>();
-  Command command = tool.add("ago", kAgoDescription, kAgoFooter, [arguments] { return runAgo(*arguments); });
-  command.option("ISO-DATE", arguments->date, "The date").required();
-  command.option("--now", arguments->now, "Count from here instead of the present").valueName("ISO-DATE");
-}
+void addAgoCommand(CommandLine& tool) { tool.add<AgoOptions>("ago", kAgoDescription, kAgoFooter, runAgo); }

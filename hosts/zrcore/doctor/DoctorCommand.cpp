@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "DoctorCommand.h"
-
 #include <doctor/Finding.h>
 #include <zrcore/CommandLine.h>
+#include <zrcore/Commands.h>
 #include <zrcore/ExitCodes.h>
 #include <zrcore/Messages.h>
 #include <zrcore/StandardOutput.h>
 
 #include <algorithm>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -38,14 +36,20 @@ std::string lineOf(const doctor::Finding& finding) {
   return line;
 }
 
-int runDoctor(bool json) {
+struct DoctorOptions : Options {
+  using Options::Options;
+  Option<bool> json{*this, "--json", "For programs"};
+};
+
+int runDoctor(const DoctorOptions& options) {
+  const bool isJson = *options.json;
   StandardOutput output;
   nlohmann::ordered_json all = nlohmann::ordered_json::array();
   bool isHealthy = true;
   for (const auto& probe : doctor::probesOfThisMachine()) {
     const doctor::Finding finding = probe->look();
     isHealthy = isHealthy && finding.state == doctor::State::usable;
-    if (json) {
+    if (isJson) {
       all.push_back({{"subject", finding.subject},
                      {"state", nameOf(finding.state)},
                      {"detail", finding.detail},
@@ -56,7 +60,7 @@ int runDoctor(bool json) {
     }
   }
   using nlohmann::detail::error_handler_t;
-  if (json) output.write(all.dump(2, ' ', true, error_handler_t::replace) + '\n');
+  if (isJson) output.write(all.dump(2, ' ', true, error_handler_t::replace) + '\n');
   output.flush();
   return isHealthy ? kExitDone : kExitServiceMissing;
 }
@@ -64,7 +68,5 @@ int runDoctor(bool json) {
 }  // namespace
 
 void addDoctorCommand(CommandLine& tool) {
-  const auto json = std::make_shared<bool>(false);
-  Command command = tool.add("doctor", kDoctorDescription, kDoctorFooter, [json] { return runDoctor(*json); });
-  command.flag("--json", *json, "For programs");
+  tool.add<DoctorOptions>("doctor", kDoctorDescription, kDoctorFooter, runDoctor);
 }

@@ -3,7 +3,7 @@
 
 #include <ZRCore/ZRPrintableText.h>
 #include <place/PlaceJson.h>
-#include <zrcore/NumberText.h>
+#include <trip/Words.h>
 
 #include <algorithm>
 #include <cwchar>
@@ -11,9 +11,6 @@
 const char* const kPlaceLinesHeader = "file\tresult\tfirst_line\tsecond_line\tsingle_line\tlat\tlon\tquality\tzoom\n";
 
 namespace {
-
-constexpr const char* kBold = "\x1b[1m";
-constexpr const char* kPlain = "\x1b[0m";
 
 std::string orDash(const std::string& text) { return text.empty() ? "-" : ZRPrintableText(text); }
 
@@ -92,13 +89,13 @@ std::string placeTable(const std::vector<place::Result>& results, const Terminal
 
   const std::string title = atRight("#", counter) + "  " + padded(fitted("place", beside, terminal), beside) +
                             numbers("latitude", "longitude", "quality", "zoom");
-  std::string table = terminal.color ? kBold + title + kPlain + "\n" : title + "\n";
+  std::string table = terminal.styled(Terminal::Style::bold, title) + "\n";
   for (const auto& [number, place] : results) {
     const ZRGeoAddress& address = *place->geoAddress();
     const auto text = [&](const std::string& line, std::size_t most) { return fitted(orDash(line), most, terminal); };
     table += atRight(std::to_string(number), counter) + "  " + padded(text(address.primaryString(), beside), beside) +
-             numbers(fixedText(latitudeOf(*place), 6), fixedText(longitudeOf(*place), 6), place::qualityText(address),
-                     std::to_string(address.zoomLevelForGeoQuality())) +
+             numbers(trip::fixedText(latitudeOf(*place), 6), trip::fixedText(longitudeOf(*place), 6),
+                     place::qualityText(address), std::to_string(address.zoomLevelForGeoQuality())) +
              "\n";
     for (const std::string& line : {address.secondaryString(), address.singleLineString()}) {
       table += std::string(indent, ' ') + text(line, below).text + "\n";
@@ -113,7 +110,7 @@ std::string placeLine(const std::string& file, const place::Result& result) {
   std::string line = file + "\t" + std::to_string(result.number);
   for (const std::string& cell :
        {orDash(address.primaryString()), orDash(address.secondaryString()), orDash(address.singleLineString()),
-        fixedText(latitudeOf(place), 7), fixedText(longitudeOf(place), 7), place::qualityText(address),
+        trip::fixedText(latitudeOf(place), 7), trip::fixedText(longitudeOf(place), 7), place::qualityText(address),
         std::to_string(address.zoomLevelForGeoQuality())}) {
     line += "\t" + cell;
   }

@@ -1,11 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "SayCommand.h"
-
+#include <ZRCore/ZRAudio.h>
+#include <trip/outputs/OutputError.h>
 #include <zrcore/CommandLine.h>
+#include <zrcore/Commands.h>
+#include <zrcore/ExitCodes.h>
+#include <zrcore/InterruptibleLoop.h>
+#include <zrcore/Interruption.h>
+#include <zrcore/sound/Hearer.h>
+#include <zrcore/sound/SoundTarget.h>
 
-#include <memory>
-
-#include "SayRun.h"
+#include <csignal>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -26,21 +33,68 @@ Examples:
   zrcore say "Links abbiegen" --voice de --rate 0.6
   zrcore say "Turn left" --to wav:prompt.wav)";
 
+struct SayOptions : Options {
+  using Options::Options;
+  Option<std::vector<std::string>> texts{*this, "TEXT", "What to say; each is a prompt of its own", {rule::required()}};
+  Option<std::optional<std::string>> voice{*this, "--voice TAG", "A language tag, such as en-US or de [en-US]"};
+  Option<std::optional<float>> rate{*this, "--rate R", "From 0, slow, to 1, fast [0.5]", {rule::from0To1()}};
+  Option<float> volume{*this, "--volume V", "From 0, silent, to 1 [1]", {rule::from0To1()}, 1.0F};
+  Option<bool> interrupt{*this, "--interrupt", "Let each text silence the one before it"};
+  Option<SoundTarget> target{*this, "--to TARGET", "sound: the sound server; wav:FILE: a WAV file [sound]",
+                             SoundTarget::parse};
+  Option<bool> force{*this, "--force", "Let --to overwrite a file"};
+};
+
+/// Speaks all texts and waits for their end. @return whether what should be heard was
+bool speak(const SayOptions& options, ZRAudio& audio) {
+  const auto hearer = std::make_shared<Hearer>();
+  audio.setDelegate(hearer);
+  for (const std::string& text : *options.texts) {
+    audio.speakTextInterruptVolume(text, *options.interrupt, *options.volume);
+  }
+  const auto last = audio.utterance();
+  runLoopUntil([&] { return !audio.isSpeaking(); });
+  endSound(audio);
+  return *options.interrupt ? hearer->last == last : hearer->heard == options.texts->size();
+}
+
+int run(const SayOptions& options, Messages& messages) {
+  const SpeakingPlatform speaking = speakingPlatform(*options.target, *options.force, messages);
+  if (!ZRPlatformInstall(speaking.platform)) {
+    messages.say("the platform is in use already");
+    return kExitServiceMissing;
+  }
+  const auto& audio = ZRAudio::sharedInstance();
+  if (const auto& language = *options.voice) {
+    const auto voice = ZRPlatformInUse().speech->voiceWithLanguage(*language);
+    if (!voice) {
+      messages.about("--voice", inQuotes(*language) + " is no language tag; give it as in en-US");
+      return kExitUsage;
+    }
+    audio->setVoice(voice);
+  }
+  if (const auto& rate = *options.rate) audio->setSpeechUtteranceRate(*rate);
+  const bool isHeard = speak(options, *audio);
+  const bool isInterrupted = interruption::signal() != 0;
+  if (speaking.file && isHeard) speaking.file->complete();
+  if (speaking.file && !isHeard && isInterrupted) speaking.file->completeUnlessSilent();
+  if (interruption::signal() == SIGXFSZ) messages.say(kFileLimitReached);
+  if (isInterrupted) return interruption::exitCode();
+  if (!isHeard) messages.say(std::string("not all was heard; ") + kSeeDoctor);
+  return isHeard ? kExitDone : kExitServiceMissing;
+}
+
+int runSay(const SayOptions& options) {
+  Messages messages;
+  interruption::listen();
+  try {
+    return run(options, messages);
+  } catch (const trip::OutputError& error) {
+    messages.say(error.what());
+    return exitCodeOf(error);
+  }
+}
+
 }  // namespace
 
-void addSayCommand(CommandLine& tool) {
-  const auto arguments = std::make_shared<SayArguments>();
-  Command command = tool.add("say", kSayDescription, kSayFooter, [arguments] { return runSay(*arguments); });
-
-  command.option("TEXT", arguments->texts, "What to say; each is a prompt of its own").required();
-  command.option("--voice", arguments->voice, "A language tag, such as en-US or de [en-US]").valueName("TAG");
-  command.option("--rate", arguments->rate, "From 0, slow, to 1, fast [0.5]").valueName("R").from0To1();
-  command.option("--volume", arguments->volume, "From 0, silent, to 1 [1]").valueName("V").from0To1();
-  command.flag("--interrupt", arguments->interrupt, "Let each text silence the one before it");
-  command
-      .option(
-          "--to", [arguments](const std::string& text) { arguments->target = SoundTarget::parse("--to", text); },
-          "sound: the sound server; wav:FILE: a WAV file [sound]")
-      .valueName("TARGET");
-  command.flag("--force", arguments->force, "Let --to overwrite a file");
-}
+void addSayCommand(CommandLine& tool) { tool.add<SayOptions>("say", kSayDescription, kSayFooter, runSay); }

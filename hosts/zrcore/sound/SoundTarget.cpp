@@ -10,14 +10,17 @@ SoundTarget SoundTarget::parse(const std::string& option, const std::string& tex
   throw UsageFault(option, inQuotes(text) + " is neither 'sound' nor 'wav:FILE'");
 }
 
-SpeakingPlatform speakingPlatform(const SoundTarget& target, bool force, Messages& messages, ZRLinuxOptions options) {
+SpeakingPlatform speakingPlatform(const std::optional<SoundTarget>& target, bool force, Messages& messages,
+                                  ZRLinuxOptions options) {
   SpeakingPlatform speaking;
-  const auto sound = std::make_shared<ZRLinuxSoundOptions>();
-  if (target.wavFile) {
-    speaking.file = std::make_shared<SpokenFile>(*target.wavFile, force);
-    sound->soundFile = speaking.file->sound();
+  if (target) {
+    const auto sound = std::make_shared<ZRLinuxSoundOptions>();
+    if (target->wavFile) {
+      speaking.file = std::make_shared<SpokenFile>(*target->wavFile, force);
+      sound->soundFile = speaking.file->sound();
+    }
+    options.sound = sound;
   }
-  options.sound = sound;
   speaking.platform = makeLinuxPlatform(options);
   speaking.platform.log = std::make_shared<MessageLog>(messages);
   return speaking;

@@ -20,6 +20,9 @@ struct SoundTarget {
 
   /// @throws UsageFault for anything but "sound" and "wav:FILE"
   static SoundTarget parse(const std::string& option, const std::string& text);
+  static std::optional<SoundTarget> parseOptional(const std::string& option, const std::string& text) {
+    return parse(option, text);
+  }
 };
 
 /// A log whose lines are messages of the tool.
@@ -32,16 +35,17 @@ class MessageLog final : public ZRLog {
   Messages& messages_;
 };
 
-/// The platform of a run that speaks, and logs by messages.
+/// The platform of a run that logs by messages, and may speak.
 struct SpeakingPlatform {
   ZRPlatform platform;
-  std::shared_ptr<SpokenFile> file;  ///< null with the sound server
+  std::shared_ptr<SpokenFile> file;  ///< null with the sound server, and where nothing is to be spoken
 };
 
+/// @param target   nothing: nothing is to be spoken
 /// @param force    whether a file that is there already may be replaced
 /// @param options  of the platform, but for its sound
 /// @throws trip::OutputError  the file may not or cannot be written
-SpeakingPlatform speakingPlatform(const SoundTarget& target, bool force, Messages& messages,
+SpeakingPlatform speakingPlatform(const std::optional<SoundTarget>& target, bool force, Messages& messages,
                                   ZRLinuxOptions options = {});
 
 /// Ends what still sounds, and lets all events be reported and other applications' streams be restored.

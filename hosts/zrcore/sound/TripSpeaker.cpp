@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TripSpeaker.h"
 
+#include <trip/Words.h>
 #include <zrcore/InterruptibleLoop.h>
 #include <zrcore/Interruption.h>
-#include <zrcore/NumberText.h>
-
-#include "SoundTarget.h"
 
 namespace {
 
@@ -59,8 +57,18 @@ void TripSpeaker::finish(const trip::TripSummary& summary) {
   time_ == Time::live ? ZRRunLinuxLoopUntil(isSilent) : runLoopUntil(isSilent);
   endSound(*audio_);
   if (hearer_->heard < spoken_ && interruption::signal() == 0) {
-    messages_.about("--speak", std::to_string(hearer_->heard) + " of " + countText(spoken_, "prompt", "prompts") +
+    messages_.about("--speak", std::to_string(hearer_->heard) + " of " + trip::countText(spoken_, "prompt", "prompts") +
                                    " were heard; " + kSeeDoctor);
   }
   if (file_) file_->completeUnlessSilent();
+}
+
+bool installPlatform(const SpeakingPlatform& speaking, std::optional<TripSpeaker::Time> time, TripView& view) {
+  if (!ZRPlatformInstall(speaking.platform)) {
+    view.messages().say("the location service is in use already");
+    return false;
+  }
+  // Only now: it stands on the platform in use.
+  if (time) view.addOutput(std::make_unique<TripSpeaker>(speaking.file, *time, view.messages()));
+  return true;
 }

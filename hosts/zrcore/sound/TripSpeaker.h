@@ -7,11 +7,13 @@
 #include <trip/TripRow.h>
 #include <trip/replay/TurnDetector.h>
 #include <zrcore/Messages.h>
+#include <zrcore/view/TripView.h>
 
 #include <memory>
+#include <optional>
 
 #include "Hearer.h"
-#include "SpokenFile.h"
+#include "SoundTarget.h"
 
 /// Speaks a trip while it goes on: its start, its turns, its end. Stands on the platform in use.
 class TripSpeaker final : public trip::TripOutput {
@@ -48,5 +50,10 @@ class TripSpeaker final : public trip::TripOutput {
   trip::TurnDetector turns_;
   policy::ReplayPace pace_{1.0};
 };
+
+/// Puts the platform to use, and then lets the view speak.
+/// @param time  nothing: it does not speak
+/// @return      false, with a message, when a platform is in use already
+bool installPlatform(const SpeakingPlatform& speaking, std::optional<TripSpeaker::Time> time, TripView& view);
 
 #endif

@@ -1,14 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "TripCommand.h"
+#include <ZRCore/ZRPlatform.h>
+#include <place/PlaceDocument.h>
+#include <place/PlaceFile.h>
+#include <place/PlaceJson.h>
+#include <trip/outputs/OutputError.h>
+#include <trip/outputs/Outputs.h>
+#include <trip/replay/ManagerPipeline.h>
+#include <trip/replay/Recording.h>
+#include <zrcore/Commands.h>
+#include <zrcore/ExitCodes.h>
+#include <zrcore/Interruption.h>
+#include <zrcore/place/PlaceFaults.h>
+#include <zrcore/sound/TripSpeaker.h>
+#include <zrcore/view/TripView.h>
 
-#include <zrcore/CommandLine.h>
-#include <zrcore/Messages.h>
+#include <chrono>
+#include <filesystem>
+#include <utility>
 
-#include <charconv>
-#include <cmath>
-#include <memory>
-
-#include "TripRun.h"
+#include "TripOptions.h"
 
 namespace {
 
@@ -40,102 +50,204 @@ Examples:
   zrcore trip drive.csv --rate 10 --from 09:30 --to 09:45
   gpspipe -w | zrcore trip - --json | jq -c 'select(.jump)')";
 
-/// A number above 0, "max" for none.
-std::optional<double> parseRate(const std::string& text) {
-  if (text == "max") return std::nullopt;
-  double rate = 0.0;
-  const char* const end = text.data() + text.size();
-  const auto [rest, error] = std::from_chars(text.data(), end, rate);
-  if (error != std::errc() || rest != end || !std::isfinite(rate) || rate <= 0.0) {
-    throw UsageFault("--rate", inQuotes(text) + " is neither a number above 0 nor 'max'");
+bool isInterrupted() { return interruption::signal() != 0; }
+
+/// Takes the places of another recording as a route.
+class RouteReader final : public readers::Listener {
+ public:
+  RouteReader(Messages& messages, std::string name) : messages_(messages), name_(std::move(name)) {}
+
+  void fix(const readers::SourceFix& fix) override { route.append(fix.coordinate); }
+  void remark(const readers::Remark& remark) override {
+    hasFaults = hasFaults || remark.severity == readers::Severity::fault;
+    messages_.remark(name_, remark);
   }
-  return rate;
+
+  trip::RouteSnapper route;
+  bool hasFaults = false;
+
+ private:
+  Messages& messages_;
+  std::string name_;
+};
+
+/// The platform's clock tells the recording's time.
+NSDate presentTime() {
+  return {std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count()};
 }
 
-void addTimeOption(Command& command, const std::string& name, std::optional<trip::TimeBound>& bound,
-                   const std::string& description) {
-  command
-      .option(
-          name,
-          [&bound, name](const std::string& text) {
-            bound = trip::parseTimeBound(text);
-            if (!bound) {
-              throw UsageFault(name,
-                               inQuotes(text) + " is no time; give it as in 2026-05-09T09:30:00Z, 09:30:00 or +90");
-            }
-          },
-          description)
-      .valueName("TIME");
+class TripRun {
+ public:
+  explicit TripRun(const TripOptions& options)
+      : options_(options),
+        isForced_(*options.force),
+        name_(shownName(*options.file)),
+        view_(options.shape.shape(), options.rate->has_value(), *options.filter),
+        pacer_(*options.rate, view_.waiter()) {
+    view_.setName(name_);
+  }
+
+  int run();
+
+ private:
+  bool readRoute(const std::string& path);
+  bool readPlaces(const std::string& path);
+  bool openOutputs(const std::filesystem::path& folder);
+  bool install();
+  trip::TripReplay::Options replayOptions() const;
+  int replay(trip::Recording& recording);
+  int exitCode(const trip::TripSummary& summary);
+
+  const TripOptions& options_;
+  bool isForced_;
+  std::string name_;
+  TripView view_;
+  trip::Pacer pacer_;
+  std::shared_ptr<trip::RecordingClock> clock_ = std::make_shared<trip::RecordingClock>();
+  trip::ManagerPipeline::Options pipelineOptions_;
+  std::vector<trip::PlaceMark> places_;
+  bool inputsHaveFaults_ = false;  // the route, the places, or a recording that was cut short
+};
+
+/// False, with a message, when there is no route in the file.
+bool TripRun::readRoute(const std::string& path) {
+  const std::string name = shownName(path);
+  RouteReader reader(view_.messages(), name);
+  try {
+    trip::Recording(path, isInterrupted).read(reader, [] {});
+    view_.messages().endRemarks(name);
+  } catch (const trip::RecordingError& error) {
+    view_.messages().about(name, error.what());
+    return false;
+  }
+  if (reader.route.empty()) {
+    view_.messages().about(name, "holds no position to make a route of");
+    return false;
+  }
+  if (reader.hasFaults) inputsHaveFaults_ = true;
+  pipelineOptions_.route = std::move(reader.route);
+  return true;
+}
+
+/// False, with a message, when there is no place to mark in the file.
+bool TripRun::readPlaces(const std::string& path) {
+  const std::string name = shownName(path);
+  try {
+    const auto take = [this](const place::Result& result) {
+      if (const auto position = place::position(*result.place)) {
+        places_.push_back({*position, result.place->title().value_or("")});
+      }
+    };
+    const place::Account account = place::readDocument(place::readFile(path), std::nullopt, take);
+    if (tellFaults(view_.messages(), name, account)) inputsHaveFaults_ = true;
+  } catch (const place::FileError& error) {
+    view_.messages().about(name, error.what());
+    return false;
+  }
+  if (places_.empty()) view_.messages().about(name, "holds no place with a position");
+  return !places_.empty();
+}
+
+/// False, with a message, when what is read would be overwritten.
+bool TripRun::openOutputs(const std::filesystem::path& folder) {
+  // A table that an earlier run wrote can be replayed; --force must not put the new one in its place.
+  for (const std::string& input : {*options_.file, options_.routeFile->value_or("-")}) {
+    std::error_code error;
+    if (!std::filesystem::equivalent(folder / "trip.csv", input, error)) continue;
+    view_.messages().about(shownName(input), "would be overwritten by --out; choose another folder");
+    return false;
+  }
+  view_.addOutput(trip::makeOutputs(folder, isForced_, std::move(places_)));
+  return true;
+}
+
+/// Puts the platform of the replay to use. False, with a message, when another one is.
+bool TripRun::install() {
+  const auto& speech = *options_.speech;
+  SpeakingPlatform speaking;
+  if (speech) speaking = speakingPlatform(speech, isForced_, view_.messages());
+  speaking.platform.clock = clock_;
+  if (speech && !speaking.file) view_.sleepBy([](double seconds) { ZRRunLinuxLoopFor(seconds, [] { return false; }); });
+  return installPlatform(speaking, speech ? std::optional(TripSpeaker::Time::replayed) : std::nullopt, view_);
+}
+
+trip::TripReplay::Options TripRun::replayOptions() const {
+  trip::TripReplay::Options options;
+  options.source = *options_.file == "-" ? "-" : std::filesystem::path(*options_.file).filename().string();
+  options.filter = *options_.filter;
+  options.completion.assumedAccuracyMeters = *options_.assumedAccuracyMeters;
+  options.completion.derivesSpeed = *options_.derivesSpeed;
+  options.intake.leavesOutEstimates = *options_.leavesOutEstimates;
+  options.intake.repairsWeekRollover = *options_.repairsWeekRollover;
+  options.intake.now = presentTime;
+  options.window = trip::TimeWindow(*options_.from, *options_.to);
+  return options;
+}
+
+int TripRun::replay(trip::Recording& recording) {
+  if (!install()) return kExitServiceMissing;
+  pipelineOptions_.filtersMeasuredValues = *options_.filter == "measured";
+  trip::ManagerPipeline pipeline(std::move(pipelineOptions_));
+  trip::TripReplay replay(replayOptions(), recording, pipeline, pacer_, *clock_, view_);
+  try {
+    replay.run();
+  } catch (const trip::RecordingError& error) {
+    view_.messages().about(name_, error.what());
+    inputsHaveFaults_ = true;
+  }
+  const trip::TripSummary summary = replay.summary();
+  view_.finish(summary);
+  return exitCode(summary);
+}
+
+int TripRun::exitCode(const trip::TripSummary& summary) {
+  if (isInterrupted()) {
+    view_.messages().about(name_, "interrupted; what was replayed until then is complete");
+    return interruption::exitCode();
+  }
+  if (summary.fixes == 0 && !view_.wantsToStop()) {
+    const bool isWindowed = *options_.from || *options_.to;
+    view_.messages().about(name_, isWindowed ? "no fix between --from and --to" : "no fix to replay");
+    return kExitDataFault;
+  }
+  return inputsHaveFaults_ || summary.faults > 0 ? kExitDataFault : kExitDone;
+}
+
+int TripRun::run() {
+  try {
+    trip::Recording recording(*options_.file, isInterrupted);
+    if (const auto& file = *options_.routeFile; file && !readRoute(*file)) return kExitDataFault;
+    if (const auto& file = *options_.placesFile; file && !readPlaces(*file)) return kExitDataFault;
+    if (const auto& folder = *options_.outputFolder; folder && !openOutputs(*folder)) return kExitUsage;
+    return replay(recording);
+  } catch (const trip::RecordingError& error) {
+    if (isInterrupted()) return interruption::exitCode();  // before it could even be told what was coming in
+    view_.messages().about(name_, error.what());
+    return kExitDataFault;
+  } catch (const trip::ReversedWindow& error) {
+    view_.messages().say(error.what());
+    return kExitUsage;
+  } catch (const trip::OutputError& error) {
+    view_.messages().say(error.what());
+    return exitCodeOf(error);
+  }
 }
 
 /// @throws UsageFault
-void checkStandardInput(const TripArguments& arguments) {
-  const bool isRouteStandardInput = arguments.routeFile == "-";
-  if (arguments.file == "-" && isRouteStandardInput) {
-    throw UsageFault("--route", "the recording already takes the standard input");
-  }
-  if (arguments.placesFile == "-" && (arguments.file == "-" || isRouteStandardInput)) {
+void checkStandardInput(const TripOptions& options) {
+  const bool isFile = *options.file == "-", isRoute = *options.routeFile == "-";
+  if (isFile && isRoute) throw UsageFault("--route", "the recording already takes the standard input");
+  if (*options.placesFile == "-" && (isFile || isRoute)) {
     throw UsageFault("--places", "the standard input is taken already");
   }
 }
 
+int runTrip(const TripOptions& options) {
+  checkStandardInput(options);
+  interruption::listen();
+  return TripRun(options).run();
+}
+
 }  // namespace
 
-void addTripCommand(CommandLine& tool) {
-  const auto arguments = std::make_shared<TripArguments>();
-  Command command = tool.add("trip", kTripDescription, kTripFooter, [arguments] {
-    checkStandardInput(*arguments);
-    return runTrip(*arguments);
-  });
-
-  command.option("FILE", arguments->file, "The recording; - for standard input").required();
-  const CommandOption out = command
-                                .option("--out", arguments->outputFolder,
-                                        "Write trip.csv, trip.geojson, summary.json, trip.png and trip.svg there")
-                                .valueName("DIR")
-                                .notEmpty();
-  command.flag("--force", arguments->force, "Let --out and --speak overwrite files");
-  command
-      .option("--filter", arguments->filter,
-              "measured: by the accuracy and speed that the receiver tells, so that jumps are found and speeds are "
-              "smoothed; documented: without them, as a host's service does unless it is told otherwise [measured]")
-      .valueName("NAME")
-      .oneOf({"documented", "measured"});
-  command
-      .option(
-          "--rate", [arguments](const std::string& text) { arguments->rate = parseRate(text); },
-          "Times the recorded speed: 1, 10, or max for no waiting [max]. Pauses of over a minute are cut to one")
-      .valueName("RATE");
-  addTimeOption(
-      command, "--from", arguments->from,
-      "Leave out fixes before this time: ISO 8601, HH:MM[:SS] (UTC) on the recording's first day, or +SECONDS "
-      "after its start");
-  addTimeOption(command, "--to", arguments->to, "Leave out fixes after this time");
-  command.option("--assume-accuracy", arguments->assumedAccuracyMeters, "Accuracy of fixes that tell none")
-      .valueName("METRES")
-      .positive();
-  command.flag("--derive-speed", arguments->derivesSpeed, "Work out missing speeds from the places and times");
-  command.flag("--no-estimates", arguments->leavesOutEstimates,
-               "Leave out positions by dead reckoning or a simulator, as far as the receiver tells them");
-  command.flag("--week-rollover", arguments->repairsWeekRollover,
-               "Add 1024 weeks to dates, as often as they then still lie in the past: for receivers whose week counter "
-               "has rolled over");
-  command
-      .option("--route", arguments->routeFile,
-              "A recording of the route that the second client snaps to; without it, the way already replayed")
-      .valueName("FILE");
-  command
-      .option("--places", arguments->placesFile,
-              "Mark these places in the pictures: what a geocoding service answered, as 'zrcore place' reads it")
-      .valueName("FILE")
-      .needs(out);
-  command
-      .option(
-          "--speak", [arguments](const std::string& text) { arguments->speech = SoundTarget::parse("--speak", text); },
-          "Speak at the start, at each turn and at the end. sound: through the sound server; wav:FILE: into a WAV "
-          "file, on the recording's time")
-      .valueName("TARGET");
-  const CommandOption json =
-      command.flag("--json", arguments->json, "One JSON object per fix; the last line is {\"summary\": ...}");
-  command.flag("--quiet", arguments->quiet, "Show no fixes").excludes(json);
-}
+void addTripCommand(CommandLine& tool) { tool.add<TripOptions>("trip", kTripDescription, kTripFooter, runTrip); }

@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "UrlCommand.h"
-
 #include <ZRCore/NSString_ZR.h>
 #include <ZRCore/NSURL_ZR.h>
 #include <zrcore/CommandLine.h>
+#include <zrcore/Commands.h>
 #include <zrcore/ExitCodes.h>
 #include <zrcore/Messages.h>
 #include <zrcore/StandardOutput.h>
 
-#include <cstdio>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -30,9 +27,11 @@ Exit codes:
 Example:
   zrcore url https://maps.example/v1 search 'q=Lantern Row' limit=5)";
 
-struct UrlArguments {
-  std::string base, path;
-  std::vector<std::string> parameters;
+struct UrlOptions : Options {
+  using Options::Options;
+  Option<std::string> base{*this, "BASE", "The service's base address", {rule::required()}};
+  Option<std::string> path{*this, "PATH", "The path behind it; may be empty", {rule::required()}};
+  Option<std::vector<std::string>> parameters{*this, "KEY=VALUE", "Parameters, in this order"};
 };
 
 constexpr const char* kHoldsOddity =
@@ -40,28 +39,28 @@ constexpr const char* kHoldsOddity =
     "digits";
 
 /// Which of the words makes no address, and why.
-std::string faultOf(const UrlArguments& arguments) {
-  if (!NSURL::URLWithString(arguments.base)) return "the base " + inQuotes(arguments.base) + " " + kHoldsOddity;
-  if (!NSURL::URLWithString(arguments.path)) return "the path " + inQuotes(arguments.path) + " " + kHoldsOddity;
-  for (const std::string& parameter : arguments.parameters) {
+std::string faultOf(const UrlOptions& options) {
+  if (!NSURL::URLWithString(*options.base)) return "the base " + inQuotes(*options.base) + " " + kHoldsOddity;
+  if (!NSURL::URLWithString(*options.path)) return "the path " + inQuotes(*options.path) + " " + kHoldsOddity;
+  for (const std::string& parameter : *options.parameters) {
     const auto escaped = NSString_ZR::urlQueryParameterEscaped(parameter);
     if (!escaped) return inQuotes(parameter) + " is not UTF-8";
     if (!NSURL::URLWithString(*escaped)) {
       return inQuotes(parameter) + " has a \"%\" without two digits; write it as \"%25\"";
     }
   }
-  return "the base " + inQuotes(arguments.base) + " and the path " + inQuotes(arguments.path) +
+  return "the base " + inQuotes(*options.base) + " and the path " + inQuotes(*options.path) +
          " make no address together";
 }
 
 int tell(const std::string& fault, int exitCode) {
-  std::fprintf(stderr, "zrcore: %s\n", fault.c_str());
+  Messages().say(fault);
   return exitCode;
 }
 
-int runUrl(const UrlArguments& arguments) {
+int runUrl(const UrlOptions& options) {
   ZROHMDictionary parameters;
-  for (const std::string& parameter : arguments.parameters) {
+  for (const std::string& parameter : *options.parameters) {
     const auto equals = parameter.find('=');
     const std::string key = parameter.substr(0, equals);
     if (equals == std::string::npos) return tell(inQuotes(parameter) + " is no parameter: write KEY=VALUE", kExitUsage);
@@ -70,8 +69,8 @@ int runUrl(const UrlArguments& arguments) {
     }
     parameters.set(key, parameter.substr(equals + 1));
   }
-  const auto url = NSURL_ZR::urlWithBaseUrlStringPathParameters(arguments.base, arguments.path, parameters);
-  if (!url) return tell(faultOf(arguments), kExitDataFault);
+  const auto url = NSURL_ZR::urlWithBaseUrlStringPathParameters(*options.base, *options.path, parameters);
+  if (!url) return tell(faultOf(options), kExitDataFault);
   StandardOutput output;
   output.write(url->absoluteString() + "\n");
   output.flush();
@@ -80,10 +79,4 @@ int runUrl(const UrlArguments& arguments) {
 
 }  // namespace
 
-void addUrlCommand(CommandLine& tool) {
-  const auto arguments = std::make_shared<UrlArguments>();
-  Command command = tool.add("url", kUrlDescription, kUrlFooter, [arguments] { return runUrl(*arguments); });
-  command.option("BASE", arguments->base, "The service's base address").required();
-  command.option("PATH", arguments->path, "The path behind it; may be empty").required();
-  command.option("KEY=VALUE", arguments->parameters, "Parameters, in this order");
-}
+void addUrlCommand(CommandLine& tool) { tool.add<UrlOptions>("url", kUrlDescription, kUrlFooter, runUrl); }

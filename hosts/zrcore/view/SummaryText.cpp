@@ -2,30 +2,22 @@
 #include "SummaryText.h"
 
 #include <trip/SummaryHints.h>
-#include <trip/drawing/Axis.h>
-#include <trip/outputs/SummaryOutput.h>
+#include <trip/Words.h>
 #include <zrcore/Messages.h>
-#include <zrcore/NumberText.h>
 
 #include <cmath>
 #include <cstdint>
 
 namespace {
 
-/// "H:MM:SS".
-std::string duration(double seconds) {
-  const auto whole = static_cast<std::uint64_t>(std::llround(seconds));
-  const auto twoDigits = [](std::uint64_t value) { return (value < 10 ? ":0" : ":") + std::to_string(value); };
-  return std::to_string(whole / 3600) + twoDigits(whole / 60 % 60) + twoDigits(whole % 60);
-}
-
-std::string degrees(double value) { return fixedText(value, 1) + "°"; }
+std::string degrees(double value) { return trip::fixedText(value, 1) + "°"; }
 
 /// "raw:      top speed 9.6 km/h, course change per fix 11.2° (median), 102.7° (90 %)"; nothing when nothing is known.
 std::string effectLine(const char* name, std::optional<double> topSpeed,
                        const std::optional<trip::FilterEffect::Quantiles>& turn) {
   if (!topSpeed) return {};
-  std::string line = std::string(name) + " top speed " + fixedText(*topSpeed * kKilometersPerHour, 1) + " km/h";
+  std::string line =
+      std::string(name) + " top speed " + trip::fixedText(trip::kilometersPerHour(topSpeed), 1) + " km/h";
   if (turn) {
     line +=
         ", course change per fix " + degrees(turn->median) + " (median), " + degrees(turn->percentile90) + " (90 %)";
@@ -39,17 +31,18 @@ std::string hintLine(const std::string& hint) { return hint.empty() ? hint : hin
 
 std::string summaryText(const trip::TripSummary& summary) {
   std::string text = shownName(summary.source) + " (" + summary.format + ", filter " + summary.filter + "): ";
-  text += countText(summary.fixes, "fix", "fixes");
+  text += trip::countText(summary.fixes, "fix", "fixes");
   const auto seconds = trip::durationSeconds(summary);
-  if (seconds) text += " in " + duration(*seconds);
+  if (seconds) text += " in " + trip::clockText(std::round(*seconds), true);
   text += ", " + trip::measuredLengthText(summary.distanceMeters) + "\n";
-  text += countText(summary.jumps, "jump", "jumps") + " marked, " + std::to_string(summary.significant);
+  text += trip::countText(summary.jumps, "jump", "jumps") + " marked, " + std::to_string(summary.significant);
   text +=
       " significant, " + trip::measuredLengthText(summary.significantDistanceMeters) + " along the smoothed track, ";
   text += std::to_string(summary.stableFixes) + " with a settled receiver\n";
   text += effectLine("raw:     ", summary.effect.topRawSpeed, summary.effect.rawTurn);
   text += effectLine("smoothed:", summary.effect.topSmoothedSpeed, summary.effect.smoothedTurn);
   text += hintLine(missingSpeedHint(summary)) + hintLine(missingAccuracyHint(summary));
-  text += countText(summary.faults, "fault", "faults") + ", " + countText(summary.warnings, "warning", "warnings");
+  text += trip::countText(summary.faults, "fault", "faults") + ", " +
+          trip::countText(summary.warnings, "warning", "warnings");
   return text += '\n';
 }

@@ -2,7 +2,7 @@
 #include "TripTable.h"
 
 #include <trip/OutputText.h>
-#include <zrcore/NumberText.h>
+#include <trip/Words.h>
 
 #include <algorithm>
 #include <array>
@@ -11,22 +11,15 @@
 
 namespace {
 
-constexpr std::size_t kMostRows = 200;  // no terminal shows more
+using Style = Terminal::Style;
 
-constexpr const char* kBold = "\x1b[1m";
-constexpr const char* kGreen = "\x1b[32m";
-constexpr const char* kRed = "\x1b[31m";
-constexpr const char* kPlain = "\x1b[0m";
+constexpr std::size_t kMostRows = 200;  // no terminal shows more
 
 struct Column {
   std::string_view title;
   std::size_t width;
   std::string (*text)(const trip::TripRow& row);
 };
-
-std::optional<double> kilometersPerHour(std::optional<double> metersPerSecond) {
-  return metersPerSecond ? std::optional(*metersPerSecond * kKilometersPerHour) : std::nullopt;
-}
 
 /// "HH:MM:SS" out of the full time.
 std::string timeOfDay(const trip::TripRow& row) {
@@ -43,13 +36,15 @@ std::string mark(const trip::TripRow& row) {
 
 const std::array<Column, 10> kColumns{{
     {"UTC", 8, timeOfDay},
-    {"latitude", 10, [](const trip::TripRow& row) { return fixedText(row.coordinate.latitude, 5); }},
-    {"longitude", 10, [](const trip::TripRow& row) { return fixedText(row.coordinate.longitude, 5); }},
-    {"acc m", 6, [](const trip::TripRow& row) { return fixedText(row.accuracyMeters, 1); }},
-    {"course", 6, [](const trip::TripRow& row) { return fixedText(row.courseDegrees, 1); }},
-    {"~course", 7, [](const trip::TripRow& row) { return fixedText(row.smoothCourseDegrees, 1); }},
-    {"km/h", 6, [](const trip::TripRow& row) { return fixedText(kilometersPerHour(row.speedMetersPerSecond), 1); }},
-    {"~km/h", 6, [](const trip::TripRow& row) { return fixedText(kilometersPerHour(trip::knownSmoothSpeed(row)), 1); }},
+    {"latitude", 10, [](const trip::TripRow& row) { return trip::fixedText(row.coordinate.latitude, 5); }},
+    {"longitude", 10, [](const trip::TripRow& row) { return trip::fixedText(row.coordinate.longitude, 5); }},
+    {"acc m", 6, [](const trip::TripRow& row) { return trip::fixedText(row.accuracyMeters, 1); }},
+    {"course", 6, [](const trip::TripRow& row) { return trip::fixedText(row.courseDegrees, 1); }},
+    {"~course", 7, [](const trip::TripRow& row) { return trip::fixedText(row.smoothCourseDegrees, 1); }},
+    {"km/h", 6,
+     [](const trip::TripRow& row) { return trip::fixedText(trip::kilometersPerHour(row.speedMetersPerSecond), 1); }},
+    {"~km/h", 6,
+     [](const trip::TripRow& row) { return trip::fixedText(trip::kilometersPerHour(trip::knownSmoothSpeed(row)), 1); }},
     {"mark", 4, mark},
     {"stable", 6, [](const trip::TripRow& row) -> std::string { return row.stable ? "yes" : ""; }},
 }};
@@ -67,11 +62,9 @@ std::string tableLine(int columns, const Cell& cell) {
   return line;
 }
 
-std::string colored(const Terminal& terminal, const char* color, const std::string& text) {
-  return terminal.color && *color ? color + text + kPlain : text;
+Style styleOf(const trip::TripRow& row) {
+  return row.jump ? Style::red : row.significant ? Style::green : Style::plain;
 }
-
-const char* rowColor(const trip::TripRow& row) { return row.jump ? kRed : row.significant ? kGreen : ""; }
 
 std::string bar(double fraction, int width, bool unicode) {
   const int done = static_cast<int>(std::lround(std::clamp(fraction, 0.0, 1.0) * width));
@@ -96,7 +89,7 @@ std::string TripTable::leftOut(int columns) {
     if (width > static_cast<std::size_t>(std::max(columns, 0))) (names += names.empty() ? "" : ", ") += column.title;
   }
   if (names.empty()) return names;
-  return "a terminal of " + countText(static_cast<std::uint64_t>(std::max(columns, 0)), "column", "columns") +
+  return "a terminal of " + trip::countText(static_cast<std::uint64_t>(std::max(columns, 0)), "column", "columns") +
          " leaves out " + names + "; " + std::to_string(width) + " show all";
 }
 
@@ -108,16 +101,16 @@ void TripTable::row(const trip::TripRow& row) {
 
 std::string TripTable::statusLine(const Terminal& terminal) const {
   std::string text(1, ' ');
-  if (fraction_) text += fixedText(std::floor(*fraction_ * 100.0), 0) + " %  ";
-  text += countText(fixes_, "fix", "fixes");
-  if (faults_ > 0) text += ", " + countText(faults_, "fault", "faults");
+  if (fraction_) text += trip::fixedText(std::floor(*fraction_ * 100.0), 0) + " %  ";
+  text += trip::countText(fixes_, "fix", "fixes");
+  if (faults_ > 0) text += ", " + trip::countText(faults_, "fault", "faults");
   text.resize(std::min(text.size(), static_cast<std::size_t>(std::max(terminal.columns, 0))));
 
   constexpr int kWidestBar = 40, kNarrowestBar = 5;
   const int width = std::min(kWidestBar, terminal.columns - 1 - static_cast<int>(text.size()));
   if (!fraction_ || width < kNarrowestBar) return text;
   std::string line(1, ' ');
-  return line += colored(terminal, kGreen, bar(*fraction_, width, terminal.unicode)) + text;
+  return line += terminal.styled(Style::green, bar(*fraction_, width, terminal.unicode)) + text;
 }
 
 std::vector<std::string> TripTable::lines(const Terminal& terminal) const {
@@ -128,14 +121,14 @@ std::vector<std::string> TripTable::lines(const Terminal& terminal) const {
     ++linesAroundRows;
   }
   const auto title = tableLine(terminal.columns, [](const Column& column) { return std::string(column.title); });
-  lines.push_back(colored(terminal, kBold, title));
+  lines.push_back(terminal.styled(Style::bold, title));
 
   const auto height = static_cast<std::size_t>(std::max(terminal.rows, 1));
   const std::size_t fitting = height > linesAroundRows ? height - linesAroundRows : 1;
   for (std::size_t i = rows_.size() - std::min(fitting, rows_.size()); i < rows_.size(); ++i) {
     const auto& row = rows_[i];
     const auto line = tableLine(terminal.columns, [&row](const Column& column) { return column.text(row); });
-    lines.push_back(colored(terminal, rowColor(row), line));
+    lines.push_back(terminal.styled(styleOf(row), line));
   }
   lines.push_back(statusLine(terminal));
   return lines;

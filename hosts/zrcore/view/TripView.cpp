@@ -8,8 +8,7 @@
 #include <csignal>
 #include <cstdio>
 
-#include "FixLines.h"
-#include "JsonLines.h"
+#include "ShownLines.h"
 #include "SummaryText.h"
 
 TripView::TripView(Shape shape, bool isPaced, const std::string& filter)
@@ -24,13 +23,13 @@ TripView::TripView(Shape shape, bool isPaced, const std::string& filter)
     live_ = std::make_unique<LiveTable>(output_, waiter_, Terminal::current);
     live_->changing().setHeading("filter: " + filter);
   }
-  if (shape == Shape::lines) shown_ = std::make_unique<FixLines>(output_);
-  if (shape == Shape::json) shown_ = std::make_unique<JsonLines>(output_);
+  if (shape == Shape::lines) shown_ = makeFixLines(output_);
+  if (shape == Shape::json) shown_ = makeJsonLines(output_);
 }
 
 void TripView::writeMessage(std::string_view line) {
   if (live_) show([this] { live_->erase(); });
-  std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+  Messages::writeToStandardError(line);
 }
 
 /// Does something with the standard output.
@@ -106,4 +105,10 @@ void TripView::finish(const trip::TripSummary& summary) {
   if (interruption::signal() == SIGXFSZ) messages_.say(kFileLimitReached);
   if (saysSummary_) std::fputs(summaryText(summary).c_str(), stderr);
   if (failure_) std::rethrow_exception(failure_);
+}
+
+TripView::Shape ShapeOptions::shape() const {
+  if (*json_) return TripView::Shape::json;
+  if (*quiet_) return TripView::Shape::nothing;
+  return Terminal::canRedraw() ? TripView::Shape::table : TripView::Shape::lines;
 }

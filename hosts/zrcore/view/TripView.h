@@ -4,6 +4,7 @@
 
 #include <trip/replay/Pacer.h>
 #include <trip/replay/TripReplay.h>
+#include <zrcore/CommandLine.h>
 #include <zrcore/Messages.h>
 #include <zrcore/StandardOutput.h>
 
@@ -63,6 +64,18 @@ class TripView final : public trip::ReplayListener {
   std::unique_ptr<trip::TripOutput> shown_;  ///< on the standard output, line by line
   std::vector<std::unique_ptr<trip::TripOutput>> outputs_;
   std::exception_ptr failure_;  ///< the first
+};
+
+/// How fixes are shown on the standard output, as the command line says it.
+class ShapeOptions {
+ public:
+  explicit ShapeOptions(Options& all)
+      : json_(all, "--json", "One JSON object per fix; the last line is {\"summary\": ...}"),
+        quiet_(all, "--quiet", "Show no fixes", {rule::excludes(json_)}) {}
+  TripView::Shape shape() const;
+
+ private:
+  Option<bool> json_, quiet_;
 };
 
 #endif

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "documents/ExpatXML.h"
 
+#define XML_DTD  // the library is built with it; its header declares what bounds entities only then
 #include <expat.h>
 
 #include <algorithm>
@@ -10,15 +11,18 @@
 namespace {
 
 constexpr int kDeepestElement = 10'000;
+constexpr XML_Index kLongestTag = 1 << 20;  // with its attributes, which the library holds all at once
 
 class ExpatParser final : public NSXMLParser, public std::enable_shared_from_this<ExpatParser> {
  public:
-  explicit ExpatParser(std::string data) : data_(std::move(data)) {
+  ExpatParser(std::string data, std::uint64_t mostValues) : data_(std::move(data)), mostValues_(mostValues) {
     if (!expat_) throw std::bad_alloc();
     XML_SetUserData(expat_.get(), this);
     XML_SetElementHandler(expat_.get(), onStart, onEnd);
     XML_SetCharacterDataHandler(expat_.get(), onText);
     XML_SetSkippedEntityHandler(expat_.get(), onSkipped);
+    XML_SetBillionLaughsAttackProtectionMaximumAmplification(expat_.get(), 2.0F);
+    XML_SetBillionLaughsAttackProtectionActivationThreshold(expat_.get(), 1ULL << 20U);
     XML_SetExternalEntityRefHandler(expat_.get(), [](auto...) -> int { return XML_STATUS_ERROR; });
   }
 
@@ -49,6 +53,8 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
   static void onStart(void* parser, const XML_Char* name, const XML_Char** attributes) {
     ExpatParser& self = from(parser);
     if (++self.depth_ > kDeepestElement) return self.stop(XML_ERROR_ABORTED, "elements are nested too deeply");
+    self.values_ += 1 + static_cast<std::uint64_t>(XML_GetSpecifiedAttributeCount(self.expat_.get())) / 2;
+    if (self.values_ > self.mostValues_) return self.refuse();
     self.tell([&](NSXMLParserDelegate& delegate) {
       ZRXMLAttributes pairs;
       for (; *attributes; attributes += 2) pairs.emplace_back(attributes[0], attributes[1]);
@@ -70,15 +76,20 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
     from(parser).stop(XML_ERROR_UNDEFINED_ENTITY, "the document does not say what &" + std::string(name) + "; is");
   }
 
-  /// The library gets the document in slices whose length its `int` can hold.
+  /// The library gets the document in slices, so that it is seen when one tag, comment or instruction has no end.
   bool feed() {
-    constexpr std::size_t kSlice = std::size_t{1} << 28;
+    constexpr std::size_t kSlice = std::size_t{1} << 18;
     for (std::string_view rest = data_;;) {
       const std::string_view next = rest.substr(0, kSlice);
       rest.remove_prefix(next.size());
       const auto status = XML_Parse(expat_.get(), next.data(), static_cast<int>(next.size()), rest.empty());
       if (status != XML_STATUS_OK) return false;
       if (rest.empty()) return true;
+      const auto held = static_cast<XML_Index>(data_.size() - rest.size()) - XML_GetCurrentByteIndex(expat_.get());
+      if (held > kLongestTag) {
+        fail(XML_ERROR_ABORTED, "a tag or comment is longer than 1 MiB");
+        return false;
+      }
     }
   }
 
@@ -94,6 +105,13 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
       thrown_ = std::current_exception();
       stop(NSXMLParserDelegateAbortedParseError, "given up because the delegate threw");
     }
+  }
+
+  void refuse() {
+    stop(ZRDocumentErrorTooManyValues, "more than " + std::to_string(mostValues_) +
+                                           " elements and attributes, the most that are read: ask for less, or raise "
+                                           "the platform's limit");
+    error_->domain = ZRDocumentErrorDomain;
   }
 
   void stop(long code, const std::string& reason) {
@@ -117,6 +135,8 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
   };
 
   std::string data_;
+  const std::uint64_t mostValues_;
+  std::uint64_t values_ = 0;
   std::unique_ptr<XML_ParserStruct, Free> expat_{XML_ParserCreate(nullptr)};
   std::weak_ptr<NSXMLParserDelegate> delegate_;
   std::optional<NSError> error_;
@@ -130,5 +150,5 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
 
 std::shared_ptr<NSXMLParser> ExpatXML::parserWithData(std::string data) {
   if (data.empty()) return nullptr;
-  return std::make_shared<ExpatParser>(std::move(data));
+  return std::make_shared<ExpatParser>(std::move(data), mostValues_);
 }

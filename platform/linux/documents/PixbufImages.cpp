@@ -60,7 +60,11 @@ std::shared_ptr<const UIImage> rgbaFrom(const GdkPixbuf* pixbuf) {
   std::uint8_t* to = image->rgba.data();
   for (std::size_t y = 0; y < height; ++y) {
     const guint8* from = pixels + y * stride;
-    for (std::size_t x = 0; x < width; ++x, from += channels, to += 4) std::copy_n(from, channels, to);
+    if (channels == 4) {
+      to = std::copy_n(from, 4 * width, to);
+    } else {
+      for (std::size_t x = 0; x < width; ++x, from += 3, to += 4) std::copy_n(from, 3, to);
+    }
   }
   return image;
 }
@@ -69,12 +73,18 @@ std::shared_ptr<const UIImage> rgbaFrom(const GdkPixbuf* pixbuf) {
 
 std::shared_ptr<const UIImage> PixbufImages::imageWithData(std::string_view data) const {
   const auto format = pictureFormat(data);
-  if (!format || !isWholePicture(data, *format)) return nullptr;
+  if (!format) return nullptr;
+  const auto picture = readPicture(data, *format);
+  if (!picture || picture->pixels > largestPixels_) return nullptr;
+  // The time that a picture takes: its drawings, and about two more for making and copying it. The largest one may take
+  // three and a half.
+  const double drawnPixels = static_cast<double>(picture->pixels) * static_cast<double>(picture->drawings + 2);
+  if (drawnPixels > 3.5 * static_cast<double>(largestPixels_)) return nullptr;
   g_autoptr(GdkPixbufLoader) loader = gdk_pixbuf_loader_new_with_type(decoderName(*format), nullptr);
   if (!loader) return nullptr;
   SizeLimit limit{largestPixels_};
   g_signal_connect(loader, "size-prepared", G_CALLBACK(onSizePrepared), &limit);
-  if (!feed(loader, data, limit)) return nullptr;
+  if (!feed(loader, picture->bytes, limit)) return nullptr;
   GdkPixbuf* const pixbuf = gdk_pixbuf_loader_get_pixbuf(loader);
   if (!pixbuf) return nullptr;
   g_autoptr(GdkPixbuf) upright = gdk_pixbuf_apply_embedded_orientation(pixbuf);

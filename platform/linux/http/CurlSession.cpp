@@ -21,8 +21,8 @@ std::shared_ptr<NSURLSessionDataTask> CurlSession::dataTaskWithRequest(NSMutable
 
 void CurlSession::start(const std::shared_ptr<CurlTask>& task) {
   const auto& url = task->request().URL;
-  Destination destination = url ? destinationOf(url->absoluteString()) : Destination();
-  if (auto fault = requestFault(task->request(), destination)) {
+  policy::Destination destination = url ? destinationOf(url->absoluteString()) : policy::Destination();
+  if (auto fault = policy::requestFault(task->request(), destination)) {
     task->complete({.error = std::move(fault)});
     return;
   }

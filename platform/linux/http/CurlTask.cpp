@@ -56,7 +56,7 @@ void CurlTask::cancel() {
 
 void CurlTask::complete(TransferResult result) { finish(State::running, std::move(result)); }
 
-void CurlTask::completeAsCancelled() { finish(State::canceling, {.error = cancellationFault()}); }
+void CurlTask::completeAsCancelled() { finish(State::canceling, {.error = policy::cancellationFault()}); }
 
 void CurlTask::finish(State from, TransferResult result) {
   NSURLSession::CompletionHandler completion;

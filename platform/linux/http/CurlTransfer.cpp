@@ -21,7 +21,7 @@ bool isPacked(const std::string& encoding) {
 
 }  // namespace
 
-CurlTransfer::CurlTransfer(std::shared_ptr<CurlTask> task, Destination asked, const ZRClock& clock,
+CurlTransfer::CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination asked, const ZRClock& clock,
                            std::uint64_t longestBodyBytes, CurlHandle spare)
     : task_(std::move(task)),
       asked_(std::move(asked)),
@@ -117,8 +117,8 @@ bool CurlTransfer::takeBody(std::string_view bytes) {
   } else {
     body_.append(bytes);
   }
-  if (taken == packed::Unpacker::Taken::tooLong) stoppedBy_ = TransferFailure::length;
-  if (taken == packed::Unpacker::Taken::damaged) stoppedBy_ = TransferFailure::damage;
+  if (taken == packed::Unpacker::Taken::tooLong) stoppedBy_ = policy::TransferFailure::length;
+  if (taken == packed::Unpacker::Taken::damaged) stoppedBy_ = policy::TransferFailure::damage;
   return taken == packed::Unpacker::Taken::good;
 }
 
@@ -130,7 +130,7 @@ bool CurlTransfer::takeHeaderLine(std::string_view line) {
   idle_.hear(clock_.now());
   headerBytes_ += line.size();
   if (headerBytes_ > longestBodyBytes_) {
-    stoppedBy_ = TransferFailure::length;
+    stoppedBy_ = policy::TransferFailure::length;
     return false;
   }
   if (line.starts_with("HTTP/")) {  // a further answer: after a redirection, or a "100 Continue"
@@ -173,14 +173,14 @@ TransferResult CurlTransfer::result(CURLcode code) {
   if (code == CURLE_OK && (!unpacker_ || unpacker_->isWhole())) {
     return {.data = std::move(body_), .response = response()};
   }
-  if (code == CURLE_OK) stoppedBy_ = TransferFailure::damage;
+  if (code == CURLE_OK) stoppedBy_ = policy::TransferFailure::damage;
   return failure(stoppedBy_.value_or(failureOf(code)), curl_easy_strerror(code));
 }
 
-TransferResult CurlTransfer::resultOfSilence() { return failure(TransferFailure::silence, ""); }
+TransferResult CurlTransfer::resultOfSilence() { return failure(policy::TransferFailure::silence, ""); }
 
-TransferResult CurlTransfer::failure(TransferFailure why, const char* detail) {
-  TransferEnd end{.failure = why};
+TransferResult CurlTransfer::failure(policy::TransferFailure why, const char* detail) {
+  policy::TransferEnd end{.failure = why};
   long systemError = 0;
   curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &systemError);
   const char* address = nullptr;
@@ -191,5 +191,5 @@ TransferResult CurlTransfer::failure(TransferFailure why, const char* detail) {
   end.detail = detail_[0] ? detail_ : detail;
   end.silenceSeconds = idle_.limitSeconds();
   end.longestBodyBytes = longestBodyBytes_;
-  return {.response = response(), .error = transferFault(end)};
+  return {.response = response(), .error = policy::transferFault(end)};
 }

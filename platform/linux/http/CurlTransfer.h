@@ -26,8 +26,8 @@ using CurlHandle = std::unique_ptr<CURL, CurlHandleEnd>;
 class CurlTransfer {
  public:
   /// @param spare  a handle to use; null for a new one
-  CurlTransfer(std::shared_ptr<CurlTask> task, Destination asked, const ZRClock& clock, std::uint64_t longestBodyBytes,
-               CurlHandle spare);
+  CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination asked, const ZRClock& clock,
+               std::uint64_t longestBodyBytes, CurlHandle spare);
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
   ~CurlTransfer();
@@ -55,20 +55,20 @@ class CurlTransfer {
   void configureMethod();
   bool takeBody(std::string_view bytes);
   bool takeHeaderLine(std::string_view line);
-  TransferResult failure(TransferFailure why, const char* detail);
+  TransferResult failure(policy::TransferFailure why, const char* detail);
   std::shared_ptr<NSURLResponse> response();
 
   std::shared_ptr<CurlTask> task_;
-  Destination asked_;
+  policy::Destination asked_;
   const ZRClock& clock_;
   std::uint64_t longestBodyBytes_;
-  IdleLimit idle_;
+  policy::IdleLimit idle_;
   CurlHandle easy_;
   curl_slist* requestHeaders_ = nullptr;
   char detail_[CURL_ERROR_SIZE] = {};
   curl_off_t sentBytes_ = 0;
   std::uint64_t headerBytes_ = 0;
-  std::optional<TransferFailure> stoppedBy_;  ///< what we look for ourselves
+  std::optional<policy::TransferFailure> stoppedBy_;  ///< what we look for ourselves
   NSData body_;
   std::optional<packed::Unpacker> unpacker_;  ///< of a packed body, from its first byte on
   ZRHTTPHeaders headers_;                     ///< of the last answer so far

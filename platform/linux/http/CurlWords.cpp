@@ -5,7 +5,7 @@
 
 #include <memory>
 
-Destination destinationOf(const std::string& address) {
+policy::Destination destinationOf(const std::string& address) {
   const std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> url(curl_url(), curl_url_cleanup);
   if (!url || curl_url_set(url.get(), CURLUPART_URL, address.c_str(), CURLU_NON_SUPPORT_SCHEME) != CURLUE_OK) return {};
   const auto part = [&](CURLUPart which) {
@@ -15,43 +15,43 @@ Destination destinationOf(const std::string& address) {
     curl_free(text);
     return copy;
   };
-  Destination destination{part(CURLUPART_SCHEME), part(CURLUPART_HOST)};
+  policy::Destination destination{part(CURLUPART_SCHEME), part(CURLUPART_HOST)};
   const std::string port = part(CURLUPART_PORT);
   if (!port.empty()) destination.host += ":" + port;
   return destination;
 }
 
-TransferFailure failureOf(CURLcode code) {
+policy::TransferFailure failureOf(CURLcode code) {
   switch (code) {
     case CURLE_COULDNT_RESOLVE_HOST:
     case CURLE_COULDNT_RESOLVE_PROXY:
-      return TransferFailure::hostNotFound;
+      return policy::TransferFailure::hostNotFound;
     case CURLE_COULDNT_CONNECT:
-      return TransferFailure::noConnection;
+      return policy::TransferFailure::noConnection;
     case CURLE_OPERATION_TIMEDOUT:
-      return TransferFailure::tooLate;
+      return policy::TransferFailure::tooLate;
     case CURLE_PARTIAL_FILE:
     case CURLE_RECV_ERROR:
     case CURLE_SEND_ERROR:
     case CURLE_GOT_NOTHING:
     case CURLE_HTTP2:
     case CURLE_HTTP2_STREAM:
-      return TransferFailure::connectionLost;
+      return policy::TransferFailure::connectionLost;
     case CURLE_TOO_MANY_REDIRECTS:
-      return TransferFailure::tooManyRedirections;
+      return policy::TransferFailure::tooManyRedirections;
     case CURLE_UNSUPPORTED_PROTOCOL:
-      return TransferFailure::unsupportedProtocol;
+      return policy::TransferFailure::unsupportedProtocol;
     case CURLE_WEIRD_SERVER_REPLY:
-      return TransferFailure::badResponse;
+      return policy::TransferFailure::badResponse;
     case CURLE_URL_MALFORMAT:
-      return TransferFailure::badAddress;
+      return policy::TransferFailure::badAddress;
     case CURLE_PEER_FAILED_VERIFICATION:
-      return TransferFailure::untrustedServer;
+      return policy::TransferFailure::untrustedServer;
     case CURLE_SSL_CACERT_BADFILE:
-      return TransferFailure::noCertificates;
+      return policy::TransferFailure::noCertificates;
     case CURLE_SSL_CONNECT_ERROR:
-      return TransferFailure::noSecureConnection;
+      return policy::TransferFailure::noSecureConnection;
     default:
-      return TransferFailure::other;
+      return policy::TransferFailure::other;
   }
 }

@@ -11,9 +11,9 @@
 
 /// Reads an address as libcurl does, in small letters, but that a scheme must be given. Names and passwords in it are
 /// left out.
-Destination destinationOf(const std::string& address);
+policy::Destination destinationOf(const std::string& address);
 
 /// Why a transfer ended that libcurl has ended with another code than CURLE_OK.
-TransferFailure failureOf(CURLcode code);
+policy::TransferFailure failureOf(CURLcode code);
 
 #endif

@@ -19,7 +19,7 @@ constexpr std::size_t kReadBytes = std::size_t{64} * 1024;
 }  // namespace
 
 FileSource::FileSource(Loop& loop, std::string path, std::function<double()> monotonicSeconds,
-                       policy::FixIntake::Options intake)
+                       readers::FixIntake::Options intake)
     : loop_(loop), path_(std::move(path)), monotonicSeconds_(std::move(monotonicSeconds)), intake_(std::move(intake)) {}
 
 FileSource::~FileSource() { FileSource::stop(); }
@@ -82,15 +82,15 @@ bool FileSource::readMore() {
 bool FileSource::makeReader(bool isLast) {
   if (!isLast && piece_.size() < kReadBytes) return false;
   if (const auto format = readers::detectFormat(piece_)) {
-    reader_ = std::make_unique<policy::LiveReader>(*format,
-                                                   policy::LiveReader::Options{.intake = intake_, .isRecording = true});
+    reader_ = std::make_unique<readers::LiveReader>(
+        *format, readers::LiveReader::Options{.intake = intake_, .isRecording = true});
   } else {
     fail(PositioningFault::badSource, piece_.empty() ? "it is empty" : "it " + readers::whyUnreadable(piece_));
   }
   return reader_ != nullptr;
 }
 
-void FileSource::tell(const policy::LiveEvents& events) {
+void FileSource::tell(const readers::LiveEvents& events) {
   waiting_.insert(waiting_.end(), events.fixes.begin(), events.fixes.end());
   for (const auto& remark : events.remarks) listener_->sourceSays(remark);
 }

@@ -21,7 +21,7 @@ class FileSource final : public PositionSource, public std::enable_shared_from_t
  public:
   /// @param monotonicSeconds  a clock that never goes back
   FileSource(Loop& loop, std::string path, std::function<double()> monotonicSeconds,
-             policy::FixIntake::Options intake = {});
+             readers::FixIntake::Options intake = {});
   ~FileSource() override;
 
   std::string name() const override;
@@ -32,19 +32,19 @@ class FileSource final : public PositionSource, public std::enable_shared_from_t
   void open();
   bool readMore();
   bool makeReader(bool isLast);
-  void tell(const policy::LiveEvents& events);
+  void tell(const readers::LiveEvents& events);
   void next();
   void fail(policy::PositioningFault fault, const std::string& detail);
 
   Loop& loop_;
   std::string path_;
   std::function<double()> monotonicSeconds_;
-  policy::FixIntake::Options intake_;
+  readers::FixIntake::Options intake_;
   RunListener listener_;
   FileDescriptor file_;
   std::optional<packed::MaybeGzip> unpacking_;
-  std::string piece_;                           ///< unpacked, and not yet read
-  std::unique_ptr<policy::LiveReader> reader_;  ///< null until the format is told
+  std::string piece_;                            ///< unpacked, and not yet read
+  std::unique_ptr<readers::LiveReader> reader_;  ///< null until the format is told
   policy::ReplayPace pace_{1.0};
   std::optional<double> startSeconds_;  ///< when the first fix was reported
   std::deque<ZRPositionFix> waiting_;   ///< read, and not due yet

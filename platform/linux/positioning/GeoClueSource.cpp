@@ -26,8 +26,8 @@ std::string pathAt(GVariant* parameters, gsize index) {
   return path;
 }
 
-policy::GeoClueLocation locationOf(GVariant* properties) {
-  policy::GeoClueLocation location;
+readers::GeoClueLocation locationOf(GVariant* properties) {
+  readers::GeoClueLocation location;
   const std::pair<const char*, double*> numbers[] = {
       {"Latitude", &location.latitude},          {"Longitude", &location.longitude},
       {"Accuracy", &location.accuracyMeters},    {"Altitude", &location.altitudeMeters},
@@ -144,7 +144,7 @@ void GeoClueSource::locationUpdated(GVariant* parameters) {
 }
 
 void GeoClueSource::deliver(GVariant* properties) {
-  const auto fix = policy::fixOf(locationOf(properties), options_.now());
+  const auto fix = readers::fixOf(locationOf(properties), options_.now());
   if (!fix) return listener_->sourceSays("a location that lies nowhere on the Earth is dropped");
   backOff_.reset();
   watchdog_.reset();  // from now on a silence means that nothing changes: the service reports no place twice

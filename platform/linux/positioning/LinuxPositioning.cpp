@@ -76,7 +76,7 @@ class LinuxPositioning final : public ZRPositioning {
                                                                 .intake = intakeOf(options)});
   }
 
-  static policy::FixIntake::Options intakeOf(const PositioningOptions& options) {
+  static readers::FixIntake::Options intakeOf(const PositioningOptions& options) {
     return {.leavesOutEstimates = options.leavesOutEstimates,
             .repairsWeekRollover = options.repairsWeekRollover,
             .now = options.now};

@@ -75,7 +75,7 @@ void StreamSource::read() {
 }
 
 /// Hands over what came. Each call may stop this run, and start another one.
-void StreamSource::deliver(const policy::LiveEvents& events) {
+void StreamSource::deliver(const readers::LiveEvents& events) {
   for (const auto& remark : events.remarks) listener_->sourceSays(remark);
   if (events.oldDate) listener_->sourceSays(*events.oldDate);
   if (options_.greets && !hasGreeted_) {

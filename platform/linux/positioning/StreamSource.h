@@ -29,8 +29,8 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
     /// The source reports that there is no fix after a silence of this length; after up to twice this length if the
     /// last fix came just after a check.
     double silenceSeconds = 10;
-    double quietSeconds = policy::LiveReader::kQuietSeconds;
-    policy::FixIntake::Options intake = {};
+    double quietSeconds = readers::LiveReader::kQuietSeconds;
+    readers::FixIntake::Options intake = {};
   };
 
   StreamSource(Loop& loop, std::unique_ptr<Connector> connector, Options options);
@@ -46,7 +46,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
   void connected(FileDescriptor descriptor, const std::string& failure);
   void answers();
   void read();
-  void deliver(const policy::LiveEvents& events);
+  void deliver(const readers::LiveEvents& events);
   void disconnected(policy::PositioningFault fault, const std::string& detail);
   void hangUp();
   void watchSilence();
@@ -54,7 +54,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
   Loop& loop_;
   std::unique_ptr<Connector> connector_;
   Options options_;
-  policy::LiveReader reader_;
+  readers::LiveReader reader_;
   policy::BackOff backOff_;
   RunListener listener_;
 

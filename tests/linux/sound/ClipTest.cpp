@@ -63,7 +63,7 @@ std::optional<Decoded> decoded(const std::string& bytes) {
 
 TEST(Clips, OfAnyFormatAndWithTagsAreDecodedToTheirEnd) {
   for (const int format : {SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, SF_FORMAT_WAV | SF_FORMAT_PCM_16,
-                           SF_FORMAT_FLAC | SF_FORMAT_PCM_16}) {
+                           SF_FORMAT_WAV | SF_FORMAT_FLOAT, SF_FORMAT_FLAC | SF_FORMAT_PCM_16}) {
     const std::string clip = toneAs(format);
     ASSERT_FALSE(clip.empty());
     for (const std::string& bytes : {clip, tagged(clip, 300), tagged(tagged(clip, 0), 2)}) {

@@ -152,7 +152,7 @@ class Picture {
   Picture() : surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 400, 300)) {}
   ~Picture() { cairo_surface_destroy(surface_); }
 
-  void draw(const MapView& view, const MapContent& content, const MapColors& colors) {
+  void draw(const MapView& view, const MapContent& content, const trip::MapColors& colors) {
     trip::CairoCanvas canvas(surface_);
     drawMap(canvas, view.transform(), content, colors);
     cairo_surface_flush(surface_);
@@ -188,7 +188,7 @@ TEST(DrawMap, MarksPlacesAndTheNewestFixWhereTheyAreAlsoPastTheAntimeridian) {
   view.fit(around);
   EXPECT_LT(around.maxX - around.minX, ZRMapSizeWorld.width / 100);
   const double world = ZRMapSizeWorld.width;
-  for (const MapColors& colors : {kLightMap, kDarkMap}) {
+  for (const trip::MapColors& colors : {trip::kLightMap, kDarkMap}) {
     Picture picture;
     picture.draw(view, {route, track, places, std::nullopt}, colors);
     EXPECT_TRUE(picture.has(view.transform()(track.raw().back().at), colors.smoothed));

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRJSON.h>
 #include <gmock/gmock.h>
+#include <malloc.h>
 
 #include <cmath>
 #include <limits>
@@ -126,6 +127,36 @@ TEST_F(JSON, ABareValueIsADocumentOnlyWhenAskedFor) {
     EXPECT_EQ(written(read(text)), text);
   }
   EXPECT_EQ(read("[]", ZRJSONFragments::refused), ZROHMValue(ZROHMArray()));
+}
+
+TEST_F(JSON, ADocumentOfTooManyValuesIsAnErrorOfItsOwn) {
+  const std::pair<const char*, std::uint64_t> rows[] = {
+      {"[1,null,true,\"a\"]", 5}, {R"({"a":{},"b":[]})", 5}, {R"({"a":1,"a":1})", 5}, {"7", 1}};
+  for (const auto& [text, values] : rows) {
+    EXPECT_TRUE(
+        std::holds_alternative<ZROHMValue>(ZRMakeJSONService(values)->valueFromJSON(text, ZRJSONFragments::allowed)))
+        << text;
+    const auto refused = ZRMakeJSONService(values - 1)->valueFromJSON(text, ZRJSONFragments::allowed);
+    ASSERT_TRUE(std::holds_alternative<NSError>(refused)) << text;
+    EXPECT_EQ(std::get<NSError>(refused).domain, ZRDocumentErrorDomain);
+    EXPECT_EQ(std::get<NSError>(refused).code, ZRDocumentErrorTooManyValues);
+    EXPECT_THAT(std::get<NSError>(refused).localizedDescription(),
+                HasSubstr("more than " + std::to_string(values - 1) + " values"));
+  }
+}
+
+TEST_F(JSON, EmptyObjectsAndArraysTakeNoMemoryOfTheirOwn) {
+  std::string document = "[0";
+  for (int i = 0; i < 200'000; ++i) document += i % 2 ? ",{}" : ",[]";
+  const auto held = [] { return mallinfo2().uordblks; };
+  const std::size_t before = held();
+  const ZROHMValue value = read(document + "]");
+  EXPECT_LT(held() - before, 200'000 * 2 * sizeof(ZROHMValue)) << "the places in the array alone";
+  EXPECT_EQ((*value.array())[1], ZROHMValue(ZROHMArray()));
+  EXPECT_EQ((*value.array())[2], ZROHMValue(ZROHMDictionary()));
+  ZROHMValue changed = (*value.array())[1];
+  changed.modifiableArray().emplace_back(1);
+  EXPECT_EQ((*value.array())[1].array()->size(), 0U);
 }
 
 TEST_F(JSON, TenThousandLevelsAreReadAndWrittenOneMoreIsRefused) {

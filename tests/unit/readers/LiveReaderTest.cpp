@@ -1,42 +1,54 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
-#include <readers/FixIntake.h>
+#include <readers/GeoClueFix.h>
 #include <readers/LiveReader.h>
 
-#include <string>
-#include <vector>
+#include <limits>
 
-namespace policy {
+namespace readers {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
-constexpr double kNow = 1778317200.0;  // 2026-05-09 09:00
-constexpr double kWeeks = 1024 * 7 * 86400.0;
+TEST(GeoClueValues, WhatIsUnknownThereIsUnknownHere) {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  constexpr NSDate kNow{77.0};
+  GeoClueLocation location;
+  EXPECT_FALSE(fixOf(location, kNow)) << "no place at all";
+  location.latitude = 52.5;
+  location.longitude = 13.4;
+  const auto bare = fixOf(location, kNow).value();
+  EXPECT_EQ(bare.horizontalAccuracy, 0.0);
+  EXPECT_EQ(bare.verticalAccuracy, -1.0);
+  EXPECT_EQ(bare.altitude, 0.0);
+  EXPECT_EQ(bare.speed, -1.0);
+  EXPECT_EQ(bare.course, -1.0);
+  EXPECT_EQ(bare.timestamp, kNow);
 
-/// A report of a second after kNow.
-std::string report(int second, const std::string& more) {
-  return R"({"class":"TPV","mode":3,"time":"2026-05-09T09:00:0)" + std::to_string(second) +
-         R"(Z","lat":52.5,"lon":13.4)" + more + "}\n";
-}
+  location = {52.5, 13.4, 9.0, -3.0, 2.5, 360.0, 100, 250000};
+  const auto full = fixOf(location, kNow).value();
+  EXPECT_EQ(full.horizontalAccuracy, 9.0);
+  EXPECT_EQ(full.altitude, -3.0);
+  EXPECT_EQ(full.verticalAccuracy, 0.0);
+  EXPECT_EQ(full.speed, 2.5);
+  EXPECT_EQ(full.course, 0.0);
+  EXPECT_EQ(full.timestamp, NSDate{100.25});
 
-const std::string kDerived = R"(,"alt":34,"eph":9,"epv":20,"track":90,"speed":93.281)";
-const std::string kOwn = R"(,"speed":0.617)";
-
-std::vector<double> speedsOf(const LiveEvents& events) {
-  std::vector<double> speeds;
-  for (const auto& fix : events.fixes) speeds.push_back(fix.speed);
-  return speeds;
+  location.headingDegrees = 361.0;
+  location.speedMetersPerSecond = kInfinity;
+  location.altitudeMeters = kInfinity;
+  const auto odd = fixOf(location, kNow).value();
+  EXPECT_EQ(odd.course, -1.0);
+  EXPECT_EQ(odd.speed, -1.0);
+  EXPECT_EQ(odd.verticalAccuracy, -1.0);
 }
 
 TEST(LiveReading, AnInstantIsToldOnceInAQuietMomentAndLateSentencesChangeNothing) {
-  // The second instant's RMC comes after a pause: a recording would take it into the fix, live it has been told.
+  // The second instant's RMC comes after a pause: a recording would take it into the fix, live it has been reported.
   const std::string first = "$GPGGA,120000,5230.0,N,01324.0,E,1,08,1.0,34.0,M,40.0,M,,\n";
   const std::string late = "$GPRMC,120000,A,5230.0,N,01324.0,E,10.0,90.0,090526,,\n";
   const std::string next = "$GPRMC,120001,A,5230.1,N,01324.0,E,10.0,90.0,090526,,\n";
-  LiveReader reader(readers::Format::nmea);
+  LiveReader reader(Format::nmea);
   EXPECT_TRUE(reader.feed(first).fixes.empty());
   EXPECT_TRUE(reader.isHolding());
   EXPECT_EQ(reader.tellHeld().fixes.size(), 1u);
@@ -50,88 +62,28 @@ TEST(LiveReading, AnInstantIsToldOnceInAQuietMomentAndLateSentencesChangeNothing
   EXPECT_TRUE(reader.tellHeld().fixes.empty());
 }
 
-TEST(LiveReading, AnInstantIsToldAtTheLastOfAsManyReportsAsThoseBeforeHad) {
-  LiveReader reader(readers::Format::gpsdJson);
-  const auto feed = [&](const std::string& bytes) { return speedsOf(reader.feed(bytes)); };
-  // Unknown yet: it is told when the next one begins, or in a quiet moment, however much it says already.
-  EXPECT_THAT(feed(report(0, kDerived)), IsEmpty());
-  EXPECT_THAT(feed(report(0, kOwn)), IsEmpty());
-  EXPECT_THAT(feed(report(1, kDerived)), ElementsAre(0.617));
-  EXPECT_THAT(feed(report(1, kOwn)), IsEmpty());
-  EXPECT_THAT(speedsOf(reader.tellHeld()), ElementsAre(0.617));
-  EXPECT_THAT(feed(report(2, kDerived)), IsEmpty());
-  EXPECT_THAT(feed(report(2, kOwn)), ElementsAre(0.617)) << "two before had two";
-  // A third report comes too late this once, and is waited for from then on.
-  EXPECT_THAT(feed(report(2, R"(,"speed":0.5)")), IsEmpty());
-  EXPECT_THAT(feed(report(3, kDerived)), IsEmpty());
-  EXPECT_THAT(feed(report(3, kOwn)), IsEmpty());
-  EXPECT_THAT(feed(report(3, R"(,"speed":0.5)")), ElementsAre(0.5));
-  // One that is missing is told by the next instant, and an instant of one report is told at once in the end.
-  EXPECT_THAT(feed(report(4, kOwn)), IsEmpty());
-  EXPECT_THAT(feed(report(5, kOwn)), ElementsAre(0.617));
-  for (int second = 6; second < 9; ++second) feed(report(second, kOwn));
-  EXPECT_THAT(feed(report(9, kOwn)), ElementsAre(0.617));
-}
-
-TEST(LiveReading, TheSentencesOfAReceiverRepeatThemselvesToo) {
-  LiveReader reader(readers::Format::nmea);
-  for (int second = 0; second < 6; ++second) {
-    const std::string time = ",12000" + std::to_string(second);
-    const auto before = reader.feed("$GPGGA" + time + ",5230.0,N,01324.0,E,1,08,1.0,34.0,M,40.0,M,,\n").fixes;
-    const auto at = reader.feed("$GPRMC" + time + ",A,5230.0,N,01324.0,E,10.0,90.0,090526,,\n").fixes;
-    EXPECT_EQ(before.size(), second == 1 || second == 2 ? 1u : 0u);
-    EXPECT_EQ(at.size(), second >= 2 ? 1u : 0u);
+TEST(LiveReading, RemarksAboutRubbishAreBoundedForEachConnection) {
+  LiveReader reader(Format::gpsdJson);
+  std::string rubbish;
+  for (int i = 0; i < 1000; ++i) rubbish += "rubbish\n";
+  for (int connection = 0; connection < 2; ++connection) {
+    reader.beginConnection();
+    const auto events = reader.feed(rubbish);
+    EXPECT_EQ(events.remarks.size(), static_cast<std::size_t>(LiveReader::kMostRemarks));
+    EXPECT_THAT(events.remarks.back(), HasSubstr("left out"));
+    EXPECT_TRUE(reader.feed(rubbish).remarks.empty());
   }
 }
 
-TEST(LiveReading, WhatHasNoDateHasTheTimeAtWhichItCameAndInARecordingNone) {
-  const std::string undated = "{\"class\":\"TPV\",\"mode\":3,\"lat\":52.6,\"lon\":13.4}\n";
-  for (const bool isRecording : {false, true}) {
-    LiveReader reader(readers::Format::gpsdJson,
-                      {.intake = {.now = [] { return NSDate{kNow}; }}, .isRecording = isRecording});
-    reader.feed(report(1, "") + undated);
-    const auto fixes = reader.tellHeld().fixes;
-    ASSERT_EQ(fixes.size(), 1u);
-    EXPECT_EQ(fixes[0].timestamp, NSDate{isRecording ? 0.0 : kNow});
-  }
-}
-
-TEST(Intake, EstimatesAreLeftOutAndDatesRepairedOnRequestOnly) {
-  const auto taken = [](FixIntake::Options options, double seconds, bool isEstimated) {
-    options.now = [] { return NSDate{kNow}; };
-    readers::SourceFix fix;
-    fix.secondsSince1970 = seconds;
-    fix.isEstimated = isEstimated;
-    return FixIntake(options).takes(fix) ? *fix.secondsSince1970 : -1.0;
-  };
-  EXPECT_EQ(taken({}, kNow - kWeeks, true), kNow - kWeeks);
-  EXPECT_EQ(taken({.leavesOutEstimates = true}, kNow, true), -1.0);
-  EXPECT_EQ(taken({.leavesOutEstimates = true}, kNow, false), kNow);
-  const FixIntake::Options repairing{.repairsWeekRollover = true};
-  EXPECT_EQ(taken(repairing, kNow - kWeeks, false), kNow);
-  EXPECT_EQ(taken(repairing, kNow - 2 * kWeeks + 60, false), kNow + 60) << "a clock that is a little ahead";
-  EXPECT_EQ(taken(repairing, kNow - kWeeks + 2 * 86400, false), kNow - kWeeks + 2 * 86400);
-}
-
-TEST(Intake, ALiveDateThatLiesMoreThanTenYearsBackIsToldOnce) {
-  const std::string old = R"({"class":"TPV","mode":3,"time":"2006-09-23T09:00:00Z","lat":52.5,"lon":13.4})"
-                          "\n";
-  for (const bool isRepaired : {false, true}) {
-    LiveReader reader(readers::Format::gpsdJson,
-                      {.intake = {.repairsWeekRollover = isRepaired, .now = [] { return NSDate{kNow}; }}});
-    reader.feed(old);
-    const auto told = reader.tellHeld();
-    ASSERT_EQ(told.fixes.size(), 1u);
-    if (isRepaired) {
-      EXPECT_FALSE(told.oldDate);
-      EXPECT_EQ(told.fixes[0].timestamp, NSDate{kNow});
-    } else {
-      EXPECT_THAT(told.oldDate.value(), HasSubstr("2006-09-23, lies more than ten years back"));
-    }
-    reader.feed(report(1, ""));
-    EXPECT_FALSE(reader.feed(old).oldDate);
-  }
+TEST(LiveReading, ReceiversAreCountedAsTheyComeAndGo) {
+  LiveReader reader(Format::gpsdJson);
+  const auto receivers = [&](const char* line) { return reader.feed(std::string(line) + "\n").receivers; };
+  EXPECT_EQ(receivers(R"({"class":"DEVICES","devices":[{"path":"a"},{"path":"b"},7]})"), 2u);
+  EXPECT_EQ(receivers(R"({"class":"DEVICE","path":"a","activated":0})"), 1u);
+  EXPECT_EQ(receivers(R"({"class":"DEVICE","path":"b","activated":"2026-05-09T09:00:00Z"})"), 1u);
+  EXPECT_EQ(receivers(R"({"class":"DEVICE","path":"b","activated":0})"), 0u);
+  EXPECT_EQ(receivers(R"({"class":"SKY"})"), std::nullopt);
 }
 
 }  // namespace
-}  // namespace policy
+}  // namespace readers

@@ -110,6 +110,23 @@ TEST_F(DataTasksTest, ThePlainTaskHandsOverAnyBodyOfAnyStatus) {
   EXPECT_THAT(outcomes, ElementsAre("204 no body"));
 }
 
+TEST_F(DataTasksTest, ABodyThatIsParsedMustNotBeLongerThanThePlatformAllows) {
+  const std::string blanks(static_cast<std::size_t>(ZRLongestParsedBodyBytes), ' ');
+  for (const Kind& kind : parsingKinds()) {
+    fake.httpSession->running.clear();
+    answer(kind.make(*this, true), kind.goodBody + blanks);
+    EXPECT_THAT(outcomes, ElementsAre("200 failure NSURLErrorDomain -1103")) << kind.name;
+    outcomes.clear();
+  }
+  fake.httpSession->running.clear();
+  answer(plain(), blanks + " ");
+  EXPECT_THAT(outcomes, ElementsAre("200 " + blanks + " "));
+  outcomes.clear();
+  fake.httpSession->running.clear();
+  answer(json(*this, true), blanks.substr(7) + R"({"a":1})");
+  EXPECT_THAT(outcomes, ElementsAre("200 object of 1"));
+}
+
 TEST_F(DataTasksTest, AFaultOfTheTransportIsAFailureEvenBesideABody) {
   plain()->resume();
   fake.httpSession->running.at(0)->complete("half", std::make_shared<NSURLResponse>(NSURLResponse{.statusCode = 200}),

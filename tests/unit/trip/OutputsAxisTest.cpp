@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
+#include <trip/Words.h>
 #include <trip/drawing/Axis.h>
 #include <trip/drawing/CourseFold.h>
 #include <trip/drawing/Diagrams.h>

@@ -2,12 +2,11 @@
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <trip/OutputText.h>
-#include <trip/outputs/CsvOutput.h>
-#include <trip/outputs/GeoJsonOutput.h>
+#include <trip/outputs/FileOutput.h>
 #include <trip/outputs/GpxRecording.h>
 #include <trip/outputs/OutputError.h>
 #include <trip/outputs/Outputs.h>
-#include <trip/outputs/SummaryOutput.h>
+#include <trip/outputs/TripJson.h>
 
 #include <csignal>
 #include <limits>
@@ -72,10 +71,10 @@ TEST_F(Csv, BeginsWithTheColumnsOfARecordingAndReadsBackTheSameNumbers) {
   row.accuracyMeters = 1e-7;
   row.snapped = CLLocationCoordinate2D{1.0 / 3.0, 2.0};
   row.stable = true;
-  CsvOutput csv(folder / "t.csv", false);
-  csv.row(row);
-  csv.finish({});
-  csv.commit();
+  const auto csv = makeCsvOutput(folder / "t.csv", false);
+  csv->row(row);
+  csv->finish({});
+  csv->commit();
 
   EXPECT_THAT(contentsOf(folder / "t.csv"), StartsWith("time,lat,lon,altitude,accuracy,speed,course,"));
   ASSERT_THAT(read(), SizeIs(1));
@@ -97,10 +96,10 @@ TEST_F(Csv, LeavesCellsOfUnknownValuesEmpty) {
   row.speedMetersPerSecond = kNaN;
   row.secondsSince1970 = kNaN;
   row.smoothSpeedMetersPerSecond = -1.0;  // how the filter says "unknown"
-  CsvOutput csv(folder / "t.csv", false);
-  csv.row(row);
-  csv.finish({});
-  csv.commit();
+  const auto csv = makeCsvOutput(folder / "t.csv", false);
+  csv->row(row);
+  csv->finish({});
+  csv->commit();
   ASSERT_THAT(read(), SizeIs(1));
   for (const char* name :
        {"time", "altitude", "accuracy", "speed", "course", "smooth_speed", "snapped_lat", "snapped_lon"}) {
@@ -111,10 +110,10 @@ TEST_F(Csv, LeavesCellsOfUnknownValuesEmpty) {
 class GeoJson : public WithFolder {
  protected:
   json written(const std::vector<TripRow>& rows) {
-    GeoJsonOutput output(folder / "t.geojson", true);
-    for (const TripRow& row : rows) output.row(row);
-    output.finish({});
-    output.commit();
+    const auto output = makeGeoJsonOutput(folder / "t.geojson", true);
+    for (const TripRow& row : rows) output->row(row);
+    output->finish({});
+    output->commit();
     return json::parse(contentsOf(folder / "t.geojson"));
   }
 };
@@ -215,7 +214,7 @@ TEST_F(Outputs, WriteToNoFileThatSomebodyHasPutInTheirWay) {
   EXPECT_TRUE(std::filesystem::is_regular_file(std::filesystem::symlink_status(folder / "trip.csv")));
 
   std::filesystem::create_symlink("/dev/null", folder / "device");
-  for (const bool force : {true, false}) EXPECT_THROW(CsvOutput(folder / "device", force), OutputError);
+  for (const bool force : {true, false}) EXPECT_THROW(makeCsvOutput(folder / "device", force), OutputError);
 }
 
 TEST_F(Outputs, HoldTheirFolderAgainstASecondRunWhichIsToldWhoHasIt) {
@@ -261,10 +260,10 @@ TEST_F(Outputs, RefuseToReplaceAnyFileBeforeTheyWriteAnything) {
 }
 
 TEST_F(Outputs, DoNotReplaceAFileThatAppearedMeanwhile) {
-  CsvOutput csv(folder / "t.csv", false);
+  const auto csv = makeCsvOutput(folder / "t.csv", false);
   std::ofstream(folder / "t.csv") << "mine";
-  csv.finish({});
-  EXPECT_THROW(csv.commit(), OutputError);
+  csv->finish({});
+  EXPECT_THROW(csv->commit(), OutputError);
   EXPECT_EQ(contentsOf(folder / "t.csv"), "mine");
 }
 
@@ -305,8 +304,8 @@ TEST_F(Outputs, ReportAFullDiskWhereverItIsMetAndLeaveNoHalfFile) {
     EXPECT_THAT(names(), IsEmpty());
   }
   const FileLimit limit(100);
-  SummaryOutput summary(folder / "s.json", false);
-  EXPECT_THROW(summary.finish({}), OutputError);  // fits into the buffer: only the last flush meets the limit
+  const auto summary = makeSummaryOutput(folder / "s.json", false);
+  EXPECT_THROW(summary->finish({}), OutputError);  // fits into the buffer: only the last flush meets the limit
   EXPECT_FALSE(std::filesystem::exists(folder / "s.json"));
 }
 

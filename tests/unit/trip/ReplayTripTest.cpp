@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <trip/outputs/CsvOutput.h>
+#include <trip/outputs/FileOutput.h>
 #include <trip/replay/ManagerPipeline.h>
 #include <trip/replay/TripReplay.h>
 
@@ -108,11 +108,11 @@ std::string textOf(const std::filesystem::path& path) {
 TEST_F(Replay, TheRealServiceShowsInTheRows) {
   const std::string drive = ZRCORE_SAMPLES "/drive.csv";
   const auto table = [&](TripPipeline& pipeline, const char* name) {
-    CsvOutput output(folder / name, false);
+    const auto output = makeCsvOutput(folder / name, false);
     listener = {};
-    listener.output = &output;
-    output.finish(replay(drive, pipeline));
-    output.commit();
+    listener.output = output.get();
+    output->finish(replay(drive, pipeline));
+    output->commit();
     return textOf(folder / name);
   };
   ManagerPipeline real({.filtersMeasuredValues = true, .route = {}});
