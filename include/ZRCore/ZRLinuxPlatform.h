@@ -90,6 +90,13 @@ struct ZRLinuxOptions {
   /// The most values that a JSON or XML document may have (ZRDocumentLimits.h). A document with more is an error of
   /// ZRDocumentErrorDomain.
   std::uint64_t mostDocumentValues = ZRMostDocumentValues;
+
+  /// Passes over positions that gpsd, a receiver or a recording calls worked out, not measured: by dead reckoning or a
+  /// simulator.
+  bool leavesOutEstimates = false;
+  /// Mends the dates of receivers whose week counter has rolled over: 1024 weeks are added as often as the date then
+  /// still lies before the clock's. Unasked, the log says when a live receiver's date lies more than ten years back.
+  bool repairsWeekRollover = false;
 };
 
 /// Fills the members of `platform` that its `size` reaches. Called by `makeLinuxPlatform`.
@@ -102,8 +109,9 @@ inline ZRPlatform makeLinuxPlatform(const ZRLinuxOptions& options = {}) {
   return platform;
 }
 
-/// Positions alone, for a host that lets its user choose where they come from: `mainContext`, `positioning` and
-/// `desktopId` of the options count. Log and clock are those of the platform in use. Main thread.
+/// Positions alone, for a host that lets its user choose where they come from: `mainContext`, `positioning`,
+/// `desktopId`, `leavesOutEstimates` and `repairsWeekRollover` of the options count. Log and clock are those of the
+/// platform in use. Main thread.
 [[nodiscard]] ZR_EXPORT std::shared_ptr<ZRPositioning> ZRMakeLinuxPositioning(const ZRLinuxOptions& options);
 
 /// What moves an application to the background and back.

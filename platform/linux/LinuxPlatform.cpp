@@ -38,7 +38,8 @@ ZRLinuxOptions knownOptions(const ZRLinuxOptions& host) {
   return ZRReadOptions(host, &Options::mainContext, &Options::longestBodyBytes, &Options::informationFile,
                        &Options::resourcesFolder, &Options::textDomain, &Options::textFolder, &Options::settingsFolder,
                        &Options::rootFolder, &Options::largestImagePixels, &Options::log, &Options::sound,
-                       &Options::positioning, &Options::desktopId, &Options::mostDocumentValues);
+                       &Options::positioning, &Options::desktopId, &Options::mostDocumentValues,
+                       &Options::leavesOutEstimates, &Options::repairsWeekRollover);
 }
 
 ZRLinuxSoundOptions knownSoundOptions(const ZRLinuxOptions& options) {
@@ -83,6 +84,8 @@ std::shared_ptr<ZRPositioning> makePositioning(const std::shared_ptr<GLibLoop>& 
   PositioningOptions positioning;
   positioning.source = options.positioning;
   positioning.desktopId = options.desktopId;
+  positioning.leavesOutEstimates = options.leavesOutEstimates;
+  positioning.repairsWeekRollover = options.repairsWeekRollover;
   positioning.log = [](const std::string& line) { ZRPlatformInUse().log->writeLine(line); };
   positioning.now = [] { return ZRPlatformInUse().clock->now(); };
   return makeLinuxPositioning(loop, std::move(positioning));
