@@ -89,6 +89,13 @@ struct ZRLinuxOptions {
   /// The most values that a JSON or XML document may have (ZRDocumentLimits.h). A document with more is an error of
   /// ZRDocumentErrorDomain.
   std::uint64_t mostDocumentValues = ZRMostDocumentValues;
+
+  /// How long a request may take in all, however much comes meanwhile: then it fails with NSURLErrorTimedOut. 0: no limit
+  /// but that on silence (`NSMutableURLRequest::timeoutSeconds`).
+  double longestRequestSeconds = 0.0;
+  /// How many connections to one host there are at once; further requests wait for one of them. 0: no limit. Over HTTP/2
+  /// requests share a connection.
+  std::uint32_t mostConnectionsPerHost = 6;
 };
 
 /// Fills the members of `platform` that its `size` reaches. Called by `makeLinuxPlatform`.

@@ -118,6 +118,21 @@ NSError transferFault(const TransferEnd& end) {
     return fault(NSURLErrorTimedOut, host + " sent nothing for " + numberText(end.silenceSeconds) +
                                          " seconds: try again later, or give the request more time.");
   }
+  if (end.stoppedBy == TransferEnd::StoppedBy::time) {
+    return fault(NSURLErrorTimedOut, host + " was not done after " + numberText(end.longestRequestSeconds) +
+                                         " seconds: try again later, or raise the platform's limit.");
+  }
+  if (end.stoppedBy == TransferEnd::StoppedBy::headers) {
+    return fault(NSURLErrorDataLengthExceedsMaximum,
+                 host + " sent more header fields than are taken, 100 kB each and 300 kB in all: tell its operator.");
+  }
+  if (end.stoppedBy == TransferEnd::StoppedBy::plainRedirection) {
+    return fault(NSURLErrorSecureConnectionFailed,
+                 host + " leads from https to http, where anybody can read along: tell its operator.");
+  }
+  if (end.stoppedBy == TransferEnd::StoppedBy::memory) {
+    return fault(NSURLErrorUnknown, "There is no memory for what " + host + " sent: close something, or ask for less.");
+  }
   if (end.stoppedBy == TransferEnd::StoppedBy::length) {
     return fault(NSURLErrorDataLengthExceedsMaximum,
                  host + " sent more than " + sizeText(end.longestBodyBytes) +
@@ -126,6 +141,11 @@ NSError transferFault(const TransferEnd& end) {
   if (end.stoppedBy == TransferEnd::StoppedBy::damage) {
     return fault(NSURLErrorCannotDecodeContentData,
                  host + " sent a body that cannot be unpacked, or not to its end: try again, or tell its operator.");
+  }
+  if (end.systemError == EMFILE) {
+    return fault(NSURLErrorCannotConnectToHost, "There is no connection to " + host +
+                                                    ", for this process can open no more files: let it close some, or "
+                                                    "raise its limit (ulimit -n).");
   }
   const Verdict verdict = verdictOf(end);
   std::string text = verdict.before + host + verdict.after;

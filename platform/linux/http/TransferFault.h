@@ -22,7 +22,7 @@ Destination destinationOf(const std::string& address);
 
 /// Why a transfer ended, when it did not end well.
 struct TransferEnd {
-  enum class StoppedBy { nobody, silence, length, damage };  ///< damage: of a packed body
+  enum class StoppedBy { nobody, silence, time, length, headers, damage, plainRedirection, memory };
 
   CURLcode code = CURLE_OK;
   StoppedBy stoppedBy = StoppedBy::nobody;  ///< of what we look for ourselves
@@ -30,6 +30,7 @@ struct TransferEnd {
   Destination destination = {};             ///< of the last request sent
   std::string detail = {};                  ///< libcurl's own words
   double silenceSeconds = 0.0;              ///< the limits
+  double longestRequestSeconds = 0.0;
   std::uint64_t longestBodyBytes = 0;
 };
 
