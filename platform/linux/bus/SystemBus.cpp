@@ -94,7 +94,7 @@ void SystemBus::open(Opened opened, std::function<void()> closed) {
 }
 
 void SystemBus::call(const std::string& service, const std::string& path, const char* interface, const char* method,
-                     GVariant* parameters, Reply reply) {
+                     GVariant* parameters, Reply reply, double limitSeconds) {
   struct Call {
     std::shared_ptr<State> state;
     Reply reply;
@@ -108,8 +108,9 @@ void SystemBus::call(const std::string& service, const std::string& path, const 
     g_clear_error(&error);
   };
   const ContextScope scope(state_->context);
+  const int limit = limitSeconds > 0 ? static_cast<int>(limitSeconds * 1000.0) : G_MAXINT;
   g_dbus_connection_call(state_->connection, service.c_str(), path.c_str(), interface, method, parameters, nullptr,
-                         G_DBUS_CALL_FLAGS_ALLOW_INTERACTIVE_AUTHORIZATION, G_MAXINT, state_->cancellable, finished,
+                         G_DBUS_CALL_FLAGS_ALLOW_INTERACTIVE_AUTHORIZATION, limit, state_->cancellable, finished,
                          new Call{state_, std::move(reply)});
 }
 

@@ -60,12 +60,12 @@ void GeoClueSource::stop() {
   retry_.reset();
   watchdog_.reset();
   bus_.reset();
-  client_.clear();
+  forgetClient();
 }
 
 void GeoClueSource::connect() {
   retry_.reset();
-  client_.clear();
+  forgetClient();
   bus_ = std::make_unique<SystemBus>(loop_.context(), options_.busAddress);
   bus_->open([this](const std::string& failure) { opened(failure); },
              [this] {
@@ -84,7 +84,7 @@ void GeoClueSource::opened(const std::string& failure) {
 
 void GeoClueSource::serviceChanged(bool isThere) {
   const auto self = shared_from_this();
-  client_.clear();
+  forgetClient();
   watchdog_.reset();
   bus_->unsubscribe();
   if (!isThere) {
@@ -134,17 +134,34 @@ void GeoClueSource::startClient() {
   });
 }
 
+void GeoClueSource::forgetClient() {
+  client_.clear();
+  asked_.clear();
+  newest_.clear();
+}
+
 void GeoClueSource::locationUpdated(GVariant* parameters) {
-  const std::string path = pathAt(parameters, 1);  // the new location, after the old one
-  if (path.size() < 2) return;
-  bus_->call(kService, path, kProperties, "GetAll", g_variant_new("(s)", kLocation),
-             [this](GVariant* reply, const GError* error) {
-               // A location that has been replaced meanwhile is gone; the next one has been announced.
-               if (error != nullptr || !g_variant_is_of_type(reply, G_VARIANT_TYPE("(a{sv})"))) return;
-               GVariant* const properties = g_variant_get_child_value(reply, 0);
-               deliver(properties);
-               g_variant_unref(properties);
-             });
+  newest_ = pathAt(parameters, 1);  // the new location, after the old one
+  askForLocation();
+}
+
+/// One at a time: of those that are announced meanwhile the last one is still there.
+void GeoClueSource::askForLocation() {
+  if (!asked_.empty() || newest_.size() < 2) return;
+  asked_ = std::exchange(newest_, {});
+  constexpr double limitSeconds = 10.0;
+  const auto told = [this](GVariant* reply, const GError* error) {
+    const auto self = shared_from_this();
+    asked_.clear();
+    // A location that has been replaced meanwhile is gone; the next one has been announced.
+    if (error == nullptr && g_variant_is_of_type(reply, G_VARIANT_TYPE("(a{sv})"))) {
+      GVariant* const properties = g_variant_get_child_value(reply, 0);
+      deliver(properties);
+      g_variant_unref(properties);
+    }
+    if (bus_) askForLocation();
+  };
+  bus_->call(kService, asked_, kProperties, "GetAll", g_variant_new("(s)", kLocation), told, limitSeconds);
 }
 
 void GeoClueSource::deliver(GVariant* properties) {
