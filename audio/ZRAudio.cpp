@@ -138,7 +138,7 @@ void ZRAudio::setVolume(float volume) {
 bool ZRAudio::isSpeaking() const { return speechSynth_ && speechSynth_->isSpeaking(); }
 
 void ZRAudio::stopSpeechPlayback() {
-  // Held: a cancellation that is told inside the call may lead to a fresh synthesizer.
+  // Held: a cancellation that is reported inside the call may lead to a fresh synthesizer.
   if (const auto synthesizer = speechSynth_) synthesizer->stopSpeakingImmediately();
 }
 
@@ -150,7 +150,7 @@ void ZRAudio::stopAudioPlayer() {
 }
 
 void ZRAudio::stopAudioAndSpeechPlayback() {
-  const auto held = shared_from_this();  // a cancellation that is told inside the stop may lead to its release
+  const auto held = shared_from_this();  // a cancellation that is reported inside the stop may lead to its release
   stopSpeechPlayback();
   stopAudioPlayer();
 }

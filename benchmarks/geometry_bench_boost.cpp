@@ -17,9 +17,7 @@ using Box = bg::model::box<Point>;
 
 void distanceBoost(benchmark::State& state) {
   std::vector<Place> coordinates;
-  for (const CLLocationCoordinate2D& place : places()) {
-    coordinates.emplace_back(place.longitude, place.latitude);
-  }
+  for (const CLLocationCoordinate2D& place : places()) coordinates.emplace_back(place.longitude, place.latitude);
   const bg::strategy::distance::haversine<double> haversine(EarthRadius);
   timeEach(state, [&](std::size_t i) { return bg::distance(coordinates[i], coordinates[neighbour(i)], haversine); });
 }
@@ -56,9 +54,7 @@ BENCHMARK(intersectionBoost)->Name("intersection/Boost.Geometry");
 
 void boundsBoost(benchmark::State& state) {
   bg::model::multi_point<Point> points;
-  for (const ZRMapPoint& point : mapPoints()) {
-    points.emplace_back(point.x, point.y);
-  }
+  for (const ZRMapPoint& point : mapPoints()) points.emplace_back(point.x, point.y);
   for ([[maybe_unused]] auto _ : state) {
     Box result;
     bg::envelope(points, result);

@@ -17,26 +17,20 @@ inline std::vector<CLLocationCoordinate2D> places() {
   std::mt19937_64 engine(1);
   std::uniform_real_distribution<double> latitude(-85.0, 85.0), longitude(-180.0, 180.0);
   std::vector<CLLocationCoordinate2D> result(kPlaces);
-  for (CLLocationCoordinate2D& place : result) {
-    place = {latitude(engine), longitude(engine)};
-  }
+  for (CLLocationCoordinate2D& place : result) place = {latitude(engine), longitude(engine)};
   return result;
 }
 
 inline std::vector<ZRMapPoint> mapPoints() {
   std::vector<ZRMapPoint> result;
-  for (const CLLocationCoordinate2D& place : places()) {
-    result.push_back(ZRMapPointForCoordinate(place));
-  }
+  for (const CLLocationCoordinate2D& place : places()) result.push_back(ZRMapPointForCoordinate(place));
   return result;
 }
 
 /// Big enough that most pairs overlap.
 inline std::vector<ZRMapRect> rects() {
   std::vector<ZRMapRect> result;
-  for (const ZRMapPoint& point : mapPoints()) {
-    result.push_back({point, {3.0e7, 3.0e7}});
-  }
+  for (const ZRMapPoint& point : mapPoints()) result.push_back({point, {3.0e7, 3.0e7}});
   return result;
 }
 

@@ -30,8 +30,8 @@ namespace {
 constexpr int kRounds = 101;
 constexpr int kRequestsPerRound = 100;
 
-/// Client and server on one processor. On two that are idle otherwise, waking the other one costs more than the request,
-/// and the scheduler's choice decides the ratio (we have seen 0.3 and 4).
+/// Client and server on one processor. On two that are idle otherwise, waking the other one costs more than the
+/// request, and the scheduler's choice decides the ratio (we have seen 0.3 and 4).
 void stayOnOneProcessor() {
   cpu_set_t processors;
   CPU_ZERO(&processors);
@@ -172,8 +172,8 @@ long residentKilobytes() {
 
 int main(int argc, char** argv) {
   stayOnOneProcessor();
-  constexpr int parts = 5;
-  const int many = std::max(parts, argc > 1 ? std::atoi(argv[1]) : 50000);
+  constexpr int kParts = 5;
+  const int many = std::max(kParts, argc > 1 ? std::atoi(argv[1]) : 50000);
   const ServerProcess server;
   if (!ZRPlatformInstall(makeLinuxPlatform())) return 1;
   PlainLibcurl plain(server.url());
@@ -195,8 +195,8 @@ int main(int argc, char** argv) {
     std::printf("%s: %td descriptors, %ld kB resident\n", when, openDescriptors(), residentKilobytes());
   };
   tell("before");
-  for (int part = 1; part <= parts; ++part) {
-    session(many / parts);
-    tell(("after " + std::to_string(part * (many / parts))).c_str());
+  for (int part = 1; part <= kParts; ++part) {
+    session(many / kParts);
+    tell(("after " + std::to_string(part * (many / kParts))).c_str());
   }
 }

@@ -72,34 +72,35 @@ PlainAddress addressFrom(const rapidjson::Value& object) {
   for (const auto& member : object.GetObject()) {
     const std::string_view key(member.name.GetString(), member.name.GetStringLength());
     const rapidjson::Value& value = member.value;
-    if (key == "zrID")
+    if (key == "zrID") {
       read(value, address.zrid);
-    else if (key == "streetAddress")
+    } else if (key == "streetAddress") {
       read(value, address.street);
-    else if (key == "adminArea6")
+    } else if (key == "adminArea6") {
       read(value, address.neighborhood);
-    else if (key == "adminArea5")
+    } else if (key == "adminArea5") {
       read(value, address.city);
-    else if (key == "adminArea4")
+    } else if (key == "adminArea4") {
       read(value, address.county);
-    else if (key == "adminArea3")
+    } else if (key == "adminArea3") {
       read(value, address.state);
-    else if (key == "postalCode")
+    } else if (key == "postalCode") {
       read(value, address.zip);
-    else if (key == "adminArea1")
+    } else if (key == "adminArea1") {
       read(value, address.country);
-    else if (key == "SideOfStreet")
+    } else if (key == "SideOfStreet") {
       read(value, address.sideOfStreet);
-    else if (key == "resultCode")
+    } else if (key == "resultCode") {
       read(value, address.resultCode);
-    else if (key == "geocodeQualityCode")
+    } else if (key == "geocodeQualityCode") {
       read(value, address.qualityCode);
-    else if (key == "type")
+    } else if (key == "type") {
       read(value, address.type);
-    else if (key == "latLng")
+    } else if (key == "latLng") {
       read(value, address.latitude, address.longitude);
-    else if (key == "displayLatLng")
+    } else if (key == "displayLatLng") {
       read(value, address.displayLatitude, address.displayLongitude);
+    }
   }
   return address;
 }
@@ -120,34 +121,35 @@ CLLocationCoordinate2D coordinate(const ZROHMValue& value) {
 std::shared_ptr<ZRGeoAddress> addressByHand(const ZROHMDictionary& dictionary) {
   auto address = ZRGeoAddress::init();
   for (const auto& [key, value] : dictionary) {
-    if (key == "zrID")
+    if (key == "zrID") {
       address->setZrid(text(value));
-    else if (key == "streetAddress")
+    } else if (key == "streetAddress") {
       address->setStreet(text(value));
-    else if (key == "adminArea6")
+    } else if (key == "adminArea6") {
       address->setNeighborhood(text(value));
-    else if (key == "adminArea5")
+    } else if (key == "adminArea5") {
       address->setCity(text(value));
-    else if (key == "adminArea4")
+    } else if (key == "adminArea4") {
       address->setCounty(text(value));
-    else if (key == "adminArea3")
+    } else if (key == "adminArea3") {
       address->setState(text(value));
-    else if (key == "postalCode")
+    } else if (key == "postalCode") {
       address->setZip(text(value));
-    else if (key == "adminArea1")
+    } else if (key == "adminArea1") {
       address->setCountry(text(value));
-    else if (key == "SideOfStreet")
+    } else if (key == "SideOfStreet") {
       address->setSideOfStreet(text(value));
-    else if (key == "resultCode")
+    } else if (key == "resultCode") {
       address->setResultCode(text(value));
-    else if (key == "geocodeQualityCode")
+    } else if (key == "geocodeQualityCode") {
       address->setQualityCode(text(value));
-    else if (key == "type")
+    } else if (key == "type") {
       address->setType(text(value));
-    else if (key == "latLng")
+    } else if (key == "latLng") {
       address->setCoordinate(coordinate(value));
-    else if (key == "displayLatLng")
+    } else if (key == "displayLatLng") {
       address->setDisplayCoordinate(coordinate(value));
+    }
   }
   return address;
 }

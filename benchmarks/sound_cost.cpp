@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// What spoken prompts cost in time, on a private sound server, each beside its rival in the same run. Needs pulseaudio and
-// espeak-ng. sound_cost [ROUNDS]
+// What spoken prompts cost in time, on a private sound server, each beside its rival in the same run. Needs pulseaudio
+// and espeak-ng. sound_cost [ROUNDS]
 #include <PrivateServer.h>
 #include <ZRCore/ZRAudio.h>
 #include <sys/resource.h>

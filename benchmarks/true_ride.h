@@ -3,7 +3,7 @@
 #define ZRCORE_BENCHMARKS_TRUE_RIDE_H
 
 #include <ZRCore/CLLocation.h>
-#include <trip/SampleNoise.h>
+#include <trip/sample/SampleNoise.h>
 
 #include <optional>
 
@@ -40,11 +40,11 @@ struct KnownFix {
   bool isAtTunnel;  ///< in one, or in the ten seconds behind it
 };
 
-/// A ride through bends and stops and tunnels, as a receiver tells it.
+/// A ride through bends and stops and tunnels, as a receiver reports it.
 ///
 /// In a tunnel, of 10 to 60 seconds in every ten minutes or so, the receiver goes on by reckoning, a metre each second
-/// (one deviation) off, and the accuracy that it tells grows by three metres a second; behind it the place is right at
-/// once, and the accuracy within four seconds. The same seed gives the same ride everywhere.
+/// (one deviation) off, and the accuracy that it reports grows by three metres a second; behind it the place is right
+/// at once, and the accuracy within four seconds. The same seed gives the same ride everywhere.
 class TrueRide {
  public:
   /// @param secondsSince1970  when it begins

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The bodies that cost the most to parse within the limits of makeLinuxPlatform: for each its length, the time that it
-// holds the main queue for, its release included, and the most memory that the process takes. Each is parsed in a process
-// of its own. What is well formed and dear must be refused or end in time; the last line says whether all did.
+// holds the main queue for, its release included, and the most memory that the process takes. Each is parsed in a
+// process of its own. What is well formed and dear must be refused or end in time; the last line says whether all did.
 #include <ZRCore/ZRLinuxPlatform.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -68,7 +68,7 @@ std::string parse(const ZRPlatform& platform, Kind kind, const std::string& body
   return platform.images->imageWithData(body) ? "decoded" : "refused";
 }
 
-/// Nothing waits for anything here, so that this is how long the main queue stands still on a machine that is idle else.
+/// Nothing waits for anything here, so that this is how long the main queue stands still on an idle machine.
 double processorSeconds() { return static_cast<double>(clock()) / CLOCKS_PER_SEC; }
 
 Cost costOf(Kind kind, const std::string& body) {
@@ -128,10 +128,10 @@ void showJSON() {
   show("ten thousand levels, again and again", Kind::json,
        repeated("[", std::string(9'990, '[') + std::string(9'990, ']') + ",", "0]"));
   show("blanks", Kind::json, repeated("[", " ", "x]"));
-  constexpr std::size_t count = 100'000;
-  for (std::size_t i = 0; i < count; ++i) keys.push_back(std::to_string(1'000'000'000'000'000 + i * 7919));
+  constexpr std::size_t kCount = 100'000;
+  for (std::size_t i = 0; i < kCount; ++i) keys.push_back(std::to_string(1'000'000'000'000'000 + i * 7919));
   const Cost ordinary = show("100,000 ordinary keys", Kind::json, objectOf(keys));
-  const Cost flooded = show("100,000 keys of one hash elsewhere", Kind::json, objectOf(collidingTexts(count)));
+  const Cost flooded = show("100,000 keys of one hash elsewhere", Kind::json, objectOf(collidingTexts(kCount)));
   const double ratio = flooded.seconds / ordinary.seconds;
   isEveryCostBearable &= ratio <= 1.5;
   std::printf("| chosen keys cost %.2f times what ordinary ones do | | | | |\n", ratio);
@@ -151,21 +151,21 @@ void showXML() {
 }
 
 void showPictures() {
-  constexpr unsigned widest = 8192, highest = 4096;  // 2^25 pixels
-  show("JPEG, grey, a scan more", Kind::picture, progressiveJPEG(widest, 3584, 1));
-  show("JPEG, in colours, a scan more", Kind::picture, progressiveJPEG(widest, 3584, 1, 3));
+  constexpr unsigned kWidest = 8192, kHighest = 4096;  // 2^25 pixels
+  show("JPEG, grey, a scan more", Kind::picture, progressiveJPEG(kWidest, 3584, 1));
+  show("JPEG, in colours, a scan more", Kind::picture, progressiveJPEG(kWidest, 3584, 1, 3));
   show("JPEG, in colours, 9 scans more, 10 million pixels", Kind::picture, progressiveJPEG(4096, 2388, 9, 3));
   show("JPEG, in colours, 63 scans more, 2 million pixels", Kind::picture, progressiveJPEG(2048, 868, 63, 3));
-  show("JPEG, grey, 1,000 scans more", Kind::picture, progressiveJPEG(widest, highest, 1000));
-  show("PNG", Kind::picture, blackPNG(widest, highest));
-  show("PNG, interlaced", Kind::picture, blackPNG(widest, 2867, true));
+  show("JPEG, grey, 1,000 scans more", Kind::picture, progressiveJPEG(kWidest, kHighest, 1000));
+  show("PNG", Kind::picture, blackPNG(kWidest, kHighest));
+  show("PNG, interlaced", Kind::picture, blackPNG(kWidest, 2867, true));
   show("PNG, 512 pixels wide", Kind::picture, blackPNG(512, 65'535));
   show("PNG, 358 pixels wide, interlaced", Kind::picture, blackPNG(358, 65'535, true));
   show("PNG, one pixel, 200 packed texts", Kind::picture, blackPNG(1, 1, false, pngTexts(200, 7'900'000)));
   show("PNG, one pixel, empty parts", Kind::picture,
        blackPNG(1, 1, false, repeated("", pngChunk("IDAT", ""), "").substr(0, kLongest - 200 - kLongest % 12)));
-  show("GIF", Kind::picture, blackGIF(widest, 1792, 1));
-  show("GIF, 60 images", Kind::picture, blackGIF(widest, 1792, 60));
+  show("GIF", Kind::picture, blackGIF(kWidest, 1792, 1));
+  show("GIF, 60 images", Kind::picture, blackGIF(kWidest, 1792, 60));
 }
 
 }  // namespace

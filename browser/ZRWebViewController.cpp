@@ -66,7 +66,8 @@ void ZRWebViewController::buildToolBar() {
                                                                             &ZRWebViewController::refreshPressed);
   refreshButton_->setStyle(UIBarButtonItemStyle::plain);
 
-  // The arrows start unlike, on purpose: back shows its arrow greyed out, forward shows nothing, until a load begins.
+  // The arrows start unlike, as in every application of the kit: back shows its arrow greyed out, forward shows
+  // nothing, until a load begins.
   backButton_ = UIBarButtonItem::initWithTitleStyleTargetAction(kBackArrow, UIBarButtonItemStyle::plain, self,
                                                                 &ZRWebViewController::backPressed);
   backButton_->setEnabled(false);
@@ -135,5 +136,5 @@ void ZRWebViewController::webViewDidFinishLoad(UIWebView& webView) {
   setTitle(webView.stringByEvaluatingJavaScriptFromString("document.title"));
 }
 
-// On purpose: the spinner goes on turning and the buttons stay as they are.
+// The spinner goes on turning and the buttons stay as they are: showing a failure is the screen's part.
 void ZRWebViewController::webViewDidFailLoadWithError(UIWebView&, const NSError&) {}

@@ -85,7 +85,7 @@ void ZRWebViewController::mailComposeControllerDidFinishWithResultError(MFMailCo
                                                                         MFMailComposeResult result,
                                                                         const std::optional<NSError>&) {
   const Outcome outcome = outcomeOf(result);
-  std::string text = hostText(outcome.text);  // looked up whether it is shown or not, on purpose
+  std::string text = hostText(outcome.text);  // also where it is not shown: hosts see every lookup
   dismissViewControllerAnimatedCompletion(true, nullptr);
   if (outcome.isShown) presentAlert(std::move(text));
 }

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # libZRCore: all rooms of ring 1 and the seam in one shared library, and what is installed whoever uses it.
 
-get_property(zr_rooms GLOBAL PROPERTY ZR_ROOMS)
+get_property(zr_rooms GLOBAL PROPERTY ZR_ROOMS_ZRCore)
 set(zr_objects "")
 foreach(room IN LISTS zr_rooms)
   list(APPEND zr_objects $<TARGET_OBJECTS:zr_${room}>)
@@ -21,11 +21,7 @@ endif()
 set_target_properties(ZRCore PROPERTIES LINK_DEPENDS "${zr_version_script}")
 
 # The same objects for tests that look inside, with nothing hidden from the linker.
-add_library(zr_core_objects INTERFACE)
-foreach(room IN LISTS zr_rooms)
-  target_link_libraries(zr_core_objects INTERFACE zr_${room})
-  target_sources(zr_core_objects INTERFACE $<TARGET_OBJECTS:zr_${room}>)
-endforeach()
+zr_room_objects(zr_core_objects ZRCore)
 
 zr_install_library(ZRCore "${PROJECT_DESCRIPTION}")
 install(FILES "${PROJECT_SOURCE_DIR}/LICENSE" "${PROJECT_SOURCE_DIR}/NOTICE" DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/zrcore

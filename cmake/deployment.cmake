@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
-# What a deployment of the framework sets: edit this file, or pass -D<NAME>=... The values shipped are placeholders under
-# the reserved top-level name "invalid", which no network resolves: the library then lives on its packaged file.
+# What a deployment of the framework sets: edit this file, or pass -D<NAME>=... The values shipped are placeholders
+# under the reserved top-level name "invalid", which no network resolves: the library then lives on its packaged file.
 
 set(ZRCORE_CONFIGURATION_SCHEME "http"
     CACHE STRING "How the configuration hosts are reached: http or https")

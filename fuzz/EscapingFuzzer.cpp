@@ -44,9 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   checkEscaped(input, value);
   checkEscaped(input, key);
   require(value.has_value() == key.has_value(), "both escapers take the same texts");
-  if (value) {
-    require(NSString_ZR::urlQueryParameterEscaped(*value) == value, "nothing is escaped twice");
-  }
+  if (value) require(NSString_ZR::urlQueryParameterEscaped(*value) == value, "nothing is escaped twice");
 
   const std::string stripped = NSString_ZR::stripWhitespace(input);
   require(NSString_ZR::stripWhitespace(stripped) == stripped, "a stripped text has nothing left to strip");

@@ -8,13 +8,13 @@
 #include "documents/PixbufImages.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  constexpr std::uint64_t largestPixels = 1U << 18U;
-  const PixbufImages images(largestPixels);
+  constexpr std::uint64_t kLargestPixels = 1U << 18U;
+  const PixbufImages images(kLargestPixels);
   const std::string_view input(reinterpret_cast<const char*>(data), size);
   const auto image = images.imageWithData(input);
   if (!image) return 0;
   const std::uint64_t pixels = std::uint64_t{image->widthPixels} * image->heightPixels;
-  require(pixels > 0 && pixels <= largestPixels, "a picture has pixels, and not too many");
+  require(pixels > 0 && pixels <= kLargestPixels, "a picture has pixels, and not too many");
   require(image->rgba.size() == 4 * pixels, "each pixel has four bytes");
   const auto again = images.imageWithData(input);
   require(again && again->rgba == image->rgba, "it is the same picture again");

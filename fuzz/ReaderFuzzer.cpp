@@ -25,8 +25,8 @@ void requireSameEvents(const ReaderEvents& whole, const ReaderEvents& pieces, co
 
 using Held = readers::FixReader::Held;
 
-/// What a reader tells of a live stream, whose held fix is told after each byte: also while it grows, or only once
-/// nothing can be added to it.
+/// What a reader reports of a live stream, whose held fix is reported after each byte: also while it grows, or only
+/// once nothing can be added to it.
 ReaderEvents readLive(std::string_view input, bool alsoWhileItGrows) {
   ReaderEvents events;
   const auto reader = readers::makeReader(kFormat);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any bytes as a file of settings, and as a key and its value: what is read is written and read the same for ever after.
+// Any bytes as a file of settings, and as a key and its value: what is read is written and read the same for ever
+// after.
 #include <cstdint>
 
 #include "FuzzLaws.h"

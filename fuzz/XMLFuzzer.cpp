@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any bytes as an XML document: what is told is well nested, whether the document is good or not, and a delegate that
-// gives up hears nothing more.
+// Any bytes as an XML document: what is reported is well nested, whether the document is good or not, and a delegate
+// that gives up hears nothing more.
 #include <cstdint>
 #include <string>
 #include <vector>

@@ -11,8 +11,8 @@ namespace geometry {
   return a.latitude == b.latitude && a.longitude == b.longitude;
 }
 
-/// A bearing in [-180, 180] in single precision, in [0, 360]. Rounded first and turned afterwards, on purpose: a hair
-/// west of north gives 360.
+/// A bearing in [-180, 180] in single precision, in [0, 360]. Rounded first and turned afterwards, which other parts
+/// of the kit compare with to the last bit: a hair west of north gives 360.
 [[gnu::always_inline]] inline float compassBearing(double degrees) {
   const auto bearing = static_cast<float>(degrees);
   return bearing < 0.0F ? bearing + 360.0F : bearing;

@@ -33,12 +33,8 @@ inline bool holds(Interval a, double value) { return a.low <= value && value <= 
 inline Interval common(Interval a, Interval b) {
   const double low = a.low < b.low ? b.low : a.low;
   const double high = b.high < a.high ? b.high : a.high;
-  if (low == a.low && high == a.high) {
-    return a;
-  }
-  if (low == b.low && high == b.high) {
-    return b;
-  }
+  if (low == a.low && high == a.high) return a;
+  if (low == b.low && high == b.high) return b;
   return {low, high, high - low};
 }
 

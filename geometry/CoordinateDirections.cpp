@@ -15,7 +15,7 @@ double directionWithTurn(CLLocationCoordinate2D from, CLLocationCoordinate2D to)
 CLLocationCoordinate2D coordinateAtDistance(CLLocationCoordinate2D from, double distance,
                                             CLLocationCoordinate2D to) noexcept {
   // The direction is multiplied by degrees per radian, and the distance divided by a thousand and by a million radii in
-  // kilometres, on purpose: results are compared to the last bit with those of the kit's other parts.
+  // kilometres: results are compared to the last bit with those of the kit's other parts.
   constexpr double kDivisor = 6370254000.0;
   const double direction = directionWithTurn(from, to) * kDegreesPerRadian;
   const double angle = distance / 1000.0 / kDivisor;

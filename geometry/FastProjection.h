@@ -38,8 +38,8 @@ ZR_INLINE R fastLogarithm(R ratio, R more) {
   return exact::mulAdd<R>(exponent, tables::kLogTwoHigh, exact::mulAdd<R>(exponent, tables::kLogTwoLow, more + curve));
 }
 
-/// y is the middle less ln((C + S) / (C - S)), with S and C the sine and the cosine of half the latitude. The angle, S, C
-/// and the quotient are carried as pairs: towards the edge of the world C - S is small.
+/// y is the middle less ln((C + S) / (C - S)), with S and C the sine and the cosine of half the latitude. The angle, S,
+/// C and the quotient are carried as pairs: towards the edge of the world C - S is small.
 template <class R>
 ZR_INLINE Two<R> fastMapPoint(const Two<R>& coordinate) {
   constexpr double kHalfDegree = 0.008726646259971648;

@@ -20,12 +20,13 @@ constexpr double kLongitudeLimit = 180.0;
 
 constexpr double kWorldWidth = 67108864.0;                 // map points, 2^26
 constexpr double kPerWorldWidth = 1.4901161193847656e-08;  // 2^-26
-constexpr double kGreatestMapX = 67108863.0;               // one map point short of the width, on purpose
+constexpr double kGreatestMapX = 67108863.0;               // one short: the eastern edge stays below 180 degrees
 
 constexpr double kEquator = 40075016.68557848;       // metres
 constexpr double kHalfEquator = 20037508.342789244;  // metres
 
-// Twins that differ in their last digit. They are kept apart on purpose: each formula has its own.
+// Twins that differ in their last digit. Each formula has its own, so that results have the same bits as in the kit's
+// other libraries.
 constexpr double kProjectionMetersPerDegree = 111319.49079327357;
 constexpr double kMetersPerDegreeOfLatitude = 111319.49079327355;
 constexpr double kProjectionDegreesPerMeter = 8.983152841195214e-06;
@@ -42,7 +43,8 @@ constexpr double clamped(double value, double low, double high) {
 constexpr double clampedLatitude(double degrees) { return clamped(degrees, -kLatitudeLimit, kLatitudeLimit); }
 constexpr double clampedLongitude(double degrees) { return clamped(degrees, -kLongitudeLimit, kLongitudeLimit); }
 
-/// Rounds differently from a multiplication by `kRadiansPerDegree`; both are in use on purpose.
+/// Rounds differently from a multiplication by `kRadiansPerDegree`: each formula keeps the one whose bits are
+/// documented.
 constexpr double radians(double degrees) { return degrees * kPi / 180.0; }
 
 }  // namespace geometry

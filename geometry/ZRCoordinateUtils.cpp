@@ -7,9 +7,7 @@
 #include "Kernels.h"
 
 float ZRCoordinateUtils::bearingFromTo(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept {
-  if (geometry::isSamePlace(from, to)) {
-    return 0.0F;
-  }
+  if (geometry::isSamePlace(from, to)) return 0.0F;
   return geometry::compassBearing(geometry::kernels().initialBearing(from, to));
 }
 
@@ -36,17 +34,11 @@ CLLocationCoordinate2D ZRCoordinateUtils::closestCoordToCoordAlongLineWithStarti
     CLLocationCoordinate2D coord, CLLocationCoordinate2D start, CLLocationCoordinate2D end) noexcept {
   const double dx = end.latitude - start.latitude;
   const double dy = end.longitude - start.longitude;
-  if (dx == 0.0 && dy == 0.0) {
-    return start;
-  }
+  if (dx == 0.0 && dy == 0.0) return start;
   const double along = (coord.latitude - start.latitude) * dx + (coord.longitude - start.longitude) * dy;
-  if (along <= 0.0) {
-    return start;
-  }
+  if (along <= 0.0) return start;
   const double t = along / (dx * dx + dy * dy);
-  if (t >= 1.0) {
-    return end;
-  }
+  if (t >= 1.0) return end;
   return {start.latitude + dx * t, start.longitude + dy * t};
 }
 

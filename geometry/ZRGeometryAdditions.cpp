@@ -6,7 +6,21 @@
 #include <cmath>
 
 #include "Kernels.h"
+#include "NullOrigin.h"
 #include "Numbers.h"
+
+bool ZRMapRectIsNull(ZRMapRect rect) noexcept { return geometry::isNullOrigin(rect); }
+
+bool ZRMapPointEqualToPoint(ZRMapPoint a, ZRMapPoint b) noexcept { return a.x == b.x && a.y == b.y; }
+
+bool ZRMapRectEqualToRect(ZRMapRect a, ZRMapRect b) noexcept {
+  return ZRMapPointEqualToPoint(a.origin, b.origin) && a.size.width == b.size.width && a.size.height == b.size.height;
+}
+
+bool ZRCoordinateRegionEqualToRegion(ZRCoordinateRegion a, ZRCoordinateRegion b) noexcept {
+  return a.center.latitude == b.center.latitude && a.center.longitude == b.center.longitude &&
+         a.span.latitudeDelta == b.span.latitudeDelta && a.span.longitudeDelta == b.span.longitudeDelta;
+}
 
 double ZRGreatCircleDistance(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept {
   return geometry::kernels().greatCircleDistance(from, to);

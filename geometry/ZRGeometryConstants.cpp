@@ -34,7 +34,7 @@ const unsigned char ZRCoreVersionString[] = "@(#)PROGRAM:ZRCore  PROJECT:ZRCore-
 
 double metersPerDegreeLat = 111181.91;
 
-// Ten latitudes a row. The pole has 1.0 and not 0.0 on purpose, so that one can divide by it.
+// Ten latitudes a row. The pole has 1.0 and not 0.0, so that one can divide by it.
 double metersPerDegreeLng[91] = {
     111181.91, 111164.97, 111114.18, 111029.53, 110911.07, 110758.82, 110572.83, 110353.15, 110099.86, 109813.04,  // 0
     109492.76, 109139.13, 108752.26, 108332.25, 107879.25, 107393.38, 106874.8,  106323.67, 105740.15, 105124.42,  // 10

@@ -9,9 +9,7 @@ constexpr double kSinglePointMargin = 1000.0;        // map points, so that a lo
 }  // namespace
 
 ZRMapRect ZRMBR(const ZRMapPoint* points, uint64_t count) noexcept {
-  if (count == 0) {
-    return ZRMapRectNull;
-  }
+  if (count == 0) return ZRMapRectNull;
   if (count == 1) {
     return {{points->x - kSinglePointMargin, points->y - kSinglePointMargin},
             {2.0 * kSinglePointMargin, 2.0 * kSinglePointMargin}};

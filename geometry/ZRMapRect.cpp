@@ -15,12 +15,8 @@ geometry::Interval spanOf(geometry::Interval a, geometry::Interval b) {
 }  // namespace
 
 ZRMapRect ZRMapRectUnion(ZRMapRect a, ZRMapRect b) noexcept {
-  if (geometry::isNullOrigin(a)) {
-    return geometry::isNullOrigin(b) ? ZRMapRectNull : b;
-  }
-  if (geometry::isNullOrigin(b)) {
-    return a;
-  }
+  if (geometry::isNullOrigin(a)) return geometry::isNullOrigin(b) ? ZRMapRectNull : b;
+  if (geometry::isNullOrigin(b)) return a;
   const geometry::Interval x = spanOf(geometry::horizontal(a), geometry::horizontal(b));
   const geometry::Interval y = spanOf(geometry::vertical(a), geometry::vertical(b));
   return {{x.low, y.low}, {x.length, y.length}};
@@ -34,23 +30,17 @@ ZRMapRect ZRMapRectIntersection(ZRMapRect a, ZRMapRect b) noexcept {
 }
 
 ZRMapRect ZRMapRectInset(ZRMapRect rect, double dx, double dy) noexcept {
-  if (geometry::isNullOrigin(rect)) {
-    return ZRMapRectNull;
-  }
+  if (geometry::isNullOrigin(rect)) return ZRMapRectNull;
   return {{rect.origin.x + dx * 0.5, rect.origin.y + dy * 0.5}, {rect.size.width - dx, rect.size.height - dy}};
 }
 
 ZRMapRect ZRMapRectOffset(ZRMapRect rect, double dx, double dy) noexcept {
-  if (geometry::isNullOrigin(rect)) {
-    return ZRMapRectNull;
-  }
+  if (geometry::isNullOrigin(rect)) return ZRMapRectNull;
   return {{rect.origin.x + dx, rect.origin.y + dy}, rect.size};
 }
 
 void ZRMapRectDivide(ZRMapRect rect, ZRMapRect* part, ZRMapRect* remainder, double amount, CGRectEdge edge) noexcept {
-  if (!geometry::isNullOrigin(rect)) {
-    geometry::CGRectDivide(rect, part, remainder, amount, edge);
-  }
+  if (!geometry::isNullOrigin(rect)) geometry::CGRectDivide(rect, part, remainder, amount, edge);
 }
 
 bool ZRMapRectContainsPoint(ZRMapRect rect, ZRMapPoint point) noexcept {

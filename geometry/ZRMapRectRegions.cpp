@@ -5,15 +5,14 @@
 
 #include "NullOrigin.h"
 ZRCoordinateRegion ZRCoordinateRegionForMapRect(ZRMapRect rect) noexcept {
-  if (geometry::isNullOrigin(rect)) {
-    return ZRCoordinateRegionNull;
-  }
+  if (geometry::isNullOrigin(rect)) return ZRCoordinateRegionNull;
   const auto [x, y] = rect.origin;
   const auto [width, height] = rect.size;
   const CLLocationCoordinate2D center = ZRCoordinateForMapPoint({x + width * 0.5, y + height * 0.5});
   const CLLocationCoordinate2D first = ZRCoordinateForMapPoint(rect.origin);
   const CLLocationCoordinate2D second = ZRCoordinateForMapPoint({x + width, y + height});
-  // Absolute values of each corner, on purpose: across the equator or the prime meridian the span is too small.
+  // Absolute values of each corner: across the equator or the prime meridian the span is too small. Callers rely on
+  // that.
   return {center,
           {std::fabs(std::fabs(second.latitude) - std::fabs(first.latitude)),
            std::fabs(std::fabs(second.longitude) - std::fabs(first.longitude))}};
@@ -34,8 +33,8 @@ ZRMapRect ZRMapRectForZRCoordinateRegion(ZRCoordinateRegion region) noexcept {
 }
 
 ZRCoordinateRegion ZRCoordinateRegionBetweenCoords(CLLocationCoordinate2D a, CLLocationCoordinate2D b) noexcept {
-  // The longitudes change places, on purpose: each corner has the latitude of one coordinate, the longitude of the
-  // other.
+  // The longitudes change places: each corner has the latitude of one coordinate and the longitude of the other.
+  // Callers rely on that.
   if (b.latitude > a.latitude) {
     return ZRCoordinateRegionMakeWithCoordinates({b.latitude, a.longitude}, {a.latitude, b.longitude});
   }

@@ -26,7 +26,7 @@ bool reachesBackOverItsWestEnd(ZRMapRect r) { return r.origin.x > 0.0 && r.origi
 ZRMapPoint ZRMapPointNormalized(ZRMapPoint point) noexcept { return {wrapped(point.x), wrapped(point.y)}; }
 
 bool ZRMapRectSpans180thMeridian(ZRMapRect rect) noexcept {
-  // The wrapped left side goes with the raw right side, on purpose: a rectangle past the world's end spans too.
+  // The wrapped left side goes with the raw right side, so that a rectangle past the world's end spans, too.
   return (wrapped(rect.origin.x) < geometry::kWorldWidth && geometry::horizontal(rect).high > geometry::kWorldWidth) ||
          crossesItsWestEnd(rect) || reachesBackOverItsWestEnd(rect);
 }
@@ -38,9 +38,7 @@ ZRMapRect ZRMapRectRemainder(ZRMapRect rect) noexcept {
   if (x < geometry::kWorldWidth && right > geometry::kWorldWidth) {
     return {{0.0, y}, {right - geometry::kWorldWidth, height}};
   }
-  if (crossesItsWestEnd(rect)) {
-    return {{geometry::kWorldWidth - std::fabs(x), y}, {std::fabs(x), height}};
-  }
+  if (crossesItsWestEnd(rect)) return {{geometry::kWorldWidth - std::fabs(x), y}, {std::fabs(x), height}};
   if (reachesBackOverItsWestEnd(rect)) {
     const double beyond = std::fabs(width) - x;
     return {{geometry::kWorldWidth - beyond, y}, {beyond, height}};

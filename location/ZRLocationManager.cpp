@@ -16,6 +16,14 @@ constexpr const char* kAlwaysKey = "NSLocationAlwaysUsageDescription";
 constexpr const char* kNoUsageDescriptionLine =
     "VELMARIS ERROR:you must have a NSLocationWhenInUseUsageDescription or NSLocationAlwaysUsageDescription to request "
     "when location authorization";
+constexpr const char* kWrongCallbacksLine =
+    "The delegate of a ZRLocationManager answers callbacks of the platform's manager (CLDidUpdateLocations and so on), "
+    "which it will never get. Derive it from ZRDidUpdateLocations, ZRDidUpdateHeading or ZRDidFailWithError.";
+
+template <class... Callbacks>
+bool answersAny(const CLLocationManagerDelegate* delegate) {
+  return (... || (dynamic_cast<const Callbacks*>(delegate) != nullptr));
+}
 
 int locationTakers(const ZRLocationManager& manager) {
   return locationStatics().__isInBackground ? manager.countInstancesGettingLocationUpdatesInBackground()
@@ -105,6 +113,11 @@ void ZRLocationManager::setDelegate(std::weak_ptr<CLLocationManagerDelegate> del
   instanceNode_->didUpdateHeading_ = std::dynamic_pointer_cast<ZRDidUpdateHeading>(asked);
   instanceNode_->didFailWithError_ = std::dynamic_pointer_cast<ZRDidFailWithError>(asked);
   CLLocationManager::setDelegate(std::move(delegate));
+  if (answersAny<CLDidUpdateLocations, CLDidUpdateHeading, CLDidFailWithError, CLDidChangeAuthorizationStatus>(
+          asked.get()) &&
+      !answersAny<ZRDidUpdateLocations, ZRDidUpdateHeading, ZRDidFailWithError>(asked.get())) {
+    ZRPlatformInUse().log->writeLine(kWrongCallbacksLine);
+  }
 }
 
 void ZRLocationManager::startUpdatingLocation() {
@@ -212,7 +225,8 @@ void ZRLocationManager::setTripSimulator(const std::shared_ptr<CLLocationManager
   if (shared.__isUpdatingLocation) requestLocationWithManager(*simulator);
 }
 
-// These two do not take the shared manager's lock: the application's life is told on the thread that starts and stops.
+// These two do not take the shared manager's lock: the application's life is reported on the thread that starts and
+// stops.
 
 void ZRLocationManager::applicationWillEnterForeground(const NSNotification&) {
   LocationStatics& shared = locationStatics();

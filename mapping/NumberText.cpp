@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "NumberText.h"
 
+#include <text/ASCII.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -12,8 +14,6 @@ constexpr double kTwoTo63 = 9223372036854775808.0;
 
 /// More than any text has digits: an exponent this large decides whatever stands before it.
 constexpr long long kMostDigits = 1LL << 40;
-
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 std::string_view withoutLeadingBlanks(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
@@ -49,9 +49,9 @@ bool isHuge(std::string_view number) {
 double doublePrefix(std::string_view text) noexcept {
   text = withoutLeadingBlanks(text);
   const bool isNegative = takeSign(text);
-  // from_chars also reads "inf", "nan" and another sign, which are no numbers here.
+  // from_chars also reads "inf", "nan" and another sign, which are not numbers here.
   const std::size_t firstDigit = text.starts_with('.') ? 1 : 0;
-  if (text.size() <= firstDigit || !isDigit(text[firstDigit])) return 0.0;
+  if (text.size() <= firstDigit || !text::isDigit(text[firstDigit])) return 0.0;
   double value = 0.0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   if (error == std::errc::result_out_of_range) {
@@ -64,7 +64,7 @@ double doublePrefix(std::string_view text) noexcept {
 std::uint64_t integerPrefixBits(std::string_view text) noexcept {
   text = withoutLeadingBlanks(text);
   const bool isNegative = takeSign(text);
-  if (text.empty() || !isDigit(text.front())) return 0;
+  if (text.empty() || !text::isDigit(text.front())) return 0;
   constexpr std::uint64_t kLowest = std::uint64_t{1} << 63;
   std::uint64_t magnitude = 0;
   const bool isTooLong =

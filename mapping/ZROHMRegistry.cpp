@@ -13,7 +13,7 @@ void add(ZROHMClassInfo& type, Slot slot, const ZROHMTable& entries) {
   ZROHMRegistry::store(type, slot, std::move(table));
 }
 
-/// Stores the mapping table less `keys` in `slot`, whichever slot that is. On purpose: see the header.
+/// Stores the mapping table less `keys` in `slot`, whichever slot that is: the header says why.
 void storeMappingWithout(ZROHMClassInfo& type, Slot slot, const std::vector<std::string>& keys) {
   ZROHMTable table = ohm_mutableDictionary(ZROHMRegistry::table(type, Slot::mapping));
   for (const std::string& key : keys) table.erase(key);

@@ -104,7 +104,7 @@ bool zrohm_setValueForKey_f(NSObject& object, const ZROHMValue& value, std::stri
     return false;
   }
   if (const ZROHMArray* const elements = value.array()) {
-    // Only the first element decides whether these are objects. On purpose.
+    // Only the first element decides whether these are objects: a list is all of one kind.
     if (elements->empty() || elements->front().dictionary() == nullptr) return true;
     const ZROHMClassInfo* const elementType = classIn(type, Slot::arrayClasses, target);
     if (elementType == nullptr) return true;
@@ -121,7 +121,8 @@ bool zrohm_setValueForKey_f(NSObject& object, const ZROHMValue& value, std::stri
       return false;
     }
   }
-  // The caller stores the value under the key as given, even where the table maps that key elsewhere. On purpose.
+  // The caller stores the value under the key as given, even where the table maps that key elsewhere:
+  // a set that names a property sets that property.
   return true;
 }
 
@@ -129,7 +130,7 @@ void zrohm_setValueForUndefinedKey_f(NSObject& object, const ZROHMValue& value, 
   const ZROHMClassInfo& type = object.classInfo();
   const auto* const target = entryIn<std::string>(type, Slot::mapping, key);
   if (target == nullptr) return;
-  // The hooked set applies the adapter once more. On purpose.
+  // The hooked set applies the adapter once more: the header says so to those who write adapters.
   if (const ZROHMAdapter* const adapter = adapterIn(type, Slot::adapter, *target)) {
     object.setValueForKey((*adapter)(value), *target);
   } else {

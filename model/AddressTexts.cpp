@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // The rules here have gaps (a second line that begins with a comma, a city that is not shown beside a country). They
-// are kept on purpose: every application of the kit shows the same texts.
+// are kept, because every application of the kit shows the same texts.
 #include "AddressTexts.h"
 
-#include <initializer_list>
+#include <text/ASCII.h>
+#include <text/UTF8.h>
 
-#include "Text.h"
+#include <initializer_list>
 
 namespace {
 
@@ -19,7 +20,7 @@ std::string joined(std::initializer_list<std::string_view> pieces) {
 std::string_view shortZip(std::string_view zip) {
   const auto dash = zip.find('-');
   const bool isLong = dash != std::string_view::npos && zip.find('-', dash + 1) == std::string_view::npos &&
-                      characterCount(zip.substr(0, dash)) == 5 && characterCount(zip.substr(dash + 1)) == 4;
+                      text::characterCount(zip.substr(0, dash)) == 5 && text::characterCount(zip.substr(dash + 1)) == 4;
   return isLong ? zip.substr(0, dash) : zip;
 }
 
@@ -27,7 +28,7 @@ std::string countyText(std::string_view county, std::string_view country) {
   constexpr std::string_view kEnding = " county";
   if (county.empty() || country != "US") return std::string(county);
   const bool isNamedSo =
-      county.size() >= kEnding.size() && isInAnyCase(county.substr(county.size() - kEnding.size()), kEnding);
+      county.size() >= kEnding.size() && text::isSameInAnyCase(county.substr(county.size() - kEnding.size()), kEnding);
   return isNamedSo ? std::string(county) : joined({county, " County"});
 }
 

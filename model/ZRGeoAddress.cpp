@@ -59,7 +59,7 @@ ZROHMDictionary ZRGeoAddress::toDictionaryUsingTambrelParams(bool usesTambrelPar
   add(usesTambrelParams ? "region" : "state", state_);
   add("postalCode", zip_);
   add("country", country_);
-  if (type_ == "v") add("type", type_);  // services take no other type. On purpose
+  if (type_ == "v") add("type", type_);  // services take no other type
   return dictionary;
 }
 

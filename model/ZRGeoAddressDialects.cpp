@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGeoAddressDialects.h>
+#include <text/ASCII.h>
 
 #include <algorithm>
 #include <array>
@@ -12,29 +13,22 @@
 
 #include "DialectFields.h"
 #include "DocumentedKeys.h"
-#include "Text.h"
 
 namespace {
-
-std::string inCapitals(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char byte) { return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 'a' + 'A') : byte; });
-  return text;
-}
 
 /// "W42" for a way, however the service writes the type: "way", "W".
 std::optional<std::string> openStreetMapIdentifier(DialectFields& fields) {
   const auto type = fields.text("osm_type");
   const auto number = fields.text("osm_id");
   if (!type || !number) return std::nullopt;
-  const std::string letter = inCapitals(type->substr(0, 1));
+  const std::string letter = text::upperCase(type->substr(0, 1));
   return letter == "N" || letter == "W" || letter == "R" ? std::optional(letter + *number) : std::nullopt;
 }
 
 std::optional<std::string> countryFrom(DialectFields& fields, std::string_view codeKey) {
   const auto code = fields.text(codeKey);
   auto name = fields.text("country");
-  return code ? std::optional(inCapitals(*code)) : std::move(name);
+  return code ? std::optional(text::upperCase(*code)) : std::move(name);
 }
 
 std::optional<std::string> streetLine(const std::optional<std::string>& houseNumber,
@@ -130,8 +124,7 @@ std::optional<std::string> lettersOfStateCode(const std::optional<std::string>& 
   const std::size_t dash = code ? code->find('-') : std::string::npos;
   if (dash == std::string::npos) return std::nullopt;
   const std::string letters = code->substr(dash + 1);
-  const bool isWord = !letters.empty() && std::none_of(letters.begin(), letters.end(),
-                                                       [](char byte) { return byte >= '0' && byte <= '9'; });
+  const bool isWord = !letters.empty() && std::none_of(letters.begin(), letters.end(), text::isDigit);
   return isWord ? std::optional(letters) : std::nullopt;
 }
 
@@ -201,7 +194,7 @@ void readPelias(DialectFields& feature, DialectFields& properties, DocumentedKey
   auto name = properties.text("country");
   if (longCode == "USA") longCode = "US";  // the display texts know these two countries by their two letters
   if (longCode == "CAN") longCode = "CA";
-  keys.add("country", code ? inCapitals(*code) : longCode ? std::move(longCode) : std::move(name));
+  keys.add("country", code ? text::upperCase(*code) : longCode ? std::move(longCode) : std::move(name));
 
   const auto layer = properties.text("layer");
   const auto type = layer == "locality" ? "city" : layer;  // elsewhere a locality is a part of a city
@@ -272,7 +265,7 @@ const Dialects& dialects() {
   return rows;
 }
 
-/// Null for a number that is no dialect's.
+/// Null for a number that is not a dialect's.
 const Dialect* find(ZRGeoAddressDialect dialect) {
   const auto row = std::find_if(dialects().begin(), dialects().end(),
                                 [dialect](const Dialect& known) { return known.dialect == dialect; });

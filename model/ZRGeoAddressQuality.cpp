@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGeoAddress.h>
+#include <text/ASCII.h>
 
 #include <array>
 #include <utility>
-
-#include "Text.h"
 
 namespace {
 
@@ -14,7 +13,7 @@ struct QualityText {
   std::string_view read;  ///< in small letters; empty: not read
 };
 
-// The columns differ on purpose: other programs depend on both.
+// The columns differ, and other programs depend on both.
 constexpr std::array<QualityText, 10> kTexts{{
     {ZRGeoAddressQualityUnknown, "unknown", ""},
     {ZRGeoAddressQualitySideOfStreet, "side_of_street", "sideofstreet"},
@@ -68,7 +67,7 @@ std::optional<std::string> ZRGeoAddress::stringForGeoQuality(std::uint64_t level
 
 std::uint64_t ZRGeoAddress::geoQualityForString(std::string_view text) {
   for (const QualityText& row : kTexts) {
-    if (!row.read.empty() && isInAnyCase(text, row.read)) return row.level;
+    if (!row.read.empty() && text::isSameInAnyCase(text, row.read)) return row.level;
   }
   return ZRGeoAddressQualityUnknown;
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGeoAddress.h>
-#include <mapping/Whitespace.h>
+#include <text/Whitespace.h>
 
 #include "AddressTexts.h"
 
@@ -15,5 +15,7 @@ std::string_view orEmpty(const std::optional<std::string>& text) {
 std::string ZRGeoAddress::stringForFormat(std::uint64_t format) const {
   const AddressTexts texts = addressTexts({orEmpty(street_), orEmpty(city_), orEmpty(state_), orEmpty(zip_),
                                            orEmpty(county_), orEmpty(neighborhood_), orEmpty(country_)});
-  return std::string(trimmed(format == 0 ? texts.firstLine : format == 1 ? texts.secondLine : texts.singleLine));
+  return std::string(text::trimmedOfWhitespace(format == 0   ? texts.firstLine
+                                               : format == 1 ? texts.secondLine
+                                                             : texts.singleLine));
 }

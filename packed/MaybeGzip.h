@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_PACKED_MAYBEGZIP_H
-#define ZRCORE_PLATFORM_PACKED_MAYBEGZIP_H
+#ifndef ZRCORE_PACKED_MAYBEGZIP_H
+#define ZRCORE_PACKED_MAYBEGZIP_H
 
 #include <optional>
 #include <string>

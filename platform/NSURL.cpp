@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/NSURL.h>
+#include <text/ASCII.h>
 
 #include <array>
 #include <cstddef>
@@ -24,8 +25,6 @@ constexpr std::array<Role, 256> makeRoles() {
 
 constexpr std::array<Role, 256> kRoles = makeRoles();
 
-bool isHexDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
-
 bool isAddress(std::string_view text) {
   bool sawHash = false;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -33,7 +32,7 @@ bool isAddress(std::string_view text) {
       case Role::plain:
         break;
       case Role::percent:
-        if (text.size() - i < 3 || !isHexDigit(text[i + 1]) || !isHexDigit(text[i + 2])) return false;
+        if (text.size() - i < 3 || !text::isHexDigit(text[i + 1]) || !text::isHexDigit(text[i + 2])) return false;
         break;
       case Role::hash:
         if (sawHash) return false;

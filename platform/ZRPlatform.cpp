@@ -26,6 +26,9 @@ void NSXMLParserDelegate::parserFoundCharacters(NSXMLParser&, std::string_view) 
 
 namespace {
 
+// Beside three numbers a platform is nothing but its services: one that the list forgets does not compile.
+static_assert(ZRMemberCount<ZRPlatform>() == 3 + std::tuple_size_v<decltype(ZRPlatformServices)>);
+
 struct PlatformStatics {
   std::mutex mutex;
   std::shared_ptr<const ZRPlatform> inUse;
@@ -36,35 +39,15 @@ PlatformStatics& statics() {
   return *instance;
 }
 
-/// Takes over a member that the host's ZRPlatform is large enough to have, and has filled.
-template <class Service>
-void takeOver(std::shared_ptr<Service> ZRPlatform::*member, const ZRPlatform& from, ZRPlatform& to) {
-  if (ZRReaches(from, member) && from.*member) to.*member = from.*member;
-}
-
 }  // namespace
 
 bool ZRPlatformInstall(const ZRPlatform& platform) {
   auto complete = std::make_shared<ZRPlatform>(headlessPlatform());
-  takeOver(&ZRPlatform::positioning, platform, *complete);
-  takeOver(&ZRPlatform::bundle, platform, *complete);
-  takeOver(&ZRPlatform::notificationCenter, platform, *complete);
-  takeOver(&ZRPlatform::log, platform, *complete);
-  takeOver(&ZRPlatform::clock, platform, *complete);
-  takeOver(&ZRPlatform::json, platform, *complete);
-  takeOver(&ZRPlatform::mainQueue, platform, *complete);
-  takeOver(&ZRPlatform::httpSession, platform, *complete);
-  takeOver(&ZRPlatform::xml, platform, *complete);
-  takeOver(&ZRPlatform::images, platform, *complete);
-  takeOver(&ZRPlatform::userDefaults, platform, *complete);
-  takeOver(&ZRPlatform::device, platform, *complete);
-  takeOver(&ZRPlatform::audioSession, platform, *complete);
-  takeOver(&ZRPlatform::speech, platform, *complete);
-  takeOver(&ZRPlatform::audioPlayers, platform, *complete);
-  takeOver(&ZRPlatform::application, platform, *complete);
-  takeOver(&ZRPlatform::screen, platform, *complete);
-  takeOver(&ZRPlatform::pasteboard, platform, *complete);
-  takeOver(&ZRPlatform::mail, platform, *complete);
+  ZRForEachService([&](const auto& service) {
+    if (ZRReaches(platform, service.member) && platform.*service.member) {
+      complete.get()->*service.member = platform.*service.member;
+    }
+  });
   if (ZRReaches(platform, &ZRPlatform::longestParsedBodyBytes)) {
     complete->longestParsedBodyBytes = platform.longestParsedBodyBytes;
   }

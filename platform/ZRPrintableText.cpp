@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRPrintableText.h>
-
-#include "UTF8.h"
+#include <text/UTF8.h>
 
 namespace {
 
@@ -25,7 +24,7 @@ void appendEscaped(std::string& to, char c) {
 }  // namespace
 
 std::size_t ZRPrintableLength(std::string_view text) noexcept {
-  const std::size_t length = sequenceLength(text);
+  const std::size_t length = text::sequenceLength(text);
   if (length == 1) return text[0] >= 0x20 && text[0] != 0x7F ? 1 : 0;
   if (length == 2 && isControlOfTwoBytes(text)) return 0;
   if (length == 3 && isLineOrDirection(text)) return 0;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// When an application is in the background.
-#ifndef ZRCORE_PLATFORM_POLICY_APPLICATIONLIFE_H
-#define ZRCORE_PLATFORM_POLICY_APPLICATIONLIFE_H
+#ifndef ZRCORE_POLICY_APPLICATIONLIFE_H
+#define ZRCORE_POLICY_APPLICATIONLIFE_H
 
 #include <optional>
 #include <set>
@@ -10,7 +10,7 @@
 namespace policy {
 
 /// The application is in the background while anything holds it there: a stopped terminal, a sleeping system, no window
-/// to be seen. One change is told once, however many reasons there are for it.
+/// to be seen. One change is reported once, however many reasons there are for it.
 class ApplicationLife {
  public:
   enum class Reason { terminalStopped, systemSleeps, noWindow };
@@ -23,7 +23,7 @@ class ApplicationLife {
 };
 
 /// Whether an application's windows put it into the background: when none has been active or visible for a while. A
-/// window that opens as another one closes, a switch between two of them, is no background.
+/// window that opens as another one closes, a switch between two of them, is not the background.
 class WindowPresence {
  public:
   explicit WindowPresence(double patienceSeconds) : patienceSeconds_(patienceSeconds) {}

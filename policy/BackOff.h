@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// How long to wait before trying again.
-#ifndef ZRCORE_PLATFORM_POLICY_BACKOFF_H
-#define ZRCORE_PLATFORM_POLICY_BACKOFF_H
+#ifndef ZRCORE_POLICY_BACKOFF_H
+#define ZRCORE_POLICY_BACKOFF_H
 
 namespace policy {
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DuckPlan.h"
 
+#include <text/Numbers.h>
+
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <set>
 #include <sstream>
@@ -42,12 +43,10 @@ std::string escaped(const std::string& key) {
 std::string unescaped(const std::string& text) {
   std::string key;
   for (std::size_t at = 0; at < text.size();) {
-    unsigned char byte = 0;
-    const char* const digits = text.data() + at + 1;
-    const bool isEscape =
-        text[at] == '%' && at + 2 < text.size() && std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2;
-    key += isEscape ? static_cast<char>(byte) : text[at];
-    at += isEscape ? 3 : 1;
+    const bool mayBeEscape = text[at] == '%' && at + 2 < text.size();
+    const auto byte = mayBeEscape ? text::numberIn<unsigned char>(text.substr(at + 1, 2), 16) : std::nullopt;
+    key += byte ? static_cast<char>(*byte) : text[at];
+    at += byte ? 3 : 1;
   }
   return key;
 }

@@ -33,11 +33,11 @@ struct RememberedVolume {
 /// 18 dB lower.
 ChannelVolumes loweredVolumes(const ChannelVolumes& volumes);
 
-/// Which streams are to be lowered and which restored. It remembers the streams that it has lowered with their former
-/// volumes until they are restored; one whose volume has been changed meanwhile is left alone. A stream that several
-/// processes want lowered is lowered once, and restored by the last of them. One that ends while it is low may leave
-/// its low volume in the server's memory, which is then corrected. What another process has noted makes nothing louder
-/// than full volume.
+/// Decides which streams are lowered and which are restored. The plan remembers each stream that it has lowered, with
+/// the former volume, until the stream is restored; a stream whose volume somebody else changes meanwhile is left
+/// alone. If several processes want a stream lowered, the first lowers it and the last restores it. A stream that ends
+/// while it is lowered may leave its low volume in the server's memory; the plan then corrects that. Notes of other
+/// processes are not trusted: no restored volume exceeds full volume.
 class DuckPlan {
  public:
   struct Change {

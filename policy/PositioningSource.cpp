@@ -2,8 +2,8 @@
 #include "PositioningSource.h"
 
 #include <ZRCore/ZRPrintableText.h>
+#include <text/Numbers.h>
 
-#include <charconv>
 #include <optional>
 
 namespace policy {
@@ -12,10 +12,8 @@ namespace {
 using Kind = PositioningSource::Kind;
 
 std::optional<std::uint16_t> parsePort(std::string_view text) {
-  std::uint16_t port = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
-  if (error != std::errc() || end != text.data() + text.size() || port == 0) return std::nullopt;
-  return port;
+  const auto port = text::numberIn<std::uint16_t>(text);
+  return port != 0 ? port : std::nullopt;
 }
 
 /// Reads HOST, HOST:PORT, [IPV6] or [IPV6]:PORT.
@@ -88,8 +86,9 @@ std::variant<PositioningSource, std::string> parsePositioningSource(std::string_
     source.host.clear();
     return source;
   }
-  if (!parseAddress(rest, source))
+  if (!parseAddress(rest, source)) {
     return refuse("has no usable address; write gpsd:HOST:PORT, with a port up to 65535");
+  }
   return source;
 }
 

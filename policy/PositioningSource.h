@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Where positions come from, as people write it.
-#ifndef ZRCORE_PLATFORM_POLICY_POSITIONINGSOURCE_H
-#define ZRCORE_PLATFORM_POLICY_POSITIONINGSOURCE_H
+#ifndef ZRCORE_POLICY_POSITIONINGSOURCE_H
+#define ZRCORE_POLICY_POSITIONINGSOURCE_H
 
 #include <cstdint>
 #include <string>

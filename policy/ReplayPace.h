@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// When the fixes of a recording are due.
-#ifndef ZRCORE_PLATFORM_POLICY_REPLAYPACE_H
-#define ZRCORE_PLATFORM_POLICY_REPLAYPACE_H
+#ifndef ZRCORE_POLICY_REPLAYPACE_H
+#define ZRCORE_POLICY_REPLAYPACE_H
 
 #include <optional>
 

@@ -11,7 +11,7 @@
 namespace policy {
 
 /// Which utterance is being spoken, which wait, and what is to be told of each: every one ends once, in order, and a
-/// pause is told once however often it is reported.
+/// pause is reported once however often the source signals it.
 template <class Utterance>
 class UtteranceQueue {
  public:

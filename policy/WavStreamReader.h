@@ -24,7 +24,7 @@ class WavStreamReader {
  public:
   /// Reads on. The samples of the moments that are complete are appended to `samples`; what is left at the stream's end
   /// of one that is not, is lost.
-  /// @return false when the stream is no such WAV (then and ever after)
+  /// @return false when the stream is not such a WAV (then and ever after)
   bool feed(std::string_view bytes, std::vector<std::int16_t>& samples);
 
   /// Present from the first sample on, and before.

@@ -12,7 +12,7 @@ std::optional<CsvHeader> CsvHeader::read(std::string_view text) {
     if (!record.append(text)) continue;
     CsvHeader header{separator, {}, record.cells().size()};
     for (std::size_t i = 0; i < header.columnCount; ++i) {
-      std::string name = lowerCase(trimmed(record.cells()[i]));
+      std::string name = lowerCase(std::string(trimmed(record.cells()[i])));
       if (name == "latitude") name = "lat";
       if (name == "longitude" || name == "lng") name = "lon";
       header.columns.emplace(std::move(name), i);

@@ -3,7 +3,7 @@
 
 #include <ZRCore/ZRGeometryAdditions.h>
 
-namespace policy {
+namespace readers {
 namespace {
 
 constexpr double kUnknown = -1.0;
@@ -11,7 +11,7 @@ constexpr double kMetersPerHdop = 5.0;
 
 }  // namespace
 
-ZRPositionFix FixCompletion::complete(const readers::SourceFix& source) {
+ZRPositionFix FixCompletion::complete(const SourceFix& source) {
   ZRPositionFix fix;
   fix.coordinate = source.coordinate;
   fix.altitude = source.altitudeMeters.value_or(0.0);
@@ -24,13 +24,13 @@ ZRPositionFix FixCompletion::complete(const readers::SourceFix& source) {
   return fix;
 }
 
-double FixCompletion::horizontalAccuracyMeters(const readers::SourceFix& source) const {
+double FixCompletion::horizontalAccuracyMeters(const SourceFix& source) const {
   if (source.accuracyMeters) return *source.accuracyMeters;
   if (source.hdop) return *source.hdop * kMetersPerHdop;
   return options_.assumedAccuracyMeters.value_or(0.0);
 }
 
-double FixCompletion::speedMetersPerSecond(const readers::SourceFix& source) const {
+double FixCompletion::speedMetersPerSecond(const SourceFix& source) const {
   if (source.speedMetersPerSecond) return *source.speedMetersPerSecond;
   if (!options_.derivesSpeed || !lastTimed_ || !source.secondsSince1970) return kUnknown;
   const double seconds = *source.secondsSince1970 - lastTimed_->secondsSince1970;
@@ -38,4 +38,4 @@ double FixCompletion::speedMetersPerSecond(const readers::SourceFix& source) con
   return ZRGreatCircleDistance(lastTimed_->coordinate, source.coordinate) / seconds;
 }
 
-}  // namespace policy
+}  // namespace readers

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// From what a source tells to what the framework expects of a position fix.
-#ifndef ZRCORE_PLATFORM_POLICY_FIXCOMPLETION_H
-#define ZRCORE_PLATFORM_POLICY_FIXCOMPLETION_H
+/// From what a source reports to what the framework expects of a position fix.
+#ifndef ZRCORE_READERS_FIXCOMPLETION_H
+#define ZRCORE_READERS_FIXCOMPLETION_H
 
 #include <ZRCore/CLLocation.h>
 #include <ZRCore/ZRGeometry.h>
@@ -11,19 +11,19 @@
 
 #include "FixReader.h"
 
-namespace policy {
+namespace readers {
 
 /// Completes the fixes of one source, in their order. One thread at a time.
 class FixCompletion {
  public:
   struct Options {
     std::optional<double> assumedAccuracyMeters;  ///< for fixes whose source hints at no accuracy, >= 0
-    bool derivesSpeed = false;                    ///< from the way since the previous fix, where the source tells none
+    bool derivesSpeed = false;                    ///< from the distance since the previous fix, where none is reported
   };
 
   explicit FixCompletion(const Options& options) : options_(options) {}
 
-  /// The fix with the platform's value for each thing that the source did not tell:
+  /// The fix with the platform's value for each thing that the source did not report:
   /// - horizontal accuracy: the receiver's estimate; else HDOP times 5 m, the error of a plain receiver under a good
   ///   sky; else the assumed accuracy; else 0, as a location has that is made from latitude and longitude alone.
   ///   Negative it never is: that would call the coordinate invalid.
@@ -32,8 +32,9 @@ class FixCompletion {
   /// - speed: -1, "unknown"; with `derivesSpeed` the great-circle distance from the previous timed fix over the time
   ///   since, if that is more than 0 seconds.
   /// - course: -1, "unknown".
-  /// - time: that of the last timed fix; 1970 before any. A time that was told is kept, also when it goes backwards.
-  ZRPositionFix complete(const readers::SourceFix& source);
+  /// - time: that of the last timed fix; 1970 before any. A time that was reported is kept, also when it goes
+  ///   backwards.
+  ZRPositionFix complete(const SourceFix& source);
 
  private:
   struct Passage {
@@ -41,13 +42,13 @@ class FixCompletion {
     double secondsSince1970;
   };
 
-  double horizontalAccuracyMeters(const readers::SourceFix& source) const;
-  double speedMetersPerSecond(const readers::SourceFix& source) const;
+  double horizontalAccuracyMeters(const SourceFix& source) const;
+  double speedMetersPerSecond(const SourceFix& source) const;
 
   Options options_;
   std::optional<Passage> lastTimed_;
 };
 
-}  // namespace policy
+}  // namespace readers
 
 #endif

@@ -66,7 +66,7 @@ void readTime(SourceFix& fix, std::string_view text, const Reporter& reporter) {
     fix.secondsSince1970 = seconds;
   } else {
     reporter.fault("the time " + inQuotes(text) +
-                   " can't be read and is left out of the fix; write it like 2022-09-11T19:15:03Z");
+                   " cannot be read and is left out of the fix; write it like 2022-09-11T19:15:03Z");
   }
 }
 

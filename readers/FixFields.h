@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Filling a SourceFix from what an input says, with one rule per quantity for all formats.
-#ifndef ZRCORE_PLATFORM_READERS_FIXFIELDS_H
-#define ZRCORE_PLATFORM_READERS_FIXFIELDS_H
+#ifndef ZRCORE_READERS_FIXFIELDS_H
+#define ZRCORE_READERS_FIXFIELDS_H
 
 #include <cstdint>
 #include <string>
@@ -28,7 +28,7 @@ enum class Quantity { altitude, accuracy, verticalAccuracy, hdop, speed, course 
 /// systems write them, and leave the field empty; a course beyond 360 degrees is a fault that does the same.
 void setQuantity(SourceFix& fix, Quantity quantity, double value, const Reporter& reporter);
 
-/// Stores a number given as text. Blank text means "unknown"; text that is no number is a fault and leaves the field
+/// Stores a number given as text. Blank text means "unknown"; text that is not a number is a fault and leaves the field
 /// empty.
 void readQuantity(SourceFix& fix, Quantity quantity, std::string_view text, const Reporter& reporter);
 
@@ -36,7 +36,7 @@ void readQuantity(SourceFix& fix, Quantity quantity, std::string_view text, cons
 /// leaves the time empty.
 void readTime(SourceFix& fix, std::string_view text, const Reporter& reporter);
 
-/// Stores decimal degrees. Text that is no number is a fault, and without its place there is no fix.
+/// Stores decimal degrees. Text that is not a number is a fault, and without its place there is no fix.
 /// @return  whether both are numbers; their range is checked where fixes leave the reader.
 bool readCoordinate(SourceFix& fix, std::string_view latitude, std::string_view longitude, const Reporter& reporter);
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FixReader.h"
 
-#include <array>
-
 #include "CsvReader.h"
 #include "GpsdReader.h"
 #include "GpxReader.h"
@@ -11,28 +9,42 @@
 namespace readers {
 
 Listener::~Listener() = default;
-void Listener::news(const SourceNews& /*news*/) {}
+void Listener::status(const SourceStatus& /*status*/) {}
 FixReader::~FixReader() = default;
 FixReader::Held FixReader::held() const { return Held::nothing; }
 void FixReader::tellHeld(Listener& /*listener*/) {}
 
-std::string_view formatName(Format format) {
-  constexpr std::array<std::string_view, 4> kNames{"GPX", "NMEA 0183", "gpsd JSON", "CSV"};
-  return kNames.at(static_cast<std::size_t>(format));
+namespace {
+
+/// All that there is to know of a format.
+struct Row {
+  std::string_view name;
+  std::unique_ptr<FixReader> (*make)();
+};
+
+template <class Reader>
+std::unique_ptr<FixReader> make() {
+  return std::make_unique<Reader>();
 }
 
-std::unique_ptr<FixReader> makeReader(Format format) {
+/// Without a default: a format that is forgotten here does not compile.
+Row rowOf(Format format) {
   switch (format) {
     case Format::gpx:
-      return std::make_unique<GpxReader>();
+      return {"GPX", make<GpxReader>};
     case Format::nmea:
-      return std::make_unique<NmeaReader>();
+      return {"NMEA 0183", make<NmeaReader>};
     case Format::gpsdJson:
-      return std::make_unique<GpsdReader>();
+      return {"gpsd JSON", make<GpsdReader>};
     case Format::csv:
-      break;
+      return {"CSV", make<CsvReader>};
   }
-  return std::make_unique<CsvReader>();
+  return {};
 }
+
+}  // namespace
+
+std::string_view formatName(Format format) { return rowOf(format).name; }
+std::unique_ptr<FixReader> makeReader(Format format) { return rowOf(format).make(); }
 
 }  // namespace readers

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Readers of recorded and live position streams: bytes in, fixes out.
-#ifndef ZRCORE_PLATFORM_READERS_FIXREADER_H
-#define ZRCORE_PLATFORM_READERS_FIXREADER_H
+#ifndef ZRCORE_READERS_FIXREADER_H
+#define ZRCORE_READERS_FIXREADER_H
 
 #include <ZRCore/ZRGeometry.h>
 
@@ -19,7 +19,7 @@ enum class Format { gpx, nmea, gpsdJson, csv };
 /// For messages: "GPX", "NMEA 0183", "gpsd JSON", "CSV".
 std::string_view formatName(Format format);
 
-/// One position as a source tells it; what it does not tell is empty. No value is NaN or infinite.
+/// One position as a source reports it; what it does not report is empty. No value is NaN or infinite.
 struct SourceFix {
   CLLocationCoordinate2D coordinate{};           ///< degrees, always a place on the Earth
   std::optional<double> secondsSince1970;        ///< UTC, without leap seconds
@@ -38,7 +38,7 @@ enum class Severity {
 };
 
 /// What a live source says beside its fixes; recordings of one may hold it, too.
-struct SourceNews {
+struct SourceStatus {
   std::optional<std::string> daemonRelease = {};       ///< the daemon's greeting
   std::optional<std::size_t> receivers = {};           ///< how many the daemon has from now on
   std::optional<double> trueHeadingDegrees = {};       ///< of a compass, clockwise from true north, [0, 360)
@@ -60,11 +60,11 @@ class Listener {
   virtual ~Listener();
   virtual void fix(const SourceFix& fix) = 0;
   virtual void remark(const Remark& remark) = 0;
-  virtual void news(const SourceNews& news);  ///< passed over by default
+  virtual void status(const SourceStatus& status);  ///< passed over by default
 };
 
 /// A push parser of one input, from its first byte to its end. It holds a bounded part of the input, however long that
-/// is, and takes any bytes: what it can't use becomes a remark. One thread at a time; it calls the listener only from
+/// is, and takes any bytes: what it cannot use becomes a remark. One thread at a time; it calls the listener only from
 /// within `feed` and `finish`, and no listener may call back into it.
 class FixReader {
  public:
@@ -73,11 +73,11 @@ class FixReader {
   /// The next bytes of the input. The fixes and remarks do not depend on where the input is split.
   virtual void feed(std::string_view bytes, Listener& listener) = 0;
 
-  /// The end of the input: what was held back is told, and an input that breaks off in the middle is a fault. Called
-  /// once, after the last `feed`.
+  /// The end of the input: what was held back is reported, and an input that breaks off in the middle is a fault.
+  /// Called once, after the last `feed`.
   virtual void finish(Listener& listener) = 0;
 
-  // For live streams, whose reader can't wait for the next instant to know that one is over. Files need none of it.
+  // For live streams, whose reader cannot wait for the next instant to know that one is over. Files need none of it.
 
   enum class Held {
     nothing,
@@ -96,7 +96,7 @@ class FixReader {
 /// @return      nullopt when it is none of the formats, or when the bytes do not suffice to tell.
 std::optional<Format> detectFormat(std::string_view head);
 
-/// Says of an input that `detectFormat` can't tell what it seems to be and what to do, as in "is KML, which ...".
+/// Says of an input that `detectFormat` cannot tell what it seems to be and what to do, as in "is KML, which ...".
 std::string whyUnreadable(std::string_view head);
 
 /// A reader at the start of an input. Never null.

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-namespace policy {
+namespace readers {
 namespace {
 
 constexpr double kNotMeasured = -1.0;
@@ -31,4 +31,4 @@ std::optional<ZRPositionFix> fixOf(const GeoClueLocation& location, NSDate now) 
   return fix;
 }
 
-}  // namespace policy
+}  // namespace readers

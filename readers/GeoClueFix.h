@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// From GeoClue's values to a fix.
-#ifndef ZRCORE_PLATFORM_POLICY_GEOCLUEFIX_H
-#define ZRCORE_PLATFORM_POLICY_GEOCLUEFIX_H
+#ifndef ZRCORE_READERS_GEOCLUEFIX_H
+#define ZRCORE_READERS_GEOCLUEFIX_H
 
 #include <ZRCore/CLLocation.h>
 
@@ -10,7 +10,7 @@
 #include <limits>
 #include <optional>
 
-namespace policy {
+namespace readers {
 
 /// The properties of an `org.freedesktop.GeoClue2.Location`, with that interface's own values for "unknown".
 struct GeoClueLocation {
@@ -24,12 +24,12 @@ struct GeoClueLocation {
 };
 
 /// The fix, with the platform's value for what is unknown: altitude by a vertical accuracy of -1, speed and course by
-/// -1. GeoClue never says how good an altitude is: a known one gets a vertical accuracy of 0. A heading beyond 360 counts
-/// as unknown.
+/// -1. GeoClue never says how good an altitude is: a known one gets a vertical accuracy of 0. A heading beyond 360
+/// counts as unknown.
 /// @param now  the time of a location that has none
 /// @return     nullopt when the place is none on the Earth.
 std::optional<ZRPositionFix> fixOf(const GeoClueLocation& location, NSDate now);
 
-}  // namespace policy
+}  // namespace readers
 
 #endif

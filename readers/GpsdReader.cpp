@@ -21,7 +21,7 @@ std::string withNullForNan(std::string_view text) {
   std::string changed(text);
   for (auto colon = changed.find(':'); colon != std::string::npos; colon = changed.find(':', colon + 1)) {
     const auto value = changed.find_first_not_of(' ', colon + 1);
-    if (value != std::string::npos && lowerCase(std::string_view(changed).substr(value, 3)) == "nan") {
+    if (value != std::string::npos && text::isSameInAnyCase(std::string_view(changed).substr(value, 3), "nan")) {
       changed.replace(value, 3, "null");
     }
   }
@@ -80,14 +80,14 @@ std::optional<double> headingAt(const json& report, const char* key) {
 }
 
 void readAttitude(const json& report, const Reporter& reporter) {
-  SourceNews news;
-  news.trueHeadingDegrees = headingAt(report, "heading");
-  news.magneticHeadingDegrees = headingAt(report, "mheading");
-  if (!news.trueHeadingDegrees && !news.magneticHeadingDegrees) return;
+  SourceStatus status;
+  status.trueHeadingDegrees = headingAt(report, "heading");
+  status.magneticHeadingDegrees = headingAt(report, "mheading");
+  if (!status.trueHeadingDegrees && !status.magneticHeadingDegrees) return;
   SourceFix timed;
   setTime(timed, report, reporter);
-  news.headingSecondsSince1970 = timed.secondsSince1970;
-  reporter.listener.news(news);
+  status.headingSecondsSince1970 = timed.secondsSince1970;
+  reporter.listener.status(status);
 }
 
 }  // namespace
@@ -103,7 +103,7 @@ void GpsdReader::readLine(std::string_view text, const Reporter& reporter) {
   const std::string kind = textAt(report, "class");
   if (kind == "TPV") readFix(report, reporter);
   if (kind == "ATT") readAttitude(report, reporter);
-  if (kind == "VERSION") reporter.listener.news({.daemonRelease = textAt(report, "release")});
+  if (kind == "VERSION") reporter.listener.status({.daemonRelease = textAt(report, "release")});
   if (kind == "DEVICES") readDevices(report, reporter.listener);
   if (kind == "DEVICE") readDevice(report, reporter.listener);
 }
@@ -141,7 +141,7 @@ void GpsdReader::readDevices(const json& report, Listener& listener) {
   for (const json& device : *devices) {
     if (device.is_object() && receivers_.size() < kMostReceivers) receivers_.insert(textAt(device, "path"));
   }
-  listener.news({.receivers = receivers_.size()});
+  listener.status({.receivers = receivers_.size()});
 }
 
 /// One receiver came, or went: its "activated" is a time, or 0.
@@ -152,7 +152,7 @@ void GpsdReader::readDevice(const json& report, Listener& listener) {
   } else if (receivers_.size() < kMostReceivers) {
     receivers_.insert(path);
   }
-  listener.news({.receivers = receivers_.size()});
+  listener.status({.receivers = receivers_.size()});
 }
 
 void GpsdReader::readEnd(const Reporter& reporter) { emitCurrent(reporter.listener); }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_READERS_GPSDREADER_H
-#define ZRCORE_PLATFORM_READERS_GPSDREADER_H
+#ifndef ZRCORE_READERS_GPSDREADER_H
+#define ZRCORE_READERS_GPSDREADER_H
 
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
@@ -12,8 +12,8 @@
 
 namespace readers {
 
-/// Reads the TPV reports of gpsd's JSON protocol, one object per line. VERSION, DEVICES, DEVICE and ATT are news; other
-/// objects and raw sentences between them are passed over.
+/// Reads the TPV reports of gpsd's JSON protocol, one object per line. VERSION, DEVICES, DEVICE and ATT are status;
+/// other objects and raw sentences between them are passed over.
 ///
 /// The daemon reports once per sentence of its receiver, so one fix comes several times, the first ones with gaps:
 /// reports that follow each other with the same time and place make one fix, complete when another one or the end
@@ -34,7 +34,7 @@ class GpsdReader final : public LineReader {
   void emitCurrent(Listener& listener);
 
   std::optional<SourceFix> current_;
-  bool isTold_ = false;              // current_ has been told
+  bool isTold_ = false;              // current_ has been reported
   std::set<std::string> receivers_;  // paths of those that the daemon has
 };
 

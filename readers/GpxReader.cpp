@@ -47,8 +47,8 @@ void GpxReader::finish(Listener& listener) {
   }
 }
 
-/// Looks at the input up to its first byte that is no blank. The parser insists on the XML declaration being first;
-/// editors and pasted text don't. And when the first bytes come one by one it may take another encoding than when they
+/// Looks at the input up to its first byte that is not blank. The parser insists on the XML declaration being first;
+/// editors and pasted text do not. And when the first bytes come one by one it may take another encoding than when they
 /// come together, unless they can begin XML.
 std::string_view GpxReader::begin(std::string_view bytes) {
   constexpr std::string_view kBlanks = "\xEF\xBB\xBF \t\r\n";
@@ -236,7 +236,7 @@ void XMLCALL GpxReader::onText(void* reader, const XML_Char* text, int length) {
   }
 }
 
-/// Comments, instructions and the like; long runs of blanks, which come in pieces, don't count.
+/// Comments, instructions and the like; long runs of blanks, which come in pieces, do not count.
 void XMLCALL GpxReader::onOther(void* reader, const XML_Char* text, int length) {
   if (!from(reader).finished_ && length > 0 && *text == '<') from(reader).tokenFits();
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_READERS_LINEREADER_H
-#define ZRCORE_PLATFORM_READERS_LINEREADER_H
+#ifndef ZRCORE_READERS_LINEREADER_H
+#define ZRCORE_READERS_LINEREADER_H
 
 #include <cstdint>
 #include <string_view>

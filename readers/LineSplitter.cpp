@@ -4,7 +4,7 @@
 namespace readers {
 
 void LineSplitter::hold(std::string_view piece) {
-  // Room for a byte order mark and a CR, which do not count, so that the verdict doesn't depend on how the line
+  // Room for a byte order mark and a CR, which do not count, so that the verdict does not depend on how the line
   // arrives.
   constexpr std::size_t kMostHeld = kLongestText + 4;
   if (tooLong_ || held_.size() + piece.size() > kMostHeld) {

@@ -3,19 +3,19 @@
 
 #include <utility>
 
-namespace policy {
+namespace readers {
 
-LiveReader::LiveReader(readers::Format format) : format_(format), reader_(readers::makeReader(format)) {}
+LiveReader::LiveReader(Format format) : format_(format), reader_(makeReader(format)) {}
 
 void LiveReader::beginConnection() {
-  reader_ = readers::makeReader(format_);
+  reader_ = makeReader(format_);
   remarks_ = 0;
   hasToldFix_ = false;
 }
 
 LiveEvents LiveReader::feed(std::string_view bytes) {
   reader_->feed(bytes, *this);
-  const bool isComplete = reader_->held() == readers::FixReader::Held::complete;
+  const bool isComplete = reader_->held() == FixReader::Held::complete;
   if (isComplete || events_.receivers == 0) reader_->tellHeld(*this);  // who is gone adds nothing, either
   return take();
 }
@@ -30,9 +30,9 @@ LiveEvents LiveReader::finish() {
   return take();
 }
 
-bool LiveReader::isHolding() const { return reader_->held() != readers::FixReader::Held::nothing; }
+bool LiveReader::isHolding() const { return reader_->held() != FixReader::Held::nothing; }
 
-void LiveReader::fix(const readers::SourceFix& fix) {
+void LiveReader::fix(const SourceFix& fix) {
   // Within a connection the reader has put together what belongs together.
   const bool isLast =
       !hasToldFix_ && last_ && fix.secondsSince1970 && last_->secondsSince1970 == fix.secondsSince1970 &&
@@ -43,25 +43,25 @@ void LiveReader::fix(const readers::SourceFix& fix) {
   events_.fixes.push_back(completion_.complete(fix));
 }
 
-void LiveReader::remark(const readers::Remark& remark) {
+void LiveReader::remark(const Remark& remark) {
   if (++remarks_ > kMostRemarks) return;
   events_.remarks.push_back("line " + std::to_string(remark.line) + ": " + remark.text);
   if (remarks_ == kMostRemarks) events_.remarks.back() += "; further remarks about this connection are left out";
 }
 
-void LiveReader::news(const readers::SourceNews& news) {
-  if (news.daemonRelease) events_.daemonRelease = news.daemonRelease;
-  if (news.receivers) events_.receivers = news.receivers;
-  if (!news.trueHeadingDegrees && !news.magneticHeadingDegrees) return;
+void LiveReader::status(const SourceStatus& status) {
+  if (status.daemonRelease) events_.daemonRelease = status.daemonRelease;
+  if (status.receivers) events_.receivers = status.receivers;
+  if (!status.trueHeadingDegrees && !status.magneticHeadingDegrees) return;
   CLHeading heading;
-  heading.trueHeading = news.trueHeadingDegrees.value_or(-1.0);
-  heading.magneticHeading = news.magneticHeadingDegrees.value_or(-1.0);
+  heading.trueHeading = status.trueHeadingDegrees.value_or(-1.0);
+  heading.magneticHeading = status.magneticHeadingDegrees.value_or(-1.0);
   // How good it is, such sources do not say; negative would call the reading invalid.
   heading.headingAccuracy = 0.0;
-  heading.timestamp = {news.headingSecondsSince1970.value_or(0.0)};
+  heading.timestamp = {status.headingSecondsSince1970.value_or(0.0)};
   events_.headings.push_back(heading);
 }
 
 LiveEvents LiveReader::take() { return std::exchange(events_, {}); }
 
-}  // namespace policy
+}  // namespace readers

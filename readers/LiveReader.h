@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// A reader for streams that are read as they come.
-#ifndef ZRCORE_PLATFORM_POLICY_LIVEREADER_H
-#define ZRCORE_PLATFORM_POLICY_LIVEREADER_H
+#ifndef ZRCORE_READERS_LIVEREADER_H
+#define ZRCORE_READERS_LIVEREADER_H
 
 #include <ZRCore/CLLocation.h>
 #include <ZRCore/CLLocationManager.h>
@@ -16,7 +16,7 @@
 #include "FixCompletion.h"
 #include "FixReader.h"
 
-namespace policy {
+namespace readers {
 
 /// What some bytes of a live stream brought.
 struct LiveEvents {
@@ -29,10 +29,10 @@ struct LiveEvents {
 
 /// Turns the bytes of one source, over any number of connections, into the platform's fixes.
 ///
-/// Reports of one instant are merged as in a recording, but a fix is told as soon as nothing can be added to it, or when
-/// the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An instant is told once, also
-/// when a new connection begins with it.
-class LiveReader final : private readers::Listener {
+/// Reports of one instant are merged as in a recording, but a fix is reported as soon as nothing can be added to it, or
+/// when the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An instant is reported
+/// once, also when a new connection begins with it.
+class LiveReader final : private Listener {
  public:
   /// The sentences of one instant follow each other closely, instants do not.
   static constexpr double kQuietSeconds = 0.1;
@@ -40,13 +40,13 @@ class LiveReader final : private readers::Listener {
   /// After so many of one connection remarks are dropped, so that a stream of rubbish does not fill the log.
   static constexpr int kMostRemarks = 5;
 
-  explicit LiveReader(readers::Format format);
+  explicit LiveReader(Format format);
 
   /// A new connection, which begins in the middle of whatever the source is saying.
   void beginConnection();
 
   LiveEvents feed(std::string_view bytes);
-  /// The stream went quiet, or the connection ended. A line that was cut off by that is no fault.
+  /// The stream went quiet, or the connection ended. A line that was cut off by that is not a fault.
   LiveEvents tellHeld();
   /// The recording ended.
   LiveEvents finish();
@@ -55,20 +55,20 @@ class LiveReader final : private readers::Listener {
   bool isHolding() const;
 
  private:
-  void fix(const readers::SourceFix& fix) override;
-  void remark(const readers::Remark& remark) override;
-  void news(const readers::SourceNews& news) override;
+  void fix(const SourceFix& fix) override;
+  void remark(const Remark& remark) override;
+  void status(const SourceStatus& status) override;
   LiveEvents take();
 
-  readers::Format format_;
-  std::unique_ptr<readers::FixReader> reader_;
+  Format format_;
+  std::unique_ptr<FixReader> reader_;
   FixCompletion completion_{{}};
-  std::optional<readers::SourceFix> last_;  ///< of all connections
-  bool hasToldFix_ = false;                 ///< of this one
+  std::optional<SourceFix> last_;  ///< of all connections
+  bool hasToldFix_ = false;        ///< of this one
   int remarks_ = 0;
   LiveEvents events_;
 };
 
-}  // namespace policy
+}  // namespace readers
 
 #endif

@@ -77,7 +77,8 @@ void NmeaReader::readLine(std::string_view text, const Reporter& reporter) {
   }
   if (fewestFields(sentence.kind) == 0) return;
   if (!sentence.hasChecksum && !std::exchange(toldMissingChecksum_, true)) {
-    reporter.warning("a sentence has no checksum, so damage in it can't be seen; such sentences are taken as they are");
+    reporter.warning(
+        "a sentence has no checksum, so damage in it cannot be seen; such sentences are taken as they are");
   }
   if (sentence.kind == "RMC") add(readRmc(sentence, reporter), reporter.listener);
   if (sentence.kind == "GGA") add(readGga(sentence, reporter), reporter.listener);

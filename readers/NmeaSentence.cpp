@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "NmeaSentence.h"
 
+#include <text/Numbers.h>
+
 #include <algorithm>
-#include <charconv>
 
 #include "Text.h"
 #include "TimeText.h"
@@ -10,14 +11,11 @@
 namespace readers {
 namespace {
 
-bool isCapitalOrDigit(char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); }
+bool isCapitalOrDigit(char c) { return text::isCapital(c) || text::isDigit(c); }
 
-/// Nothing when it isn't two hexadecimal digits.
+/// Nothing when it is not two hexadecimal digits.
 std::optional<unsigned char> parseChecksum(std::string_view text) {
-  unsigned value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
-  if (text.size() != 2 || error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
-  return static_cast<unsigned char>(value);
+  return text.size() == 2 ? text::numberIn<unsigned char>(text, 16) : std::nullopt;
 }
 
 }  // namespace
@@ -41,9 +39,7 @@ std::variant<NmeaSentence, std::string_view> parseSentence(std::string_view line
   }
 
   const std::string_view address = body.substr(0, body.find(','));
-  if (address.size() < 3 || !std::all_of(address.begin(), address.end(), isCapitalOrDigit)) {
-    return "it has no address";
-  }
+  if (address.size() < 3 || !std::all_of(address.begin(), address.end(), isCapitalOrDigit)) return "it has no address";
   // Two letters of talker and three of kind; a leading P marks a manufacturer's own sentence.
   const bool standard = address.size() == 5 && address.front() != 'P';
   sentence.kind = standard ? address.substr(2) : address;

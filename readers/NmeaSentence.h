@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// The sentence of NMEA 0183 and its field types.
-#ifndef ZRCORE_PLATFORM_READERS_NMEASENTENCE_H
-#define ZRCORE_PLATFORM_READERS_NMEASENTENCE_H
+#ifndef ZRCORE_READERS_NMEASENTENCE_H
+#define ZRCORE_READERS_NMEASENTENCE_H
 
 #include <optional>
 #include <string_view>

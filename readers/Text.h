@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Reading single values out of text, whatever the locale.
-#ifndef ZRCORE_PLATFORM_READERS_TEXT_H
-#define ZRCORE_PLATFORM_READERS_TEXT_H
+#ifndef ZRCORE_READERS_TEXT_H
+#define ZRCORE_READERS_TEXT_H
+
+#include <text/ASCII.h>
 
 #include <cstddef>
 #include <optional>
@@ -14,11 +16,8 @@ namespace readers {
 /// The longest line, XML tag or XML text that is read. Whatever is longer is damage, not data, and is never collected.
 inline constexpr std::size_t kLongestText = std::size_t{64} * 1024;
 
-/// Without the ASCII blanks, tabs and line ends around it.
-std::string_view trimmed(std::string_view text);
-
-/// With ASCII capitals made small.
-std::string lowerCase(std::string_view text);
+using text::lowerCase;
+using text::trimmed;
 
 /// In quotation marks, shortened and printable.
 std::string inQuotes(std::string_view text);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// Times in text and calendar fields, as seconds since 1970-01-01 00:00 UTC without leap seconds.
-#ifndef ZRCORE_PLATFORM_READERS_TIMETEXT_H
-#define ZRCORE_PLATFORM_READERS_TIMETEXT_H
+#ifndef ZRCORE_READERS_TIMETEXT_H
+#define ZRCORE_READERS_TIMETEXT_H
 
 #include <optional>
 #include <string_view>

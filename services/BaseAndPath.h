@@ -2,7 +2,7 @@
 #ifndef ZRCORE_SERVICES_BASEANDPATH_H
 #define ZRCORE_SERVICES_BASEANDPATH_H
 
-#include <mapping/Whitespace.h>
+#include <text/Whitespace.h>
 
 #include <cstddef>
 #include <optional>
@@ -17,7 +17,7 @@ inline std::size_t longestJoined(std::string_view base, std::optional<std::strin
 /// Appends `base` and, unless it is blank, `path`, with one "/" put between them when `base` does not end in one.
 inline void appendJoined(std::string& to, std::string_view base, std::optional<std::string_view> path) {
   to.append(base);
-  if (!path || trimmed(*path).empty()) return;
+  if (!path || text::trimmedOfWhitespace(*path).empty()) return;
   if (!base.ends_with('/')) to += '/';
   to.append(*path);
 }

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The entry of an object; absent when `document` is no object or has none.
+/// The entry of an object; absent when `document` is not an object or has none.
 const ZROHMValue* entry(const ZROHMValue* document, std::string_view key) {
   const ZROHMDictionary* const object = document ? document->dictionary() : nullptr;
   return object ? object->find(key) : nullptr;
@@ -23,7 +23,7 @@ std::optional<std::string> textAt(const ZROHMValue& services, std::string_view s
   return text ? std::optional(*text) : std::nullopt;
 }
 
-/// What the packaged file holds: null when there is no such file, nothing when it is no JSON.
+/// What the packaged file holds: null when there is no such file, nothing when it is not JSON.
 std::optional<ZROHMValue> packagedDocument(const ZRBundle& bundle, const ZRJSONService& json) {
   const auto bytes = bundle.frameworkResource("tile_config", "json");
   if (!bytes) return ZROHMValue();
@@ -34,19 +34,18 @@ std::optional<ZROHMValue> packagedDocument(const ZRBundle& bundle, const ZRJSONS
 
 }  // namespace
 
-std::shared_ptr<ZRConfigurationBase> configurationFromDocument(const ZROHMValue& document, std::int64_t type) {
-  // As an unsigned number of 64 bits, though the request writes a signed one of 32: on purpose, both are the service's.
+std::shared_ptr<const ConfigurationAddresses> addressesFromDocument(const ZROHMValue& document, std::int64_t type) {
+  // As an unsigned number of 64 bits, though the request writes a signed one of 32: the service has it so.
   const std::string key = std::to_string(static_cast<std::uint64_t>(type));
   const ZROHMValue* const services = entry(entry(&document, "mapconfig"), key);
   if (!services || !services->dictionary()) return nullptr;
-  auto configuration = std::make_shared<ZRConfigurationBase>();
-  // Two kinds of address on purpose: directions and guidance are taken from their plain entry.
-  configuration->setGeofenceBaseURL(textAt(*services, "geofence", "sslurl"));
-  configuration->setTrafficBaseURL(textAt(*services, "traffic", "sslurl"));
-  configuration->setGeocodeBaseURL(textAt(*services, "geocode", "sslurl"));
-  configuration->setDirectionsBaseURL(textAt(*services, "directions", "url"));
-  configuration->setGuidanceBaseURL(textAt(*services, "guidance", "url"));
-  return configuration;
+  // Directions and guidance are taken from their plain entry, as the service's answers have it.
+  return std::make_shared<const ConfigurationAddresses>(
+      ConfigurationAddresses{.geofence = textAt(*services, "geofence", "sslurl"),
+                             .traffic = textAt(*services, "traffic", "sslurl"),
+                             .geocode = textAt(*services, "geocode", "sslurl"),
+                             .directions = textAt(*services, "directions", "url"),
+                             .guidance = textAt(*services, "guidance", "url")});
 }
 
 ConfigurationStore::ConfigurationStore() { initialize(); }
@@ -64,7 +63,7 @@ void ConfigurationStore::setConfigurationService(std::int64_t service) {
   const std::string_view origin = service == 1 ? deployment::kProductionOrigin : deployment::kIntegrationOrigin;
   if (origin == origin_) return;
   origin_ = origin;
-  configuration_ = nullptr;
+  addresses_ = nullptr;
   fetchedOnce_ = false;
 }
 
@@ -101,7 +100,7 @@ std::string ConfigurationStore::mapConfigUrl() const {
   return url;
 }
 
-void ConfigurationStore::fetchWithId(const ZRPlatform& platform, ZRConfigurationBase::Completion completion) {
+void ConfigurationStore::fetchWithId(const ZRPlatform& platform, Completion completion) {
   bool isFirst = false;
   {
     const std::lock_guard lock(mutex_);
@@ -109,39 +108,39 @@ void ConfigurationStore::fetchWithId(const ZRPlatform& platform, ZRConfiguration
     isFirst = !std::exchange(fetchedOnce_, true);
   }
   if (isFirst) startFetch(platform, completion);
-  std::shared_ptr<ZRConfigurationBase> cached;
+  std::shared_ptr<const ConfigurationAddresses> cached;
   {
     const std::lock_guard lock(mutex_);
-    cached = configuration_;
+    cached = addresses_;
   }
   if (completion && cached) completion(cached);
 }
 
-void ConfigurationStore::startFetch(const ZRPlatform& platform, ZRConfigurationBase::Completion completion) {
+void ConfigurationStore::startFetch(const ZRPlatform& platform, Completion completion) {
   // A key that makes no address (a stray "%") leaves the request without one: the session then reports a failure.
   NSMutableURLRequest request{.URL = NSURL::URLWithString(mapConfigUrl()), .timeoutSeconds = 30.0};
   auto success = [this, log = platform.log, completion](const auto&, const ZROHMValue& document) {
-    const auto configuration = take(document);
-    if (!configuration) {
+    const auto addresses = take(document);
+    if (!addresses) {
       log->writeLine(
           "VELMARIS ERROR:There is an issue with the configuration returned. Please make sure that your product key is "
           "correct.");
     }
-    if (completion) completion(configuration);
+    if (completion) completion(addresses);
   };
   auto failure = [this, bundle = platform.bundle, json = platform.json, completion](const auto&, const auto&) {
     const auto document = packagedDocument(*bundle, *json);
-    if (!document) return;  // on purpose without a call: the cache stays, and so does what the caller knows
-    const auto configuration = take(*document);
-    if (completion) completion(configuration);
+    if (!document) return;  // no call: the cache stays, and so does what the caller knows
+    const auto addresses = take(*document);
+    if (completion) completion(addresses);
   };
   const auto task =
       DataTasks(platform).json(platform.httpSession, std::move(request), std::move(success), std::move(failure));
   task->resume();
 }
 
-std::shared_ptr<ZRConfigurationBase> ConfigurationStore::take(const ZROHMValue& document) {
+std::shared_ptr<const ConfigurationAddresses> ConfigurationStore::take(const ZROHMValue& document) {
   const std::lock_guard lock(mutex_);
-  configuration_ = configurationFromDocument(document, type_);
-  return configuration_;
+  addresses_ = addressesFromDocument(document, type_);
+  return addresses_;
 }

@@ -17,7 +17,7 @@ std::optional<InformalInterval> informalInterval(double seconds) noexcept {
     return InformalInterval{"%d months ago",
                             static_cast<int>(std::min(months, double{std::numeric_limits<int>::max()}))};
   }
-  // The first that matches, in this order: one month is told in days, one day in hours.
+  // The first that matches, in this order: one month is given in days, one day in hours.
   const int wholeDays = static_cast<int>(days);
   const int hourPart = static_cast<int>(hours) - 24 * wholeDays;
   const int minutePart = static_cast<int>(minutes - 60.0 * hours);

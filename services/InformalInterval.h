@@ -12,13 +12,13 @@ struct InformalInterval {
   std::optional<int> number;
 };
 
-/// The phrase for a time that lies `seconds` back; absent when they are negative or NaN. Numbers beyond an int are the
-/// greatest int.
+/// The phrase for a time `seconds` ago; absent when `seconds` is negative or NaN. A number above the greatest int is
+/// replaced by the greatest int.
 std::optional<InformalInterval> informalInterval(double seconds) noexcept;
 
-/// `format` with the number in place of each "%d", "%i", "%ld", "%li" and "%@" (also written "%1$d" and so on, as
-/// translators do to name an argument), and "%" in place of each "%%". Anything else stays as it is: a translation is the host's text, and no
-/// mistake in it may do harm.
+/// Replaces each "%d", "%i", "%ld", "%li" and "%@" of `format` by the number (also with an argument's position, as in
+/// "%1$d", which translators write), and each "%%" by "%". Everything else is kept as it is: the format comes from the
+/// host's translations, so a mistake in it must do no harm.
 std::string fillInNumber(std::string_view format, int number);
 
 #endif

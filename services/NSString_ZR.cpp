@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/NSString_ZR.h>
 #include <ZRCore/ZRPlatform.h>
-#include <mapping/Whitespace.h>
+#include <text/Whitespace.h>
 
 #include "BaseAndPath.h"
 #include "PercentEscape.h"
@@ -14,7 +14,7 @@ std::optional<std::string> escaped(std::optional<std::string_view> string, Query
   return result;
 }
 
-/// Whether ordinals are English here. A locale without a language counts as English, on purpose.
+/// Whether ordinals are English here. A locale without a language counts as English: so are the untranslated texts.
 bool speaksEnglish(const std::optional<std::string>& languageCode) {
   if (!languageCode) return true;
   const std::string& code = *languageCode;
@@ -39,9 +39,9 @@ const char* englishOrdinalSuffix(std::int64_t number) {
 
 namespace NSString_ZR {
 
-bool isBlank(std::optional<std::string_view> string) { return !string || trimmed(*string).empty(); }
+bool isBlank(std::optional<std::string_view> string) { return !string || text::trimmedOfWhitespace(*string).empty(); }
 
-std::string stripWhitespace(std::string_view string) { return std::string(trimmed(string)); }
+std::string stripWhitespace(std::string_view string) { return std::string(text::trimmedOfWhitespace(string)); }
 
 std::string stringOrdinalFor(std::int64_t number) {
   std::string text = std::to_string(static_cast<std::int32_t>(number));

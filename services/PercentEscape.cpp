@@ -2,7 +2,7 @@
 #include "PercentEscape.h"
 
 #include <platform/URLCharacters.h>
-#include <platform/UTF8.h>
+#include <text/UTF8.h>
 
 #include <algorithm>
 #include <array>
@@ -55,7 +55,7 @@ bool isUTF8(std::string_view text) {
       }
     }
     for (std::size_t passed = 0; passed < sizeof eight && !text.empty();) {
-      const std::size_t length = sequenceLength(text);
+      const std::size_t length = text::sequenceLength(text);
       if (length == 0) return false;
       text.remove_prefix(length);
       passed += length;

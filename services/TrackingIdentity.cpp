@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TrackingIdentity.h"
 
+#include <text/ASCII.h>
+
 #include <utility>
 
 namespace {
@@ -8,12 +10,7 @@ namespace {
 constexpr const char* kStoredVendorId = "currentZRTrackingVendorIdentifier";
 
 std::optional<std::string> upperCase(std::optional<std::string> uuid) {
-  if (uuid) {
-    for (char& c : *uuid) {
-      if (c >= 'a' && c <= 'f') c = static_cast<char>(c - 'a' + 'A');
-    }
-  }
-  return uuid;
+  return uuid ? std::optional(text::upperCase(*std::move(uuid))) : std::nullopt;
 }
 
 }  // namespace

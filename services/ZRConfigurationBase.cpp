@@ -9,7 +9,30 @@
 const char* const ZRConfigurationGeoTrackingOnChangedNotification = "ZRConfigurationGeoTrackingOnChangedNotification";
 
 namespace {
+
 ConfigurationStore& store() { return servicesStatics().configurationStore; }
+
+std::shared_ptr<ZRConfigurationBase> faceOf(const ConfigurationAddresses& addresses) {
+  auto face = std::make_shared<ZRConfigurationBase>();
+  face->setGeofenceBaseURL(addresses.geofence);
+  face->setTrafficBaseURL(addresses.traffic);
+  face->setGeocodeBaseURL(addresses.geocode);
+  face->setDirectionsBaseURL(addresses.directions);
+  face->setGuidanceBaseURL(addresses.guidance);
+  return face;
+}
+
+/// What is fetched is one object for all who fetch it, as long as it is cached.
+std::shared_ptr<ZRConfigurationBase> sharedFaceOf(const std::shared_ptr<const ConfigurationAddresses>& addresses) {
+  ConfigurationFace& last = servicesStatics().configurationFace;
+  const std::lock_guard lock(last.mutex);
+  if (last.addresses != addresses) {
+    last.face = addresses ? faceOf(*addresses) : nullptr;
+    last.addresses = addresses;
+  }
+  return last.face;
+}
+
 }  // namespace
 
 ZRConfigurationBase::~ZRConfigurationBase() = default;
@@ -32,11 +55,16 @@ std::optional<std::string> ZRConfigurationBase::productKeyUrlEscaped() {
 std::string ZRConfigurationBase::mapConfigUrl() { return store().mapConfigUrl(); }
 
 void ZRConfigurationBase::fetchWithId(Completion completion) {
-  store().fetchWithId(ZRPlatformInUse(), std::move(completion));
+  const auto toldFace = [completion = std::move(completion)](const auto& addresses) {
+    const auto face = sharedFaceOf(addresses);
+    if (completion) completion(face);
+  };
+  store().fetchWithId(ZRPlatformInUse(), toldFace);
 }
 
 void ZRConfigurationBase::fetch(Completion completion) { fetchWithId(std::move(completion)); }
 
 std::shared_ptr<ZRConfigurationBase> ZRConfigurationBase::configurationWithDictionary(const ZROHMValue& dictionary) {
-  return configurationFromDocument(dictionary, configType());
+  const auto addresses = addressesFromDocument(dictionary, configType());
+  return addresses ? faceOf(*addresses) : nullptr;
 }

@@ -63,8 +63,8 @@ ZR_INLINE Rounded<R> quickArctangent(R argument) {
   return {turned<R>(of.value, wordOf(argument)), of.isSure};
 }
 
-/// base - angle or base + angle, where the base is 0, 1 or 2 quarter turns, the sign minus where `backwards` is 1, and the angle an entry of a table, which lies
-/// in [0, pi/4], and something smaller.
+/// base - angle or base + angle, where the base is 0, 1 or 2 quarter turns, the sign minus where `backwards` is 1, and
+/// the angle an entry of a table, which lies in [0, pi/4], and something smaller.
 template <class R>
 ZR_INLINE Rounded<R> fromQuarter(Word<R> quarters, Word<R> backwards, R table, R tableLow, const Pair<R>& small) {
   constexpr double kError = 0x1p-65;

@@ -136,7 +136,8 @@ ZR_INLINE R whereNegative(R sign, R value) {
   return realOf<R>(wordOf(value) & (wordOf(sign) >> 63));
 }
 
-// Intrinsics of AVX-512 are used masked, though all lanes are wanted: g++ 12 warns of the others' uninitialised register.
+// Intrinsics of AVX-512 are used masked, though all lanes are wanted: g++ 12 warns of the others' uninitialised
+// register.
 
 template <class R>
 ZR_INLINE R squareRoot(R value) {
@@ -182,8 +183,8 @@ ZR_INLINE R fused(R a, R b, R c) {
   }
 }
 
-/// A row of a table of `count` rows. Lanes that are not in a function's domain, and whose results nobody uses, may ask for
-/// rows that do not exist.
+/// A row of a table of `count` rows. Lanes that are not in a function's domain, and whose results nobody uses, may ask
+/// for rows that do not exist.
 template <class R>
 ZR_INLINE Word<R> existing(Word<R> row, std::int64_t count) {
   if constexpr (kIsSingle<R>) {

@@ -9,8 +9,8 @@
 namespace exact {
 
 /// A number of 64 Words significant bits and any exponent: 0.places * 2^exponent, the first place set; or zero.
-/// Operations cut off, with a relative error below 2^(2 - 64 Words); sums of numbers of opposite signs err so relatively
-/// to the larger one, unless they are exact.
+/// Operations cut off, with a relative error below 2^(2 - 64 Words); sums of numbers of opposite signs err so
+/// relatively to the larger one, unless they are exact.
 template <std::size_t Words>
 struct Wide {
   static constexpr int kPlaces = 64 * static_cast<int>(Words);

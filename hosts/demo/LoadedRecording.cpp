@@ -2,10 +2,10 @@
 #include "LoadedRecording.h"
 
 #include <readers/FixCompletion.h>
-#include <trip/Axis.h>
-#include <trip/EndlessPlane.h>
 #include <trip/OutputText.h>
-#include <trip/Recording.h>
+#include <trip/Words.h>
+#include <trip/drawing/EndlessPlane.h>
+#include <trip/replay/Recording.h>
 
 #include <filesystem>
 
@@ -13,8 +13,8 @@ namespace demo {
 
 namespace {
 
-/// Speeds that a source does not tell are derived, so that the filter has something to work on.
-constexpr policy::FixCompletion::Options kCompletion{.assumedAccuracyMeters = std::nullopt, .derivesSpeed = true};
+/// Speeds that a source does not report are derived, so that the filter has something to work on.
+constexpr readers::FixCompletion::Options kCompletion{.assumedAccuracyMeters = std::nullopt, .derivesSpeed = true};
 
 class Loader final : public readers::Listener {
  public:
@@ -39,17 +39,17 @@ class Loader final : public readers::Listener {
 
  private:
   LoadedRecording& loaded_;
-  policy::FixCompletion completion_{kCompletion};
+  readers::FixCompletion completion_{kCompletion};
   trip::EndlessPlane plane_;
 };
 
 }  // namespace
 
 std::string LoadedRecording::summary() const {
-  std::string text = format + " · " + std::to_string(fixes.size()) + (fixes.size() == 1 ? " fix · " : " fixes · ") +
+  std::string text = format + " · " + trip::countText(fixes.size(), "fix", "fixes") + " · " +
                      trip::durationText(timeline.durationSeconds());
   if (isCutShort) text += " · the rest is left out";
-  if (faults > 0) text += " · " + std::to_string(faults) + (faults == 1 ? " fault" : " faults");
+  if (faults > 0) text += " · " + trip::countText(faults, "fault", "faults");
   return text;
 }
 

@@ -3,7 +3,7 @@
 #define ZRCORE_HOSTS_DEMO_LOADEDRECORDING_H
 
 #include <ZRCore/CLLocation.h>
-#include <trip/Envelope.h>
+#include <trip/drawing/Envelope.h>
 
 #include <cstddef>
 #include <string>
@@ -16,7 +16,7 @@ namespace demo {
 
 /// A recording in memory, ready to be played from any place.
 struct LoadedRecording {
-  /// The rest of a longer recording is left out: a window is no place for a month at ten fixes a second.
+  /// The rest of a longer recording is left out: a window is not the place for a month at ten fixes a second.
   static constexpr std::size_t kMostFixes = 1'000'000;
 
   std::string name;    ///< of the file, without folders, UTF-8

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MapDrawing.h"
 
-#include <trip/OutputText.h>
-#include <trip/Theme.h>
+#include <trip/drawing/Theme.h>
 
 #include <algorithm>
 #include <cmath>
@@ -14,26 +13,16 @@ namespace demo {
 
 using trip::theme::rgb;
 
-const MapColors kLightMap{.ground = trip::theme::kPanel,
-                          .grid = trip::theme::kGrid,
-                          .ink = trip::theme::kInk,
-                          .quiet = trip::theme::kQuiet,
-                          .route = rgb(0xd3dde6),
-                          .raw = trip::theme::kRaw,
-                          .smoothed = trip::theme::kSmoothed,
-                          .jump = trip::theme::kJump,
-                          .place = trip::theme::kPlace,
-                          .halo = {1.0, 1.0, 1.0, 0.9}};
-const MapColors kDarkMap{.ground = rgb(0x1b2026),
-                         .grid = rgb(0x2a3139),
-                         .ink = rgb(0xe6ebf0),
-                         .quiet = rgb(0x93a1ae),
-                         .route = rgb(0x36414c),
-                         .raw = rgb(0x52677a),
-                         .smoothed = rgb(0x62a8ff),
-                         .jump = rgb(0xff8a3c),
-                         .place = rgb(0x6fd39a),
-                         .halo = {0.106, 0.125, 0.149, 0.9}};
+const trip::MapColors kDarkMap{.ground = rgb(0x1b2026),
+                               .grid = rgb(0x2a3139),
+                               .ink = rgb(0xe6ebf0),
+                               .quiet = rgb(0x93a1ae),
+                               .route = rgb(0x36414c),
+                               .raw = rgb(0x52677a),
+                               .smoothed = rgb(0x62a8ff),
+                               .jump = rgb(0xff8a3c),
+                               .place = rgb(0x6fd39a),
+                               .halo = {0.106, 0.125, 0.149, 0.9}};
 
 namespace {
 
@@ -41,8 +30,11 @@ constexpr std::size_t kMostPoints = 3000;  // of a track; what cairo strokes wel
 constexpr std::size_t kPiece = 16;         // points
 constexpr double kLongestScaleBar = 140.0;
 constexpr double kTextSize = 12.5;
+constexpr trip::ScaleBarLooks kScaleBar{
+    .inset = 16.5, .tick = 5.0, .labelRise = 10.0, .width = 1.5, .haloWidth = 4.0, .textSize = kTextSize};
 constexpr double kSignificantRadius = 2.2, kJumpRadius = 5.0, kMarkRadius = 6.5;  // pixels
 constexpr double kMarkCell = 20.0;
+constexpr double kEdgeWidth = 9.0;  // of a track over a base map, whose colours may be the track's
 
 /// Lines through round places of the plane, so that they go with the map.
 void drawGrid(trip::Canvas& canvas, const trip::MapTransform& view, double cellPixels, trip::Color color) {
@@ -57,26 +49,6 @@ void drawGrid(trip::Canvas& canvas, const trip::MapTransform& view, double cellP
   for (double y = first(panel.y, corner.y); y < panel.bottom(); y += cellPixels) {
     canvas.line(panel.x, std::floor(y) + 0.5, panel.right(), std::floor(y) + 0.5, color, 1.0);
   }
-}
-
-void drawScaleBar(trip::Canvas& canvas, const trip::MapTransform& view, double meters, const MapColors& colors) {
-  const double left = view.panel().x + 16.5, right = left + std::round(view.pixels(meters));
-  const double y = view.panel().bottom() - 16.5;
-  for (const auto& [color, width] : {std::pair(colors.halo, 4.0), std::pair(colors.ink, 1.5)}) {
-    canvas.line(left, y, right, y, color, width);
-    canvas.line(left, y - 5.0, left, y, color, width);
-    canvas.line(right, y - 5.0, right, y, color, width);
-  }
-  canvas.text(left, y - 10.0, trip::scaleBarLabel(view, meters),
-              {.size = kTextSize, .color = colors.ink, .halo = true, .haloColor = colors.halo});
-}
-
-/// The place of the world's many copies, side by side, that is nearest to the middle of the view.
-trip::DiagramPoint nearestCopy(const trip::MapTransform& view, CLLocationCoordinate2D coordinate) {
-  const double world = ZRMapSizeWorld.width * view.pixelsPerMapPoint();
-  trip::DiagramPoint at = view(ZRMapPointForCoordinate(coordinate));
-  at.x += world * std::round((view.panel().centerX() - at.x) / world);
-  return at;
 }
 
 /// In pieces: cairo takes long over one path that crosses itself often.
@@ -100,10 +72,15 @@ std::span<const TrackPoint> uncovered(const MapContent& content) {
 }
 
 void drawTrack(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content,
-               const MapColors& colors) {
+               const trip::MapColors& colors) {
   const TripTrack& track = content.track;
-  drawStrokes(canvas, visibleTrack(uncovered(content), view, kMostPoints).strokes, colors.route, 5.0);
-  drawStrokes(canvas, visibleTrack(track.raw(), view, kMostPoints).strokes, colors.raw, 5.0);
+  const auto drawWide = [&](std::span<const TrackPoint> points, trip::Color color) {
+    const auto strokes = visibleTrack(points, view, kMostPoints).strokes;
+    if (!content.tiles.empty()) drawStrokes(canvas, strokes, colors.ground, kEdgeWidth);
+    drawStrokes(canvas, strokes, color, 5.0);
+  };
+  drawWide(uncovered(content), colors.route);
+  drawWide(track.raw(), colors.raw);
   drawStrokes(canvas, visibleTrack(track.smoothed(), view, kMostPoints).strokes, colors.smoothed, 2.2);
   for (const auto& mark : visibleMarks(track.significant(), view, kMarkCell)) {
     canvas.disc(mark.x, mark.y, kSignificantRadius, colors.ground, colors.smoothed, 1.5);
@@ -115,7 +92,7 @@ void drawTrack(trip::Canvas& canvas, const trip::MapTransform& view, const MapCo
 
 /// What the lines and crosses mean, at the top left.
 void drawLegend(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content,
-                const MapColors& colors) {
+                const trip::MapColors& colors) {
   constexpr double kLine = 24.0, kRow = 20.0;
   const double left = view.panel().x + 16.0;
   double y = view.panel().y + 22.0;
@@ -139,32 +116,18 @@ void drawLegend(trip::Canvas& canvas, const trip::MapTransform& view, const MapC
   label("jump");
 }
 
-void drawPlaces(trip::Canvas& canvas, const trip::MapTransform& view, const std::vector<trip::PlaceMark>& places,
-                const MapColors& colors) {
-  const trip::TextStyle right{
-      .size = kTextSize, .color = colors.place, .bold = true, .halo = true, .haloColor = colors.halo};
-  trip::TextStyle left = right;
-  left.align = trip::Align::right;
-  for (const auto& [coordinate, title] : places) {
-    const trip::DiagramPoint at = nearestCopy(view, coordinate);
-    if (at.x < view.panel().x || at.x > view.panel().right()) continue;
-    canvas.disc(at.x, at.y, kMarkRadius, colors.place, colors.ground, 2.0);
-    const std::string text = trip::asUtf8(title);
-    const bool fits = at.x + 12.0 + canvas.textWidth(text, right) < view.panel().right();
-    canvas.text(fits ? at.x + 12.0 : at.x - 12.0, at.y + 4.5, text, fits ? right : left);
-  }
-}
-
 }  // namespace
 
-void drawMap(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content, const MapColors& colors) {
+void drawMap(trip::CairoCanvas& canvas, const trip::MapTransform& view, const MapContent& content,
+             const trip::MapColors& colors) {
   const double barMeters = trip::scaleBarMeters(view, std::min(kLongestScaleBar, view.panel().width / 2));
-  canvas.fill(view.panel(), colors.ground);
+  canvas.fill(view.panel(), colors.ground, 0.0);
   drawGrid(canvas, view, std::max(view.pixels(barMeters), 24.0), colors.grid);
+  for (const auto& [picture, whole, shown] : content.tiles) canvas.picture(*picture, whole, shown);
   drawTrack(canvas, view, content, colors);
-  drawPlaces(canvas, view, content.places, colors);
+  trip::drawPlaces(canvas, view, content.places, colors, kMarkRadius, kTextSize);
   if (content.snapped) {
-    const trip::DiagramPoint at = nearestCopy(view, *content.snapped);
+    const trip::DiagramPoint at = trip::nearestCopy(view, *content.snapped);
     canvas.disc(at.x, at.y, kMarkRadius + 3.0, {0.0, 0.0, 0.0, 0.0}, colors.quiet, 1.5);
   }
   if (!content.track.raw().empty()) {
@@ -172,7 +135,7 @@ void drawMap(trip::Canvas& canvas, const trip::MapTransform& view, const MapCont
     canvas.disc(newest.x, newest.y, kMarkRadius, colors.smoothed, colors.ground, 2.5);
   }
   drawLegend(canvas, view, content, colors);
-  drawScaleBar(canvas, view, barMeters, colors);
+  trip::drawScaleBar(canvas, view, barMeters, colors, kScaleBar);
 }
 
 }  // namespace demo

@@ -2,22 +2,19 @@
 #ifndef ZRCORE_HOSTS_DEMO_MAPDRAWING_H
 #define ZRCORE_HOSTS_DEMO_MAPDRAWING_H
 
-#include <trip/Canvas.h>
-#include <trip/MapTransform.h>
-#include <trip/PlaceMark.h>
+#include <trip/drawing/CairoCanvas.h>
+#include <trip/drawing/MapParts.h>
 
 #include <optional>
 #include <vector>
 
 #include "TripTrack.h"
+#include "tiles/MapTile.h"
 
 namespace demo {
 
-/// The colours of a map. Raw and smoothed differ in lightness as well as in hue, in both.
-struct MapColors {
-  trip::Color ground, grid, ink, quiet, route, raw, smoothed, jump, place, halo;
-};
-extern const MapColors kLightMap, kDarkMap;
+/// The colours of a window by night.
+extern const trip::MapColors kDarkMap;
 
 /// What a map shows.
 struct MapContent {
@@ -25,10 +22,12 @@ struct MapContent {
   const TripTrack& track;
   const std::vector<trip::PlaceMark>& places;
   std::optional<CLLocationCoordinate2D> snapped;  ///< where the snapping client was put last
+  std::vector<MapTile> tiles = {};                ///< of the base map; empty when there is none
 };
 
-/// Draws all of it: grid, tracks, marks, places, the newest fix, the scale bar.
-void drawMap(trip::Canvas& canvas, const trip::MapTransform& view, const MapContent& content, const MapColors& colors);
+/// Draws all of it: grid, base map, tracks, marks, places, the newest fix, the scale bar.
+void drawMap(trip::CairoCanvas& canvas, const trip::MapTransform& view, const MapContent& content,
+             const trip::MapColors& colors);
 
 }  // namespace demo
 

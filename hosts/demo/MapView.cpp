@@ -8,9 +8,8 @@ namespace demo {
 
 namespace {
 
-constexpr double kFitMargin = 36.0;          // pixels
-constexpr double kLeastMetersAcross = 60.0;  // closer up, a car park would look like a journey
-constexpr double kWorldsEachWay = 8.0;       // around the world, to either side: further, pixels lose their precision
+constexpr double kFitMargin = 36.0;     // pixels
+constexpr double kWorldsEachWay = 8.0;  // around the world, to either side: further, pixels lose their precision
 constexpr double kPlacePixelsPerMapPoint = 0.15;
 
 double clampedScale(double scale) {
@@ -49,11 +48,8 @@ void MapView::fit(const trip::Envelope& envelope) {
   follows_ = true;
   if (envelope.isEmpty) return;
   setCenter(envelope.center());
-  const double least = kLeastMetersAcross / trip::MapTransform(center_, 1.0, {}).meters(1.0);
-  const double width = std::max(envelope.maxX - envelope.minX, least);
-  const double height = std::max(envelope.maxY - envelope.minY, least);
   const auto room = [](double pixels) { return std::max(pixels - 2 * kFitMargin, pixels / 2); };
-  pixelsPerMapPoint_ = clampedScale(std::min(room(width_) / width, room(height_) / height));
+  pixelsPerMapPoint_ = clampedScale(trip::fittingScale(envelope, room(width_), room(height_)));
 }
 
 void MapView::show(ZRMapPoint point) {

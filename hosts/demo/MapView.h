@@ -2,8 +2,8 @@
 #ifndef ZRCORE_HOSTS_DEMO_MAPVIEW_H
 #define ZRCORE_HOSTS_DEMO_MAPVIEW_H
 
-#include <trip/Envelope.h>
-#include <trip/MapTransform.h>
+#include <trip/drawing/Envelope.h>
+#include <trip/drawing/MapTransform.h>
 
 namespace demo {
 
@@ -21,7 +21,7 @@ class MapView {
 
   /// What lies under a pointer goes with it. Ends the following.
   void panBy(double dx, double dy);
-  /// What lies under (x, y) stays there. A factor that is no number above 0 does nothing.
+  /// What lies under (x, y) stays there. A factor that is not a number above 0 does nothing.
   void zoomAt(double x, double y, double factor);
   void zoomAtCenter(double factor) { zoomAt(width_ / 2, height_ / 2, factor); }
 

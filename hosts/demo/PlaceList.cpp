@@ -5,15 +5,16 @@
 #include <place/PlaceFile.h>
 #include <place/PlaceJson.h>
 #include <trip/OutputText.h>
+#include <trip/Words.h>
 
 #include <filesystem>
 
 namespace demo {
 
 std::string PlaceList::summary() const {
-  std::string text = std::to_string(entries.size()) + (entries.size() == 1 ? " place" : " places");
+  std::string text = trip::countText(entries.size(), "place", "places");
   if (faultCount == 0) return text;
-  text += " · " + std::to_string(faultCount) + (faultCount == 1 ? " fault: " : " faults: ") + firstFault;
+  text += " · " + trip::countText(faultCount, "fault", "faults") + ": " + firstFault;
   return faultCount > 1 ? text + " …" : text;
 }
 

@@ -2,7 +2,7 @@
 #ifndef ZRCORE_HOSTS_DEMO_PLACELIST_H
 #define ZRCORE_HOSTS_DEMO_PLACELIST_H
 
-#include <trip/PlaceMark.h>
+#include <trip/drawing/PlaceMark.h>
 
 #include <cstdint>
 #include <optional>
@@ -28,7 +28,7 @@ struct PlaceList {
 };
 
 /// Reads the answer at `path`. What is damaged in it is among the faults.
-/// @throws place::FileError when the file can't be read
+/// @throws place::FileError when the file cannot be read
 PlaceList loadPlaces(const std::string& path);
 
 }  // namespace demo

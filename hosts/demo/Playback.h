@@ -23,7 +23,7 @@ class Playback {
   void pause();
   bool isPlaying() const { return isPlaying_; }
 
-  /// Recorded seconds per real second; a rate that is no number above 0 changes nothing.
+  /// Recorded seconds per real second; a rate that is not a number above 0 changes nothing.
   void setRate(double rate);
   double rate() const { return rate_; }
 

@@ -96,7 +96,7 @@ SpeechDesk::OtherAudio SpeechDesk::otherAudio() const {
 }
 
 std::string SpeechDesk::statusText() const {
-  if (!canSpeak()) return "This machine can't speak";
+  if (!canSpeak()) return "This machine cannot speak";
   const std::string text = isSpeaking() ? "Speaking" : "Silent";
   switch (otherAudio()) {
     case OtherAudio::ducked:

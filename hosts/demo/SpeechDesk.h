@@ -45,7 +45,7 @@ class SpeechDesk {
   /// Asks which of the voices that the demonstration knows can be made, and becomes the audio's delegate.
   explicit SpeechDesk(Services services);
 
-  /// Empty when this machine can't speak.
+  /// Empty when this machine cannot speak.
   const std::vector<Voice>& voices() const { return voices_; }
   bool canSpeak() const { return !voices_.empty(); }
 

@@ -12,8 +12,8 @@
 
 namespace demo {
 
-/// A log that also remembers why speech was not heard: the system's speech tells that to the log alone, and the same cause
-/// only once.
+/// A log that also remembers why speech was not heard: the system's speech reports that to the log alone, and the same
+/// cause only once.
 class SpeechFaultLog final : public ZRLog {
  public:
   explicit SpeechFaultLog(std::shared_ptr<ZRLog> log) : log_(std::move(log)) {}
@@ -27,7 +27,7 @@ class SpeechFaultLog final : public ZRLog {
     log_->writeLine(line);
   }
 
-  /// "no sound server: Connection refused"; empty when nothing was told.
+  /// "no sound server: Connection refused"; empty when nothing was reported.
   std::string lastFault() const {
     const std::lock_guard guard(mutex_);
     return fault_;

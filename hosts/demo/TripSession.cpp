@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "TripSession.h"
 
-#include <trip/LocationRow.h>
+#include <trip/replay/LocationRow.h>
 
 #include <utility>
 
@@ -82,7 +82,7 @@ void TripSession::followPlayback() {
   if (due < nextFix_) {
     nextFix_ = due;
     track_.cutBackTo(due);
-    clients_.forgetRoute();
+    clients_.forgetWay();
     filterIsAhead_ = true;
     hasNews_ = true;
   }
@@ -110,8 +110,9 @@ void TripSession::rewindFilter() {
 
 /// At a quarter and at three quarters of the recording; in between, whoever watches may switch the client himself.
 void TripSession::switchHalfWayClient() {
-  const std::uint64_t quarters = recording_.fixes.empty() ? 0 : 4 * nextFix_ / recording_.fixes.size();
-  const bool isHalfWay = quarters == 1 || quarters == 2;
+  using trip::TripClients;
+  const auto all = static_cast<double>(recording_.fixes.size());
+  const bool isHalfWay = all > 0.0 && TripClients::isHalfWay(static_cast<double>(nextFix_) / all);
   if (std::exchange(isHalfWay_, isHalfWay) != isHalfWay) clients_.setListening(TripClients::halfWay, isHalfWay);
 }
 

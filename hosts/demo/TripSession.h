@@ -3,7 +3,8 @@
 #define ZRCORE_HOSTS_DEMO_TRIPSESSION_H
 
 #include <ZRCore/ZRPlatform.h>
-#include <trip/TripSimulator.h>
+#include <trip/replay/TripClients.h>
+#include <trip/replay/TripSimulator.h>
 
 #include <cstdint>
 #include <memory>
@@ -12,7 +13,6 @@
 
 #include "LoadedRecording.h"
 #include "Playback.h"
-#include "TripClients.h"
 #include "TripTrack.h"
 
 namespace demo {
@@ -20,9 +20,9 @@ namespace demo {
 /// A trip on its way through the location service: a recording that is played, or a receiver that is listened to, the
 /// clients, and the track of what the plain client heard.
 ///
-/// Each trip begins with a fresh filter, so that what it makes of a recording does not depend on what was played before.
-/// A jump forward delivers the fixes in between at once; a jump backward cuts the track and the filter's memory back, and
-/// nothing is taken back from the clients' counts.
+/// Each trip begins with a fresh filter, so that what it makes of a recording does not depend on what was played
+/// before. A jump forward delivers the fixes in between at once; a jump backward cuts the track and the filter's memory
+/// back, and nothing is taken back from the clients' counts.
 class TripSession {
  public:
   /// The services of the platform in use; both must outlive the session.
@@ -51,7 +51,7 @@ class TripSession {
   /// Where the trip leads; empty with a receiver.
   const std::vector<TrackPoint>& route() const;
 
-  // What the host tells the service.
+  // What the host reports to the service.
 
   /// Posts that the application went to the background, or came back.
   void setInBackground(bool isInBackground);
@@ -63,8 +63,8 @@ class TripSession {
   /// Whether the service keeps its receiver running now.
   bool receiverRuns() const;
 
-  TripClients& clients() { return clients_; }
-  const TripClients& clients() const { return clients_; }
+  trip::TripClients& clients() { return clients_; }
+  const trip::TripClients& clients() const { return clients_; }
   const TripTrack& track() const { return track_; }
   /// The newest row of the plain client; nothing before its first.
   const std::optional<trip::TripRow>& latest() const { return latest_; }
@@ -93,7 +93,7 @@ class TripSession {
   bool filterIsAhead_ = false;  ///< of the playback, which has jumped back
   bool isInBackground_ = false;
   bool isHalfWay_ = false;
-  TripClients clients_;  ///< last: they may report into the members above
+  trip::TripClients clients_;  ///< last: they may report into the members above
 };
 
 }  // namespace demo

@@ -9,9 +9,6 @@
 
 namespace demo {
 
-/// "1:05", "12:40", "1:02:03"
-std::string clockText(double seconds);
-
 /// What the plain client heard last, in a few lines: place, speed and course as measured and as filtered, and what the
 /// filter makes of it.
 std::string rowText(const std::optional<trip::TripRow>& row);

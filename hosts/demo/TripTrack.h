@@ -2,11 +2,11 @@
 #ifndef ZRCORE_HOSTS_DEMO_TRIPTRACK_H
 #define ZRCORE_HOSTS_DEMO_TRIPTRACK_H
 
-#include <trip/EndlessPlane.h>
-#include <trip/Envelope.h>
 #include <trip/SmoothedTrack.h>
 #include <trip/TimeGaps.h>
 #include <trip/TripRow.h>
+#include <trip/drawing/EndlessPlane.h>
+#include <trip/drawing/Envelope.h>
 
 #include <cstdint>
 #include <optional>

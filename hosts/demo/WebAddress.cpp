@@ -2,6 +2,7 @@
 #include "WebAddress.h"
 
 #include <ZRCore/NSString_ZR.h>
+#include <text/ASCII.h>
 #include <trip/OutputText.h>
 
 #include <string>
@@ -14,12 +15,9 @@ namespace {
 std::string schemeOf(const std::string& address) {
   const std::size_t colon = address.find_first_of(":/?#[");  // a path, a query or an IPv6 address may have colons too
   if (colon == std::string::npos || address[colon] != ':') return {};
-  const bool isPort = colon + 1 < address.size() && address[colon + 1] >= '0' && address[colon + 1] <= '9';
+  const bool isPort = colon + 1 < address.size() && text::isDigit(address[colon + 1]);
   if (isPort) return {};
-  std::string scheme = address.substr(0, colon);
-  for (char& letter : scheme)
-    letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
-  return scheme;
+  return text::lowerCase(address.substr(0, colon));
 }
 
 }  // namespace

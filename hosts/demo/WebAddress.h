@@ -11,10 +11,10 @@
 namespace demo {
 
 /// The address that a person means: blanks around it do not count, and one without a scheme is a secure web page.
-/// @return nullopt for what can't be an address, or is none of the web.
+/// @return nullopt for what cannot be an address, or is none of the web.
 std::optional<NSURL> webAddress(std::string_view typed);
 
-/// Why `typed` is no such address, in a sentence that names it.
+/// Why `typed` is not such an address, in a sentence that names it.
 std::string webAddressFault(std::string_view typed);
 
 }  // namespace demo

@@ -21,7 +21,7 @@ const char* nameOf(State state);
 struct Finding {
   std::string subject;  ///< what: "gpsd", "voices"
   State state = State::missing;
-  std::string detail;  ///< what exactly is there, or why it can't be used
+  std::string detail;  ///< what exactly is there, or why it cannot be used
   std::string remedy;  ///< the command that mends it; empty when usable
 };
 

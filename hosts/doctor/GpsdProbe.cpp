@@ -3,12 +3,10 @@
 #include <readers/LiveReader.h>
 
 #include <array>
-#include <cerrno>
 #include <optional>
 
-#include "Deadline.h"
 #include "Probes.h"
-#include "Reach.h"
+#include "Waiting.h"
 
 namespace doctor {
 namespace {
@@ -25,31 +23,28 @@ struct Answer {
 
 Answer ask(const policy::PositioningSource& source, double answerSeconds) {
   Answer answer;
-  const Deadline deadline(answerSeconds);
-  GSocketConnectable* const address = source.path.empty()
-                                          ? g_network_address_new(source.host.c_str(), source.port)
-                                          : G_SOCKET_CONNECTABLE(g_unix_socket_address_new(source.path.c_str()));
-  GError* error = nullptr;
-  GSocketConnection* const connection = reach(address, answerSeconds, &error);
-  if (connection == nullptr) {
+  const TimeLimit limit(answerSeconds);
+  g_autoptr(GSocketConnectable) address = source.path.empty()
+                                              ? g_network_address_new(source.host.c_str(), source.port)
+                                              : G_SOCKET_CONNECTABLE(g_unix_socket_address_new(source.path.c_str()));
+  g_autoptr(GError) error = nullptr;
+  const auto connection = reach(*address, answerSeconds, &error);
+  if (!connection) {
     answer.failure = error->message;
-    g_clear_error(&error);
     return answer;
   }
-  GSocket* const socket = g_socket_connection_get_socket(connection);
-  g_socket_set_blocking(socket, FALSE);
+  GSocket* const socket = g_socket_connection_get_socket(connection.get());
   constexpr std::string_view kRequest = "?DEVICES;\n";
   g_socket_send(socket, kRequest.data(), kRequest.size(), nullptr, nullptr);
-  policy::LiveReader reader(readers::Format::gpsdJson);
+  readers::LiveReader reader(readers::Format::gpsdJson);
   std::array<char, 4096> bytes;
-  while (!answer.receivers && deadline.wait(g_socket_get_fd(socket), POLLIN)) {
-    const gssize count = g_socket_receive(socket, bytes.data(), bytes.size(), nullptr, nullptr);
+  while (!answer.receivers) {
+    const gssize count = g_socket_receive(socket, bytes.data(), bytes.size(), limit.cancellable(), nullptr);
     if (count <= 0) break;
     const auto events = reader.feed({bytes.data(), static_cast<std::size_t>(count)});
     if (events.daemonRelease) answer.release = events.daemonRelease;
     if (events.receivers) answer.receivers = events.receivers;
   }
-  g_object_unref(connection);
   return answer;
 }
 

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRLinuxSound.h>
+#include <ZRCore/ZRPlatformFill.h>
 #include <gio/gio.h>
 #include <gio/gunixsocketaddress.h>
 #include <unistd.h>
@@ -11,9 +12,8 @@
 #include <string_view>
 #include <vector>
 
-#include "Deadline.h"
 #include "Probes.h"
-#include "Reach.h"
+#include "Waiting.h"
 
 namespace doctor {
 
@@ -43,27 +43,15 @@ std::string unableToRead(const ZRPlatform& platform) {
 
 Finding AdaptersProbe::look() {
   constexpr const char* kBuild = "scripts/setup && cmake --workflow --preset check";
-  const std::pair<const char*, bool> services[] = {
-      {"positioning", platform_.positioning != nullptr},
-      {"bundle", platform_.bundle != nullptr},
-      {"json", platform_.json != nullptr},
-      {"main queue", platform_.mainQueue != nullptr},
-      {"http", platform_.httpSession != nullptr},
-      {"xml", platform_.xml != nullptr},
-      {"images", platform_.images != nullptr},
-      {"settings", platform_.userDefaults != nullptr},
-      {"device", platform_.device != nullptr},
-      {"audio session", platform_.audioSession != nullptr},
-      {"speech", platform_.speech != nullptr},
-      {"audio players", platform_.audioPlayers != nullptr},
-  };
   std::string present, absent;
-  for (const auto& [name, isThere] : services) appendTo(isThere ? present : absent, name);
+  ZRForEachService([&](const auto& service) {
+    if (service.origin == ZRServiceOrigin::system) appendTo(platform_.*service.member ? present : absent, service.name);
+  });
   if (!absent.empty()) {
     return {"adapters", State::missing, "this build has none for: " + absent + " (it has: " + present + ")", kBuild};
   }
   const std::string failing = unableToRead(platform_);
-  if (!failing.empty()) return {"adapters", State::broken, "they can't read a small document: " + failing, kBuild};
+  if (!failing.empty()) return {"adapters", State::broken, "they cannot read a small document: " + failing, kBuild};
   return {"adapters", State::usable, present, ""};
 }
 
@@ -97,7 +85,7 @@ Finding ReceiversProbe::look() {
 Finding VoicesProbe::look() {
   constexpr const char* kInstall = "sudo apt-get install espeak-ng";
   constexpr const char* kReinstall = "sudo apt-get install --reinstall espeak-ng espeak-ng-data";
-  const ProgramRun run = runProgram(program_, "--voices", Deadline(answerSeconds_));
+  const ProgramRun run = runProgram(program_, "--voices", answerSeconds_);
   if (!run.isFound) return {"voices", State::missing, program_ + " is not installed", kInstall};
   if (run.isLate) return {"voices", State::broken, program_ + " does not answer", kReinstall};
   // A heading, then a voice a line.
@@ -124,20 +112,15 @@ Finding SoundProbe::look() {
   };
   const bool isLocal = strip("unix:") || where.starts_with('/');
   if (!isLocal && !strip("tcp:") && !strip("tcp4:")) strip("tcp6:");
-  GError* error = nullptr;
-  GSocketConnectable* const address = isLocal ? G_SOCKET_CONNECTABLE(g_unix_socket_address_new(where.c_str()))
-                                              : g_network_address_parse(where.c_str(), kPort, &error);
-  GSocketConnection* const connection = address != nullptr ? reach(address, answerSeconds_, &error) : nullptr;
+  g_autoptr(GError) error = nullptr;
+  g_autoptr(GSocketConnectable) address = isLocal ? G_SOCKET_CONNECTABLE(g_unix_socket_address_new(where.c_str()))
+                                                  : g_network_address_parse(where.c_str(), kPort, &error);
   where.insert(0, "the server at ");
-  if (connection != nullptr) {
-    g_object_unref(connection);
-    return {"sound", State::usable, where, ""};
-  }
+  if (address != nullptr && reach(*address, answerSeconds_, &error)) return {"sound", State::usable, where, ""};
   const bool isAbsent = isLocal && g_error_matches(error, G_IO_ERROR, G_IO_ERROR_NOT_FOUND) != FALSE;
-  const std::string why = error->message;
-  g_clear_error(&error);
   if (isAbsent) return {"sound", State::missing, where + " is not running", kStart};
-  return {"sound", State::broken, where + ": " + why, isLocal ? "pulseaudio --kill; pulseaudio --start" : kForget};
+  return {"sound", State::broken, where + ": " + error->message,
+          isLocal ? "pulseaudio --kill; pulseaudio --start" : kForget};
 }
 
 Finding VolumesProbe::look() {
@@ -158,14 +141,12 @@ namespace {
 /// The .desktop file that the user's settings name for a kind of addresses, whether it can be used or not.
 std::string chosenHandler(const std::string& type) {
   const std::string file = std::string(g_get_user_config_dir()) + "/mimeapps.list";
-  GKeyFile* const settings = g_key_file_new();
+  g_autoptr(GKeyFile) settings = g_key_file_new();
   std::string chosen;
   if (g_key_file_load_from_file(settings, file.c_str(), G_KEY_FILE_NONE, nullptr)) {
-    gchar* const value = g_key_file_get_string(settings, "Default Applications", type.c_str(), nullptr);
+    g_autofree gchar* value = g_key_file_get_string(settings, "Default Applications", type.c_str(), nullptr);
     if (value != nullptr) chosen = value;
-    g_free(value);
   }
-  g_key_file_free(settings);
   while (chosen.ends_with(';')) chosen.pop_back();
   return chosen;
 }
@@ -177,15 +158,13 @@ Finding HandlerProbe::look() {
   const std::string remedy =
       "sudo apt-get install " + example_ + " && xdg-mime default " + example_ + ".desktop " + type;
   const std::string chosen = chosenHandler(type);
-  GAppInfo* const handler = g_app_info_get_default_for_uri_scheme(scheme_.c_str());
+  g_autoptr(GAppInfo) handler = g_app_info_get_default_for_uri_scheme(scheme_.c_str());
   if (handler == nullptr) {
-    if (!chosen.empty()) return {subject_, State::broken, chosen + " is chosen, but can't be started", remedy};
+    if (!chosen.empty()) return {subject_, State::broken, chosen + " is chosen, but cannot be started", remedy};
     return {subject_, State::missing, "no application opens " + scheme_ + " addresses", remedy};
   }
   const char* const id = g_app_info_get_id(handler);
-  Finding finding{subject_, State::usable, id != nullptr ? id : g_app_info_get_name(handler), ""};
-  g_object_unref(handler);
-  return finding;
+  return {subject_, State::usable, id != nullptr ? id : g_app_info_get_name(handler), ""};
 }
 
 }  // namespace doctor

@@ -168,9 +168,7 @@ void Reader::read(std::optional<ZROHMValue> result) {
   ++number_;
   if (!result) return fault([] { return "is larger than any result (a megabyte beside its lists) and was left out"; });
   ZRGeoAddressReading reading = ZRReadGeoAddress(*result, resultDialect_);
-  if (!reading.address || !reading.hasKnownKeys) {
-    return fault([&] { return reasonForNothing(*result->dictionary()); });
-  }
+  if (!reading.address || !reading.hasKnownKeys) return fault([&] { return reasonForNothing(*result->dictionary()); });
   account_.unknownCount += reading.unknownKeys.size();
   for (const std::string& key : reading.unknownKeys) {
     if (account_.unknownKeys.size() < Account::kMostKeys || account_.unknownKeys.contains(key)) {
@@ -178,7 +176,7 @@ void Reader::read(std::optional<ZROHMValue> result) {
     }
   }
   for (const std::string& key : reading.unusableKeys) {
-    fault([&] { return '"' + ZRPrintableText(key, ZRLongestExcerpt) + "\" can't be used as it stands"; });
+    fault([&] { return '"' + ZRPrintableText(key, ZRLongestExcerpt) + "\" cannot be used as it stands"; });
   }
   if (dropOutOfRange(*reading.address)) fault([] { return "the position is out of range and was left out"; });
   take_({number_, ZRPlace::placeFromGeoAddress(std::move(reading.address))});
@@ -187,9 +185,7 @@ void Reader::read(std::optional<ZROHMValue> result) {
 std::string Reader::reasonForNothing(const ZROHMDictionary& result) const {
   const std::string error = serviceError(result);
   if (!error.empty()) return "the service answered: " + ZRPrintableText(error, ZRLongestExcerpt);
-  if (dialect_) {
-    return "holds no result in the dialect " + keysOf(*dialect_) + "; choose another with --dialect";
-  }
+  if (dialect_) return "holds no result in the dialect " + keysOf(*dialect_) + "; choose another with --dialect";
   std::string text = "holds no result in any dialect; looked for the keys of ";
   const char* separator = "";
   for (const ZRGeoAddressDialect dialect : ZRGeoAddressDialects()) {
@@ -217,7 +213,7 @@ Account Reader::finish(const std::optional<NSError>& error) {
 Account readDocument(std::string_view bytes, std::optional<ZRGeoAddressDialect> dialect,
                      const std::function<void(Result)>& take) {
   Outline outline(dialect);
-  static_cast<void>(ZRReadJSON(bytes, ZRJSONFragments::refused, outline));  // the second time it is told
+  static_cast<void>(ZRReadJSON(bytes, ZRJSONFragments::refused, outline));  // the second time it is reported
   outline.finish();
   Reader reader(outline, dialect, take);
   const auto error = ZRReadJSON(bytes, ZRJSONFragments::refused, reader);

@@ -7,7 +7,7 @@
 
 namespace place {
 
-/// A file that can't be read; the text says why.
+/// A file that cannot be read; the text says why.
 class FileError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };

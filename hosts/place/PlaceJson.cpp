@@ -62,9 +62,7 @@ std::optional<NSError> DocumentWriter::add(const ZRPlace& place) {
   if (const NSError* const error = std::get_if<NSError>(&written)) return *error;
   const std::string start = newLine_ + "  ";
   std::string text = std::exchange(hasElements_, true) ? "," + start : start;
-  for (const char byte : std::get<std::string>(written)) {
-    byte == '\n' ? text += start : text += byte;
-  }
+  for (const char byte : std::get<std::string>(written)) byte == '\n' ? text += start : text += byte;
   write_(text);
   return std::nullopt;
 }

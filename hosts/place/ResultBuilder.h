@@ -11,9 +11,9 @@
 
 namespace place {
 
-/// Makes the value of one result and keeps it small, whatever the service sends. Of an array it takes the first elements:
-/// a position has two numbers, a country's outline millions. In the place of a text that is longer than any name it puts
-/// an empty array, of which no part of a place can be made. Of the rest it takes a megabyte.
+/// Makes the value of one result and keeps it small, whatever the service sends. Of an array it takes the first
+/// elements: a position has two numbers, a country's outline millions. In the place of a text that is longer than any
+/// name it puts an empty array, of which no part of a place can be made. Of the rest it takes a megabyte.
 class ResultBuilder final : public ZRJSONListener {
  public:
   static constexpr std::size_t kMostBytes = std::size_t{1} << 20U;

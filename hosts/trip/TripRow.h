@@ -36,8 +36,8 @@ struct FilterEffect {
   };
 
   std::optional<double> topRawSpeed, topSmoothedSpeed;  ///< metres per second
-  /// By how much the course turns from fix to fix, in degrees from 0 to 180, while moving above 1 m/s: the raw one, from
-  /// place to place, and the smoothed one, of the same fixes.
+  /// By how much the course turns from fix to fix, in degrees from 0 to 180, while moving above 1 m/s: the raw one,
+  /// from place to place, and the smoothed one, of the same fixes.
   std::optional<Quantiles> rawTurn, smoothedTurn;
   std::uint64_t turns = 0;  ///< how many they are
 };
@@ -51,7 +51,7 @@ struct TripSummary {
   std::uint64_t significant = 0;
   std::uint64_t jumps = 0;
   std::uint64_t stableFixes = 0;
-  std::uint64_t fixesWithAccuracy = 0, fixesWithSpeed = 0;  ///< told, or completed on request
+  std::uint64_t fixesWithAccuracy = 0, fixesWithSpeed = 0;  ///< reported, or completed on request
   std::uint64_t faults = 0;                                 ///< places in the recording where something was dropped
   std::uint64_t warnings = 0;                               ///< places where something was odd but kept
   std::optional<double> firstSecondsSince1970, lastSecondsSince1970;  ///< the earliest and the latest
@@ -62,6 +62,12 @@ struct TripSummary {
   /// Whether the options --assume-accuracy and --derive-speed were there to be given, and were not.
   bool couldAssumeAccuracy = false, couldDeriveSpeed = false;
 };
+
+/// Seconds between the earliest and the latest time; nothing when no time is known.
+inline std::optional<double> durationSeconds(const TripSummary& summary) {
+  if (!summary.firstSecondsSince1970 || !summary.lastSecondsSince1970) return std::nullopt;
+  return *summary.lastSecondsSince1970 - *summary.firstSecondsSince1970;
+}
 
 /// Something that is written while a trip is replayed. Bounded memory, whatever the length of the trip.
 class TripOutput {

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "CommandLine.h"
 
+#include <text/Numbers.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <limits>
 #include <optional>
+#include <type_traits>
 
 #include "ExitCodes.h"
 #include "Messages.h"
@@ -64,86 +66,103 @@ std::string commandLineFault(const CLI::App& tool, std::string_view text) {
   return ZRPrintableText(text, 2 * ZRLongestExcerpt) + help;
 }
 
+/// @param faultOf  what is wrong with a text; empty when nothing is
+Rule check(std::function<std::string(const std::string& text)> faultOf) {
+  return [faultOf = std::move(faultOf)](CLI::Option& option) { option.check(faultOf); };
+}
+
+/// CLI11's own checks let "nan" pass, and tell the greatest double with all its 309 digits.
+/// @param lowest, highest  both allowed
+Rule within(double lowest, double highest, const std::string& range) {
+  return check([=](const std::string& text) {
+    double number = 0.0;
+    const bool holds = CLI::detail::lexical_cast(text, number) && number >= lowest && number <= highest;
+    return holds ? std::string() : inQuotes(text) + " is no number " + range;
+  });
+}
+
 }  // namespace
 
-CommandOption& CommandOption::required() {
-  option_->required();
-  return *this;
+namespace rule {
+
+Rule required() {
+  return [](CLI::Option& option) { option.required(); };
 }
 
-CommandOption& CommandOption::valueName(const std::string& name) {
-  option_->type_name(name);
-  return *this;
+Rule notEmpty() {
+  return check([](const std::string& text) { return text.empty() ? "the name is empty" : std::string(); });
 }
 
-CommandOption& CommandOption::oneOf(const std::vector<std::string>& values) {
-  option_->check(CLI::IsMember(values));
-  return *this;
+Rule oneOf(std::vector<std::string> values) {
+  return [values = std::move(values)](CLI::Option& option) { option.check(CLI::IsMember(values)); };
 }
 
-CommandOption& CommandOption::from0To1() { return within(0.0, 1.0, "from 0 to 1"); }
+Rule from0To1() { return within(0.0, 1.0, "from 0 to 1"); }
 
-CommandOption& CommandOption::positive() {
+Rule positive() {
   using Limits = std::numeric_limits<double>;
   return within(Limits::denorm_min(), Limits::max(), "above 0");
 }
 
-CommandOption& CommandOption::needs(const CommandOption& other) {
-  option_->needs(other.option_);
-  return *this;
-}
-
-CommandOption& CommandOption::excludes(const CommandOption& other) {
-  option_->excludes(other.option_);
-  return *this;
-}
-
-CommandOption& CommandOption::wholeNumber() {
-  return check([](const std::string& text) {
-    std::int32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool holds = error == std::errc() && end == text.data() + text.size();
-    return holds ? std::string() : inQuotes(text) + " is no whole number from -2147483648 to 2147483647";
+Rule wholeNumber() {
+  return check([](const std::string& given) {
+    return text::numberIn<std::int32_t>(given) ? std::string()
+                                               : inQuotes(given) + " is no whole number from -2147483648 to 2147483647";
   });
 }
 
-CommandOption& CommandOption::notEmpty() {
-  return check([](const std::string& text) { return text.empty() ? "the name is empty" : std::string(); });
+Rule needs(const AnyOption& other) {
+  return [&other](CLI::Option& option) { option.needs(&other.handle()); };
 }
 
-// CLI11's own checks let "nan" pass, and tell the greatest double with all its 309 digits.
-CommandOption& CommandOption::within(double lowest, double highest, const std::string& rule) {
-  return check([=](const std::string& text) {
-    double number = 0.0;
-    const bool holds = CLI::detail::lexical_cast(text, number) && number >= lowest && number <= highest;
-    return holds ? std::string() : inQuotes(text) + " is no number " + rule;
-  });
+Rule excludes(const AnyOption& other) {
+  return [&other](CLI::Option& option) { option.excludes(&other.handle()); };
 }
 
-CommandOption& CommandOption::check(std::function<std::string(const std::string& text)> faultOf) {
-  option_->check(std::move(faultOf));
-  return *this;
-}
+}  // namespace rule
+
+bool AnyOption::isIgnored() const { return option_->count() > 0 && !isRead_; }
 
 template <class Value>
-CommandOption Command::option(const std::string& name, Value& value, const std::string& description) {
-  return CommandOption(*command_->add_option(name, value, description));
+CLI::Option* Options::declare(const AnyOption& member, const std::string& name, Value& value,
+                              const std::string& description, const std::vector<Rule>& rules) {
+  const auto blank = std::min(name.find(' '), name.size());
+  CLI::Option* option = nullptr;
+  if constexpr (std::is_same_v<Value, bool>) {
+    option = command_->add_flag(name, value, description);
+  } else if constexpr (std::is_invocable_v<Value, const std::string&>) {
+    option = command_->add_option_function<std::string>(name.substr(0, blank), value, description);
+  } else {
+    option = command_->add_option(name.substr(0, blank), value, description);
+  }
+  if (blank < name.size()) option->type_name(name.substr(blank + 1));
+  for (const Rule& rule : rules) rule(*option);
+  members_.push_back(&member);
+  return option;
 }
-template CommandOption Command::option(const std::string&, std::string&, const std::string&);
-template CommandOption Command::option(const std::string&, float&, const std::string&);
-template CommandOption Command::option(const std::string&, std::int64_t&, const std::string&);
-template CommandOption Command::option(const std::string&, std::optional<std::string>&, const std::string&);
-template CommandOption Command::option(const std::string&, std::optional<float>&, const std::string&);
-template CommandOption Command::option(const std::string&, std::optional<double>&, const std::string&);
-template CommandOption Command::option(const std::string&, std::vector<std::string>&, const std::string&);
 
-CommandOption Command::option(const std::string& name, std::function<void(const std::string&)> read,
-                              const std::string& description) {
-  return CommandOption(*command_->add_option_function<std::string>(name, read, description));
-}
+using Read = std::function<void(const std::string&)>;
+using Rules = std::vector<Rule>;
+template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::string&, const std::string&,
+                                       const Rules&);
+template CLI::Option* Options::declare(const AnyOption&, const std::string&, bool&, const std::string&, const Rules&);
+template CLI::Option* Options::declare(const AnyOption&, const std::string&, float&, const std::string&, const Rules&);
+template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::int64_t&, const std::string&,
+                                       const Rules&);
+template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::optional<std::string>&,
+                                       const std::string&, const Rules&);
+template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::optional<float>&, const std::string&,
+                                       const Rules&);
+template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::optional<double>&, const std::string&,
+                                       const Rules&);
+template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::vector<std::string>&,
+                                       const std::string&, const Rules&);
+template CLI::Option* Options::declare(const AnyOption&, const std::string&, Read&, const std::string&, const Rules&);
 
-CommandOption Command::flag(const std::string& name, bool& value, const std::string& description) {
-  return CommandOption(*command_->add_flag(name, value, description));
+void Options::requireHeeded() const {
+  for (const AnyOption* const option : members_) {
+    if (option->isIgnored()) throw std::logic_error(option->handle().get_name() + " was given, and nothing heeds it");
+  }
 }
 
 CommandLine::CommandLine(const std::string& name, const std::string& version, const std::string& description)
@@ -154,15 +173,18 @@ CommandLine::CommandLine(const std::string& name, const std::string& version, co
 
 CommandLine::~CommandLine() = default;
 
-Command CommandLine::add(const std::string& name, const std::string& description, const std::string& footer,
-                         std::function<int()> run) {
+CLI::App& CommandLine::addCommand(const std::string& name, const std::string& description, const std::string& footer) {
   CLI::App& command = *tool_->add_subcommand(name, description);
   command.footer(footer);
-  command.callback([this, name, run = std::move(run)] {
+  return command;
+}
+
+void CommandLine::setRun(const Options& options, const std::string& name, std::function<int()> run) {
+  tool_->get_subcommand(name)->callback([this, &options, name, run = std::move(run)] {
     if (beforeRun_) beforeRun_(name);
     exitCode_ = run();
+    if (exitCode_ == kExitDone) options.requireHeeded();
   });
-  return Command(command);
 }
 
 int CommandLine::showHelp(const std::string& name) const {
@@ -182,10 +204,12 @@ int CommandLine::showHelp(const std::string& name) const {
 }
 
 void CommandLine::addHelp() {
-  const auto name = std::make_shared<std::string>();
-  Command help =
-      add("help", "Shows what a command does, and its options.", "", [this, name] { return showHelp(*name); });
-  help.option("COMMAND", *name, "The command; without it, all are listed");
+  struct HelpOptions : Options {
+    using Options::Options;
+    Option<std::string> command{*this, "COMMAND", "The command; without it, all are listed"};
+  };
+  add<HelpOptions>("help", "Shows what a command does, and its options.", "",
+                   [this](const HelpOptions& options) { return showHelp(*options.command); });
 }
 
 int CommandLine::run(int argc, char** argv) {

@@ -16,7 +16,7 @@ class App;
 class Option;
 }  // namespace CLI
 
-/// What must be changed on the command line, told by whoever reads an option's text.
+/// What must be changed on the command line, reported by whoever reads an option's text.
 class UsageFault : public std::runtime_error {
  public:
   UsageFault(std::string option, const std::string& fault) : std::runtime_error(fault), option_(std::move(option)) {}
@@ -26,47 +26,100 @@ class UsageFault : public std::runtime_error {
   std::string option_;
 };
 
-/// An option, flag or argument of a subcommand. A handle: copies mean the same one.
-class CommandOption {
+/// Something that a subcommand can be told, whatever its type.
+class AnyOption {
  public:
-  explicit CommandOption(CLI::Option& option) : option_(&option) {}
+  AnyOption(const AnyOption&) = delete;
+  AnyOption& operator=(const AnyOption&) = delete;
 
-  CommandOption& required();
-  /// What stands for the value in the help.
-  CommandOption& valueName(const std::string& name);
-  CommandOption& oneOf(const std::vector<std::string>& values);
-  CommandOption& from0To1();
-  CommandOption& positive();
-  CommandOption& wholeNumber();  ///< of 32 bits
-  CommandOption& notEmpty();
-  CommandOption& needs(const CommandOption& other);
-  CommandOption& excludes(const CommandOption& other);
+  CLI::Option& handle() const { return *option_; }
+  /// Whether it was given on the command line, and nobody has read it.
+  bool isIgnored() const;
 
- private:
-  /// @param lowest, highest  both allowed
-  CommandOption& within(double lowest, double highest, const std::string& rule);
-  CommandOption& check(std::function<std::string(const std::string& text)> faultOf);
+ protected:
+  AnyOption() = default;
+  ~AnyOption() = default;
 
-  CLI::Option* option_;
+  CLI::Option* option_ = nullptr;
+  mutable bool isRead_ = false;
 };
 
-/// A subcommand. A handle: copies mean the same one.
-class Command {
- public:
-  explicit Command(CLI::App& command) : command_(&command) {}
+/// What an option's value must be like, or which others must stand beside it.
+using Rule = std::function<void(CLI::Option& option)>;
 
-  /// @param name   begins with "--"; else an argument, by its place
-  /// @param value  gets what is given and lives as long as the command line: std::string, float, std::int64_t, an
-  ///               std::optional of std::string, float or double, or a std::vector<std::string> for several
-  template <class Value>
-  CommandOption option(const std::string& name, Value& value, const std::string& description);
-  /// @param read  gets the text that is given; may throw UsageFault
-  CommandOption option(const std::string& name, std::function<void(const std::string&)> read,
-                       const std::string& description);
-  CommandOption flag(const std::string& name, bool& value, const std::string& description);
+namespace rule {
+
+Rule required();
+Rule notEmpty();
+Rule oneOf(std::vector<std::string> values);
+Rule from0To1();
+Rule positive();
+Rule wholeNumber();  ///< of 32 bits
+Rule needs(const AnyOption& other);
+Rule excludes(const AnyOption& other);
+
+}  // namespace rule
+
+/// The options of a subcommand, of which each is a member that declares itself:
+///
+///     struct SayOptions : Options {
+///       using Options::Options;
+///       Option<std::optional<float>> rate{*this, "--rate R", "From 0, slow, to 1, fast [0.5]", {rule::from0To1()}};
+///     };
+///
+/// So none is read that the command line does not know; and one that was given and that a run never read is a fault of
+/// the tool, of which `CommandLine::run` makes an exception.
+class Options {
+ public:
+  explicit Options(CLI::App& command) : command_(&command) {}
+  Options(const Options&) = delete;
+  Options& operator=(const Options&) = delete;
+
+  /// @throws std::logic_error  an option was given and ignored
+  void requireHeeded() const;
 
  private:
+  template <class Value>
+  friend class Option;
+
+  /// @param name   with the value's name behind a blank: "--rate R"; an argument has no "--" and no value's name
+  /// @param value  gets what is given: a std::string, bool, float, std::int64_t, std::vector<std::string>, an
+  ///               std::optional of std::string, float or double, or a function of the text
+  template <class Value>
+  CLI::Option* declare(const AnyOption& member, const std::string& name, Value& value, const std::string& description,
+                       const std::vector<Rule>& rules);
+
   CLI::App* command_;
+  std::vector<const AnyOption*> members_;
+};
+
+/// An option, flag or argument, and what the command line says of it.
+template <class Value>
+class Option final : public AnyOption {
+ public:
+  Option(Options& all, const std::string& name, const std::string& description, const std::vector<Rule>& rules = {},
+         Value initial = {})
+      : value_(std::move(initial)) {
+    option_ = all.declare(*this, name, value_, description, rules);
+  }
+  /// @param read  makes the value of the text that is given; may throw UsageFault
+  Option(Options& all, const std::string& name, const std::string& description,
+         Value (*read)(const std::string& option, const std::string& text), const std::vector<Rule>& rules = {},
+         Value initial = {})
+      : value_(std::move(initial)) {
+    std::function<void(const std::string&)> take =
+        [this, read, option = name.substr(0, name.find(' '))](const std::string& text) { value_ = read(option, text); };
+    option_ = all.declare(*this, name, take, description, rules);
+  }
+
+  const Value& operator*() const {
+    isRead_ = true;
+    return value_;
+  }
+  const Value* operator->() const { return &**this; }
+
+ private:
+  Value value_;
 };
 
 /// The subcommands and what was asked of them.
@@ -77,15 +130,22 @@ class CommandLine {
 
   /// @param footer  the help's end
   /// @param run     returns the tool's exit code; may throw UsageFault before it does anything
-  Command add(const std::string& name, const std::string& description, const std::string& footer,
-              std::function<int()> run);
+  template <class Given>
+  void add(const std::string& name, const std::string& description, const std::string& footer,
+           std::function<int(const Given& options)> run) {
+    const auto options = std::make_shared<Given>(addCommand(name, description, footer));
+    setRun(*options, name, [options, run = std::move(run)] { return run(*options); });
+  }
   /// @param act  called with the name of the subcommand that was asked for, before it runs
   void beforeRun(std::function<void(const std::string& command)> act) { beforeRun_ = std::move(act); }
-  /// Does what is asked for. Help (`help [COMMAND]`, too) and version are printed, and in one line what must be changed.
+  /// Does what is asked for. Help (`help [COMMAND]`, too) and version are printed, and in one line what must be
+  /// changed.
   /// @return the tool's exit code
   int run(int argc, char** argv);
 
  private:
+  CLI::App& addCommand(const std::string& name, const std::string& description, const std::string& footer);
+  void setRun(const Options& options, const std::string& name, std::function<int()> run);
   void addHelp();
   int showHelp(const std::string& name) const;
 

@@ -2,7 +2,7 @@
 #ifndef ZRCORE_HOSTS_ZRCORE_EXITCODES_H
 #define ZRCORE_HOSTS_ZRCORE_EXITCODES_H
 
-#include <trip/OutputError.h>
+#include <trip/outputs/OutputError.h>
 
 #include "Interruption.h"
 

@@ -3,24 +3,16 @@
 
 #include <ZRCore/ZRLinuxPlatform.h>
 #include <glib-unix.h>
-
-#include <memory>
+#include <owners/GLib.h>
 
 #include "Interruption.h"
 
 namespace {
 
-struct EndSource {
-  void operator()(GSource* source) const {
-    g_source_destroy(source);
-    g_source_unref(source);
-  }
-};
-
 /// While it is kept, a signal makes the loop look again whether it is to go on.
-std::unique_ptr<GSource, EndSource> wakenBySignals() {
+owners::Source wakenBySignals() {
   if (interruption::descriptor() < 0) return nullptr;
-  std::unique_ptr<GSource, EndSource> source(g_unix_fd_source_new(interruption::descriptor(), G_IO_IN));
+  owners::Source source(g_unix_fd_source_new(interruption::descriptor(), G_IO_IN));
   const GUnixFDSourceFunc once = [](int, GIOCondition, gpointer) -> gboolean { return G_SOURCE_REMOVE; };
   g_source_set_callback(source.get(), G_SOURCE_FUNC(once), nullptr, nullptr);
   g_source_attach(source.get(), nullptr);

@@ -3,6 +3,12 @@
 
 #include <trip/ShownPath.h>
 
+#include <cstdio>
+
+void Messages::writeToStandardError(std::string_view line) {
+  std::fprintf(stderr, "%.*s\n", static_cast<int>(line.size()), line.data());
+}
+
 void Messages::remark(std::string_view file, const readers::Remark& remark) {
   const std::string_view kind = remark.severity == readers::Severity::warning ? "warning: " : "";
   oneOfMany(std::string(file) + ":" + std::to_string(remark.line), std::string(kind) + remark.text);

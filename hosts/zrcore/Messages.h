@@ -15,11 +15,14 @@
 /// who puts a text from outside into one takes an excerpt of it.
 class Messages {
  public:
-  /// A damaged file has as many faults as lines: so many are told one by one, the others are counted.
+  /// A damaged file has as many faults as lines: so many are reported one by one, the others are counted.
   static constexpr std::uint64_t kMostRemarks = 20;
 
+  static void writeToStandardError(std::string_view line);
+
   /// @param writeLine  takes a line without its end
-  explicit Messages(std::function<void(std::string_view line)> writeLine) : writeLine_(std::move(writeLine)) {}
+  explicit Messages(std::function<void(std::string_view line)> writeLine = writeToStandardError)
+      : writeLine_(std::move(writeLine)) {}
 
   /// About one line of a file; of the first kMostRemarks only.
   void remark(std::string_view file, const readers::Remark& remark);
@@ -27,7 +30,7 @@ class Messages {
   /// About one part of a file, of which there may be as many faults as parts; of the first kMostRemarks only.
   void oneOfMany(std::string_view subject, std::string_view text);
 
-  /// How many remarks were not told, if any. Then the next file starts anew.
+  /// How many remarks were not reported, if any. Then the next file starts anew.
   void endRemarks(std::string_view file);
 
   /// About a file, a folder or an option as a whole.

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-/// The name that `word` is most likely a slip of: letters left out, added, changed or exchanged with their neighbours, a
-/// third of the word at most; or only its beginning. Nothing when none is near.
+/// The name that `word` is most likely a slip of: letters left out, added, changed or exchanged with their neighbours,
+/// a third of the word at most; or only its beginning. Nothing when none is near.
 std::optional<std::string> nearestName(std::string_view word, const std::vector<std::string>& names);
 
 #endif

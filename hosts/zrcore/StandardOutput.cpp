@@ -2,7 +2,7 @@
 #include "StandardOutput.h"
 
 #include <poll.h>
-#include <trip/OutputError.h>
+#include <trip/outputs/OutputError.h>
 #include <unistd.h>
 
 #include <cerrno>

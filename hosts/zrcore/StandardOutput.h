@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-/// Where results go. A reader that goes away (`| head`) is no error, and neither is a signal that ends the wait for one
-/// that does not read: `isClosed` tells, and writing changes nothing more. Every other failure is a trip::OutputError,
-/// and closes it too.
+/// Where results go. A reader that goes away (`| head`) is not an error, and neither is a signal that ends the wait for
+/// one that does not read: `isClosed` tells, and writing changes nothing more. Every other failure is a
+/// trip::OutputError, and closes it too.
 class StandardOutput {
  public:
   /// From now on the process ignores SIGPIPE, so that it sees a reader that has gone.

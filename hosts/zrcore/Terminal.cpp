@@ -5,6 +5,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <array>
 #include <cstdlib>
 #include <string_view>
 
@@ -32,4 +33,10 @@ Terminal Terminal::current() {
   terminal.color = environment("NO_COLOR").empty();
   terminal.unicode = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
   return terminal;
+}
+
+std::string Terminal::styled(Style style, const std::string& text) const {
+  constexpr std::array<const char*, 4> kCodes{"", "\x1b[1m", "\x1b[31m", "\x1b[32m"};
+  if (!color || style == Style::plain) return text;
+  return kCodes.at(static_cast<std::size_t>(style)) + text + "\x1b[0m";
 }

@@ -2,6 +2,8 @@
 #ifndef ZRCORE_HOSTS_ZRCORE_TERMINAL_H
 #define ZRCORE_HOSTS_ZRCORE_TERMINAL_H
 
+#include <string>
+
 /// What the terminal behind the standard output can do.
 struct Terminal {
   int columns = 80;
@@ -14,6 +16,10 @@ struct Terminal {
 
   /// As it is now: a window may have changed its size.
   static Terminal current();
+
+  enum class Style { plain, bold, red, green };
+  /// The text in that style, where the terminal is to show any.
+  std::string styled(Style style, const std::string& text) const;
 };
 
 #endif

@@ -8,17 +8,10 @@
 #include <exception>
 #include <string>
 
-#include "AgoCommand.h"
 #include "CommandLine.h"
-#include "ConfigCommand.h"
-#include "DoctorCommand.h"
+#include "Commands.h"
 #include "ExitCodes.h"
 #include "Interruption.h"
-#include "PlaceCommand.h"
-#include "SayCommand.h"
-#include "TripCommand.h"
-#include "UrlCommand.h"
-#include "WatchCommand.h"
 
 namespace {
 
@@ -30,7 +23,7 @@ void fillStandardStreams() {
 }
 
 /// Gives other applications' sound its volume back when a killed program has left it lowered. What goes wrong doctor
-/// tells: most runs have nothing to do with sound.
+/// reports: most runs have nothing to do with sound.
 void restoreSound() {
   std::string fault;
   if (ZRRestoreLinuxSound(fault) == 0) return;

@@ -17,7 +17,7 @@ class AVAudioPlayer;
 
 /// The domain of the errors of players.
 inline constexpr const char* AVFoundationErrorDomain = "AVFoundationErrorDomain";
-/// The bytes are no audio that can be read.
+/// The bytes are not audio that can be read.
 inline constexpr long AVErrorFileFormatNotRecognized = -11828;
 /// The bytes are damaged.
 inline constexpr long AVErrorDecodeFailed = -11821;
@@ -47,7 +47,7 @@ class ZR_EXPORT AVAudioPlayer : public std::enable_shared_from_this<AVAudioPlaye
   void setDelegate(std::weak_ptr<AVAudioPlayerDelegate> delegate) { delegate_ = std::move(delegate); }
 
   virtual void play() = 0;
-  /// Silences the clip at once. Nothing is told.
+  /// Silences the clip at once. Nothing is reported.
   virtual void stop() = 0;
   virtual bool isPlaying() const = 0;
   /// @param volume  0 (silent) to 1; 1 at first. Heard at once.

@@ -43,18 +43,22 @@ class ZR_EXPORT CLLocation : public NSObject, public NSCoding {
   CLLocationCoordinate2D coordinate() const { return fix_.coordinate; }
   NSDate timestamp() const { return fix_.timestamp; }
 
-  // A subclass may keep values of its own under these names; `fix()` always tells what was given at construction.
+  /// @name Measurements
+  /// A subclass may keep values of its own under these names; `fix()` always returns what was given at construction.
+  /// @{
   virtual double altitude() const;
   virtual double horizontalAccuracy() const;
   virtual double verticalAccuracy() const;
   virtual double course() const;
   virtual double speed() const;
+  /// @}
 
   /// The values given at construction, whatever a subclass reports under the names above.
   const ZRPositionFix& fix() const { return fix_; }
 
   /// Great-circle distance to another location.
-  /// @return metres, >= 0, on the sphere of radius `EarthRadius`; altitude is ignored.
+  /// @return metres, >= 0, on the sphere of radius `EarthRadius`; altitude is ignored. NaN when a coordinate of either
+  ///         location is NaN or infinite.
   double distanceFromLocation(const CLLocation& other) const;
 
   /// Writes the values given at construction.

@@ -8,6 +8,7 @@
 #include <ZRCore/NSError.h>
 #include <ZRCore/ZRExport.h>
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -40,6 +41,7 @@ class ZR_EXPORT CLDidUpdateHeading : public virtual CLLocationManagerDelegate {
 /// The domain of a receiver's failures, whose codes are `CLErrorCode`.
 inline constexpr const char* kCLErrorDomain = "kCLErrorDomain";
 
+/// What failed, in errors of `kCLErrorDomain`.
 enum class CLErrorCode : long {
   locationUnknown = 0,  ///< no position for now; the manager goes on looking
   denied = 1,           ///< the user does not allow it
@@ -57,6 +59,7 @@ class ZR_EXPORT CLDidFailWithError : public virtual CLLocationManagerDelegate {
   virtual void locationManagerDidFailWithError(CLLocationManager& manager, const NSError& error) = 0;
 };
 
+/// Whether the user allows this application to use positions.
 enum class CLAuthorizationStatus : int {
   notDetermined = 0,
   restricted = 1,
@@ -76,10 +79,12 @@ class ZR_EXPORT CLDidChangeAuthorizationStatus : public virtual CLLocationManage
 /// What the positions are used for; receivers may save power by it.
 enum class CLActivityType : int { other = 1, automotiveNavigation = 2, fitness = 3, otherNavigation = 4 };
 
-/// One client's hold on a receiver. A system's adapter, a test double and a trip simulator each derive from it. Called
-/// from one thread, on which it also calls its delegate; never from inside the call that starts it. Its last
-/// owner may stop and release it from inside a report (`ZRLocationManager::setTripSimulator` does): after one it touches
-/// nothing of its own, unless it holds itself.
+/// One client's hold on a receiver. A system's adapter, a test double and a trip simulator each derive from it.
+///
+/// All calls come from one thread, and the manager calls its delegate on that thread. It never calls the delegate
+/// inside `startUpdatingLocation` or `startUpdatingHeading`. A delegate may stop the manager and release its last
+/// reference during a callback (`ZRLocationManager::setTripSimulator` does): a manager that uses its members after a
+/// callback keeps a reference to itself for the duration.
 class ZR_EXPORT CLLocationManager {
  public:
   /// A new manager of the installed platform's receiver, stopped and without a delegate.
@@ -94,7 +99,10 @@ class ZR_EXPORT CLLocationManager {
   virtual ~CLLocationManager();
 
   std::weak_ptr<CLLocationManagerDelegate> delegate() const { return delegate_; }
+  /// The delegate is held weakly: keep it alive yourself, and set it before you start updates.
   virtual void setDelegate(std::weak_ptr<CLLocationManagerDelegate> delegate);
+  /// Takes the delegate away.
+  void setDelegate(std::nullptr_t) { setDelegate(std::weak_ptr<CLLocationManagerDelegate>()); }
 
   virtual void startUpdatingLocation() = 0;
   virtual void stopUpdatingLocation() = 0;

@@ -12,7 +12,7 @@
 namespace CLLocation_Utils {
 
 /// The initial great-circle direction from one coordinate to another.
-/// @return degrees clockwise from north plus 360, in [180, 540]: not reduced, on purpose, because callers reduce it.
+/// @return degrees clockwise from north plus 360, in [180, 540]: not reduced, because callers reduce it.
 ///         450 for due east along the equator, 360 for equal coordinates.
 ZR_EXPORT double directionFromCoordinateToCoordinate(CLLocationCoordinate2D from, CLLocationCoordinate2D to);
 
@@ -21,10 +21,12 @@ ZR_EXPORT double directionToLocation(const CLLocation& location, const CLLocatio
 
 /// A new location near `location`, in a direction derived from that of `other`.
 ///
-/// Two oddities are kept on purpose: the direction, in degrees, is multiplied by the factor that turns radians into
-/// degrees, and the distance is divided by 1000 and by 6370254000, so that for any ordinary distance the result lies
-/// within a hair of `location`. For a true destination point use `ZRDestinationCoordinate`.
-/// @param distance  the nominal distance. At a pole the division by the sine of the colatitude gives NaN.
+/// The direction, in degrees, is multiplied by the factor that turns radians into degrees, and the distance is divided
+/// by 1000 and by 6370254000, so that for any ordinary distance the result lies within millimetres of `location`. Both
+/// are part of the interface: results must stay comparable to the last bit. For a true destination point use
+/// `ZRDestinationCoordinate`.
+/// @param distance  nominally metres; the result lies about a millionth of it away (a millimetre for a kilometre). At a
+///                  pole the division by the sine of the colatitude gives NaN.
 /// @return a location of which only the coordinate is given.
 ZR_EXPORT std::shared_ptr<CLLocation> newLocationAtDistanceToLocation(const CLLocation& location, double distance,
                                                                       const CLLocation& other);

@@ -34,7 +34,9 @@ class ZR_EXPORT NSCoder {
  public:
   virtual ~NSCoder();
 
-  // Writing. A value replaces what stood under its key.
+  /// @name Writing
+  /// A value replaces what stood under its key.
+  /// @{
   virtual void encodeDoubleForKey(double value, std::string_view key) = 0;
   virtual void encodeInt32ForKey(std::int32_t value, std::string_view key) = 0;
   virtual void encodeInt64ForKey(std::int64_t value, std::string_view key) = 0;
@@ -45,11 +47,15 @@ class ZR_EXPORT NSCoder {
   /// more than 100 objects deep.
   virtual void encodeObjectForKey(const std::shared_ptr<const NSObject>& object, std::string_view key) = 0;
 
+  /// @}
+
   /// Whether the archive has a value under `key`.
   virtual bool containsValueForKey(std::string_view key) const = 0;
 
-  // Reading. A missing key, or a value of another kind, reads as 0, false or absent; a number converts to the type
-  // asked for (without its fraction; beyond the range, the nearest limit; NaN as 0).
+  /// @name Reading
+  /// A missing key, or a value of another kind, reads as 0, false or absent; a number converts to the type
+  /// asked for (without its fraction; beyond the range, the nearest limit; NaN as 0).
+  /// @{
   virtual double decodeDoubleForKey(std::string_view key) const = 0;
   virtual std::int32_t decodeInt32ForKey(std::string_view key) const = 0;
   virtual std::int64_t decodeInt64ForKey(std::string_view key) const = 0;
@@ -57,6 +63,7 @@ class ZR_EXPORT NSCoder {
   virtual std::optional<std::string> decodeStringForKey(std::string_view key) const = 0;
   /// The object under `key`, when its class is one of those that may be read from this archive.
   virtual std::shared_ptr<NSObject> decodeObjectForKey(std::string_view key) const = 0;
+  /// @}
 };
 
 /// An archive in memory: a dictionary of plain values. A nested object is a dictionary of its own, with the name of its

@@ -10,6 +10,7 @@
 /// The key in `userInfo` under which a failure keeps its sentence for people.
 inline constexpr const char* NSLocalizedDescriptionKey = "NSLocalizedDescription";
 
+/// A failure of a service. A plain value.
 struct NSError {
   std::string domain;                           ///< who reports it
   long code = 0;                                ///< what it is, within the domain

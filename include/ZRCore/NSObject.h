@@ -40,6 +40,8 @@ class ZR_EXPORT NSInvalidArgumentException : public std::invalid_argument {
   std::string key_;
 };
 
+/// The root type: equality, hash, description, the type's descriptor, and the entry points of the mapping engine. One
+/// thread at a time, unless a subclass says otherwise.
 class ZR_EXPORT NSObject {
  public:
   NSObject() = default;
@@ -70,8 +72,8 @@ class ZR_EXPORT NSObject {
   /// @throw NSInvalidArgumentException  `value` is null and the property is a scalar.
   void setValueForKey(const ZROHMValue& value, std::string_view key);
 
-  /// What `setValueForKey` does with a key that is no property: maps it on an object of a mappable type, raises on any
-  /// other.
+  /// What `setValueForKey` does with a key that is not a property: maps it on an object of a mappable type, raises on
+  /// any other.
   void setValueForUndefinedKey(const ZROHMValue& value, std::string_view key);
 
   /// `setValueForKey` for each entry, in the dictionary's order. What was set before an entry that raises stays set.

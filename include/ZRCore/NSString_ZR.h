@@ -21,13 +21,13 @@ ZR_EXPORT bool isBlank(std::optional<std::string_view> string);
 ZR_EXPORT std::string stripWhitespace(std::string_view string);
 
 /// `number` with its English ordinal suffix, where the system's language is English or none; elsewhere the number
-/// alone. On purpose only 11, 12 and 13 themselves are exempt from "st", "nd", "rd": 111 gives "111st". Negative
-/// numbers take "th".
+/// alone. Only 11, 12 and 13 themselves are exempt from "st", "nd", "rd": 111 gives "111st", in every
+/// application of the kit alike. Negative numbers take "th".
 /// @param number  written as its low 32 bits, signed; the suffix goes by the whole number.
 ZR_EXPORT std::string stringOrdinalFor(std::int64_t number);
 
 /// `string` escaped as the value of a query parameter: each byte that is not a letter, a digit or one of "-_.~%"
-/// becomes "%" and two upper-case hexadecimal digits. "%" is left alone on purpose, so that a text that is escaped
+/// becomes "%" and two upper-case hexadecimal digits. "%" is left alone, so that a text that is escaped
 /// already is not escaped again; a stray "%" therefore passes too, and makes an address that no parser takes.
 /// @return absent for an absent text and for bytes that are not UTF-8.
 ZR_EXPORT std::optional<std::string> urlQueryParameterEscaped(std::optional<std::string_view> string);

@@ -14,8 +14,9 @@
 class ZR_EXPORT NSURL {
  public:
   /// Takes a text as an address when each of its characters may stand in one (RFC 2396, and the square brackets of RFC
-  /// 2732), each "%" is followed by two hexadecimal digits, and there is at most one "#". On purpose nothing else is
-  /// looked at: no scheme, host or port is asked for, the empty text is an address, and nothing is escaped or repaired.
+  /// 2732), each "%" is followed by two hexadecimal digits, and there is at most one "#". Nothing else is
+  /// looked at, because callers join addresses from parts: no scheme, host or port is asked for, the empty text is an
+  /// address, and nothing is escaped or repaired.
   /// @return absent for every other text. Pure; any thread.
   static std::optional<NSURL> URLWithString(std::string text);
 

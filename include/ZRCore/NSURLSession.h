@@ -40,6 +40,7 @@ inline constexpr long NSURLErrorDataLengthExceedsMaximum = -1103;
 inline constexpr long NSURLErrorSecureConnectionFailed = -1200;
 inline constexpr long NSURLErrorServerCertificateUntrusted = -1202;
 
+/// What is asked of a server. A plain value.
 struct NSMutableURLRequest {
   std::optional<NSURL> URL = {};  ///< without one the task fails with NSURLErrorBadURL
   double timeoutSeconds = 60.0;   ///< how long nothing may come before the task fails with NSURLErrorTimedOut
@@ -77,7 +78,7 @@ class ZR_EXPORT NSURLSessionDataTask {
 class ZR_EXPORT NSURLSession {
  public:
   /// What came of a request: the body, the answer, the fault of the transport. Any of them may be absent; an HTTP
-  /// status is no fault. A body that was cut short is a fault (NSURLErrorNetworkConnectionLost).
+  /// status is not a fault. A body that was cut short is a fault (NSURLErrorNetworkConnectionLost).
   using CompletionHandler = std::function<void(
       std::optional<NSData> data, std::shared_ptr<const NSURLResponse> response, std::optional<NSError> error)>;
 

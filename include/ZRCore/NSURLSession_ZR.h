@@ -29,9 +29,9 @@ inline constexpr long ZRURLSessionErrorImage = 1001;
 ///
 /// When the task completes, at most one of the two callbacks is called, on the main queue; an absent one is passed
 /// over. A fault of the transport is a failure even when there is a body too. The HTTP status is not looked at: the
-/// body of a 404 is a success of the plain operation (the response tells the status to whom it concerns). The other
+/// body of a 404 is a success of the plain operation (the response has the status). The other
 /// operations parse the body, in the same turn of the main queue and also when there is no success callback, and fail
-/// when that fails. Parsing blocks the main queue for its time, which is why a body that is parsed must not be longer than
+/// when that fails. Parsing blocks the main queue for its time, so a body that is parsed must not be longer than
 /// `ZRPlatform::longestParsedBodyBytes`: a longer one fails as one that the transport cut off
 /// (NSURLErrorDataLengthExceedsMaximum).
 ///

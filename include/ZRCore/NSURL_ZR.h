@@ -16,8 +16,8 @@ namespace NSURL_ZR {
 
 /// `base` and `path` joined (`NSString_ZR::stringWithBaseUrlStringPath`) and, when there are parameters, "?" (unless
 /// the joined text ends in one) and "key=value" pairs with "&" between them, in the dictionary's order. Values become
-/// text by `unescapedObject`; keys and values are escaped. The base is not, and on purpose only the last character is
-/// looked at: a base that has a query already gets a second "?".
+/// text by `unescapedObject`; keys and values are escaped. The base is not, because it may be escaped already. Only its
+/// last character is looked at: a base that has a query already gets a second "?".
 /// @return absent when the URL parser rejects the text (`NSURL::URLWithString`), for instance for a stray "%", and when
 ///         a key or value is not UTF-8.
 ZR_EXPORT std::optional<NSURL> urlWithBaseUrlStringPathParameters(std::string_view base,

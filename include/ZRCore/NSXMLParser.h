@@ -17,7 +17,7 @@
 class NSXMLParser;
 
 /// The domain of a parser's errors. Codes are the parser's own, but for the one of a delegate that gave up; `userInfo`
-/// tells where it was, as decimal numbers from 1.
+/// reports where it was, as decimal numbers from 1.
 inline constexpr const char* NSXMLParserErrorDomain = "NSXMLParserErrorDomain";
 inline constexpr long NSXMLParserDelegateAbortedParseError = 512;
 inline constexpr const char* NSXMLParserErrorLineKey = "NSXMLParserErrorLine";
@@ -47,7 +47,7 @@ class ZR_EXPORT NSXMLParser {
   /// throws ends the reading and is passed on.
   /// @return whether it was well formed and not given up; false also at a second call.
   virtual bool parse() = 0;
-  /// Gives up, from inside a delegate's call: nothing more is told and `parse` returns false.
+  /// Gives up, from inside a delegate's call: nothing more is reported and `parse` returns false.
   virtual void abortParsing() = 0;
   /// Why `parse` returned false; absent before it ran, and after it returned true.
   virtual std::optional<NSError> parserError() const = 0;

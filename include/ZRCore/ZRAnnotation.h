@@ -31,7 +31,7 @@ class ZR_EXPORT ZRMovableAnnotation {
   virtual void setCoordinate(CLLocationCoordinate2D coordinate) = 0;
 };
 
-/// Deriving from this is how an annotation tells whether it may be a navigation's destination.
+/// Deriving from this is how an annotation says whether it may be a navigation's destination.
 class ZR_EXPORT ZRNavigableAnnotation {
  public:
   virtual ~ZRNavigableAnnotation();

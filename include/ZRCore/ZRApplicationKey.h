@@ -20,6 +20,7 @@ class ZR_EXPORT ZRMissingApplicationKeyException : public std::runtime_error {
   const char* reason() const noexcept { return what(); }
 };
 
+/// The key as the host application declares it.
 class ZR_EXPORT ZRApplicationKey {
  public:
   /// The text under "ZRApplicationKey" in the host application's information dictionary. Nothing in the framework asks

@@ -34,7 +34,7 @@ class ZR_EXPORT ZRArchive {
   std::variant<std::string, NSError> archivedDataWithRootObject(const std::shared_ptr<const NSObject>& root) const;
 
   /// Reads a document. Entries that the objects do not ask for are skipped, those that they miss read as 0 or absent.
-  /// @return the object, never null; or an error of code `NSCoderReadCorruptError` when this is no archive, a newer
+  /// @return the object, never null; or an error of code `NSCoderReadCorruptError` when this is not an archive, a newer
   ///         version's, or its root is of no class that may be read; or the JSON service's.
   std::variant<std::shared_ptr<NSObject>, NSError> unarchivedObjectFromData(std::string_view bytes) const;
 

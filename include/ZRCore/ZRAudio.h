@@ -7,7 +7,6 @@
 #include <ZRCore/AVAudioPlayer.h>
 #include <ZRCore/AVAudioSession.h>
 #include <ZRCore/AVSpeechSynthesis.h>
-#include <ZRCore/NSNotificationCenter.h>
 #include <ZRCore/NSObject.h>
 #include <ZRCore/ZRExport.h>
 
@@ -15,12 +14,14 @@
 #include <string>
 #include <string_view>
 
+struct NSNotification;
+
 /// Posted when an utterance is handed to the synthesizer, the silent one of the session's retry included. Its object is
 /// the utterance (an AVSpeechUtterance).
 ZR_EXPORT extern const char* const ZRNavRecordingUtteranceNotification;
 
-/// Root of everything that may stand as ZRAudio's delegate; it is held weakly. Deriving from one of the interfaces below
-/// is how a delegate answers that callback.
+/// Root of everything that may stand as ZRAudio's delegate; it is held weakly. Deriving from one of the interfaces
+/// below is how a delegate answers that callback.
 class ZR_EXPORT ZRAudioDelegate {
  public:
   virtual ~ZRAudioDelegate();
@@ -49,9 +50,9 @@ class ZR_EXPORT ZRAudioPlayerDidFinishPlaying : public virtual ZRAudioDelegate {
                                                        bool successfully) = 0;
 };
 
-/// The one owner of spoken output in a process. It speaks texts and plays clips, activates the audio session before, and
-/// deactivates it afterwards only if another application's audio had been playing when the output began: that audio then
-/// comes back at full volume, and otherwise the volume buttons stay bound to this application between prompts.
+/// The one owner of spoken output in a process. It speaks texts and plays clips, activates the audio session before,
+/// and deactivates it afterwards only if another application's audio had been playing when the output began: that audio
+/// then comes back at full volume, and otherwise the volume buttons stay bound to this application between prompts.
 ///
 /// Everything happens on the main thread; no locks are taken. The services are those of the platform in use. The
 /// last owner may let go of the object from inside a callback or a notification.
@@ -82,8 +83,8 @@ class ZR_EXPORT ZRAudio : public NSObject,
   const std::shared_ptr<AVAudioPlayer>& audioPlayer() const { return audioPlayer_; }
   void setAudioPlayer(std::shared_ptr<AVAudioPlayer> player);
 
-  /// The "en-US" voice. Null when the platform cannot make it: that is logged and told to the delegate, and the next
-  /// call tries again.
+  /// The "en-US" voice. Null when the platform cannot make it: that is logged and reported to the delegate, and the
+  /// next call tries again.
   std::shared_ptr<AVSpeechSynthesisVoice> voice();
   /// Another voice for every utterance; null: the "en-US" one again.
   void setVoice(std::shared_ptr<AVSpeechSynthesisVoice> voice);
@@ -110,10 +111,10 @@ class ZR_EXPORT ZRAudio : public NSObject,
   /// Speaks `text` (UTF-8), after what is being spoken or, with `interrupt`, in its place. A clip stops either way.
   /// @param volume  0 to 1.
   void speakTextInterruptVolume(const std::string& text, bool interrupt, float volume);
-  /// Speaks an utterance of the caller's (not null) after what is being spoken. Clips, and the knowledge of other audio,
-  /// stay.
+  /// Speaks an utterance of the caller's (not null) after what is being spoken. Clips, and the knowledge of other
+  /// audio, stay.
   void speakUtterance(const std::shared_ptr<AVSpeechUtterance>& utterance);
-  /// Stops all output and plays a clip. Bytes that are no clip play nothing, and nothing is told.
+  /// Stops all output and plays a clip. Bytes that are not a clip play nothing, and nothing is reported.
   void playAudioData(std::string_view data);
   /// The volume of the current utterance (as far as the platform still heeds it) and of the current clip, 0 to 1.
   void setVolume(float volume);
@@ -129,8 +130,8 @@ class ZR_EXPORT ZRAudio : public NSObject,
 
   /// AVAudioSessionCategoryPlayAndRecord with the hands-free profile, else AVAudioSessionCategoryPlayback.
   std::string audioCategoryForNavigation() const;
-  /// 6 (duck others, allow Bluetooth) with the hands-free profile, else 19 (mix with others, duck others, interrupt spoken
-  /// audio).
+  /// 6 (duck others, allow Bluetooth) with the hands-free profile, else 19 (mix with others, duck others, interrupt
+  /// spoken audio).
   AVAudioSessionCategoryOptions audioOptionsForNavigation() const;
   /// The spelling is part of the interface.
   void startAudioSesssionForNavigation();

@@ -87,10 +87,13 @@ class ZRFakeAudioPlayer : public AVAudioPlayer {
   bool isPlaying() const override { return isPlaying_; }
   void setVolume(float newVolume) override { volume = newVolume; }
 
-  // What happens to the clip, told inside the call.
+  /// @name What happens to the clip
+  /// The delegate is called inside these calls.
+  /// @{
   void finish(bool successfully);
   void failToDecode();
   void interrupt();
+  /// @}
 
   std::string data;
   float volume = 1.0F;

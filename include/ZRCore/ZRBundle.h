@@ -16,7 +16,7 @@ class ZR_EXPORT ZRBundle {
   virtual ~ZRBundle();
   /// Whether the information dictionary has a value, of any kind, under `key`.
   virtual bool hasInfoValueForKey(std::string_view key) const = 0;
-  /// The text under `key` in the information dictionary; absent when there is none, or a value that is no text.
+  /// The text under `key` in the information dictionary; absent when there is none, or a value that is not a text.
   virtual std::optional<std::string> infoStringForKey(std::string_view key) const = 0;
   /// The host application's identifier, such as "com.example.maps".
   virtual std::optional<std::string> bundleIdentifier() const = 0;

@@ -55,8 +55,8 @@ class ZR_EXPORT ZRConfigurationBase : public NSObject {
   ///
   /// Without a product key nothing happens. The first call (of the process, or after a change of host) asks the
   /// configuration host; `completion` is called on the main queue with what came of it: the configuration of the answer
-  /// or, when the host is not reached or the answer is no JSON, of the packaged file; absent when that has none of the
-  /// current type; and not at all when the packaged file is no JSON. A call while the first is under way is never
+  /// or, when the host is not reached or the answer is not JSON, of the packaged file; absent when that has none of the
+  /// current type; and not at all when the packaged file is not JSON. A call while the first is under way is never
   /// called back. Once a configuration is cached, calls are called back at once, before they return, with it. After a
   /// failure nothing is asked again until the host changes.
   /// @param completion  may be empty. May call any of these operations.
@@ -66,7 +66,7 @@ class ZR_EXPORT ZRConfigurationBase : public NSObject {
 
   /// The configuration for the current type in an answer: {"mapconfig": {"1": {"geofence": {"sslurl": ...}, ...}}}.
   /// @return absent when there is no object for the type, be it that the document has another shape. A service that is
-  ///         missing in it, or whose address is no text, leaves its property absent.
+  ///         missing in it, or whose address is not a text, leaves its property absent.
   static std::shared_ptr<ZRConfigurationBase> configurationWithDictionary(const ZROHMValue& dictionary);
 
   const std::optional<std::string>& geofenceBaseURL() const { return geofenceBaseURL_; }

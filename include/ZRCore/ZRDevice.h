@@ -21,7 +21,7 @@ class ZR_EXPORT ZRDevice {
   virtual std::optional<std::string> identifierForVendor() const = 0;
   /// The version of the operating system, such as "12" or "10.2".
   virtual std::optional<std::string> systemVersion() const = 0;
-  /// The machine's model, as the system control "hw.machine" or its like tells it.
+  /// The machine's model, as the system control "hw.machine" or its like reports it.
   virtual std::optional<std::string> machineIdentifier() const = 0;
   /// The language code of the system's locale (not the user's), such as "en"; absent for a locale without a language.
   virtual std::optional<std::string> systemLanguageCode() const = 0;

@@ -10,8 +10,8 @@
 /// How long a body may be that is parsed, unless the host says otherwise (`ZRPlatform::longestParsedBodyBytes`).
 inline constexpr std::uint64_t ZRLongestParsedBodyBytes = 8ULL << 20;
 
-/// How many values a document may have, unless the host says otherwise: of JSON nulls, booleans, numbers, texts, arrays,
-/// objects and the keys in them; of XML elements and attributes.
+/// How many values a document may have, unless the host says otherwise: of JSON nulls, booleans, numbers, texts,
+/// arrays, objects and the keys in them; of XML elements and attributes.
 inline constexpr std::uint64_t ZRMostDocumentValues = 1'000'000;
 
 /// The domain of the error for a document that is well formed so far, and too much.

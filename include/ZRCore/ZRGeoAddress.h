@@ -46,7 +46,7 @@ class ZR_EXPORT ZRGeoAddress : public NSObject, public NSCoding {
   static std::shared_ptr<ZRGeoAddress> initWithCoder(const NSCoder& coder);
 
   /// An address from a service's dictionary. Numbers become the text of text properties; other values of a wrong kind
-  /// leave the property absent, a position without "Lat" and "lat" leaves (0, 0), a quality that is no known text 0.
+  /// leave the property absent, a position without "Lat" and "lat" leaves (0, 0), a quality that is not a known text 0.
   /// Unknown keys are ignored. Never fails, never null.
   static std::shared_ptr<ZRGeoAddress> geoAddressFromDictionary(const ZROHMDictionary& dictionary);
 
@@ -98,14 +98,14 @@ class ZR_EXPORT ZRGeoAddress : public NSObject, public NSCoding {
   CLLocationCoordinate2D displayCoordinate() const { return displayCoordinate_; }
   void setDisplayCoordinate(CLLocationCoordinate2D coordinate) { displayCoordinate_ = coordinate; }
 
-  /// The text of a level: nothing for 10 and for what is no level.
+  /// The text of a level: nothing for 10 and for what is not a level.
   static std::optional<std::string> stringForGeoQuality(std::uint64_t level);
   /// The level of a text in any capitals; 0 for unknown texts. "side_of_street", the text of level 1, is one of them:
-  /// it reads as "sideofstreet" only. On purpose.
+  /// services write it as "sideofstreet".
   static std::uint64_t geoQualityForString(std::string_view text);
 
-  /// The map zoom level that suits the quality: 16 for levels 1 and 2, 15 for 3 and 4, 11 for 5 to 8, 5 for 9, and 15 for
-  /// 0 and all others.
+  /// The map zoom level that suits the quality: 16 for levels 1 and 2, 15 for 3 and 4, 11 for 5 to 8, 5 for 9, and 15
+  /// for 0 and all others.
   std::uint64_t zoomLevelForGeoQuality() const;
 
   /// False for exactly (0, 0), which means "not set"; else `CLLocationCoordinate2DIsValid`.
@@ -115,15 +115,15 @@ class ZR_EXPORT ZRGeoAddress : public NSObject, public NSCoding {
   std::optional<ZROHMDictionary> coordinateForDictionaryRespresentation() const;
 
   /// The address for a service's request: "latLng" (`coordinateForDictionaryRespresentation`), "zrid", "street",
-  /// "neighborhood", "city", "county", "state", "postalCode", "country" and, only when it is "v", "type"; in this order,
-  /// without what is absent or empty.
+  /// "neighborhood", "city", "county", "state", "postalCode", "country" and, only when it is "v", "type"; in this
+  /// order, without what is absent or empty.
   /// @param usesTambrelParams  whether the keys are those of the second dialect: "adminArea6" for "neighborhood",
   ///                           "locality" for "city", "adminArea" for "county", "region" for "state".
   ZROHMDictionary toDictionaryUsingTambrelParams(bool usesTambrelParams) const;
 
-  /// A text for people: the first line for 0, the second line for 1, everything on a single line for other numbers. Empty
-  /// where there is nothing to say; without white space at its ends. A zip of five and four digits loses the four, and the
-  /// country is told unless it is "US" or "CA".
+  /// A text for people: the first line for 0, the second line for 1, everything on a single line for other numbers.
+  /// Empty where there is nothing to say; without white space at its ends. A zip of five and four digits loses the
+  /// four, and the country is shown unless it is "US" or "CA".
   std::string stringForFormat(std::uint64_t format) const;
   std::string primaryString() const { return stringForFormat(0); }
   std::string secondaryString() const { return stringForFormat(1); }
@@ -139,7 +139,7 @@ class ZR_EXPORT ZRGeoAddress : public NSObject, public NSCoding {
   /// An address with the same values. The level is copied as it stands: one that was not derived yet is 0 in the copy.
   std::shared_ptr<ZRGeoAddress> copy() const { return copyObject(); }
 
-  /// Writes everything but `type`, the level as `geoQuality` tells it, in 32 bits.
+  /// Writes everything but `type`, the level as `geoQuality` returns it, in 32 bits.
   void encodeWithCoder(NSCoder& coder) const override;
 
   /// The type's descriptor, mappable and with its tables from the first call on.

@@ -35,24 +35,28 @@ ZR_EXPORT std::string_view ZRGeoAddressDialectName(ZRGeoAddressDialect dialect);
 /// documented dialect: all keys of a part or a position, but not of an identifier or a code, which other objects have.
 ZR_EXPORT std::span<const std::string_view> ZRGeoAddressDialectRecogniserKeys(ZRGeoAddressDialect dialect);
 
-// One result as an address; null for what is no object (of the GeoJSON dialects: for what has no properties). The parts
-// are put under the documented keys, and the address is then made by `geoAddressFromDictionary`:
-//
-// - the street is "house number street"; a result that is itself a street, a city and so on gives that part its name
-//   where the part is missing;
-// - the state of a Nominatim city is the letters of its ISO 3166-2 code ("US-IL" is "IL"), else its name, else the code;
-// - the country is the two-letter code in capitals where there is one, because the display texts know codes, not names;
-//   it is left out beside a city without a street and a state, because the display texts then show no city;
-// - the identifier is the OpenStreetMap one ("N42", "W42", "R42") where there is one, else the service's own (of Pelias
-//   always its own, the "gid");
-// - the quality is taken from the type of the result, or from the presence of a house number.
-//
-// A part that is neither a text nor a number is left out, and so is a position of which a number is missing. Pure; any
-// thread; nothing throws.
+/// @name One result of a dialect
+/// One result as an address; null for what is not an object (of the GeoJSON dialects: for what has no properties). The
+/// parts are put under the documented keys, and the address is then made by `geoAddressFromDictionary`:
+///
+/// - the street is "house number street"; a result that is itself a street, a city and so on gives that part its name
+///   where the part is missing;
+/// - the state of a Nominatim city is the letters of its ISO 3166-2 code ("US-IL" is "IL"), else its name, else the
+///   code;
+/// - the country is the two-letter code in capitals where there is one, because the display texts know codes, not
+///   names; it is left out beside a city without a street and a state, because the display texts then show no city;
+/// - the identifier is the OpenStreetMap one ("N42", "W42", "R42") where there is one, else the service's own (of
+///   Pelias always its own, the "gid");
+/// - the quality is taken from the type of the result, or from the presence of a house number.
+///
+/// A part that is neither a text nor a number is left out, and so is a position of which a number is missing. Pure; any
+/// thread; nothing throws.
+/// @{
 ZR_EXPORT std::shared_ptr<ZRGeoAddress> ZRGeoAddressFromNominatim(const ZROHMValue& result);
 ZR_EXPORT std::shared_ptr<ZRGeoAddress> ZRGeoAddressFromPhoton(const ZROHMValue& result);
 ZR_EXPORT std::shared_ptr<ZRGeoAddress> ZRGeoAddressFromPelias(const ZROHMValue& result);
 ZR_EXPORT std::shared_ptr<ZRGeoAddress> ZRGeoAddressFromGeocodeJSON(const ZROHMValue& result);
+/// @}
 
 /// An address and what became of the entries it was made from. Entries are named by key path ("address.road").
 struct ZRGeoAddressReading {
@@ -62,8 +66,8 @@ struct ZRGeoAddressReading {
   bool hasKnownKeys = false;                ///< whether there is anything that the dialect knows
 };
 
-/// Reads one result in that dialect and tells what was in it, for tools that show people their data. What is unusable is
-/// left out, in the documented dialect too.
+/// Reads one result in that dialect and reports what was in it, for tools that show people their data. What is unusable
+/// is left out, in the documented dialect too.
 ZR_EXPORT ZRGeoAddressReading ZRReadGeoAddress(const ZROHMValue& result, ZRGeoAddressDialect dialect);
 
 #endif

@@ -18,8 +18,9 @@ class ZR_EXPORT ZRCoordinateUtils {
   ZRCoordinateUtils() = delete;
 
   /// Initial great-circle bearing.
-  /// @return  degrees clockwise from north, in [0, 360]: 360 itself comes out for a course a hair west of north, because
-  ///          the angle is rounded to single precision before the full turn is added. 0 between equal coordinates.
+  /// @return  degrees clockwise from north, in [0, 360]: 360 itself comes out for a course a hair west of north,
+  ///          because the angle is rounded to single precision before the full turn is added. 0 between equal
+  ///          coordinates.
   static float bearingFromTo(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept;
 
   /// Fast distance by a table of the lengths of a degree (`metersPerDegreeLat`, `metersPerDegreeLng`, read as they are
@@ -29,12 +30,14 @@ class ZR_EXPORT ZRCoordinateUtils {
   static double approximateDistanceFromTo(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept;
 
   /// A coordinate on the straight line in degrees.
+  /// Longitudes are not wrapped: half-way between 179 and -179 degrees is 0, the other side of the Earth.
   /// @param percent  a fraction, despite its name: 0 gives `from`, 1 gives `to`. Not clamped.
   static CLLocationCoordinate2D interpolateFromToPercent(CLLocationCoordinate2D from, CLLocationCoordinate2D to,
                                                          float percent) noexcept;
 
   /// The place on the segment from `start` to `end` that is closest to `coord`, measured in plain degrees. An end of
-  /// the segment is returned exactly; a segment without length gives `start`.
+  /// the segment is returned exactly; a segment without length gives `start`. Longitudes are not wrapped: a segment
+  /// from 179 to -179 degrees goes the long way round.
   static CLLocationCoordinate2D closestCoordToCoordAlongLineWithStartingCoordAndEndingCoord(
       CLLocationCoordinate2D coord, CLLocationCoordinate2D start, CLLocationCoordinate2D end) noexcept;
 

@@ -9,10 +9,21 @@
 
 #ifdef __cplusplus
 #include <algorithm>
+#include <concepts>
 #include <span>
 #endif
 
 ZR_EXTERN_C_BEGIN
+
+/// Whether the operations on rectangles take `rect` for none: the x or the y of its origin is infinite, of either sign.
+/// Its size does not matter, and NaN is not null. `ZRMapRectNull` is one.
+ZR_EXPORT bool ZRMapRectIsNull(ZRMapRect rect) ZR_NOEXCEPT;
+
+/// Whether all fields compare equal, without tolerance: -0 equals 0, NaN equals nothing, infinity equals itself (so the
+/// null values equal themselves). Rectangles are not standardised first. (C++ has `==` for the same types below.)
+ZR_EXPORT bool ZRMapPointEqualToPoint(ZRMapPoint a, ZRMapPoint b) ZR_NOEXCEPT;
+ZR_EXPORT bool ZRMapRectEqualToRect(ZRMapRect a, ZRMapRect b) ZR_NOEXCEPT;
+ZR_EXPORT bool ZRCoordinateRegionEqualToRegion(ZRCoordinateRegion a, ZRCoordinateRegion b) ZR_NOEXCEPT;
 
 /// Great-circle distance between two coordinates.
 /// @param from, to  degrees, not clamped
@@ -64,7 +75,8 @@ ZR_EXPORT void ZRBearingsAlong(const CLLocationCoordinate2D* line, uint64_t coun
 
 /// Their bits may differ between processors: the quick form of `ZRMapPointsForCoordinates`, for drawing.
 /// @return  x and y within 1.2 * 2^-27 map points (9 nanometres on the projected equator's metres) of the exact value
-///          of the projection's formula, of which the single call may be 4.7 * 2^-27 off near the edge. Clamped as it is.
+///          of the projection's formula, of which the single call may be 4.7 * 2^-27 off near the edge. Clamped as it
+///          is.
 ZR_EXPORT void ZRMapPointsForCoordinatesFast(const CLLocationCoordinate2D* coordinates, ZRMapPoint* mapPoints,
                                              uint64_t count) ZR_NOEXCEPT;
 
@@ -76,6 +88,24 @@ ZR_EXPORT void ZRCoordinatesForMapPointsFast(const ZRMapPoint* mapPoints, CLLoca
 ZR_EXTERN_C_END
 
 #ifdef __cplusplus
+/// `ZRMapPointEqualToPoint`, `ZRMapRectEqualToRect` and `ZRCoordinateRegionEqualToRegion` as operators. Templates, so
+/// that an operator of the host's own for these types is preferred and not defined twice.
+template <std::same_as<ZRMapPoint> Point>
+bool operator==(const Point& a, const Point& b) noexcept {
+  return ZRMapPointEqualToPoint(a, b);
+}
+template <std::same_as<ZRMapRect> Rect>
+bool operator==(const Rect& a, const Rect& b) noexcept {
+  return ZRMapRectEqualToRect(a, b);
+}
+template <std::same_as<ZRCoordinateRegion> Region>
+bool operator==(const Region& a, const Region& b) noexcept {
+  return ZRCoordinateRegionEqualToRegion(a, b);
+}
+
+/// `ZRMBR` of all points of a span.
+inline ZRMapRect ZRMBR(std::span<const ZRMapPoint> points) noexcept { return ZRMBR(points.data(), points.size()); }
+
 /// The same for spans. As many elements are computed as both spans have room for.
 inline void ZRMapPointsForCoordinates(std::span<const CLLocationCoordinate2D> coordinates,
                                       std::span<ZRMapPoint> mapPoints) noexcept {

@@ -38,9 +38,9 @@ struct ZRGtkOptions {
   /// A folder in which web views keep cookies, storage and cache. Empty: each view has its own, in memory, and they end
   /// with it.
   std::string websiteDataFolder;
-  /// The schemes, in lower case, of the addresses that the system's programs get without a question. For others the user
-  /// is asked, by the program's name: any program may have registered itself for any scheme, and whoever writes a page
-  /// chooses what it is given. Addresses that lead into this computer ("file" and its like) never go outside.
+  /// The schemes, in lower case, of the addresses that the system's programs get without a question. For others the
+  /// user is asked, by the program's name: any program may have registered itself for any scheme, and whoever writes a
+  /// page chooses what it is given. Addresses that lead into this computer ("file" and its like) never go outside.
   std::vector<std::string> outsideSchemes = {"http", "https", "mailto", "tel", "sms", "geo"};
 };
 
@@ -74,18 +74,20 @@ class ZR_EXPORT ZRGtkNavigationController : public UINavigationController {
   std::unique_ptr<Impl> impl_;
 };
 
-/// Tells whether any window of this program is active or visible: at once, and at each change. Main thread, GTK started.
+/// Tells whether any window of this program is active or visible: at once, and at each change. Main thread, GTK
+/// started.
 /// @param seen  for instance ZRLifeFollowing::setWindowSeen
 /// @return keep it: with its release the following ends.
 [[nodiscard]] ZR_EXPORT std::shared_ptr<void> ZRGtkFollowWindows(std::function<void(bool isSeen)> seen);
 
+/// A window's size in logical pixels.
 struct ZRGtkWindowSize {
   int width = 420;
   int height = 760;
 };
 
-/// Shows `controller` in a window of its own, which has the controller's title, keeps it alive and lets it go when it is
-/// closed or the controller is popped.
+/// Shows `controller` in a window of its own, which has the controller's title, keeps it alive and lets it go when it
+/// is closed or the controller is popped.
 /// @param parent  a `GtkWindow*` in front of which the window opens; may be null.
 /// @return the window (a `GtkWindow*`), which belongs to GTK; null when the platform in use has no GTK screen.
 ZR_EXPORT struct _GtkWindow* ZRGtkOpenWindow(const std::shared_ptr<UIViewController>& controller,

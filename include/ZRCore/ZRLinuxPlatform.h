@@ -79,7 +79,8 @@ struct ZRLinuxOptions {
   /// - `geoclue`: the desktop's location service; the user may be asked.
   /// - `nmea:PATH`: a receiver on a serial device (at the speed that the device is set to), a FIFO or a UNIX socket.
   /// - `file:PATH`: a recording (GPX, NMEA 0183, gpsd JSON lines, CSV), replayed at its own speed.
-  /// What goes wrong comes as `locationManager:didFailWithError:`, once for each change, while the manager goes on trying.
+  /// What goes wrong comes as `locationManager:didFailWithError:`, once for each change, while the manager goes on
+  /// trying.
   std::string positioning = "auto";
 
   /// The desktop id by which GeoClue, and the user, know this application: the name of its .desktop file, without that
@@ -120,10 +121,10 @@ struct ZRLinuxLife {
   /// The terminal's stop (Ctrl-Z, SIGTSTP) and SIGCONT, for command line tools: the notification is posted, then the
   /// process stops. Signals have one owner: one following of a process at a time may do so.
   bool followsTerminal = true;
-  /// The system's sleep, as logind tells it.
+  /// The system's sleep, as logind reports it.
   bool followsSleep = true;
-  /// For how long no window may be seen (`ZRLifeFollowing::setWindowSeen`) before that is the background: one that opens
-  /// as another closes, a switch between two, is none.
+  /// After how long without a visible window (`ZRLifeFollowing::setWindowSeen`) the application counts as in the
+  /// background. A switch between two windows, when one opens as another closes, is shorter and does not count.
   double windowPatienceSeconds = 5.0;
 };
 
@@ -135,8 +136,9 @@ class ZR_EXPORT ZRLifeFollowing {
   virtual void setWindowSeen(bool isSeen) = 0;
 };
 
-/// Posts UIApplicationDidEnterBackgroundNotification and UIApplicationWillEnterForegroundNotification to the notification
-/// centre of the platform in use, once for each change, however many reasons there are for it. Main thread.
+/// Posts UIApplicationDidEnterBackgroundNotification and UIApplicationWillEnterForegroundNotification to the
+/// notification centre of the platform in use, once for each change, however many reasons there are for it. Main
+/// thread.
 /// @return keep it: with its release the following ends.
 [[nodiscard]] ZR_EXPORT std::shared_ptr<ZRLifeFollowing> ZRFollowLinuxLife(const ZRLinuxLife& life = {});
 

@@ -27,7 +27,7 @@ class ZR_EXPORT ZRSoundFile {
   static std::shared_ptr<ZRSoundFile> createIn(int descriptor, std::string& fault);
   virtual ~ZRSoundFile();
 
-  /// It is so many seconds after the file's beginning; never less than before. What has been heard by then is told.
+  /// It is so many seconds after the file's beginning; never less than before. What has been heard by then is reported.
   virtual void setTimeSeconds(double seconds) = 0;
   /// From now on time passes as fast as sound comes.
   virtual void letTimePass() = 0;
@@ -39,6 +39,7 @@ class ZR_EXPORT ZRSoundFile {
   virtual std::string close() = 0;
 };
 
+/// How speech and sound are made on Linux.
 struct ZRLinuxSoundOptions {
   /// The size of the structure that the host was built with. A library that knows more options takes the others from
   /// its own defaults. Not to be changed.
@@ -52,9 +53,9 @@ struct ZRLinuxSoundOptions {
   double speechPatienceSeconds = 5.0;
   /// Null: sound goes to the sound server.
   std::shared_ptr<ZRSoundFile> soundFile;
-  /// The folder in which it stands which other applications' streams have been lowered: hosts that share it lower a
-  /// stream once between them, and restore it if one of them dies. It must be the user's alone (mode 700). Empty: a
-  /// folder of the user's session.
+  /// The folder of the notes about lowered streams of other applications. Hosts that share the folder lower each stream
+  /// only once, and restore it when the host that lowered it has crashed. The folder must belong to this user and have
+  /// mode 700. Empty: a folder of the user's session.
   std::string stateFolder;
 };
 
@@ -73,8 +74,8 @@ ZR_EXPORT bool ZRLinuxSoundIsSettled(const ZRPlatform& platform);
 ZR_EXPORT int ZRRestoreLinuxSound(std::string& fault, double seconds = 0.5, const std::string& stateFolder = {});
 
 /// From now on an end of this process by any signal that has no handler yet, and is not ignored, restores first what
-/// the process has lowered. A signal's handler cannot do so itself: it starts this program once more for that alone, and
-/// waits for it, a second at the most. So this is the first thing that `main` does.
+/// the process has lowered. A signal's handler cannot do so itself: it starts this program once more for that alone,
+/// and waits for it, a second at the most. So this is the first thing that `main` does.
 /// @return true in the process that was started for that: it has restored, and `main` is to return.
 [[nodiscard]] ZR_EXPORT bool ZRGuardLinuxSound(int argc, char** argv);
 

@@ -14,6 +14,10 @@
 /// The record keeps the fix it was made from (its base part, immutable: `coordinate`, `timestamp`, `fix`) and, beside
 /// it, measurements of its own under the base's names. Construction does not fill these: they read 0.0 until they are
 /// set. One thread at a time.
+///
+/// A subclass overrides `classInfo`, so that equality and archives know the type, with a descriptor whose superclass is
+/// `ZRLocation::staticClassInfo()`; and `copyObject`, or `copy` makes a plain ZRLocation of it. A subclass that is read
+/// from archives gives its descriptor a `coderFactory` as well.
 class ZR_EXPORT ZRLocation : public CLLocation {
  public:
   /// A record whose base part holds the values that `source` was constructed with. Nothing else is copied: the own
@@ -21,7 +25,7 @@ class ZR_EXPORT ZRLocation : public CLLocation {
   static std::shared_ptr<ZRLocation> initWithCLLocation(const CLLocation& source);
 
   /// A record from an archive. Beside what `encodeWithCoder` writes, it reads "lat" and "lng" where they are present,
-  /// which `encodeWithCoder` never writes: other producers' archives carry them. On purpose.
+  /// which `encodeWithCoder` never writes: archives of other producers carry them.
   static std::shared_ptr<ZRLocation> initWithCoder(const NSCoder& coder);
 
   ~ZRLocation() override;
@@ -86,6 +90,8 @@ class ZR_EXPORT ZRLocation : public CLLocation {
  protected:
   explicit ZRLocation(const ZRPositionFix& fix);
   explicit ZRLocation(const NSCoder& coder);
+  /// What `copy` returns. A subclass makes an object of its own type from `fix()`, sets the four filter results and its
+  /// own fields on it, and declares a `copy()` of its own that returns its own type.
   virtual std::shared_ptr<ZRLocation> copyObject() const;
 
  private:

@@ -21,6 +21,9 @@ struct NSNotification;
 ZR_EXPORT extern const char* const ZRLocationLocationFailedNotification;
 
 /// A batch of filtered fixes, oldest first. No entry is null.
+///
+/// Every client without a snap filter gets the same record objects, and each can write to them: what one client sets,
+/// the others read. A client that changes a record, or keeps it while others may change it, takes `ZRLocation::copy()`.
 using ZRLocations = std::vector<std::shared_ptr<ZRLocation>>;
 
 /// Answers `locationManager:didUpdateLocations:` of a ZRLocationManager. All callbacks come on the thread on which the
@@ -58,8 +61,8 @@ class ZR_EXPORT ZRLocationManagerInstanceNode {
 
   std::weak_ptr<ZRLocationManager> instance_;
 
-  // What the client wants, and the callbacks that its delegate answers. They stand here, so that a walk over a thousand
-  // clients need not hold each manager to ask it.
+  /// What the client wants, and the callbacks that its delegate answers. They are kept in the node, so that a walk over
+  /// a thousand clients need not hold each manager to ask it.
   bool shouldUpdateLocation_ = false;
   bool shouldUpdateHeading_ = false;
   bool snaps_ = false;
@@ -76,6 +79,10 @@ class ZR_EXPORT ZRLocationManagerInstanceNode {
 ///
 /// Threads: managers may be made and released on any thread. Everything else belongs on the thread on which the
 /// receiver reports (the main thread, as a rule).
+///
+/// A subclass has a factory of its own, which makes the object, calls `enlist` and returns it. Overrides of the
+/// platform callbacks are called on the first manager of the process alone; they call the overridden one, which feeds
+/// all clients.
 class ZR_EXPORT ZRLocationManager : public CLLocationManager,
                                     public CLDidUpdateLocations,
                                     public CLDidUpdateHeading,
@@ -89,8 +96,12 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   static std::shared_ptr<ZRLocationManager> init();
   ~ZRLocationManager() override;
 
-  /// Holds `delegate` weakly and asks it once which of the callbacks above it answers.
+  /// Asks `delegate` once which of the callbacks above (`ZRDidUpdateLocations`, `ZRDidUpdateHeading`,
+  /// `ZRDidFailWithError`) it answers. It is held weakly: keep it alive yourself. Set it before
+  /// `startUpdatingLocation`, which does nothing without one. An object that answers callbacks of the platform's
+  /// manager (`CLDidUpdateLocations` and so on) and none of these will never be called: one line in the log says so.
   void setDelegate(std::weak_ptr<CLLocationManagerDelegate> delegate) override;
+  using CLLocationManager::setDelegate;
 
   // What this client wants.
 
@@ -102,13 +113,17 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   void stopUpdatingHeading() override;
 
   bool shouldUpdateLocation() const { return instanceNode_->shouldUpdateLocation_; }
+  /// Sets whether this client is counted and called. Neither starts nor stops the shared receiver, and does not ask for
+  /// a delegate or for permission: `startUpdatingLocation` and `stopUpdatingLocation` do.
   void setShouldUpdateLocation(bool should) { instanceNode_->shouldUpdateLocation_ = should; }
   bool shouldUpdateHeading() const { return instanceNode_->shouldUpdateHeading_; }
+  /// As `setShouldUpdateLocation`, for headings.
   void setShouldUpdateHeading(bool should) { instanceNode_->shouldUpdateHeading_ = should; }
 
   /// With a snap filter this client gets, for each batch, one location: what the filter makes of the last one. It
   /// starts from the base part of the fix; the filter results are not carried over.
   const SnapFilter& snapFilter() const { return snapFilter_; }
+  /// @param filter  null (an empty function) takes the filter away: the client then gets whole batches again.
   void setSnapFilter(SnapFilter filter);
 
   bool useAutomotiveNavigationMode() const { return useAutomotiveNavigationMode_; }
@@ -140,8 +155,8 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   /// last accepted one. Without an accepted one there is no lock.
   static void lockSmoothCourseToCourseUntilMoved(double courseDegrees, double distanceMeters);
 
-  /// Puts `simulator` in the receiver's place, for good: null, or the simulator in place already, changes nothing. Runs
-  /// on if locations were being updated; headings stay with the manager that had them.
+  /// Replaces the receiver by `simulator` for the rest of the process. Null, or the simulator that is in place already,
+  /// changes nothing. If locations are being updated the simulator is started; headings are not started on it.
   static void setTripSimulator(const std::shared_ptr<CLLocationManager>& simulator);
 
   // Additions.
@@ -151,15 +166,16 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
   /// filter, which reads only these, never finds the receiver stable and smooths every speed to 0.0.
   ///
   /// With it, and while the receiver is stable, a fix is a jump, too, when its distance from the last guidance location
-  /// over the time between them reaches the limit of 54 m/s, whatever speed it tells: reflected signals move the place,
-  /// and not the speed. Where no time is between them only the speed decides. The speed stays as told.
+  /// over the time between them reaches the limit of 54 m/s, whatever speed it reports: reflected signals move the
+  /// place, and not the speed. Where no time is between them only the speed decides. The speed stays as reported.
   static bool filtersMeasuredValues();
   static void setFiltersMeasuredValues(bool filters);
   /// Whether the filter finds the receiver settled.
   static bool receiverIsStable();
   /// Lets the filter forget all that it has seen, a locked course included, so that the next fix is its first, as in a
-  /// new process. Nothing else does so: a stop, another receiver, the background leave it as it is. For hosts that replay
-  /// one trip after another. On the thread that delivers the fixes; within a callback it holds from the next batch on.
+  /// new process. Nothing else does so: a stop, another receiver, the background leave it as it is. For hosts that
+  /// replay one trip after another. On the thread that delivers the fixes; within a callback it holds from the next
+  /// batch on.
   static void resetFilter();
 
   // The pipeline, step by step. The first manager runs it for all.
@@ -185,8 +201,8 @@ class ZR_EXPORT ZRLocationManager : public CLLocationManager,
 
  protected:
   ZRLocationManager();
-  /// The second half of construction, which needs the object to be shared already: every factory of a subclass calls it
-  /// once, before it hands the object out.
+  /// The second half of construction, which needs the object to be shared already. Every factory of a subclass calls it
+  /// exactly once, before it returns the object: a manager that is not enlisted is never called.
   static void enlist(const std::shared_ptr<ZRLocationManager>& manager);
 
  private:

@@ -129,9 +129,9 @@ ZROHMProperty ZROHMMakeProperty(Getter get, Setter set, std::string foundationCl
 ///                                         .property("platform", &Stop::platform, &Stop::setPlatform)
 ///                                         .build().release();
 /// @endcode
-/// Instances are made by `Object::init()` where the type has one of its own, else by the default constructor, else not at
-/// all; from archives by `Object::initWithCoder(coder)` where there is one. An inherited `initWithCoder` counts, and makes
-/// what it makes for the supertype: redeclare it.
+/// Instances are made by `Object::init()` where the type has one of its own, else by the default constructor, else not
+/// at all; from archives by `Object::initWithCoder(coder)` where there is one. An inherited `initWithCoder` counts, and
+/// makes what it makes for the supertype: redeclare it.
 template <class Object>
 class ZROHMClassBuilder {
  public:

@@ -19,7 +19,8 @@
 ZR_EXPORT std::uint64_t ZROHMHashOfText(std::string_view text) noexcept;
 
 /// A map that iterates in insertion order. Setting a text again replaces its value and keeps its first place. Finding
-/// takes constant time whoever chose the texts, erasing takes time in proportion to the size. Pointers to values live until the next change.
+/// takes constant time whoever chose the texts, erasing takes time in proportion to the size. Pointers to values live
+/// until the next change.
 template <class Value>
 class ZROHMOrderedMap {
  public:

@@ -25,12 +25,14 @@ using ZROHMAdapter = std::function<ZROHMValue(const ZROHMValue&)>;
 using ZROHMTableEntry = std::variant<std::string, ZROHMAdapter, ZROHMClassInfo*>;
 using ZROHMTable = ZROHMOrderedMap<ZROHMTableEntry>;
 
-// The keys of the five slots.
+/// @name The keys of the five slots
+/// @{
 inline constexpr const char* _kZROMClassMappingDictionaryKey = "_kZROMClassMappingDictionaryKey";
 inline constexpr const char* _kZROMClassAdapterDictionaryKey = "_kZROMClassAdapterDictionaryKey";
 inline constexpr const char* _kZROMClassReverseAdapterDictionaryKey = "_kZROMClassReverseAdapterDictionaryKey";
 inline constexpr const char* _kZROMClassArrayDictionaryKey = "_kZROMClassArrayDictionaryKey";
 inline constexpr const char* _kZROMClassDictionaryDictionaryKey = "_kZROMClassDictionaryDictionaryKey";
+/// @}
 
 /// Stores and hands out tables. A table belongs to the exact type it was stored on: subtypes do not see it.
 ///
@@ -58,14 +60,18 @@ class ZR_EXPORT ZROHMRegistry {
 ZR_EXPORT ZROHMTable ohm_mutableDictionary(const ZROHMTable* table);
 ZR_EXPORT ZROHMTable& ohm_mutableDictionary(ZROHMTable& table);
 
-// The Set functions replace a slot's table by a copy of the one given (nothing empties the slot); the Add functions
-// merge the given entries into it, replacing those of the same text; the Remove functions take texts out. Adding and
-// removing read, copy and replace without a lock: of two at once on one slot, one may be lost.
-//
-// ZROHMRemoveAdapter, ZROHMRemoveReverseAdapter, ZROHMRemoveArray and ZROHMRemoveDictionary start from the type's
-// *mapping* table, take the texts out of a copy of it, and store the result in their own slot in place of what was
-// there; the mapping table stays as it is. On purpose: callers see the same tables after any sequence of calls.
 ZR_EXTERN_C_BEGIN
+
+/// @name Changing the tables of a type
+/// The Set functions replace a slot's table by a copy of the one given (nothing empties the slot); the Add functions
+/// merge the given entries into it, replacing those of the same text; the Remove functions take texts out. Adding and
+/// removing read, copy and replace without a lock: of two at once on one slot, one may be lost.
+///
+/// ZROHMRemoveAdapter, ZROHMRemoveReverseAdapter, ZROHMRemoveArray and ZROHMRemoveDictionary start from the type's
+/// *mapping* table, take the texts out of a copy of it, and store the result in their own slot in place of what was
+/// there; the mapping table stays as it is. Programs register by such sequences and must go on
+/// finding the same tables.
+/// @{
 ZR_EXPORT void ZROHMSetMapping(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table);
 ZR_EXPORT void ZROHMAddMapping(ZROHMClassInfo& type, const ZROHMTable& table);
 ZR_EXPORT void ZROHMRemoveMapping(ZROHMClassInfo& type, const std::vector<std::string>& keys);
@@ -81,6 +87,7 @@ ZR_EXPORT void ZROHMRemoveArray(ZROHMClassInfo& type, const std::vector<std::str
 ZR_EXPORT void ZROHMSetDictionaryClasses(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table);
 ZR_EXPORT void ZROHMAddDictionaryClasses(ZROHMClassInfo& type, const ZROHMTable& table);
 ZR_EXPORT void ZROHMRemoveDictionary(ZROHMClassInfo& type, const std::vector<std::string>& keys);
+/// @}
 
 /// Makes the type mappable, which its subtypes then are too (its tables stay its own), and gives it the five type-level
 /// operations below. Harmless when called again.
@@ -91,13 +98,17 @@ ZR_EXPORT bool ZROHMMappable(ZROHMClassInfo& type);
 /// property that a subtype declares again is listed once for each. Never null; valid as long as the descriptor.
 ZR_EXPORT const std::vector<std::string>* ZROHMMappableKeys(const ZROHMClassInfo& type);
 
-// The type-level operations of mappable types; each does what the Set function of the same table does.
+/// @name Type-level operations of mappable types
+/// Each does what the Set function of the same table does.
+/// @{
 ZR_EXPORT void zrohm_setMappingDictionary_Class_IMP(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table);
 ZR_EXPORT void zrohm_setAdapterDictionary_Class_IMP(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table);
 ZR_EXPORT void zrohm_setReverseAdapterDictionary_Class_IMP(ZROHMClassInfo& type,
                                                            const std::optional<ZROHMTable>& table);
 ZR_EXPORT void zrohm_setArrayClasses_Class_IMP(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table);
 ZR_EXPORT void zrohm_setDictionaryClasses_Class_IMP(ZROHMClassInfo& type, const std::optional<ZROHMTable>& table);
+/// @}
+
 ZR_EXTERN_C_END
 
 // The steps under the entry points of NSObject.
@@ -107,10 +118,11 @@ ZR_EXTERN_C_END
 ZR_EXPORT bool zrohm_setValueForKey_f(NSObject& object, const ZROHMValue& value, std::string_view key);
 
 /// Stores a value under the property that the mapping table names for `key`, through `NSObject::setValueForKey`; drops
-/// it when there is none. The property's adapter is applied here, and by that call once more. On purpose.
+/// it when there is none. The property's adapter is applied here, and by that call once more: an adapter must take its
+/// own result.
 ZR_EXPORT void zrohm_setValueForUndefinedKey_f(NSObject& object, const ZROHMValue& value, std::string_view key);
 
-/// The basic set, without tables: stores into the property `key`; a key that is no property goes to
+/// The basic set, without tables: stores into the property `key`; a key that is not a property goes to
 /// `NSObject::setValueForUndefinedKey`.
 /// @throw NSInvalidArgumentException  `value` is null and the property is a scalar.
 ZR_EXPORT void zrohm_setValueForKey(NSObject& object, const ZROHMValue& value, std::string_view key);
@@ -121,7 +133,7 @@ ZR_EXPORT void zrohm_setValueForKey(NSObject& object, const ZROHMValue& value, s
                                                           std::string_view key);
 
 /// The basic export, without tables: the values of the properties `keys`, null where there is none.
-/// @throw NSUndefinedKeyException  a key is no property.
+/// @throw NSUndefinedKeyException  a key is not a property.
 ZR_EXPORT ZROHMDictionary zrohm_dictionaryWithValuesForKeys(const NSObject& object,
                                                             const std::vector<std::string>& keys);
 

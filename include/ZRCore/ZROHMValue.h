@@ -78,12 +78,15 @@ class ZR_EXPORT ZROHMValue {
   /// What a number was made of; nothing for other kinds.
   std::optional<NumberType> numberType() const noexcept;
 
-  // The content of a value of that kind; null for a value of another kind. Valid until the value is changed.
+  /// @name Contents
+  /// The content of a value of that kind; null for a value of another kind. Valid until the value is changed.
+  /// @{
   const std::string* string() const noexcept;
   const ZROHMArray* array() const noexcept;
   const ZROHMDictionary* dictionary() const noexcept;
   const CLLocationCoordinate2D* coordinate() const noexcept;
-  /// The object referred to; null when the value is no object reference.
+  /// @}
+  /// The object referred to; null when the value is not an object reference.
   const std::shared_ptr<NSObject>& object() const noexcept;
 
   /// The array to change in place, seen by this value alone. A value of another kind becomes an empty array first.

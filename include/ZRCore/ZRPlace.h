@@ -20,6 +20,9 @@
 /// equality and hash are the object's own; `isEqualToPlace` compares contents. One thread at a time.
 ///
 /// The type is mappable: "GeoAddress" fills the address and "zrID" the identifier.
+///
+/// A subclass overrides `classInfo` with a descriptor whose superclass is `ZRPlace::staticClassInfo()`, so that
+/// archives and mappings know the type, and `copyObject`, or `copy` makes a plain ZRPlace of it.
 class ZR_EXPORT ZRPlace : public NSObject,
                           public NSCoding,
                           public ZRAnnotation,
@@ -38,8 +41,8 @@ class ZR_EXPORT ZRPlace : public NSObject,
   static std::shared_ptr<ZRPlace> placeFromGeoAddress(std::shared_ptr<ZRGeoAddress> address);
   static std::shared_ptr<ZRPlace> placeFromGeoAddressDict(const ZROHMDictionary& dictionary);
 
-  /// Whether the coordinate lies within bounds and neither on the equator nor on the prime meridian: a zero stands for
-  /// a missing value. On purpose.
+  /// Whether the coordinate lies within bounds and neither on the equator nor on the prime meridian: in either field a
+  /// zero stands for a missing value.
   static bool coordinateIsValid(CLLocationCoordinate2D coordinate);
 
   /// Makes the type mappable with its tables, as the first use of its descriptor does too.
@@ -51,7 +54,7 @@ class ZR_EXPORT ZRPlace : public NSObject,
   const std::optional<std::string>& zrid() const;
   /// Stores the place's own identifier, and passes it on to the address. A text that is the place's own already changes
   /// nothing, even where the address has another; absence, on a place without an identifier of its own, takes the
-  /// address's away. On purpose.
+  /// address's away, so that absence is stored whatever the address had.
   void setZrid(std::optional<std::string> zrid);
 
   const std::shared_ptr<ZRGeoAddress>& geoAddress() const { return geoAddress_; }
@@ -91,7 +94,7 @@ class ZR_EXPORT ZRPlace : public NSObject,
   virtual ZROHMDictionary toDictionaryUsingTambrelParams(bool usesTambrelParams) const;
 
   /// A place with the same title and subtitle and a copy of the address. It is navigable, and has no identifier but the
-  /// address's, whatever this one has. On purpose.
+  /// address's, whatever this one has: the copy is a new place.
   std::shared_ptr<ZRPlace> copy() const { return copyObject(); }
 
   /// Writes the address, the title and the subtitle that were set.
@@ -120,13 +123,15 @@ class ZR_EXPORT ZRPlace : public NSObject,
 /// A place with a name that takes over the title. Its descriptor has no tables of its own.
 class ZR_EXPORT ZRNamedPlace : public ZRPlace {
  public:
-  // As for ZRPlace.
+  /// @name As for ZRPlace
+  /// @{
   static std::shared_ptr<ZRNamedPlace> init();
   static std::shared_ptr<ZRNamedPlace> initWithGeoAddress(std::shared_ptr<ZRGeoAddress> address);
   static std::shared_ptr<ZRNamedPlace> initWithGeoAddressDict(const ZROHMDictionary& dictionary);
   static std::shared_ptr<ZRNamedPlace> initWithCoder(const NSCoder& coder);
   static std::shared_ptr<ZRNamedPlace> placeFromGeoAddress(std::shared_ptr<ZRGeoAddress> address);
   static std::shared_ptr<ZRNamedPlace> placeFromGeoAddressDict(const ZROHMDictionary& dictionary);
+  /// @}
 
   ~ZRNamedPlace() override;
 

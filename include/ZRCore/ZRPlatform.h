@@ -89,9 +89,9 @@ struct ZRPlatform {
 
 /// Makes `platform` the one that the framework uses, for the rest of the process. Null members become the headless
 /// services: no receiver, no bundle, a log on the standard error stream, the system's clock, no JSON, a main queue that
-/// drops what is posted, a network that is not connected (which it tells through the platform's main queue), no XML, no
-/// images, settings that last as long as the process, nothing known of the device, no sound, a screen that nobody sees,
-/// no clipboard, no mail and no other program.
+/// drops what is posted, a network that is not connected (which it reports through the platform's main queue), no XML,
+/// no images, settings that last as long as the process, nothing known of the device, no sound, a screen that nobody
+/// sees, no clipboard, no mail and no other program.
 /// @return true; false, and nothing changes, when a platform is in use already (installed, or asked for before).
 [[nodiscard]] ZR_EXPORT bool ZRPlatformInstall(const ZRPlatform& platform);
 

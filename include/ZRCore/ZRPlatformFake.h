@@ -8,30 +8,35 @@
 #include <ZRCore/ZRAudioFake.h>
 #include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZRPlatform.h>
+#include <ZRCore/ZRPlatformFill.h>
 #include <ZRCore/ZRScreenFake.h>
 #include <ZRCore/ZRServicesFake.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-/// A receiver in the test's hand. It reports what it is told to, to its delegate, while it is started; it writes what
-/// is asked of it into `calls`.
-class ZRFakeLocationManager : public CLLocationManager, public CLAuthorizationRequests {
+/// What was asked of several doubles, in one order.
+using ZRFakeJournal = std::shared_ptr<std::vector<std::string>>;
+
+/// A receiver in the test's hand, of a system that asks nobody for permission. It reports what it is told to, to its
+/// delegate, while it is started; it writes what is asked of it into `calls`.
+class ZRFakeReceiver : public CLLocationManager {
  public:
-  ZRFakeLocationManager();
-  ~ZRFakeLocationManager() override;
+  ZRFakeReceiver();
+  ~ZRFakeReceiver() override;
 
   void startUpdatingLocation() override;
   void stopUpdatingLocation() override;
   void startUpdatingHeading() override;
   void stopUpdatingHeading() override;
-  void requestWhenInUseAuthorization() override;
-  void requestAlwaysAuthorization() override;
+  void setActivityType(CLActivityType type) override;
   std::shared_ptr<const CLLocation> location() const override;
 
   /// Reports a batch. Dropped while locations are stopped.
@@ -46,8 +51,16 @@ class ZRFakeLocationManager : public CLLocationManager, public CLAuthorizationRe
   bool isUpdatingLocation() const { return updatesLocation_; }
   bool isUpdatingHeading() const { return updatesHeading_; }
 
-  /// "startUpdatingLocation", "requestAlwaysAuthorization" and so on, in order.
+  /// "startUpdatingLocation", "requestAlwaysAuthorization", "setActivityType automotiveNavigation" and so on, in order.
   std::vector<std::string> calls;
+  /// The same calls among those of other doubles; null: nowhere.
+  ZRFakeJournal journal;
+  /// Whether `deliver` also reports while updates are stopped, as a receiver does whose last reports were on their way.
+  bool deliversWhileStopped = false;
+
+ protected:
+  /// Writes a call down.
+  void note(std::string call);
 
  private:
   template <class Callback>
@@ -58,15 +71,30 @@ class ZRFakeLocationManager : public CLLocationManager, public CLAuthorizationRe
   std::shared_ptr<const CLLocation> location_;
 };
 
-/// Hands out fake receivers and remembers them.
+/// A fake receiver of a system that asks the user for permission.
+class ZRFakeLocationManager : public ZRFakeReceiver, public CLAuthorizationRequests {
+ public:
+  ZRFakeLocationManager();
+  ~ZRFakeLocationManager() override;
+  void requestWhenInUseAuthorization() override;
+  void requestAlwaysAuthorization() override;
+};
+
+/// Hands out fake receivers and remembers them, or hands out receivers of the test's own.
 class ZRFakePositioning : public ZRPositioning {
  public:
+  explicit ZRFakePositioning(ZRFakeJournal receiversJournal = nullptr) : journal(std::move(receiversJournal)) {}
   ~ZRFakePositioning() override;
   std::shared_ptr<CLLocationManager> makeLocationManager() override;
   CLAuthorizationStatus authorizationStatus() const override { return status; }
 
   CLAuthorizationStatus status = CLAuthorizationStatus::authorizedWhenInUse;
+  /// Makes the receivers where it is set: a ZRFakeReceiver, for a system without permissions, or any manager.
+  std::function<std::shared_ptr<CLLocationManager>()> make;
+  /// The receivers made while `make` was not set.
   std::vector<std::shared_ptr<ZRFakeLocationManager>> made;
+  /// Given to the receivers in `made`.
+  ZRFakeJournal journal;
 };
 
 /// A bundle of the test's making.
@@ -87,7 +115,7 @@ class ZRFakeBundle : public ZRBundle {
     return find(resources, std::string(name).append(1, '.').append(type));
   }
 
-  std::set<std::string, std::less<>> infoKeys;  ///< keys of values that are no texts
+  std::set<std::string, std::less<>> infoKeys;  ///< keys of values that are not texts
   Strings infoStrings;
   std::optional<std::string> identifier;
   Strings translations;
@@ -103,10 +131,13 @@ class ZRFakeBundle : public ZRBundle {
 /// A log that keeps its lines.
 class ZRFakeLog : public ZRLog {
  public:
+  explicit ZRFakeLog(ZRFakeJournal linesJournal = nullptr) : journal(std::move(linesJournal)) {}
   ~ZRFakeLog() override;
-  void writeLine(std::string_view line) override { lines.emplace_back(line); }
+  void writeLine(std::string_view line) override;
 
   std::vector<std::string> lines;
+  /// Gets each line as "log LINE", among the calls of other doubles; null: nowhere.
+  ZRFakeJournal journal;
 };
 
 /// A clock that stands still until it is moved.
@@ -121,10 +152,12 @@ class ZRFakeClock : public ZRClock {
 
 /// All of them together, beside a notification centre of their own.
 struct ZRFakePlatform {
-  std::shared_ptr<ZRFakePositioning> positioning = std::make_shared<ZRFakePositioning>();
+  /// What was asked of the receivers, and the lines of the log, in one order.
+  ZRFakeJournal journal = std::make_shared<std::vector<std::string>>();
+  std::shared_ptr<ZRFakePositioning> positioning = std::make_shared<ZRFakePositioning>(journal);
   std::shared_ptr<ZRFakeBundle> bundle = std::make_shared<ZRFakeBundle>();
   std::shared_ptr<NSNotificationCenter> notificationCenter = std::make_shared<NSNotificationCenter>();
-  std::shared_ptr<ZRFakeLog> log = std::make_shared<ZRFakeLog>();
+  std::shared_ptr<ZRFakeLog> log = std::make_shared<ZRFakeLog>(journal);
   std::shared_ptr<ZRFakeClock> clock = std::make_shared<ZRFakeClock>();
   std::shared_ptr<ZRJSONService> json = ZRMakeJSONService();  ///< a real one: it needs no system
   std::shared_ptr<ZRFakeMainQueue> mainQueue = std::make_shared<ZRFakeMainQueue>();
@@ -144,27 +177,9 @@ struct ZRFakePlatform {
 
   /// The same services as a platform to install.
   ZRPlatform platform() const {
-    ZRPlatform filled;
-    filled.positioning = positioning;
-    filled.bundle = bundle;
-    filled.notificationCenter = notificationCenter;
-    filled.log = log;
-    filled.clock = clock;
-    filled.json = json;
-    filled.mainQueue = mainQueue;
-    filled.httpSession = httpSession;
-    filled.xml = xml;
-    filled.images = images;
-    filled.userDefaults = userDefaults;
-    filled.device = device;
-    filled.audioSession = audioSession;
-    filled.speech = speech;
-    filled.audioPlayers = audioPlayers;
-    filled.application = application;
-    filled.screen = screen;
-    filled.pasteboard = pasteboard;
-    filled.mail = mail;
-    return filled;
+    return ZRPlatformOf(positioning, bundle, notificationCenter, log, clock, json, mainQueue, httpSession, xml, images,
+                        userDefaults, device, audioSession, speech, audioPlayers, application, screen, pasteboard,
+                        mail);
   }
 };
 

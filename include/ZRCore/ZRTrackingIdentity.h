@@ -28,8 +28,9 @@ class ZR_EXPORT ZRTrackingIdentity {
   /// The advertising identifier in upper case, whether or not it may be used.
   static std::optional<std::string> adId();
 
-  /// The vendor identifier: what the device tells, in upper case, or else what it last told an earlier process. One
-  /// that differs from the stored one is stored at once. Once there is one, it stays for the rest of the process.
+  /// The vendor identifier: what the device reports, in upper case, or else what it last reported to an earlier
+  /// process. One that differs from the stored one is stored at once. Once there is one, it stays for the rest of the
+  /// process.
   static std::optional<std::string> vendorId();
   /// Fixes the vendor identifier; absent: it is worked out again at the next use.
   static void setStaticVendorId(std::optional<std::string> identifier);
@@ -38,16 +39,16 @@ class ZR_EXPORT ZRTrackingIdentity {
 
   /// The host application's bundle identifier.
   static std::optional<std::string> applicationID();
-  /// The host application's "CFBundleVersion"; "0" when it tells none.
+  /// The host application's "CFBundleVersion"; "0" when it has none.
   static std::string applicationVersion();
 
-  /// The machine's model as the system tells it.
+  /// The machine's model as the system reports it.
   static std::optional<std::string> platform();
   /// The machine's model for people: the same.
   static std::optional<std::string> deviceName();
   /// `identifier` unchanged: no table of names is kept.
   static std::string modelNameForModelIdentifier(std::string_view identifier);
-  /// "i" and the operating system's version, such as "i9.3"; "unknown" when the system tells none.
+  /// "i" and the operating system's version, such as "i9.3"; "unknown" when the system reports none.
   static std::string osVersion();
 };
 

@@ -20,9 +20,9 @@
 /// address in the system's browser, copies it or mails it. A spinner at the right of the navigation bar turns while a
 /// page loads, and the page's title becomes the controller's.
 ///
-/// Every navigation is allowed. A load that fails changes nothing, on purpose: the spinner goes on turning and the
-/// buttons stay as they are. User-visible texts are looked up in the host's string table under their English text.
-/// Main thread.
+/// Every navigation is allowed. A load that fails changes nothing: the spinner goes on turning and the buttons
+/// stay as they are, and a screen shows the failure in its own way. User-visible texts are looked up in the host's
+/// string table under their English text. Main thread.
 class ZR_EXPORT ZRWebViewController : public UIViewController,
                                       public UIWebViewDelegate,
                                       public MFMailComposeViewControllerDelegate {
@@ -48,11 +48,12 @@ class ZR_EXPORT ZRWebViewController : public UIViewController,
   void navControllerBack();
 
   /// The address to share: that of the current request when the browser can go back, else the one that the controller
-  /// was opened with, also when that page was redirected. On purpose. Absent when there is none.
+  /// was opened with, also when that page was redirected: what is shared is what was opened. Absent when there is none.
   std::optional<std::string> getUrlString() const;
   /// Puts a text on the general pasteboard. An absent one is passed over.
   void copyToPasteBoard(const std::optional<std::string>& text);
-  /// Opens the mail composer for `getUrlString`, or says that no mail can be sent. On purpose the argument is not used.
+  /// Opens the mail composer for `getUrlString`, or says that no mail can be sent. The argument is not used: the
+  /// address may have changed since the menu opened.
   void emailString(const std::optional<std::string>& text);
 
   void webViewDidStartLoad(UIWebView& webView) override;

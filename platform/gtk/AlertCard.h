@@ -13,8 +13,8 @@
 /// @return a floating widget that lies at the bottom, when it is an action sheet, or in the middle.
 GtkWidget* makeAlertCard(const UIAlertController& alert, const std::function<void(std::size_t)>& chosen);
 
-/// Puts the keyboard's focus on the first button of a sheet, and of an alert on "Cancel", if there is one: what is under
-/// way as it appears must choose nothing.
+/// Puts the keyboard's focus on the first button of a sheet, and of an alert on "Cancel", if there is one: what is
+/// under way as it appears must choose nothing.
 void focusAlertCard(GtkWidget* card);
 
 /// Lets the choices but for "Cancel" be made only after half a second.

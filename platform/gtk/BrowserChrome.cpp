@@ -35,7 +35,7 @@ std::string hostOf(const ZRWebViewController& browser) {
 void followPage(const std::shared_ptr<ZRWebViewController>& browser, std::function<void()> changed) {
   const auto page = std::dynamic_pointer_cast<WebPageView>(browser->webView());
   if (!page) return;
-  if (!changed) return page->setChangeHandler(nullptr);
+  if (!changed) return page->setChangeHandler({});
   const std::weak_ptr<ZRWebViewController> weak = browser;
   page->setChangeHandler([weak, changed = std::move(changed)] {
     const auto followed = weak.lock();

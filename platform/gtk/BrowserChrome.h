@@ -17,8 +17,8 @@ void nameButtons(const ZRWebViewController& browser);
 /// Whose page the browser shows, for people; empty for none.
 std::string hostOf(const ZRWebViewController& browser);
 
-/// Has `changed` called when the host may have changed. Lets the spinner, which the controller leaves as it is when a load
-/// fails, come to rest then. @param changed  null: no more
+/// Has `changed` called when the host may have changed. Lets the spinner, which the controller leaves as it is when a
+/// load fails, come to rest then. @param changed  null: no more
 void followPage(const std::shared_ptr<ZRWebViewController>& browser, std::function<void()> changed);
 
 /// Does what a key means to a browser. @return whether it means anything.

@@ -13,17 +13,15 @@ constexpr const char* kLayerKey = "zrcore-dialog-layer";
 
 }  // namespace
 
-DialogLayer::DialogLayer(GtkWidget* content)
-    : overlay_(GTK_WIDGET(g_object_ref_sink(gtk_overlay_new()))), content_(content) {
-  gtk_overlay_set_child(GTK_OVERLAY(overlay_), content);
-  g_object_set_data(G_OBJECT(overlay_), kLayerKey, this);
+DialogLayer::DialogLayer(GtkWidget* content) : overlay_(owners::refToNew(gtk_overlay_new())), content_(content) {
+  gtk_overlay_set_child(GTK_OVERLAY(overlay_.get()), content);
+  g_object_set_data(G_OBJECT(overlay_.get()), kLayerKey, this);
 }
 
 DialogLayer::~DialogLayer() {
   while (!dialogs_.empty()) close(dialogs_.back().alert.get());
-  g_object_set_data(G_OBJECT(overlay_), kLayerKey, nullptr);
+  g_object_set_data(G_OBJECT(overlay_.get()), kLayerKey, nullptr);
   g_clear_weak_pointer(&focusBefore_);
-  g_object_unref(overlay_);
 }
 
 DialogLayer* DialogLayer::around(GtkWidget* widget) {
@@ -35,7 +33,7 @@ DialogLayer* DialogLayer::around(GtkWidget* widget) {
 
 void DialogLayer::present(const void* presenter, const std::shared_ptr<UIAlertController>& alert, Wish wish) {
   if (dialogs_.empty()) {
-    GtkRoot* const root = gtk_widget_get_root(overlay_);
+    GtkRoot* const root = gtk_widget_get_root(overlay_.get());
     g_set_weak_pointer(&focusBefore_, root ? gtk_root_get_focus(root) : nullptr);
     gtk_widget_set_can_focus(content_, FALSE);
   }
@@ -51,7 +49,7 @@ void DialogLayer::present(const void* presenter, const std::shared_ptr<UIAlertCo
   const UIAlertController* const shown = alert.get();
   GtkWidget* const card = makeAlertCard(*alert, [this, shown](std::size_t index) { choose(shown, index); });
   gtk_overlay_add_overlay(GTK_OVERLAY(scrim), card);
-  gtk_overlay_add_overlay(GTK_OVERLAY(overlay_), scrim);
+  gtk_overlay_add_overlay(GTK_OVERLAY(overlay_.get()), scrim);
   dialogs_.push_back({presenter, alert, scrim});
   if (wish == Wish::ofPage) delayChoices(card);
   focusAlertCard(card);
@@ -71,9 +69,7 @@ bool DialogLayer::cancelTop() {
   const auto cancel = std::find_if(actions.begin(), actions.end(), [](const UIAlertAction& action) {
     return action.style == UIAlertActionStyle::cancel;
   });
-  if (cancel != actions.end()) {
-    choose(dialogs_.back().alert.get(), static_cast<std::size_t>(cancel - actions.begin()));
-  }
+  if (cancel != actions.end()) choose(dialogs_.back().alert.get(), static_cast<std::size_t>(cancel - actions.begin()));
   return true;
 }
 
@@ -90,7 +86,7 @@ void DialogLayer::close(const UIAlertController* alert) {
   if (found == dialogs_.end()) return;
   GtkWidget* const scrim = found->scrim;
   dialogs_.erase(found);
-  gtk_overlay_remove_overlay(GTK_OVERLAY(overlay_), scrim);
+  gtk_overlay_remove_overlay(GTK_OVERLAY(overlay_.get()), scrim);
   if (!dialogs_.empty()) return;
   gtk_widget_set_can_focus(content_, TRUE);
   if (focusBefore_) gtk_widget_grab_focus(focusBefore_);

@@ -4,6 +4,7 @@
 
 #include <ZRCore/UIAlertController.h>
 #include <gtk/gtk.h>
+#include <owners/GLib.h>
 
 #include <memory>
 #include <vector>
@@ -17,7 +18,7 @@ class DialogLayer {
   DialogLayer(const DialogLayer&) = delete;
   DialogLayer& operator=(const DialogLayer&) = delete;
 
-  GtkWidget* widget() const { return overlay_; }
+  GtkWidget* widget() const { return overlay_.get(); }
   /// The layer that `widget` lies in; null when it lies in none.
   static DialogLayer* around(GtkWidget* widget);
 
@@ -30,7 +31,8 @@ class DialogLayer {
   /// Closes, without a choice, what `presenter` has presented.
   void dismiss(const void* presenter);
   bool hasDialog() const { return !dialogs_.empty(); }
-  /// Makes the top dialogue's cancel choice, if there is a dialogue and it has one. @return whether there is a dialogue.
+  /// Makes the top dialogue's cancel choice, if there is a dialogue and it has one. @return whether there is a
+  /// dialogue.
   bool cancelTop();
 
  private:
@@ -43,7 +45,7 @@ class DialogLayer {
   void choose(const UIAlertController* alert, std::size_t index);
   void close(const UIAlertController* alert);
 
-  GtkWidget* overlay_;
+  owners::Ref<GtkWidget> overlay_;
   GtkWidget* content_;
   GtkWidget* focusBefore_ = nullptr;
   std::vector<Dialog> dialogs_;

@@ -4,6 +4,7 @@
 
 #include <ZRCore/UIView.h>
 #include <gtk/gtk.h>
+#include <owners/GLib.h>
 
 #include <cmath>
 #include <memory>
@@ -28,13 +29,10 @@ class HasWidget {
 
  protected:
   /// Takes a new widget over.
-  explicit HasWidget(GtkWidget* widget) : widget_(GTK_WIDGET(g_object_ref_sink(widget))) {}
+  explicit HasWidget(GtkWidget* widget) : widget_(owners::refToNew(widget)) {}
 
  private:
-  struct Release {
-    void operator()(GtkWidget* widget) const { g_object_unref(widget); }
-  };
-  std::unique_ptr<GtkWidget, Release> widget_;
+  owners::Ref<GtkWidget> widget_;
 };
 
 /// Lets the view around `widget` place it anew.

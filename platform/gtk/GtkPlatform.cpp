@@ -25,11 +25,10 @@ constexpr const char* kStyle = R"(
 )";
 
 void addStyle() {
-  GtkCssProvider* const provider = gtk_css_provider_new();
+  g_autoptr(GtkCssProvider) provider = gtk_css_provider_new();
   gtk_css_provider_load_from_data(provider, kStyle, -1);
   gtk_style_context_add_provider_for_display(gdk_display_get_default(), GTK_STYLE_PROVIDER(provider),
                                              GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-  g_object_unref(provider);
 }
 
 }  // namespace

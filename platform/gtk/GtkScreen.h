@@ -4,14 +4,12 @@
 
 #include <ZRCore/ZRGtkPlatform.h>
 #include <ZRCore/ZRScreen.h>
+#include <owners/GLib.h>
 #include <webkit/webkit.h>
 
 #include <memory>
 
-struct UnrefObject {
-  void operator()(gpointer object) const { g_object_unref(object); }
-};
-using WebSession = std::unique_ptr<WebKitNetworkSession, UnrefObject>;
+using WebSession = owners::Ref<WebKitNetworkSession>;
 
 /// Makes widgets, and shows dialogues where the presenting controller's view lies. What is presented by a controller
 /// that is nowhere to be seen is not shown.

@@ -12,25 +12,20 @@ namespace {
 
 /// @return absent when a program was started.
 std::optional<NSError> launch(const std::string& address) {
-  GdkAppLaunchContext* const context = gdk_display_get_app_launch_context(gdk_display_get_default());
-  GError* error = nullptr;
+  g_autoptr(GdkAppLaunchContext) context = gdk_display_get_app_launch_context(gdk_display_get_default());
+  g_autoptr(GError) error = nullptr;
   g_app_info_launch_default_for_uri(address.c_str(), G_APP_LAUNCH_CONTEXT(context), &error);
-  g_object_unref(context);
   if (!error) return std::nullopt;
-  NSError failure{g_quark_to_string(error->domain), error->code, {{NSLocalizedDescriptionKey, error->message}}};
-  g_error_free(error);
-  return failure;
+  return NSError{g_quark_to_string(error->domain), error->code, {{NSLocalizedDescriptionKey, error->message}}};
 }
 
 }  // namespace
 
 bool launch(GAppInfo& program, const std::string& address) {
-  GdkAppLaunchContext* const context = gdk_display_get_app_launch_context(gdk_display_get_default());
+  g_autoptr(GdkAppLaunchContext) context = gdk_display_get_app_launch_context(gdk_display_get_default());
   std::string text = address;
   GList addresses{text.data(), nullptr, nullptr};
-  const bool isStarted = g_app_info_launch_uris(&program, &addresses, G_APP_LAUNCH_CONTEXT(context), nullptr) != FALSE;
-  g_object_unref(context);
-  return isStarted;
+  return g_app_info_launch_uris(&program, &addresses, G_APP_LAUNCH_CONTEXT(context), nullptr) != FALSE;
 }
 
 bool GioApplication::openURL(const NSURL& url) { return !launch(url.absoluteString()); }
@@ -40,10 +35,8 @@ void DisplayPasteboard::setString(std::string_view text) {
 }
 
 bool GioMail::canSendMail() const {
-  GAppInfo* const program = g_app_info_get_default_for_uri_scheme("mailto");
-  if (!program) return false;
-  g_object_unref(program);
-  return true;
+  g_autoptr(GAppInfo) program = g_app_info_get_default_for_uri_scheme("mailto");
+  return program != nullptr;
 }
 
 void GioMail::compose(const std::shared_ptr<MFMailComposeViewController>& composer) {

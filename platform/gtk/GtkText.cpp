@@ -4,7 +4,6 @@
 #include <ZRCore/ZRPlatform.h>
 #include <glib.h>
 
-#include <memory>
 #include <utility>
 
 #include <policy/web/WebText.h>
@@ -15,9 +14,8 @@ std::string hostText(std::string_view english) {
 
 std::string utf8Text(std::string_view text) {
   const std::string_view untilNul = text.substr(0, text.find('\0'));
-  const std::unique_ptr<char, decltype(&g_free)> valid(
-      g_utf8_make_valid(untilNul.data(), static_cast<gssize>(untilNul.size())), g_free);
-  return valid.get();
+  g_autofree char* valid = g_utf8_make_valid(untilNul.data(), static_cast<gssize>(untilNul.size()));
+  return valid;
 }
 
 std::string shownText(std::string_view text, std::size_t mostBytes) {

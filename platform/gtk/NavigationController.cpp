@@ -121,8 +121,9 @@ void ZRGtkNavigationController::Impl::appear(bool animated) {
 
 void ZRGtkNavigationController::Impl::remove(const Page& page) {
   page.controller->navigationItem().setChangeHandler(nullptr);
-  if (const auto browser = std::dynamic_pointer_cast<ZRWebViewController>(page.controller))
+  if (const auto browser = std::dynamic_pointer_cast<ZRWebViewController>(page.controller)) {
     followPage(browser, nullptr);
+  }
   page.controller->setNavigationController({});
   layer.dismiss(page.controller.get());
   if (GtkWidget* const view = HasWidget::of(page.controller->view())) gtk_box_remove(GTK_BOX(page.widget), view);

@@ -2,6 +2,7 @@
 #include "OutsidePrograms.h"
 
 #include <gio/gio.h>
+#include <owners/GLib.h>
 
 #include <memory>
 
@@ -12,15 +13,11 @@ namespace {
 
 constexpr std::size_t kLongestAskedAddress = 200;  // bytes
 
-struct Unref {
-  void operator()(gpointer object) const { g_object_unref(object); }
-};
 using Program = std::shared_ptr<GAppInfo>;
 
 /// Null when none has registered itself.
 Program programFor(const std::string& address) {
-  GAppInfo* const found = g_app_info_get_default_for_uri_scheme(address.substr(0, address.find(':')).c_str());
-  return found ? Program(found, Unref()) : nullptr;
+  return owners::Ref<GAppInfo>(g_app_info_get_default_for_uri_scheme(address.substr(0, address.find(':')).c_str()));
 }
 
 std::shared_ptr<UIAlertController> makeAlert(const std::string& title, const std::string& address) {

@@ -36,20 +36,19 @@ void appendButton(GtkWidget* box, const std::string& label, const std::function<
 
 PageNotice::PageNotice(Actions actions)
     : actions_(std::move(actions)),
-      widget_(GTK_WIDGET(g_object_ref_sink(
+      widget_(owners::refToNew(GTK_WIDGET(
           g_object_new(ADW_TYPE_BIN, "visible", FALSE, "accessible-role", GTK_ACCESSIBLE_ROLE_ALERT, nullptr)))) {
-  gtk_widget_add_css_class(widget_, "zr-notice");
+  gtk_widget_add_css_class(widget_.get(), "zr-notice");
 }
 
 PageNotice::~PageNotice() {
   hide();  // an animation may keep the widget for a moment, and the button must not outlive this object
-  g_object_unref(widget_);
 }
 
 void PageNotice::fill(GtkWidget* content, GtkAlign vertically) {
-  adw_bin_set_child(ADW_BIN(widget_), content);
-  gtk_widget_set_valign(widget_, vertically);
-  gtk_widget_set_visible(widget_, TRUE);
+  adw_bin_set_child(ADW_BIN(widget_.get()), content);
+  gtk_widget_set_valign(widget_.get(), vertically);
+  gtk_widget_set_visible(widget_.get(), TRUE);
 }
 
 void PageNotice::show(const Words& words) {
@@ -87,8 +86,8 @@ void PageNotice::showAbovePage(const Words& words) {
 }
 
 void PageNotice::hide() {
-  gtk_widget_set_visible(widget_, FALSE);
-  adw_bin_set_child(ADW_BIN(widget_), nullptr);
+  gtk_widget_set_visible(widget_.get(), FALSE);
+  adw_bin_set_child(ADW_BIN(widget_.get()), nullptr);
 }
 
 std::string loadFailureSentence(const GError& error) {

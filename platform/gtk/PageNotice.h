@@ -28,7 +28,7 @@ class PageNotice {
   ~PageNotice();
 
   /// To be laid over the page.
-  GtkWidget* widget() const { return widget_; }
+  GtkWidget* widget() const { return widget_.get(); }
 
   void show(const Words& words);
   /// The title and the button alone; the sentence is the title's tooltip.
@@ -39,7 +39,7 @@ class PageNotice {
   void fill(GtkWidget* content, GtkAlign vertically);
 
   const Actions actions_;
-  GtkWidget* widget_;
+  owners::Ref<GtkWidget> widget_;
 };
 
 /// Why a page has not come, in a sentence for people.

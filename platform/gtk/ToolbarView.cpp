@@ -51,9 +51,8 @@ GtkWidget* makeButton(const std::shared_ptr<UIBarButtonItem>& item) {
   g_weak_ref_init(shown.get(), button);
   item->setChangeHandler([shown, weak] {
     const auto held = weak.lock();
-    auto* const alive = static_cast<GtkButton*>(g_weak_ref_get(shown.get()));
-    if (alive && held) showItem(alive, *held);
-    if (alive) g_object_unref(alive);
+    const owners::Ref<GtkButton> alive(static_cast<GtkButton*>(g_weak_ref_get(shown.get())));
+    if (alive && held) showItem(alive.get(), *held);
   });
   showItem(GTK_BUTTON(button), *item);
   return button;

@@ -8,13 +8,13 @@
 
 #include "FrameView.h"
 
-/// What shows one item of a bar: a button, a space, or the item's own view. It follows the item's changes for as long as
-/// the item lives, or until the next call for the same item.
+/// What shows one item of a bar: a button, a space, or the item's own view. It follows the item's changes for as long
+/// as the item lives, or until the next call for the same item.
 /// @return a floating widget, or the own view's.
 GtkWidget* makeBarItemWidget(const std::shared_ptr<UIBarButtonItem>& item);
 
-/// A row of buttons. Its colours are the theme's, whatever style and tint it is given: a bar in colours of its own would
-/// stand out against every desktop, and in the dark.
+/// A row of buttons. Its colours are the theme's, whatever style and tint it is given: a bar in colours of its own
+/// would stand out against every desktop, and in the dark.
 class ToolbarView final : public Shown<UIToolbar> {
  public:
   ToolbarView();

@@ -31,7 +31,6 @@ WebPageView::WebPageView(const CGRect& frame, policy::WebSchemes schemes, WebKit
       schemes_(std::move(schemes)),
       view_(makeView(session)),
       notice_({.retry = [this] { reload(); }, .leave = [this] { leaveNotice(); }}),
-      titleAsked_(g_cancellable_new()),
       reports_({[this] { tell([this](UIWebViewDelegate& listener) { listener.webViewDidStartLoad(*this); }); },
                 [this] { tell([this](UIWebViewDelegate& listener) { listener.webViewDidFinishLoad(*this); }); },
                 [this] { askForTitle(); }}) {
@@ -41,8 +40,7 @@ WebPageView::WebPageView(const CGRect& frame, policy::WebSchemes schemes, WebKit
 }
 
 WebPageView::~WebPageView() {
-  g_cancellable_cancel(titleAsked_);
-  g_object_unref(titleAsked_);
+  g_cancellable_cancel(titleAsked_.get());
   g_signal_handlers_disconnect_by_data(view_, this);
   g_signal_handlers_disconnect_by_data(webkit_web_view_get_back_forward_list(view_), this);
   g_signal_handlers_disconnect_by_data(webkit_web_view_get_network_session(view_), this);
@@ -164,7 +162,7 @@ void WebPageView::loadChanged(WebKitLoadEvent event) {
 }
 
 void WebPageView::loadFailed(const char* address, const GError& error) {
-  // What went outside has left the page as it was.
+  // An address that was opened in another program: the page stays as it was.
   const bool isGoneOutside = g_error_matches(&error, WEBKIT_POLICY_ERROR,
                                              WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE) != FALSE;
   failedAddress_ = address && !isGoneOutside ? address : "";
@@ -211,10 +209,7 @@ void WebPageView::leaveNotice() {
   hideNotice();
 }
 
-void WebPageView::tellChange() const {
-  const auto told = changed_;
-  if (told) told();
-}
+void WebPageView::tellChange() const { changed_(); }
 
 void WebPageView::askForTitle() {
   struct Question {
@@ -223,20 +218,16 @@ void WebPageView::askForTitle() {
   };
   const auto answered = [](GObject* view, GAsyncResult* result, gpointer data) {
     const std::unique_ptr<Question> question(static_cast<Question*>(data));
-    GError* error = nullptr;
-    JSCValue* const value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, &error);
-    const bool isGone = g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED) != FALSE;
-    g_clear_error(&error);
-    if (isGone) return;  // the asker, that is
+    g_autoptr(GError) error = nullptr;
+    g_autoptr(JSCValue) value = webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, &error);
+    if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;  // the asker is gone
     if (value && question->load == question->asker->reports_.load()) {
-      char* const title = jsc_value_to_string(value);
+      g_autofree char* title = jsc_value_to_string(value);
       question->asker->title_ = title;
-      g_free(title);
     }
-    if (value) g_object_unref(value);
     question->asker->reports_.titleIsKnown(question->load);
   };
-  webkit_web_view_evaluate_javascript(view_, "document.title", -1, kScriptWorld, nullptr, titleAsked_, answered,
+  webkit_web_view_evaluate_javascript(view_, "document.title", -1, kScriptWorld, nullptr, titleAsked_.get(), answered,
                                       new Question{this, reports_.load()});
 }
 

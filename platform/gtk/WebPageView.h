@@ -3,6 +3,8 @@
 #define ZRCORE_PLATFORM_GTK_WEBPAGEVIEW_H
 
 #include <ZRCore/UIWebView.h>
+#include <owners/GLib.h>
+#include <platform/Callback.h>
 #include <webkit/webkit.h>
 
 #include <functional>
@@ -17,8 +19,8 @@
 
 /// A page of the web by WebKit. "document.title" is what the page had when it finished, and what it has become since;
 /// other scripts are not evaluated, because WebKit answers later and the question does not wait. A jump within the page
-/// is reported as a load that ends at once. A load that has failed and an engine that has died are shown as such, with a
-/// button that tries again; an engine's death is reported as a failed load.
+/// is reported as a load that ends at once. A load that has failed and an engine that has died are shown as such, with
+/// a button that tries again; an engine's death is reported as a failed load.
 class WebPageView final : public Shown<UIWebView> {
  public:
   /// @param session  where cookies, storage and cache are kept.
@@ -39,7 +41,7 @@ class WebPageView final : public Shown<UIWebView> {
   /// Whose page is in view, for people; empty before the first. It changes no earlier than the page does.
   const std::string& host() const { return host_; }
   /// Called when the host may have changed, and when a load has failed.
-  void setChangeHandler(std::function<void()> handler) { changed_ = std::move(handler); }
+  void setChangeHandler(Callback<> handler) { changed_ = std::move(handler); }
 
  private:
   void connect();
@@ -65,7 +67,7 @@ class WebPageView final : public Shown<UIWebView> {
   const policy::WebSchemes schemes_;
   WebKitWebView* view_;
   PageNotice notice_;
-  GCancellable* titleAsked_;
+  owners::Ref<GCancellable> titleAsked_{g_cancellable_new()};
   std::string title_;
   std::string host_;
   std::string asked_;           ///< by the host or the user; empty when something of it has come
@@ -73,7 +75,7 @@ class WebPageView final : public Shown<UIWebView> {
   bool hasCome_ = false;        ///< something of the page of the current load
   bool isWished_ = false;       ///< the host or the user has asked for what comes next; good for one download
   bool hasNewHistory_ = false;  ///< the way back or forward has changed, and no load has told of it
-  std::function<void()> changed_;
+  Callback<> changed_;
   std::function<void(DialogLayer&)> waiting_;  ///< to be said when the view is shown
   policy::WebLoadReports reports_;
 };

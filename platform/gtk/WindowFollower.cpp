@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGtkPlatform.h>
 #include <gtk/gtk.h>
+#include <platform/Callback.h>
 
 #include <map>
 #include <memory>
@@ -20,25 +21,23 @@ bool canBeSeen(GtkWindow* window) {
 class Connection {
  public:
   Connection(gpointer source, const char* signal, GCallback called, gpointer self)
-      : source_(G_OBJECT(g_object_ref(source))), id_(g_signal_connect_swapped(source, signal, called, self)) {}
-  Connection(Connection&& other) noexcept : source_(std::exchange(other.source_, nullptr)), id_(other.id_) {}
+      : source_(owners::refTo(G_OBJECT(source))), id_(g_signal_connect_swapped(source, signal, called, self)) {}
+  Connection(Connection&&) noexcept = default;
   Connection& operator=(Connection&&) = delete;
   ~Connection() {
-    if (!source_) return;
-    g_signal_handler_disconnect(source_, id_);
-    g_object_unref(source_);
+    if (source_) g_signal_handler_disconnect(source_.get(), id_);
   }
 
  private:
-  GObject* source_;
+  owners::Ref<GObject> source_;
   gulong id_;
 };
 
 class WindowFollower {
  public:
-  explicit WindowFollower(std::function<void(bool)> seen)
-      : seen_(std::move(seen)), windows_(gtk_window_get_toplevels()) {
-    comings_.emplace(windows_, "items-changed", G_CALLBACK(+[](WindowFollower* self) { self->followAll(); }), this);
+  explicit WindowFollower(Callback<bool> seen) : seen_(std::move(seen)), windows_(gtk_window_get_toplevels()) {
+    windowsChanged_.emplace(windows_, "items-changed", G_CALLBACK(+[](WindowFollower* self) { self->followAll(); }),
+                            this);
     followAll();
   }
   WindowFollower(const WindowFollower&) = delete;
@@ -48,9 +47,8 @@ class WindowFollower {
   void followAll() {
     std::map<GtkWindow*, std::vector<Connection>> followed;
     for (guint i = 0; i < g_list_model_get_n_items(windows_); ++i) {
-      auto* const window = static_cast<GtkWindow*>(g_list_model_get_item(windows_, i));
-      follow(window, followed[window]);
-      g_object_unref(window);
+      const owners::Ref<GtkWindow> window(static_cast<GtkWindow*>(g_list_model_get_item(windows_, i)));
+      follow(window.get(), followed[window.get()]);
     }
     followed_ = std::move(followed);
     judge();
@@ -58,8 +56,9 @@ class WindowFollower {
 
   void follow(GtkWindow* window, std::vector<Connection>& connections) {
     const auto changed = G_CALLBACK(+[](WindowFollower* self) { self->judge(); });
-    for (const char* signal : {"notify::is-active", "map", "unmap"})
+    for (const char* signal : {"notify::is-active", "map", "unmap"}) {
       connections.emplace_back(window, signal, changed, this);
+    }
     // The surface, which knows whether the window is minimised, comes and goes with the window's realisation.
     connections.emplace_back(window, "realize", G_CALLBACK(+[](WindowFollower* self) { self->followAll(); }), this);
     if (GdkSurface* const surface = gtk_native_get_surface(GTK_NATIVE(window))) {
@@ -71,13 +70,12 @@ class WindowFollower {
     bool isSeen = false;
     for (const auto& [window, connections] : followed_) isSeen = isSeen || canBeSeen(window);
     if (std::exchange(wasSeen_, isSeen) == isSeen) return;
-    const auto seen = seen_;
-    seen(isSeen);
+    seen_(isSeen);
   }
 
-  std::function<void(bool)> seen_;
-  GListModel* windows_;                ///< GTK's, for good
-  std::optional<Connection> comings_;  ///< and goings, of windows
+  Callback<bool> seen_;
+  GListModel* windows_;                       ///< GTK's, for good
+  std::optional<Connection> windowsChanged_;  ///< as windows open and close
   std::map<GtkWindow*, std::vector<Connection>> followed_;
   std::optional<bool> wasSeen_;
 };

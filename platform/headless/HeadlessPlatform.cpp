@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "HeadlessPlatform.h"
 
+#include <ZRCore/ZRPlatformFill.h>
 #include <ZRCore/ZRPrintableText.h>
 
 #include <chrono>
@@ -121,22 +122,12 @@ class HeadlessDevice final : public ZRDevice {
 }  // namespace
 
 ZRPlatform headlessPlatform() {
-  ZRPlatform platform;
-  platform.positioning = std::make_shared<HeadlessPositioning>();
-  platform.bundle = std::make_shared<HeadlessBundle>();
-  platform.notificationCenter = std::make_shared<NSNotificationCenter>();
-  platform.log = std::make_shared<StandardErrorLog>();
-  platform.clock = std::make_shared<SystemClock>();
-  platform.json = std::make_shared<HeadlessJSON>();
-  platform.mainQueue = std::make_shared<DroppingMainQueue>();
-  platform.httpSession = std::make_shared<HeadlessSession>();
-  platform.xml = std::make_shared<HeadlessXML>();
-  platform.images = std::make_shared<HeadlessImages>();
-  platform.userDefaults = std::make_shared<PassingUserDefaults>();
-  platform.device = std::make_shared<HeadlessDevice>();
-  platform.audioSession = std::make_shared<HeadlessAudioSession>();
-  platform.speech = std::make_shared<HeadlessSpeech>();
-  platform.audioPlayers = std::make_shared<HeadlessAudioPlayers>();
-  fillHeadlessScreen(platform);
-  return platform;
+  return ZRPlatformOf(
+      std::make_shared<HeadlessPositioning>(), std::make_shared<HeadlessBundle>(),
+      std::make_shared<NSNotificationCenter>(), std::make_shared<StandardErrorLog>(), std::make_shared<SystemClock>(),
+      std::make_shared<HeadlessJSON>(), std::make_shared<DroppingMainQueue>(), std::make_shared<HeadlessSession>(),
+      std::make_shared<HeadlessXML>(), std::make_shared<HeadlessImages>(), std::make_shared<PassingUserDefaults>(),
+      std::make_shared<HeadlessDevice>(), std::make_shared<HeadlessAudioSession>(), std::make_shared<HeadlessSpeech>(),
+      std::make_shared<HeadlessAudioPlayers>(), std::make_shared<HeadlessApplication>(),
+      std::make_shared<HeadlessScreen>(), std::make_shared<HeadlessPasteboard>(), std::make_shared<HeadlessMail>());
 }

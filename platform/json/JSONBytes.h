@@ -13,8 +13,8 @@
 /// Whether there is a text or a number in every 64 KiB of a document, and its end in the next.
 bool isOrdinary(std::string_view document);
 
-/// A document that is not ordinary, as the library is given it: blanks between values as one, and its end where a number
-/// becomes longer than any number need be.
+/// A document that is not ordinary, as the library is given it: blanks between values as one, and its end where a
+/// number becomes longer than any number need be.
 class JSONBytes {
  public:
   explicit JSONBytes(std::string_view document) : document_(document) {}
@@ -54,7 +54,7 @@ class JSONBytes {
 
   std::string_view document_;
   std::size_t at_ = 0, last_ = 0, given_ = 0;
-  std::size_t wordBegin_ = 0;  // where a number may begin: after what was no part of one
+  std::size_t wordBegin_ = 0;  // where a number may begin: after what was not part of one
   bool isInText_ = false, isEscaped_ = false, isCutOff_ = false;
 };
 

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <nlohmann/json.hpp>
 #include <utility>
 #include <vector>
@@ -28,9 +27,9 @@ void appendWithEscapes(std::string& to, std::string_view json) {
       length = first < 0x80 ? 1 : first < 0xE0 ? 2 : 3;
       unsigned code = length == 1 ? first : first & (0xFFU >> (length + 1));
       for (std::size_t i = 1; i < length; ++i) code = code << 6U | (static_cast<unsigned char>(json[i]) & 0x3FU);
-      char escape[7];
-      std::snprintf(escape, sizeof escape, "\\u%04x", code);
-      to += escape;
+      constexpr std::string_view kDigits = "0123456789abcdef";
+      to += "\\u";
+      for (unsigned shift = 16; shift > 0; shift -= 4) to += kDigits[code >> (shift - 4) & 0xFU];
     }
     json.remove_prefix(length);
   }

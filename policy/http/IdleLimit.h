@@ -1,27 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_LINUX_HTTP_IDLELIMIT_H
-#define ZRCORE_LINUX_HTTP_IDLELIMIT_H
+#ifndef ZRCORE_POLICY_HTTP_IDLELIMIT_H
+#define ZRCORE_POLICY_HTTP_IDLELIMIT_H
 
 #include <ZRCore/NSDate.h>
 
 #include <optional>
 #include <utility>
 
-/// Judges how long nothing has come. It measures with the clock, between calls that a loop's timer makes: the two need
-/// not agree, as a receiver's clock is set when it first hears the time.
+namespace policy {
+
+/// Decides when a transfer has been silent for too long. A timer of the loop calls it, and it measures the silence with
+/// the platform's clock. Timer and clock may disagree, because the clock may be set meanwhile.
 class IdleLimit {
  public:
-  /// @param limitSeconds  of silence. What is no positive number counts as 60.
+  /// @param limitSeconds  the silence that is allowed; zero, a negative number or NaN counts as 60
   IdleLimit(double limitSeconds, NSDate now)
       : limitSeconds_(limitSeconds > 0 ? limitSeconds : 60.0), heard_(now), asked_(now), waitSeconds_(limitSeconds_) {}
 
-  /// Something came.
+  /// Bytes have arrived: the silence starts anew.
   void hear(NSDate now) { heard_ = now; }
 
-  /// What to do when the wait that was last told is over; the first was the limit.
-  /// @return how many seconds to wait before the next call; nothing when the limit is reached. 0 comes before that,
-  ///         once: a loop that was held up sees first what has arrived meanwhile. A clock that went backwards, or more
-  ///         than twice as far as was waited, was set: then the silence is counted from now.
+  /// To be called when the last returned wait is over; the first wait is the limit itself.
+  /// @return the seconds to wait before the next call; nothing when the limit is reached. Before that it returns 0
+  ///         once, so that a loop that was blocked reads first what has arrived meanwhile. If the clock went backwards,
+  ///         or advanced more than twice the wait, somebody has set it: the silence is then counted from now.
   std::optional<double> secondsToWait(NSDate now) {
     const double passedSeconds = now.secondsSince1970 - asked_.secondsSince1970;
     const bool wasSet = !(passedSeconds >= 0.0 && passedSeconds <= 2.0 * waitSeconds_ + 1.0);
@@ -44,5 +46,7 @@ class IdleLimit {
   double waitSeconds_;
   bool isLastCall_ = false;
 };
+
+}  // namespace policy
 
 #endif

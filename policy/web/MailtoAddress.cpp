@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "web/MailtoAddress.h"
 
+#include <text/ASCII.h>
+
 #include <cstddef>
 
 namespace policy {
@@ -10,10 +12,7 @@ namespace {
 constexpr std::size_t kLongestSubject = 200;
 constexpr std::size_t kLongestBody = 10000;
 
-bool isUnreserved(unsigned char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '.' ||
-         c == '_' || c == '~';
-}
+bool isUnreserved(char c) { return text::isAlphanumeric(c) || c == '-' || c == '.' || c == '_' || c == '~'; }
 
 void appendEscaped(std::string& out, std::string_view text, std::size_t longest, std::string_view lineBreak) {
   constexpr const char* kDigits = "0123456789ABCDEF";
@@ -25,7 +24,7 @@ void appendEscaped(std::string& out, std::string_view text, std::size_t longest,
     if (c == '\n' || c == '\r') {
       if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
       out += lineBreak;
-    } else if (isUnreserved(c)) {
+    } else if (isUnreserved(text[i])) {
       out += text[i];
     } else if ((c >= 0x20 && c != 0x7F) || c == '\t') {
       out += {'%', kDigits[c >> 4U], kDigits[c & 0xFU]};

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_POLICY_WEB_MAILTOADDRESS_H
-#define ZRCORE_PLATFORM_POLICY_WEB_MAILTOADDRESS_H
+#ifndef ZRCORE_POLICY_WEB_MAILTOADDRESS_H
+#define ZRCORE_POLICY_WEB_MAILTOADDRESS_H
 
 #include <string>
 #include <string_view>

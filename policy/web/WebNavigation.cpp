@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "web/WebNavigation.h"
 
+#include <text/ASCII.h>
+
 #include <algorithm>
 #include <array>
 
@@ -12,13 +14,9 @@ namespace {
 std::string schemeOf(std::string_view address) {
   const auto end = address.find(':');
   if (end == std::string_view::npos) return {};
-  std::string scheme(address.substr(0, end));
-  for (char& c : scheme) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    const bool mayStand = (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
-    if (!mayStand) return {};
-  }
-  return scheme;
+  const std::string_view scheme = address.substr(0, end);
+  const auto mayStand = [](char c) { return text::isAlphanumeric(c) || c == '+' || c == '-' || c == '.'; };
+  return std::ranges::all_of(scheme, mayStand) ? text::lowerCase(std::string(scheme)) : std::string();
 }
 
 bool mayGoOutside(std::string_view scheme) {

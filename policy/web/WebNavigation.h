@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_POLICY_WEB_WEBNAVIGATION_H
-#define ZRCORE_PLATFORM_POLICY_WEB_WEBNAVIGATION_H
+#ifndef ZRCORE_POLICY_WEB_WEBNAVIGATION_H
+#define ZRCORE_POLICY_WEB_WEBNAVIGATION_H
 
 #include <string>
 #include <string_view>
@@ -29,11 +29,11 @@ struct WebSchemes {
   std::vector<std::string> outside;  ///< handed to the system's program for them without a question
 };
 
-/// What a user asks for and the view does not show itself (every new window and every download too) goes to the system's
-/// own program for it, after a question unless the host has named its scheme: a click on a page is no wish to start
-/// whatever program has registered itself for "ssh". What a script alone asks for is refused, so that a page can start
-/// no programs and ask no questions. Addresses that lead into this computer, or that mean something only within the page,
-/// never go outside.
+/// What a user asks for and the view does not show itself (every new window and every download too) goes to the
+/// system's own program for it, after a question unless the host has named its scheme: a click on a page is not a wish
+/// to start whatever program has registered itself for "ssh". What a script alone asks for is refused, so that a page
+/// can start no programs and ask no questions. Addresses that lead into this computer, or that mean something only
+/// within the page, never go outside.
 WebNavigationDecision decide(const WebNavigation& navigation, const WebSchemes& schemes);
 
 }  // namespace policy

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_POLICY_WEB_WEBTEXT_H
-#define ZRCORE_PLATFORM_POLICY_WEB_WEBTEXT_H
+#ifndef ZRCORE_POLICY_WEB_WEBTEXT_H
+#define ZRCORE_POLICY_WEB_WEBTEXT_H
 
 #include <cstddef>
 #include <string>
@@ -14,8 +14,8 @@ namespace policy {
 /// @param text  UTF-8, and the result is UTF-8 as far as it was.
 std::string shownText(std::string_view text, std::size_t mostBytes);
 
-/// Whose page an address leads to: "example.org", "example.org:8080", "[::1]:80". A name and a password in front of it do
-/// not count. An address without a host is shown up to its first "?" or "#": "about:blank".
+/// Whose page an address leads to: "example.org", "example.org:8080", "[::1]:80". A name and a password in front of it
+/// do not count. An address without a host is shown up to its first "?" or "#": "about:blank".
 std::string shownHost(std::string_view address);
 
 }  // namespace policy

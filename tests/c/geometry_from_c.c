@@ -45,9 +45,7 @@ static void constants(void) {
   EXPECT(memcmp(ZRCoreVersionString, "@(#)PROGRAM:ZRCore  PROJECT:ZRCore-1\n", 38) == 0);
 
   double sum = 0.0; /* finds a digit that went wrong anywhere in the table */
-  for (int i = 0; i <= 90; i++) {
-    sum += metersPerDegreeLng[i];
-  }
+  for (int i = 0; i <= 90; i++) sum += metersPerDegreeLng[i];
   EXPECT(fabs(sum - 6425657.33) < 1e-3 && metersPerDegreeLng[45] == 78616.98 && metersPerDegreeLng[90] == 1.0);
   metersPerDegreeLat = metersPerDegreeLng[0] = 111181.91; /* both are writable */
 }
@@ -103,6 +101,10 @@ static void rectangles(void) {
       1.5, 10.0, 1.0));
   EXPECT(rectIs(ZRMBR(corners, 2), 1.0, 2.0, 3.0, 4.0));
   EXPECT(distanceBetweenPoints(corners[0], corners[1]) == 5.0);
+  EXPECT(ZRMapRectIsNull(ZRMapRectNull) && !ZRMapRectIsNull(a));
+  EXPECT(ZRMapPointEqualToPoint(corners[0], corners[0]) && !ZRMapPointEqualToPoint(corners[0], corners[1]));
+  EXPECT(ZRMapRectEqualToRect(a, a) && !ZRMapRectEqualToRect(a, b));
+  EXPECT(ZRCoordinateRegionEqualToRegion(ZRCoordinateRegionNull, ZRCoordinateRegionForMapRect(ZRMapRectNull)));
 }
 
 static void batches(void) {

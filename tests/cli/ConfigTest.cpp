@@ -63,7 +63,11 @@ TEST_F(ConfigCommand, SaysWhereTheAddressesCameFromAndWhy) {
     EXPECT_THAT(run.err, HasSubstr(row.err));
     table << row.title << " (exit " << run.exitCode << "):\n\n```\n" << run.out << run.err << "```\n\n";
   };
-  check({"A fresh answer", {"--fallback", packaged}, 0, ofService, "zrcore: from the service: 127.0.0.1:"});
+  check({"A fresh answer",
+         {"--service", "integration", "--fallback", packaged},
+         0,
+         ofService,
+         "zrcore: from the service: 127.0.0.1:"});
   check({"A wrong key", {"--key", "bad", "--fallback", packaged}, 3, "", "answered HTTP 403 without a configuration"});
   server.on("/mapconfig", HTTPTestServer::answering(500, "<html>oh</html>"));
   check({"An error of the service", {"--fallback", packaged}, 0, ofFile, "answered HTTP 500 with what is no JSON"});
@@ -72,15 +76,6 @@ TEST_F(ConfigCommand, SaysWhereTheAddressesCameFromAndWhy) {
   server.stop();
   check({"No service, with the packaged file", {"--fallback", packaged}, 0, ofFile, "from the packaged file"});
   check({"No service, without the packaged file", {}, 3, "", "takes no connection"});
-}
-
-TEST_F(ConfigCommand, AsksAsTheServiceHasIt) {
-  EXPECT_EQ(config({"--service", "integration"}).exitCode, 0);
-  EXPECT_EQ(config({"--type", "-2"}).exitCode, 3);
-  const auto requests = server.requests();
-  ASSERT_EQ(requests.size(), 2U);
-  EXPECT_EQ(requests[0].target, "/mapconfig?version=4&config=1&key=good%20key");
-  EXPECT_EQ(requests[1].target, "/mapconfig?version=4&config=-2&key=good%20key");
 }
 
 TEST_F(ConfigCommand, NamesWhatIsMissingInAConfigurationAndInAFile) {

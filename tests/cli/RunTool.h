@@ -56,7 +56,7 @@ class ToolFolder {
   ~ToolFolder();
 
   std::string path(const std::string& name) const { return (folder_ / name).string(); }
-  /// Writes a file and tells its path.
+  /// Writes a file and returns its path.
   std::string file(const std::string& name, const std::string& content) const;
 
   /// Runs the tool to its end, its standard input read from a file.

@@ -48,8 +48,9 @@ TEST(TripOnATerminal, IsATableThatIsDrawnAgainInPlace) {
 
   // Drawings are bounded by time, not by fixes: the recording's 700 seconds take 0.35 here.
   std::size_t drawings = 0;
-  for (std::size_t at = shown.find("latitude"); at != std::string::npos; at = shown.find("latitude", at + 1))
+  for (std::size_t at = shown.find("latitude"); at != std::string::npos; at = shown.find("latitude", at + 1)) {
     ++drawings;
+  }
   EXPECT_GE(drawings, 3u);
   EXPECT_LE(drawings, 200u);
 }

@@ -3,6 +3,7 @@
 // truth.
 #include <ZRCore/NSCoder.h>
 #include <ZRCore/ZRPlatformFake.h>
+#include <ZRCore/ZRPlatformFill.h>
 #include <gmock/gmock.h>
 
 #include <cmath>
@@ -41,12 +42,7 @@ class Listener : public CLDidUpdateLocations, public CLDidUpdateHeading, public 
 };
 
 TEST_P(SeamContract, NoServiceIsMissing) {
-  EXPECT_NE(platform.positioning, nullptr);
-  EXPECT_NE(platform.bundle, nullptr);
-  EXPECT_NE(platform.notificationCenter, nullptr);
-  EXPECT_NE(platform.log, nullptr);
-  EXPECT_NE(platform.clock, nullptr);
-  EXPECT_NE(platform.json, nullptr);
+  ZRForEachService([&](const auto& service) { EXPECT_NE(platform.*service.member, nullptr) << service.name; });
 }
 
 TEST_P(SeamContract, WhatIsNoJSONIsAnErrorOfTheSameKindEverywhere) {

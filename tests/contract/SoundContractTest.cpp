@@ -66,9 +66,7 @@ TEST_P(SoundContract, WhatIsStoppedIsCancelledOnceLaterAndInOrderAlsoWhenTheSynt
   ASSERT_NE(synthesizer, nullptr);
   EXPECT_FALSE(synthesizer->isSpeaking());
   synthesizer->setDelegate(listener);
-  for (const char* text : {"one", "", "three"}) {
-    synthesizer->speakUtterance(std::make_shared<AVSpeechUtterance>(text));
-  }
+  for (const char* text : {"one", "", "three"}) synthesizer->speakUtterance(std::make_shared<AVSpeechUtterance>(text));
   EXPECT_THAT(listener->cancelled, IsEmpty());
   synthesizer->stopSpeakingImmediately();
   EXPECT_FALSE(synthesizer->isSpeaking());

@@ -16,8 +16,11 @@ namespace {
 constexpr milliseconds kPatience{60000};
 constexpr int kNear = 10;  // of 255: fonts and edges are smoothed, areas and thick lines are not
 
-int difference(std::uint32_t a, std::uint32_t b, int shift) {
-  return std::abs(static_cast<int>((a >> shift) & 0xff) - static_cast<int>((b >> shift) & 0xff));
+bool isAbout(std::uint32_t a, std::uint32_t b) {
+  const auto isNear = [a, b](int shift) {
+    return std::abs(static_cast<int>((a >> shift) & 0xff) - static_cast<int>((b >> shift) & 0xff)) <= kNear;
+  };
+  return isNear(16) && isNear(8) && isNear(0);
 }
 
 }  // namespace
@@ -37,11 +40,7 @@ Pixels::Pixels(const std::string& file) {
 Pixels::Patch Pixels::find(std::uint32_t color) const {
   Patch patch;
   for (std::size_t i = 0; i < colors_.size(); ++i) {
-    const std::uint32_t pixel = colors_[i];
-    if (difference(pixel, color, 16) > kNear || difference(pixel, color, 8) > kNear ||
-        difference(pixel, color, 0) > kNear) {
-      continue;
-    }
+    if (!isAbout(colors_[i], color)) continue;
     ++patch.count;
     patch.x += static_cast<double>(i % static_cast<std::size_t>(width_));
     patch.y += static_cast<double>(i / static_cast<std::size_t>(width_));
@@ -50,6 +49,10 @@ Pixels::Patch Pixels::find(std::uint32_t color) const {
   patch.x /= static_cast<double>(patch.count);
   patch.y /= static_cast<double>(patch.count);
   return patch;
+}
+
+bool Pixels::isAt(int x, int y, std::uint32_t color) const {
+  return isAbout(colors_.at(static_cast<std::size_t>(y * width_ + x)), color);
 }
 
 void DemoScreen::SetUp() {
@@ -63,7 +66,7 @@ void DemoScreen::SetUp() {
                                                                       "gtk-cursor-blink=false\n";
 }
 
-void DemoScreen::start(int width, int height, bool isDark, const std::vector<std::string>& files) {
+void DemoScreen::start(int width, int height, bool isDark, const std::vector<std::string>& arguments) {
   width_ = width;
   height_ = height;
   auto environment = display->environment();
@@ -76,9 +79,9 @@ void DemoScreen::start(int width, int height, bool isDark, const std::vector<std
   }
   line_.clear();
   program_.reset();
-  ChildProcess::Arguments arguments{ZRCORE_DEMO, "--print-state"};
-  arguments.insert(arguments.end(), files.begin(), files.end());
-  program_ = std::make_unique<ChildProcess>(arguments, environment);
+  ChildProcess::Arguments command{ZRCORE_DEMO, "--print-state"};
+  command.insert(command.end(), arguments.begin(), arguments.end());
+  program_ = std::make_unique<ChildProcess>(command, environment);
   until("the window to come up", [] { return true; });
   mouse({"search", "--sync", "--onlyvisible", "--name", "ZRCore Demo", "windowmove", "0", "0", "windowsize", "--sync",
          std::to_string(width), std::to_string(height), "windowfocus", "--sync"});

@@ -26,6 +26,8 @@ class Pixels {
     double x = 0.0, y = 0.0;
   };
   Patch find(std::uint32_t color) const;
+  /// Whether the pixel at (x, y) is about of that colour.
+  bool isAt(int x, int y, std::uint32_t color) const;
   bool operator==(const Pixels&) const = default;
 
  private:
@@ -39,7 +41,8 @@ class DemoScreen : public testing::Test {
  protected:
   void SetUp() override;
 
-  void start(int width, int height, bool isDark, const std::vector<std::string>& files = {});
+  /// @param arguments  files and options
+  void start(int width, int height, bool isDark, const std::vector<std::string>& arguments = {});
   /// From the next start on the window tells `tree` of its parts.
   AccessibleTree& startTree();
   /// Reads lines until one fits. Fails the test, and says what for, when none comes.

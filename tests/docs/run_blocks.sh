@@ -44,7 +44,7 @@ run() { # PLACE COMMAND [EXPECTED]
   [ "$status" -eq 0 ] || fault "$1" "'$2' ended with $status:"$'\n'"$output"
   [ $# -eq 3 ] || return
   pattern=$(sed 's/[^[:alnum:] .]/\\&/g; s/\.\.\./*/g' <<<"$3")
-  # shellcheck disable=SC2053  # a pattern on purpose
+  # shellcheck disable=SC2053  # the right side is a pattern
   [[ $output == $pattern ]] || fault "$1" "'$2' is said to print"$'\n'"$3"$'\n'"and prints"$'\n'"$output"
 }
 

@@ -133,8 +133,9 @@ double Arguments::one() {
   if (name_ == "log") return isGeometry ? std::exp(between(-3.2, 3.2)) : std::fabs(ofMagnitude(0x1p-1070, 0x1p1023));
   if (name_ == "tan" && isGeometry) return between(0.0, 1.5707963267948966);
   if (name_ == "atan" && isGeometry) return ofMagnitude(0x1p-10, 24.0);
-  if (name_ == "atan2" || name_ == "hypot")
+  if (name_ == "atan2" || name_ == "hypot") {
     return isGeometry ? ofMagnitude(0x1p-30, 1.0) : ofMagnitude(0x1p-60, 0x1p60);
+  }
   return isGeometry ? between(-6.3, 6.3) : ofMagnitude(0x1p-60, 0x1p60);
 }
 
@@ -149,8 +150,9 @@ bool Judge::isRight(double result, double x, double y) {
     const long double rough = subject_.rough(x, y);
     const long double error = std::fabs(rough) * 0x1p-60L;
     const auto low = static_cast<double>(rough - error);
-    if (std::fabs(rough) > kLeast && std::isfinite(low) && low == static_cast<double>(rough + error))
+    if (std::fabs(rough) > kLeast && std::isfinite(low) && low == static_cast<double>(rough + error)) {
       return result == low;
+    }
   }
   ++askedMpfr_;
   return isSameDouble(result, subject_.nearest(x, y));

@@ -22,9 +22,9 @@ struct Subject {
 /// All of them. Sine and cosine of `sincos` count as functions.
 const std::vector<Subject>& subjects();
 
-/// Kinds of arguments: the ranges that the geometry uses; magnitudes from 2^-60 to 2^60, or what of them the function is
-/// defined for; the neighbourhoods of its special places (multiples of pi/2, 1, powers of two, the limits of what the
-/// first phase takes); and any bits at all.
+/// Kinds of arguments: the ranges that the geometry uses; magnitudes from 2^-60 to 2^60, or what of them the function
+/// is defined for; the neighbourhoods of its special places (multiples of pi/2, 1, powers of two, the limits of what
+/// the first phase takes); and any bits at all.
 enum class Kind { kGeometry, kMagnitudes, kNeighbours, kBits };
 constexpr Kind kKinds[] = {Kind::kGeometry, Kind::kMagnitudes, Kind::kNeighbours, Kind::kBits};
 
@@ -49,8 +49,8 @@ class Arguments {
   std::uint64_t state_;
 };
 
-/// Whether a result is the nearest double. The long double decides all but one argument in sixty, MPFR the rest; or MPFR
-/// all, if `byMpfrAlone`.
+/// Whether a result is the nearest double. The long double decides all but one argument in sixty, MPFR the rest; or
+/// MPFR all, if `byMpfrAlone`.
 class Judge {
  public:
   explicit Judge(const Subject& subject, bool byMpfrAlone = false) : subject_(subject), byMpfrAlone_(byMpfrAlone) {}

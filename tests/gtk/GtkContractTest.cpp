@@ -22,9 +22,7 @@ std::function<void(std::function<bool()>)> gtkOnADesktop() {
         G_PRIORITY_DEFAULT, 5000,
         [](gpointer over) -> gboolean { return *static_cast<bool*>(over) = true, G_SOURCE_CONTINUE; }, &isOver,
         nullptr);
-    while (!isDone() && !isOver) {
-      g_main_context_iteration(nullptr, TRUE);
-    }
+    while (!isDone() && !isOver) g_main_context_iteration(nullptr, TRUE);
     g_source_remove(end);
   };
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// zrcore-browse: a window with the in-app browser, for the tests and for trying it by hand. It tells on stdout, one JSON
-// object a line, what can be seen of it, whenever that has changed.
+// zrcore-browse: a window with the in-app browser, for the tests and for trying it by hand. It reports on stdout, one
+// JSON object a line, what can be seen of it, whenever that has changed.
 //
 // zrcore-browse [--dark] [--size=WIDTHxHEIGHT] [--keep=FOLDER] ADDRESS
 #include <ZRCore/ZRGtkPlatform.h>

@@ -29,14 +29,14 @@ class GLibLoopTest : public testing::Test {
 };
 
 TEST_F(GLibLoopTest, PostsOfManyThreadsWakeTheLoopAndEachThreadsOrderIsKept) {
-  constexpr int threads = 4;
-  constexpr int posts = 2000;
-  std::vector<std::vector<int>> seen(threads);
+  constexpr int kThreads = 4;
+  constexpr int kPosts = 2000;
+  std::vector<std::vector<int>> seen(kThreads);
   int count = 0;
   std::vector<std::thread> posters;
-  for (int thread = 0; thread < threads; ++thread) {
+  for (int thread = 0; thread < kThreads; ++thread) {
     posters.emplace_back([&, thread] {
-      for (int number = 0; number < posts; ++number) {
+      for (int number = 0; number < kPosts; ++number) {
         loop->post([&, thread, number] {
           seen[static_cast<std::size_t>(thread)].push_back(number);
           ++count;
@@ -44,7 +44,7 @@ TEST_F(GLibLoopTest, PostsOfManyThreadsWakeTheLoopAndEachThreadsOrderIsKept) {
       }
     });
   }
-  runUntil([&] { return count == threads * posts; });
+  runUntil([&] { return count == kThreads * kPosts; });
   for (auto& poster : posters) poster.join();
   for (const auto& numbers : seen) EXPECT_TRUE(std::is_sorted(numbers.begin(), numbers.end()));
 }

@@ -2,10 +2,8 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <cstdio>
 
-#include "LivePositioning.h"
-#include "StreamPeer.h"
+#include "GpsdPeer.h"
 #include "positioning/AutoSource.h"
 #include "positioning/LinuxLocationManager.h"
 #include "positioning/StreamSource.h"
@@ -16,34 +14,7 @@ using testing::IsEmpty;
 
 namespace {
 
-constexpr const char* kGreeting =
-    "{\"class\":\"VERSION\",\"release\":\"3.22\",\"proto_major\":3,\"proto_minor\":14}\n"
-    "{\"class\":\"DEVICES\",\"devices\":[{\"class\":\"DEVICE\",\"path\":\"/dev/pts/0\"}]}\n";
-
-/// A report with all that a daemon can say.
-std::string report(int second, const char* more = ",\"track\":90,\"speed\":13.9") {
-  char text[300];
-  std::snprintf(text, sizeof text,
-                "{\"class\":\"TPV\",\"mode\":3,\"time\":\"2026-05-09T%02d:%02d:%02d.000Z\",\"lat\":%.6f,\"lon\":13.4,"
-                "\"altMSL\":34,\"epv\":25.5,\"eph\":19%s}\n",
-                second / 3600, second / 60 % 60, second % 60, second * 1e-4, more);
-  return text;
-}
-
-class GpsdSource : public LivePositioning {
- protected:
-  void begin(double silenceSeconds = 10) {
-    install({.source = "gpsd:" + folder.at("gpsd"), .silenceSeconds = silenceSeconds});
-    client = startClient();
-  }
-  void greet(int connection = 1) {
-    runUntil([&] { return peer.connections == connection; });
-    peer.say(kGreeting);
-  }
-
-  StreamPeer peer{*loop, folder.at("gpsd")};
-  std::shared_ptr<Client> client;
-};
+class GpsdSource : public WithGpsdPeer {};
 
 TEST_F(GpsdSource, AFullReportIsToldAtOnceAndAThinOneAfterAQuietMoment) {
   begin();
@@ -54,12 +25,12 @@ TEST_F(GpsdSource, AFullReportIsToldAtOnceAndAThinOneAfterAQuietMoment) {
   EXPECT_EQ(full.horizontalAccuracy, 19.0);
   EXPECT_EQ(full.verticalAccuracy, 25.5);
   EXPECT_EQ(full.course, 90.0);
-  peer.say(report(2, ""));  // a receiver that stands still tells no course, and perhaps no speed
+  peer.say(report(2, ""));  // a receiver that stands still reports no course, and perhaps no speed
   runUntil([&] { return fixesOf(*client) == 2; });
   const ZRPositionFix& thin = client->batches[1][0]->fix();
   EXPECT_EQ(thin.course, -1.0);
   EXPECT_EQ(thin.speed, -1.0);
-  peer.say(report(2, ",\"speed\":1") + report(3));  // what comes of a told instant is no second fix
+  peer.say(report(2, ",\"speed\":1") + report(3));  // what comes of a reported instant is not a second fix
   runUntil([&] { return fixesOf(*client) == 3; });
   EXPECT_EQ(client->batches[2][0]->timestamp().secondsSince1970, full.timestamp.secondsSince1970 + 2.0);
   EXPECT_THAT(client->errors, IsEmpty());
@@ -87,20 +58,6 @@ TEST_F(GpsdSource, AutoPassesOverAHostThatNeverAnswersAndWhatItChoosesNeedsNoPer
   EXPECT_EQ(authorization->status, CLAuthorizationStatus::authorizedAlways);
 }
 
-TEST_F(GpsdSource, NoFixIsLostWhereverTheBytesAreCutAndRubbishCostsOnlyItself) {
-  begin();
-  greet();
-  std::string stream = report(1) + "HTTP/1.1 400 Bad Request\r\n" + report(2) + std::string(200000, 'x') + "\n" +
-                       report(3) + "{\"class\":\"TPV\",\"mode\":3,\"lat\":NaN,\"lon\":1e999}\n" + report(4) +
-                       std::string("{\"\0\":[[[[\n", 10) + report(5);
-  for (std::size_t at = 0, step = 1; at < stream.size(); step = step % 97 + 1) {
-    at += peer.saySome(std::string_view(stream).substr(at, at > 300 && at < 200000 ? 20000 : step));
-    runWhatIsReady();
-  }
-  runUntil([&] { return fixesOf(*client) == 5; });
-  EXPECT_THAT(client->errors, IsEmpty());
-}
-
 TEST_F(GpsdSource, ADaemonThatGoesAndComesIsOneErrorForEachClient) {
   begin();
   const auto second = startClient();
@@ -112,7 +69,7 @@ TEST_F(GpsdSource, ADaemonThatGoesAndComesIsOneErrorForEachClient) {
   runUntil([&] { return !client->errors.empty(); });
   peer.listen();  // the attempts in between were refused, and nobody was told again
   greet(2);
-  peer.say(report(1) + report(2));  // the instant that was told before the loss is not told again
+  peer.say(report(1) + report(2));  // the instant that was reported before the loss is not reported again
   runUntil([&] { return fixesOf(*client) == 2; });
   EXPECT_THAT(faultsOf(*client), ElementsAre("lost"));
   EXPECT_THAT(faultsOf(*second), ElementsAre("lost"));
@@ -128,7 +85,7 @@ TEST_F(GpsdSource, AReceiverThatIsMissingOrSilentIsAnErrorOnce) {
   peer.say("{\"class\":\"DEVICE\",\"path\":\"/dev/pts/0\",\"activated\":\"2026-05-09T09:00:00Z\"}\n" + report(1));
   runUntil([&] { return fixesOf(*client) == 1; });
   runUntil([&] { return client->errors.size() == 2; });
-  // The last report before the receiver is unplugged is told, and does not pass for its return.
+  // The last report before the receiver is unplugged is reported, and does not pass for its return.
   peer.say(report(2, "") + "{\"class\":\"DEVICE\",\"path\":\"/dev/pts/0\",\"activated\":0}\n");
   runUntil([&] { return client->errors.size() == 3; });
   EXPECT_EQ(fixesOf(*client), 2u);
@@ -180,72 +137,6 @@ TEST_F(GpsdSource, HeadingsComeFromACompassAndOnlyWhileTheyAreWanted) {
   EXPECT_FALSE(peer.isLeft()) << "headings are still wanted";
   managers[0]->stopUpdatingHeading();
   EXPECT_TRUE(peer.isLeft());
-}
-
-TEST_F(GpsdSource, AThousandClientsMayStartAndStopInsideADelegate) {
-  begin();
-  greet();
-  std::vector<std::shared_ptr<Client>> others;
-  client->onLocations = [&] {
-    if (others.empty()) {
-      for (int i = 0; i < 1000; ++i) others.push_back(startClient());
-    } else {
-      stopClients();  // the receiver is stopped from inside its own report
-      managers[0]->startUpdatingLocation();
-    }
-  };
-  peer.say(report(1));
-  runUntil([&] { return others.size() == 1000; });
-  peer.say(report(2) + report(3) + report(4));
-  runUntil([&] { return peer.connections == 2; });
-  for (const auto& other : others) EXPECT_LE(fixesOf(*other), 3u);
-  EXPECT_EQ(managers[0]->countInstancesGettingLocationUpdates(), 1);
-  client->onLocations = nullptr;
-  peer.say(kGreeting + report(5));
-  const std::size_t before = fixesOf(*client);
-  runUntil([&] { return fixesOf(*client) == before + 1; });
-  EXPECT_THAT(client->errors, IsEmpty());
-}
-
-#ifdef NDEBUG
-long residentKilobytes() {
-  long size = 0, resident = 0;
-  std::FILE* const file = std::fopen("/proc/self/statm", "r");
-  if (std::fscanf(file, "%ld %ld", &size, &resident) != 2) resident = 0;
-  std::fclose(file);
-  return resident * (::sysconf(_SC_PAGESIZE) / 1024);
-}
-#endif
-
-TEST_F(GpsdSource, ADayAtFullSpeedLeavesNothingBehind) {
-#ifndef NDEBUG
-  GTEST_SKIP() << "sanitizers and debug libraries keep what is freed";
-#else
-  begin();
-  greet();
-  struct Counter final : ZRDidUpdateLocations {
-    void locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLocations& locations) override {
-      count += locations.size();
-    }
-    std::size_t count = 0;
-  };
-  const auto counter = std::make_shared<Counter>();
-  managers[0]->setDelegate(counter);
-  constexpr int kSeconds = 86400;
-  long early = 0;
-  std::string waiting;
-  for (int second = 0; second < kSeconds || !waiting.empty();) {
-    for (; waiting.size() < 60000 && second < kSeconds; ++second) waiting += report(second, "") + report(second);
-    waiting.erase(0, peer.saySome(waiting));
-    runWhatIsReady();
-    if (early == 0 && second > kSeconds / 10) early = residentKilobytes();
-  }
-  runUntil([&] { return counter->count == kSeconds; });
-  const long late = residentKilobytes();
-  RecordProperty("kilobytesAfterATenth", static_cast<int>(early));
-  RecordProperty("kilobytesAtTheEnd", static_cast<int>(late));
-  EXPECT_LE(late - early, 256) << early << " kB after a tenth of the day, " << late << " kB at its end";
-#endif
 }
 
 }  // namespace

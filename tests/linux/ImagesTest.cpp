@@ -14,7 +14,7 @@ using testing::ElementsAreArray;
 
 namespace {
 
-constexpr std::uint64_t plenty = 1'000'000;
+constexpr std::uint64_t kPlenty = 1'000'000;
 
 /// A file of two by three pixels.
 std::string fileOf(const char* type, const std::array<guint8, 24>& rgba) {
@@ -51,7 +51,7 @@ std::string heldAs(char orientation, const std::string& jpeg) {
   return jpeg.substr(0, 2) + mark + jpeg.substr(2);
 }
 
-std::shared_ptr<const UIImage> decoded(const std::string& file, std::uint64_t largestPixels = plenty) {
+std::shared_ptr<const UIImage> decoded(const std::string& file, std::uint64_t largestPixels = kPlenty) {
   return PixbufImages(largestPixels).imageWithData(file);
 }
 

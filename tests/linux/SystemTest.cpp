@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the device tells, where the log's lines go, and how the options bring the services together.
+// What the device reports, where the log's lines go, and how the options bring the services together.
 #include <ZRCore/ZRLinuxPlatform.h>
 #include <gmock/gmock.h>
 #include <sys/socket.h>

@@ -96,9 +96,7 @@ GeometryArguments argumentsFrom(Dice& dice) {
 }  // namespace
 
 int main() {
-  if (!processorRunsThisBuild()) {
-    return kSkipped;
-  }
+  if (!processorRunsThisBuild()) return kSkipped;
   Dice dice;
   Hashes hashes;
   for (int round = 0; round < kRounds; ++round) {

@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: Apache-2.0
-# same_bits.sh COMMAND... [--update]: runs a geometry_hash and compares what it prints with the reviewed hashes. 77: this
-# processor can't run it.
+# same_bits.sh COMMAND... [--update]: runs a geometry_hash and compares what it prints with the reviewed hashes. 77:
+# this processor cannot run it.
 reviewed=$(dirname "$0")/hashes.txt
 for last; do :; done
 if [ "$last" = --update ]; then

@@ -14,8 +14,8 @@
 #include "PrivateBus.h"
 #include "TemporaryFolder.h"
 
-/// A bus on which one GTK program tells what it shows. The test stands in for the registry that programs report to, so
-/// that nothing of a desktop is needed but a bus.
+/// A bus on which one GTK program reports what it shows. The test stands in for the registry that programs report to,
+/// so that nothing of a desktop is needed but a bus.
 class AccessibleTree {
  public:
   /// Where a part is to be found.

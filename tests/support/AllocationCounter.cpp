@@ -14,9 +14,7 @@ long allocationsSoFar() { return allocations; }
 // In a file of their own: inlined next to their callers they look to the compiler like mismatched calls.
 void* operator new(std::size_t size) {
   ++allocations;
-  if (void* memory = std::malloc(size)) {
-    return memory;
-  }
+  if (void* memory = std::malloc(size)) return memory;
   throw std::bad_alloc();
 }
 void operator delete(void* memory) noexcept { std::free(memory); }

@@ -12,9 +12,9 @@
 /// Texts of sixteen printable characters to which the standard library of GCC gives one hash: its MurmurHash64A has a
 /// seed that everybody knows, and each step of it can be undone.
 inline std::vector<std::string> collidingTexts(std::size_t count) {
-  constexpr std::uint64_t multiplier = 0xc6a4a7935bd1e995U, seed = 0xc70f6907U, length = 16, aim = 1;
-  std::uint64_t inverse = multiplier;
-  for (int i = 0; i < 6; ++i) inverse *= 2 - multiplier * inverse;
+  constexpr std::uint64_t kMultiplier = 0xc6a4a7935bd1e995U, kSeed = 0xc70f6907U, kLength = 16, kAim = 1;
+  std::uint64_t inverse = kMultiplier;
+  for (int i = 0; i < 6; ++i) inverse *= 2 - kMultiplier * inverse;
   const auto mixed = [](std::uint64_t word) { return word ^ word >> 47U; };  // its own inverse
   std::mt19937_64 chance(1);
   std::vector<std::string> texts;
@@ -23,8 +23,8 @@ inline std::vector<std::string> collidingTexts(std::size_t count) {
     for (int i = 0; i < 8; ++i) text[i] = static_cast<char>('a' + chance() % 26);
     std::uint64_t first = 0;
     std::memcpy(&first, text, 8);
-    const std::uint64_t hash = (seed ^ length * multiplier ^ mixed(first * multiplier) * multiplier) * multiplier;
-    const std::uint64_t second = mixed((aim ^ hash) * inverse) * inverse;
+    const std::uint64_t hash = (kSeed ^ kLength * kMultiplier ^ mixed(first * kMultiplier) * kMultiplier) * kMultiplier;
+    const std::uint64_t second = mixed((kAim ^ hash) * inverse) * inverse;
     std::memcpy(text + 8, &second, 8);
     const bool isPrintable =
         std::all_of(text + 8, text + 16, [](char c) { return c >= 0x20 && c < 0x7F && c != '"' && c != '\\'; });

@@ -59,9 +59,7 @@ void callEveryGeometryFunction(const GeometryArguments& with, Take&& take) {
   take("ZRMapRectForZRCoordinateRegion", ZRMapRectForZRCoordinateRegion(region));
   take("ZRCoordinateRegionBetweenCoords", ZRCoordinateRegionBetweenCoords(here, there));
   const std::array<ZRMapPoint, 4> points = {point, otherPoint, rect.origin, otherRect.origin};
-  for (const std::uint64_t count : {0U, 1U, 4U}) {
-    take("ZRMBR", ZRMBR(points.data(), count));
-  }
+  for (const std::uint64_t count : {0U, 1U, 4U}) take("ZRMBR", ZRMBR(points.data(), count));
   take("distanceBetweenPoints", distanceBetweenPoints(point, otherPoint));
 
   take("bearingFromTo", ZRCoordinateUtils::bearingFromTo(here, there));
@@ -72,6 +70,10 @@ void callEveryGeometryFunction(const GeometryArguments& with, Take&& take) {
   take("coordIsEqualTo", ZRCoordinateUtils::coordIsEqualTo(here, there));
   take("directionWithTurn", geometry::directionWithTurn(here, there));
   take("coordinateAtDistance", geometry::coordinateAtDistance(here, amount * 1e6, there));
+  take("ZRMapRectIsNull", ZRMapRectIsNull(rect));
+  take("ZRMapPointEqualToPoint", ZRMapPointEqualToPoint(point, otherPoint));
+  take("ZRMapRectEqualToRect", ZRMapRectEqualToRect(rect, otherRect));
+  take("ZRCoordinateRegionEqualToRegion", ZRCoordinateRegionEqualToRegion(region, region));
   take("ZRGreatCircleDistance", ZRGreatCircleDistance(here, there));
   take("ZRGroundResolutionAtLatitude", ZRGroundResolutionAtLatitude(here.latitude));
   take("ZRDestinationCoordinate", ZRDestinationCoordinate(here, there.longitude, amount));

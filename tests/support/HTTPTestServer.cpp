@@ -128,6 +128,11 @@ void HTTPTestServer::on(const std::string& path, Handler handler) {
   handlers_[path] = std::move(handler);
 }
 
+void HTTPTestServer::onOthers(Handler handler) {
+  const std::lock_guard lock(mutex_);
+  others_ = std::move(handler);
+}
+
 void HTTPTestServer::start() {
   listener_ = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   const int on = 1;
@@ -201,5 +206,5 @@ HTTPTestServer::Handler HTTPTestServer::handlerOf(const Request& request) {
   const std::lock_guard lock(mutex_);
   requests_.push_back(request);
   const auto found = handlers_.find(request.target.substr(0, request.target.find('?')));
-  return found != handlers_.end() ? found->second : answering(404, "not here");
+  return found != handlers_.end() ? found->second : others_;
 }

@@ -65,6 +65,8 @@ class HTTPTestServer {
 
   /// What the requests for `path`, whatever their query, get from now on.
   void on(const std::string& path, Handler handler);
+  /// The same for all paths that nothing was said about.
+  void onOthers(Handler handler);
 
   std::uint16_t port() const { return port_; }
   std::string url(const std::string& path) const { return "http://127.0.0.1:" + std::to_string(port_) + path; }
@@ -89,6 +91,7 @@ class HTTPTestServer {
   std::thread acceptor_;
   mutable std::mutex mutex_;  ///< guards all below
   std::map<std::string, Handler> handlers_;
+  Handler others_ = answering(404, "not here");
   std::vector<Request> requests_;
   std::vector<std::thread> threads_;
   std::set<int> sockets_;

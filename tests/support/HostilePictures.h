@@ -91,10 +91,10 @@ inline std::string blackGIF(unsigned width, unsigned height, unsigned images) {
     bits |= code << held;
     for (held += length; held >= 8; held -= 8, bits >>= 8U) codes += static_cast<char>(bits);
   };
-  constexpr unsigned clear = 4, end = 5;
+  constexpr unsigned kClear = 4, kEnd = 5;
   std::uint64_t left = std::uint64_t{width} * height;
   while (left > 0) {
-    put(clear, codes.empty() ? 3 : 12);
+    put(kClear, codes.empty() ? 3 : 12);
     unsigned length = 3;
     for (unsigned run = 1; run <= 4090 && left > 0; ++run) {
       const bool isLast = left <= run;
@@ -102,7 +102,7 @@ inline std::string blackGIF(unsigned width, unsigned height, unsigned images) {
       left -= isLast ? left : run;
       if (run + 5 == 1U << length && length < 12) ++length;
     }
-    if (left == 0) put(end, length);
+    if (left == 0) put(kEnd, length);
   }
   put(0, 8);
   std::string image = ","s + std::string(4, '\0') + little(width) + little(height) + "\0\2"s;

@@ -22,11 +22,11 @@ class ManualLoop final : public Loop {
 
   void post(std::function<void()> work) override { posted_.push_back(std::move(work)); }
 
-  std::unique_ptr<Wait> after(double seconds, std::function<void()> fire) override {
+  std::unique_ptr<Wait> after(double seconds, Callback<> fire) override {
     return wait({.isTimer = true, .due = now_ + seconds, .fire = [fire = std::move(fire)](Readiness) { fire(); }});
   }
 
-  std::unique_ptr<Wait> watch(int fileDescriptor, Readiness interest, std::function<void(Readiness)> fire) override {
+  std::unique_ptr<Wait> watch(int fileDescriptor, Readiness interest, Callback<Readiness> fire) override {
     return wait({.descriptor = fileDescriptor, .interest = interest, .fire = std::move(fire)});
   }
 
@@ -62,7 +62,7 @@ class ManualLoop final : public Loop {
     double due = 0.0;
     int descriptor = -1;
     Readiness interest = {};
-    std::function<void(Readiness)> fire = {};
+    Callback<Readiness> fire = {};
     bool isOver = false;
   };
 

@@ -46,11 +46,8 @@ class PtyReceiver {
     });
   }
 
-  /// Says nothing more. The line stays up.
-  void stall() { next_.reset(); }
-
   void unplug() {
-    stall();
+    next_.reset();
     for (int* end : {&master_, &slave_}) {
       if (*end >= 0) ::close(std::exchange(*end, -1));
     }

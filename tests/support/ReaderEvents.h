@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// What a reader told, to be looked at and compared.
+/// What a reader reported, to be looked at and compared.
 #ifndef ZRCORE_TESTS_SUPPORT_READEREVENTS_H
 #define ZRCORE_TESTS_SUPPORT_READEREVENTS_H
 
@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-/// Keeps everything that a reader tells.
+/// Keeps everything that a reader reports.
 class ReaderEvents final : public readers::Listener {
  public:
   void fix(const readers::SourceFix& fix) override {
@@ -41,7 +41,7 @@ class ReaderEvents final : public readers::Listener {
   std::vector<std::string> log;  ///< all of them in order, to the last bit
 };
 
-/// What a new reader tells of an input that arrives in these pieces.
+/// What a new reader reports of an input that arrives in these pieces.
 inline ReaderEvents readPieces(readers::Format format, const std::vector<std::string_view>& pieces) {
   ReaderEvents events;
   const auto reader = readers::makeReader(format);

@@ -8,8 +8,8 @@
 
 #include "ChildProcess.h"
 
-/// A desktop of a test's own: an X server that nobody sees, a home folder, programs for web addresses and mail that write
-/// down what they are given, and hands on mouse and keyboard. No session bus, no settings of the user's.
+/// A desktop of a test's own: an X server that nobody sees, a home folder, programs for web addresses and mail that
+/// write down what they are given, and hands on mouse and keyboard. No session bus, no settings of the user's.
 class VirtualDisplay {
  public:
   /// What a machine lacks for it; empty when it lacks nothing.

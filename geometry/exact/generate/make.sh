@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Makes the tables of geometry/ and geometry/exact/ anew. make.sh [FOLDER] puts them there instead. Needs python3-mpmath.
+# Makes the tables of geometry/ and geometry/exact/ anew. make.sh [FOLDER] puts them there instead. Needs
+# python3-mpmath.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 folder=$(cd "${1:-$here/..}" && pwd)

@@ -25,7 +25,7 @@ def rounded_to(value, bits):
 def fit(series, low, high, count):
     """`count` doubles c with sum c[n] u^n close to the power series sum series[n] u^n on [low, high], and a bound of
     the difference. The bound is proven, up to the rounding of 400-bit arithmetic: the difference is a power series
-    itself; it is evaluated on a grid, and between two points of the grid it can't change by more than the sum of its
+    itself; it is evaluated on a grid, and between two points of the grid it cannot change by more than the sum of its
     coefficients' derivatives allows. `series` must be so long that what follows is below 2^-120."""
     low, high = mpf(low), mpf(high)
     value = lambda u: polyval(series[::-1], u)

@@ -44,6 +44,7 @@ DemoWindow::DemoWindow(AdwApplication* application, const Options& options)
       ui_("window"),
       window_(ui_.get<GtkWindow>(GTK_TYPE_WINDOW, "window")),
       pages_(ui_.get<AdwViewStack>(ADW_TYPE_VIEW_STACK, "pages")),
+      trip_([this](const TileWish& wish) { useBaseMap(wish, true); }),
       places_([this](const trip::PlaceMark& place) {
         showPage(kTrip.name);
         trip_.show(place);
@@ -58,6 +59,9 @@ DemoWindow::DemoWindow(AdwApplication* application, const Options& options)
   addPages();
   addActions();
   showMissing();
+  TileWish baseMap = options_.tiles ? TileWish{*options_.tiles, ""} : memory_.baseMap();
+  if (options_.tilesAttribution) baseMap.attribution = *options_.tilesAttribution;
+  useBaseMap(baseMap, false);
   watch();
   gtk_window_present(window_);
   focusPage();
@@ -184,6 +188,11 @@ void DemoWindow::openTheRest() {
   if (!openAgain(kTrip, last.file, sampleDrive())) return;
   keepsTrip_ = true;
   trip_.seek(last.positionSeconds);
+}
+
+/// @param isKept  whether the next start finds it
+void DemoWindow::useBaseMap(const TileWish& wish, bool isKept) {
+  if (trip_.useBaseMap(wish) && isKept) memory_.keepBaseMap(wish);
 }
 
 std::string DemoWindow::sampleDrive() const { return options_.samples + "/drive.csv"; }

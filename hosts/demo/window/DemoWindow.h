@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "MachineCheck.h"
@@ -16,12 +17,13 @@
 
 namespace demo {
 
-/// The demonstration's window. Its owner lets it go when the application has ended, no earlier: widgets tell of changes
+/// The demonstration's window. Its owner lets it go when the application has ended, no earlier: widgets report changes
 /// until their last moment.
 class DemoWindow {
  public:
   struct Options {
-    std::string samples;       ///< the folder of the samples
+    std::string samples;                                 ///< the folder of the samples
+    std::optional<std::string> tiles, tilesAttribution;  ///< of the base map, in place of those in the settings
     bool printsState = false;  ///< a line on the standard output whenever something that is shown has changed
     std::function<std::string()> lastFault;  ///< why speech was not heard, as far as anybody knows
   };
@@ -48,6 +50,7 @@ class DemoWindow {
   void openFor(const std::string& page, const std::string& path);
   bool openIn(const std::string& page, const std::string& path);
   std::string sampleDrive() const;
+  void useBaseMap(const TileWish& wish, bool isKept);
   void keepTrip();
   std::string visiblePage() const;
   void showPage(const std::string& page);

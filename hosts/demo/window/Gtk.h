@@ -3,6 +3,7 @@
 #define ZRCORE_HOSTS_DEMO_WINDOW_GTK_H
 
 #include <adwaita.h>
+#include <owners/GLib.h>
 
 #include <functional>
 #include <memory>
@@ -10,6 +11,8 @@
 #include <utility>
 
 namespace demo {
+
+using owners::Ref;
 
 /// Calls `handler` at each `signal` of `object`, for as long as the object lives. The signature is that of the signal's
 /// C handler, without its last argument: connect<void(GtkButton*)>(button, "clicked", ...).
@@ -52,14 +55,11 @@ class Ui {
       : builder_(gtk_builder_new_from_resource(("/org/zrcore/Demo/" + name + ".ui").c_str())) {
     nameMnemonicButtons();
   }
-  Ui(const Ui&) = delete;
-  Ui& operator=(const Ui&) = delete;
-  ~Ui() { g_object_unref(builder_); }
 
   /// The object with this name in the description. One that is not there, or of another type, ends the program.
   template <class Type>
   Type* get(GType type, const char* id) const {
-    GObject* const object = gtk_builder_get_object(builder_, id);
+    GObject* const object = gtk_builder_get_object(builder_.get(), id);
     if (object == nullptr || !g_type_is_a(G_OBJECT_TYPE(object), type)) {
       g_error("no %s named \"%s\" in the window's description", g_type_name(type), id);
     }
@@ -72,7 +72,7 @@ class Ui {
  private:
   /// GTK names a button by its text as it was given, underscore included, and once more by its label, which is enough.
   void nameMnemonicButtons() const {
-    GSList* const objects = gtk_builder_get_objects(builder_);
+    GSList* const objects = gtk_builder_get_objects(builder_.get());
     for (const GSList* at = objects; at != nullptr; at = at->next) {
       if (GTK_IS_BUTTON(at->data) && gtk_button_get_use_underline(GTK_BUTTON(at->data))) {
         gtk_accessible_reset_property(GTK_ACCESSIBLE(at->data), GTK_ACCESSIBLE_PROPERTY_LABEL);
@@ -81,15 +81,8 @@ class Ui {
     g_slist_free(objects);
   }
 
-  GtkBuilder* builder_;
+  Ref<GtkBuilder> builder_;
 };
-
-/// Lets a GObject reference go.
-struct Unref {
-  void operator()(gpointer object) const { g_object_unref(object); }
-};
-template <class Type>
-using Ref = std::unique_ptr<Type, Unref>;
 
 /// Asks for one file and hands its path to `chosen`, unless the person thinks better of it.
 /// @param neighbour  a file in the folder to begin in

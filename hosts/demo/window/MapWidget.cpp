@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "MapWidget.h"
 
-#include <trip/CairoCanvas.h>
+#include <trip/drawing/CairoCanvas.h>
 
 #include <cmath>
 #include <utility>
@@ -16,15 +16,15 @@ constexpr double kDoubleClickFactor = 2.0;
 
 }  // namespace
 
-MapWidget::MapWidget(GtkDrawingArea* area, std::function<MapContent()> content)
-    : area_(area), content_(std::move(content)) {
+MapWidget::MapWidget(GtkDrawingArea* area, Content content) : area_(area), content_(std::move(content)) {
   gtk_drawing_area_set_draw_func(
       area_,
       [](GtkDrawingArea*, cairo_t* context, int, int, gpointer self) {
         const auto& map = *static_cast<const MapWidget*>(self);
         trip::CairoCanvas canvas(context);
         const bool isDark = adw_style_manager_get_dark(adw_style_manager_get_default());
-        drawMap(canvas, map.view_.transform(), map.content_(), isDark ? kDarkMap : kLightMap);
+        const trip::MapTransform view = map.view_.transform();
+        drawMap(canvas, view, map.content_(view), isDark ? kDarkMap : trip::kLightMap);
       },
       this, nullptr);
   connect<void(GtkDrawingArea*, int, int)>(area_, "resize", [this](GtkDrawingArea*, int width, int height) {

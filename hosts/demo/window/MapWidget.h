@@ -12,9 +12,11 @@ namespace demo {
 /// A map under the pointer, the fingers and the keys: drags pan, the wheel and two fingers zoom, arrows pan.
 class MapWidget {
  public:
+  using Content = std::function<MapContent(const trip::MapTransform& view)>;
+
   /// @param area     outlives the widget
   /// @param content  asked at each drawing
-  MapWidget(GtkDrawingArea* area, std::function<MapContent()> content);
+  MapWidget(GtkDrawingArea* area, Content content);
   MapWidget(const MapWidget&) = delete;
   MapWidget& operator=(const MapWidget&) = delete;
 
@@ -35,7 +37,7 @@ class MapWidget {
   void listenToKeys();
 
   GtkDrawingArea* area_;
-  std::function<MapContent()> content_;
+  Content content_;
   MapView view_;
   trip::Envelope fitted_;  ///< kept in view while nobody has moved the map
   bool isUntouched_ = true;

@@ -17,8 +17,8 @@ void nameButtons(GtkWidget* within, const std::string& name);
 /// Names the scrolled parts within `widget`, which the keyboard can be in.
 void nameScrolledParts(GtkWidget* widget, const std::string& name);
 
-/// Names the button, the lists and the lines of a drop-down or a combo row: the lines by their texts, whenever there may
-/// be new ones.
+/// Names the button, the lists and the lines of a drop-down or a combo row: the lines by their texts, whenever there
+/// may be new ones.
 void nameChoices(GtkWidget* combo, const std::string& name);
 
 }  // namespace demo

@@ -2,7 +2,8 @@
 #include "TripPage.h"
 
 #include <demo/TripTexts.h>
-#include <trip/Recording.h>
+#include <trip/Words.h>
+#include <trip/replay/Recording.h>
 
 #include <algorithm>
 #include <cmath>
@@ -12,10 +13,20 @@
 
 namespace demo {
 
+using trip::TripClients;
+
 namespace {
 
 constexpr std::array<double, 6> kRates{1.0, 2.0, 5.0, 20.0, 60.0, 300.0};
 constexpr guint kRateAtStart = 2;
+
+struct ClientText {
+  const char *name, *explanation;
+};
+constexpr std::array<ClientText, TripClients::kCount> kClientTexts{
+    {{"Plain", "every fix, filtered"},
+     {"Snapped", "the last fix of each batch, put on the way so far"},
+     {"Half-way", "listens from a quarter to three quarters"}}};
 
 void setText(GtkLabel* label, const std::string& text) {
   if (text != gtk_label_get_text(label)) gtk_label_set_text(label, text.c_str());
@@ -32,14 +43,16 @@ trip::Envelope surroundingsOf(ZRMapPoint place) {
 
 }  // namespace
 
-TripPage::TripPage()
+TripPage::TripPage(std::function<void(const TileWish&)> wishBaseMap)
     : ui_("trip"),
       session_(*ZRPlatformInUse().clock, *ZRPlatformInUse().notificationCenter),
+      wishBaseMap_(std::move(wishBaseMap)),
       map_(ui_.get<GtkDrawingArea>(GTK_TYPE_DRAWING_AREA, "map"),
-           [this] {
-             const auto& snapped = session_.clients().lastSnapped();
+           [this](const trip::MapTransform& view) {
+             const auto& snapped = session_.clients().latest(TripClients::snapped);
              return MapContent{session_.route(), session_.track(), places_,
-                               snapped ? std::optional(snapped->coordinate()) : std::nullopt};
+                               snapped ? std::optional(snapped->coordinate()) : std::nullopt,
+                               baseMap_ ? baseMap_->show(view) : std::vector<MapTile>()};
            }),
       position_(ui_.get<GtkRange>(GTK_TYPE_RANGE, "position")),
       sources_(ui_.get<AdwComboRow>(ADW_TYPE_COMBO_ROW, "sources")) {
@@ -48,6 +61,7 @@ TripPage::TripPage()
   listenToPlayback();
   listenToSpace();
   listenToSwitches();
+  listenToBaseMap();
   nameScrolledParts(widget(), "Details");
   nameChoices(GTK_WIDGET(sources_), "Source");
   setName(gtk_widget_get_ancestor(GTK_WIDGET(sources_), GTK_TYPE_LIST_BOX), "Positions");
@@ -57,11 +71,10 @@ TripPage::TripPage()
 
 void TripPage::makeClientRows() {
   auto* const group = ui_.get<AdwPreferencesGroup>(ADW_TYPE_PREFERENCES_GROUP, "clients");
-  const auto rows = session_.clients().rows();
   for (std::size_t i = 0; i < TripClients::kCount; ++i) {
     GtkWidget* const row = adw_action_row_new();
-    adw_preferences_row_set_title(ADW_PREFERENCES_ROW(row), rows[i].name.c_str());
-    adw_action_row_set_subtitle(ADW_ACTION_ROW(row), rows[i].explanation.c_str());
+    adw_preferences_row_set_title(ADW_PREFERENCES_ROW(row), kClientTexts[i].name);
+    adw_action_row_set_subtitle(ADW_ACTION_ROW(row), kClientTexts[i].explanation);
     clientRows_[i] = {GTK_LABEL(gtk_label_new("0")), GTK_SWITCH(gtk_switch_new())};
     const auto [count, listens] = clientRows_[i];
     gtk_widget_add_css_class(GTK_WIDGET(count), "numeric");
@@ -152,6 +165,34 @@ void TripPage::listenToSwitches() {
                 [this, measured] { session_.setFiltersMeasuredValues(gtk_switch_get_active(measured)); });
 }
 
+void TripPage::listenToBaseMap() {
+  for (const char* const id : {"tiles", "tiles_attribution"}) {
+    connect<void(AdwEntryRow*)>(ui_.widget(id), "apply", [this](AdwEntryRow*) {
+      const auto text = [this](const char* row) { return gtk_editable_get_text(GTK_EDITABLE(ui_.widget(row))); };
+      wishBaseMap_({text("tiles"), text("tiles_attribution")});
+    });
+  }
+}
+
+bool TripPage::useBaseMap(const TileWish& wish) {
+  wishFault_.clear();
+  try {
+    baseMap_ = openBaseMap(wish, [this] { map_.redraw(); });
+  } catch (const TileSourceError& error) {
+    wishFault_ = std::string("No map tiles: ") + error.what();
+  }
+  showBaseMap();
+  if (!wishFault_.empty()) return false;
+  const auto fill = [this](const char* row, const std::string& text) {
+    auto* const entry = GTK_EDITABLE(ui_.widget(row));
+    if (text != gtk_editable_get_text(entry)) gtk_editable_set_text(entry, text.c_str());
+  };
+  fill("tiles", wish.tiles);
+  fill("tiles_attribution", wish.attribution);
+  map_.redraw();
+  return true;
+}
+
 std::string TripPage::open(const std::string& path) {
   try {
     session_.useRecording(loadRecording(path));
@@ -201,6 +242,8 @@ void TripPage::showDetails() {
 
 void TripPage::step() {
   const bool hasNews = session_.step();
+  if (baseMap_) baseMap_->step();
+  showBaseMap();
   showPlayback();
   if (!hasNews) return;
   const auto& raw = session_.track().raw();
@@ -231,8 +274,8 @@ void TripPage::showPlayback() {
   if (gtk_range_get_value(position_) != playback.positionSeconds()) {
     gtk_range_set_value(position_, playback.positionSeconds());
   }
-  setText(ui_.label("passed"), clockText(playback.positionSeconds()));
-  setText(ui_.label("duration"), clockText(playback.durationSeconds()));
+  setText(ui_.label("passed"), trip::clockText(playback.positionSeconds()));
+  setText(ui_.label("duration"), trip::clockText(playback.durationSeconds()));
   auto* const play = ui_.get<GtkButton>(GTK_TYPE_BUTTON, "play");
   const char* const icon = playback.isPlaying() ? "media-playback-pause-symbolic" : "media-playback-start-symbolic";
   if (g_strcmp0(gtk_button_get_icon_name(play), icon) == 0) return;
@@ -245,15 +288,26 @@ void TripPage::showPlayback() {
 void TripPage::showService() {
   setText(ui_.label("now"), session_.failure().empty() ? rowText(session_.latest()) : session_.failure());
   setText(ui_.label("receiver_state"), session_.receiverRuns() ? "the receiver runs" : "the receiver is stopped");
-  const auto rows = session_.clients().rows();
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    setText(clientRows_[i].count, std::to_string(rows[i].fixes));
-    gtk_switch_set_active(clientRows_[i].listens, rows[i].isListening);
+  const TripClients& clients = session_.clients();
+  for (std::size_t i = 0; i < TripClients::kCount; ++i) {
+    const auto which = static_cast<TripClients::Which>(i);
+    setText(clientRows_[i].count, std::to_string(clients.fixes(which)));
+    gtk_switch_set_active(clientRows_[i].listens, clients.isListening(which));
+  }
+}
+
+/// Whose tiles these are, and why parts of them are not there, once for all.
+void TripPage::showBaseMap() {
+  setText(ui_.label("attribution"), baseMap_ ? baseMap_->source().attribution : "");
+  const std::string loadFault = baseMap_ ? baseMap_->fault() : "";
+  setText(ui_.label("tiles_fault"), wishFault_.empty() ? loadFault : wishFault_);
+  for (const char* const id : {"attribution", "tiles_fault"}) {
+    gtk_widget_set_visible(ui_.widget(id), *gtk_label_get_text(ui_.label(id)) != '\0');
   }
 }
 
 std::string TripPage::state() const {
-  const auto rows = session_.clients().rows();
+  const TripClients& clients = session_.clients();
   const TripTrack& track = session_.track();
   std::string text = "source=" + session_.sourceName();
   const auto add = [&text](const char* name, auto value) {
@@ -266,13 +320,15 @@ std::string TripPage::state() const {
   add("drawn", track.raw().size());
   add("significant", track.significant().size());
   add("jumps", track.jumps().size());
-  add("plain", rows[TripClients::plain].fixes);
-  add("snapped", rows[TripClients::snapped].fixes);
-  add("halfway", rows[TripClients::halfWay].fixes);
+  add("plain", clients.fixes(TripClients::plain));
+  add("snapped", clients.fixes(TripClients::snapped));
+  add("halfway", clients.fixes(TripClients::halfWay));
   add("runs", static_cast<int>(session_.receiverRuns()));
   add("marked", places_.size());
   add("zoom", std::lround(100.0 * std::log2(map_.view().transform().pixelsPerMapPoint())));
-  return text;
+  add("tiles", baseMap_ ? baseMap_->shownTiles() : 0);
+  add("awaited", baseMap_ ? baseMap_->wantedTiles() : 0);
+  return text + " tilefault=" + gtk_label_get_text(ui_.label("tiles_fault"));
 }
 
 }  // namespace demo

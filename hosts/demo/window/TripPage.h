@@ -6,6 +6,7 @@
 
 #include <array>
 
+#include "BaseMap.h"
 #include "MapWidget.h"
 
 namespace demo {
@@ -13,7 +14,8 @@ namespace demo {
 /// A trip on the map, its playback, the clients and the switches of the service.
 class TripPage {
  public:
-  TripPage();
+  /// @param wishBaseMap  called when a person has chosen another base map
+  explicit TripPage(std::function<void(const TileWish&)> wishBaseMap);
   TripPage(const TripPage&) = delete;
   TripPage& operator=(const TripPage&) = delete;
 
@@ -27,6 +29,9 @@ class TripPage {
   void playOrPause();
   /// All that is left of the recording, at once.
   void playToEnd();
+  /// Draws the trip over that base map.
+  /// @return whether it can be had; if not, the page says why, and nothing else changes
+  bool useBaseMap(const TileWish& wish);
   /// Marks a place on the map and shows its surroundings.
   void show(const trip::PlaceMark& place);
   void zoom(double factor);
@@ -49,13 +54,18 @@ class TripPage {
   void beginTrip();
   void listenToPlayback();
   void listenToSpace();
+  void listenToBaseMap();
   void showSource();
   void showPlayback();
   void showService();
+  void showBaseMap();
 
   Ui ui_;
   TripSession session_;
   std::vector<trip::PlaceMark> places_;
+  std::function<void(const TileWish&)> wishBaseMap_;
+  std::shared_ptr<TileLoader> baseMap_;  ///< null: none
+  std::string wishFault_;                ///< why the one that was wished last cannot be had
   MapWidget map_;
   GtkRange* position_;
   AdwComboRow* sources_;
@@ -64,7 +74,7 @@ class TripPage {
     GtkLabel* count = nullptr;
     GtkSwitch* listens = nullptr;
   };
-  std::array<ClientRow, TripClients::kCount> clientRows_;
+  std::array<ClientRow, trip::TripClients::kCount> clientRows_;
 };
 
 }  // namespace demo

@@ -21,6 +21,11 @@ std::string packaged(const char* fromPrefix, const char* ofSources) {
   return std::filesystem::exists(installed, error) ? installed.string() : ofSources;
 }
 
+std::optional<std::string> textGiven(GVariantDict* given, const char* option) {
+  const char* text = nullptr;
+  return g_variant_dict_lookup(given, option, "&s", &text) ? std::optional<std::string>(text) : std::nullopt;
+}
+
 demo::DemoWindow::Options options;
 std::shared_ptr<ZRLifeFollowing> life;
 std::shared_ptr<void> windows;
@@ -91,6 +96,12 @@ int main(int argc, char** argv) {
                                 G_OPTION_ARG_NONE, "Print a line whenever what is shown has changed", nullptr);
   g_application_add_main_option(G_APPLICATION(application.get()), "version", 0, G_OPTION_FLAG_NONE, G_OPTION_ARG_NONE,
                                 "Print the version and exit", nullptr);
+  g_application_add_main_option(G_APPLICATION(application.get()), "tiles", 0, G_OPTION_FLAG_NONE, G_OPTION_ARG_STRING,
+                                "Draw a base map of tiles: an address with {z}, {x} and {y}, or an MBTiles file; ''"
+                                " for none. In place of the one set in the window",
+                                "URL|FILE");
+  g_application_add_main_option(G_APPLICATION(application.get()), "tiles-attribution", 0, G_OPTION_FLAG_NONE,
+                                G_OPTION_ARG_STRING, "Whose tiles these are, to be shown with the map", "TEXT");
   demo::connect<int(GApplication*, GVariantDict*)>(
       application.get(), "handle-local-options", [](GApplication*, GVariantDict* given) {
         if (g_variant_dict_contains(given, "version")) {
@@ -98,6 +109,8 @@ int main(int argc, char** argv) {
           return 0;
         }
         options.printsState = g_variant_dict_contains(given, "print-state");
+        options.tiles = textGiven(given, "tiles");
+        options.tilesAttribution = textGiven(given, "tiles-attribution");
         return -1;  // go on
       });
   std::unique_ptr<demo::DemoWindow> window;

@@ -3,8 +3,8 @@
 #define ZRCORE_LINUX_SYSTEMBUS_H
 
 #include <gio/gio.h>
+#include <platform/Callback.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,10 +14,10 @@
 /// own.)
 class SystemBus {
  public:
-  using Opened = std::function<void(const std::string& failure)>;  ///< empty: it is open
+  using Opened = Callback<const std::string&>;  ///< why it failed; empty: it is open
   /// @param reply  null when the call failed; then `error` is not
-  using Reply = std::function<void(GVariant* reply, const GError* error)>;
-  using Signal = std::function<void(GVariant* parameters)>;
+  using Reply = Callback<GVariant*, const GError*>;
+  using Signal = Callback<GVariant*>;
 
   /// @param context  whose thread is the loop's
   /// @param address  empty: the system's
@@ -27,7 +27,7 @@ class SystemBus {
   ~SystemBus();
 
   /// Connects. `opened` is called once; `closed` once, when the bus ends a connection that was open.
-  void open(Opened opened, std::function<void()> closed);
+  void open(Opened opened, Callback<> closed);
 
   /// Calls a method. A floating `parameters` is taken.
   /// @param limitSeconds  after which the call has failed; 0: never, for some answers wait for a person.
@@ -41,7 +41,7 @@ class SystemBus {
   void unsubscribe();
 
   /// Hears whether a service is there; starts it if the bus can. The first answer comes soon, whatever it is.
-  void watchService(const std::string& service, std::function<void(bool isThere)> changed);
+  void watchService(const std::string& service, Callback<bool> changed);
 
  private:
   struct State;

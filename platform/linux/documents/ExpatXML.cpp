@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int deepestElement = 10'000;
-constexpr XML_Index longestTag = 1 << 20;  // with its attributes, which the library holds all at once
+constexpr int kDeepestElement = 10'000;
+constexpr XML_Index kLongestTag = 1 << 20;  // with its attributes, which the library holds all at once
 
 class ExpatParser final : public NSXMLParser, public std::enable_shared_from_this<ExpatParser> {
  public:
@@ -52,7 +52,7 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
 
   static void onStart(void* parser, const XML_Char* name, const XML_Char** attributes) {
     ExpatParser& self = from(parser);
-    if (++self.depth_ > deepestElement) return self.stop(XML_ERROR_ABORTED, "elements are nested too deeply");
+    if (++self.depth_ > kDeepestElement) return self.stop(XML_ERROR_ABORTED, "elements are nested too deeply");
     self.values_ += 1 + static_cast<std::uint64_t>(XML_GetSpecifiedAttributeCount(self.expat_.get())) / 2;
     if (self.values_ > self.mostValues_) return self.refuse();
     self.tell([&](NSXMLParserDelegate& delegate) {
@@ -78,15 +78,15 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
 
   /// The library gets the document in slices, so that it is seen when one tag, comment or instruction has no end.
   bool feed() {
-    constexpr std::size_t slice = std::size_t{1} << 18;
+    constexpr std::size_t kSlice = std::size_t{1} << 18;
     for (std::string_view rest = data_;;) {
-      const std::string_view next = rest.substr(0, slice);
+      const std::string_view next = rest.substr(0, kSlice);
       rest.remove_prefix(next.size());
       const auto status = XML_Parse(expat_.get(), next.data(), static_cast<int>(next.size()), rest.empty());
       if (status != XML_STATUS_OK) return false;
       if (rest.empty()) return true;
       const auto held = static_cast<XML_Index>(data_.size() - rest.size()) - XML_GetCurrentByteIndex(expat_.get());
-      if (held > longestTag) {
+      if (held > kLongestTag) {
         fail(XML_ERROR_ABORTED, "a tag or comment is longer than 1 MiB");
         return false;
       }

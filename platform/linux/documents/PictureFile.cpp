@@ -69,19 +69,19 @@ bool isInterlaced(Walk walk) {
 }
 
 std::optional<PictureFile> readPNG(std::string_view file) {
-  constexpr std::size_t header = 0x49484452;        // "IHDR"
-  constexpr std::size_t transparency = 0x74524E53;  // "tRNS"
-  constexpr std::size_t end = 0x49454E44;           // "IEND"
-  constexpr std::size_t ancillary = 0x20000000;     // a small first letter: a decoder may pass over it
+  constexpr std::size_t kHeader = 0x49484452;        // "IHDR"
+  constexpr std::size_t kTransparency = 0x74524E53;  // "tRNS"
+  constexpr std::size_t kEnd = 0x49454E44;           // "IEND"
+  constexpr std::size_t kAncillary = 0x20000000;     // a small first letter: a decoder may pass over it
   PictureFile picture;
   Walk walk(file);
   walk.skip(8);
   picture.bytes = file.substr(0, 8);
-  for (std::size_t type = 0; type != end;) {
+  for (std::size_t type = 0; type != kEnd;) {
     const std::size_t begin = walk.position();
     const std::size_t length = walk.number(4);
     type = walk.number(4);
-    if (type == header) {
+    if (type == kHeader) {
       picture.pixels = areaAhead(walk, 0, 4);
       if (hasLongSide(walk)) return std::nullopt;
       if (isInterlaced(walk)) picture.drawings = 3;  // seven passes, of which the first ones are small
@@ -89,17 +89,16 @@ std::optional<PictureFile> readPNG(std::string_view file) {
     walk.skip(length + 4);  // the data and their checksum
     if (walk.hasFailed()) return std::nullopt;
     // Texts and profiles are packed a thousand to one, and decoders unpack and keep them.
-    if ((type & ancillary) == 0 || type == transparency) {
-      picture.bytes += file.substr(begin, walk.position() - begin);
-    }
+    const bool isNeeded = (type & kAncillary) == 0 || type == kTransparency;
+    if (isNeeded) picture.bytes += file.substr(begin, walk.position() - begin);
   }
   return picture;
 }
 
 std::optional<PictureFile> readJPEG(std::string_view file) {
-  constexpr unsigned endOfImage = 0xD9;
-  constexpr unsigned startOfScan = 0xDA;
-  constexpr unsigned progressiveFrame = 0xC2;
+  constexpr unsigned kEndOfImage = 0xD9;
+  constexpr unsigned kStartOfScan = 0xDA;
+  constexpr unsigned kProgressiveFrame = 0xC2;
   PictureFile picture;
   Walk walk(file);
   walk.skip(2);
@@ -110,7 +109,7 @@ std::optional<PictureFile> readJPEG(std::string_view file) {
     if (walk.byte() != 0xFF) return std::nullopt;
     unsigned mark = 0xFF;
     while (mark == 0xFF && !walk.hasFailed()) mark = walk.byte();
-    if (mark == endOfImage && !walk.hasFailed()) {
+    if (mark == kEndOfImage && !walk.hasFailed()) {
       picture.bytes = file.substr(0, walk.position());
       if (isProgressive) picture.drawings = std::max<std::uint64_t>(scans, 1);
       return picture;
@@ -118,23 +117,23 @@ std::optional<PictureFile> readJPEG(std::string_view file) {
     const bool standsAlone = mark <= 0x01 || (mark >= 0xD0 && mark <= 0xD7);  // 0: a byte 0xFF of the scan
     if (standsAlone) continue;
     const bool isFrame = mark >= 0xC0 && mark <= 0xCF && mark != 0xC4 && mark != 0xC8 && mark != 0xCC;
-    if (isFrame && mark > progressiveFrame) return std::nullopt;  // lossless or arithmetic: no browser reads it either
+    if (isFrame && mark > kProgressiveFrame) return std::nullopt;  // lossless or arithmetic: no browser reads it either
     const std::size_t length = walk.number(2);
     if (length < 2) return std::nullopt;
     if (isFrame) picture.pixels = std::max(picture.pixels, areaAhead(walk, 1, 2));
-    isProgressive |= mark == progressiveFrame;
+    isProgressive |= mark == kProgressiveFrame;
     walk.skip(length - 2);
-    isInScan = mark == startOfScan;
+    isInScan = mark == kStartOfScan;
     if (isInScan && ++scans > kMostScans) return std::nullopt;
   }
   return std::nullopt;
 }
 
 std::optional<PictureFile> readGIF(std::string_view file) {
-  constexpr unsigned extension = 0x21;
-  constexpr unsigned graphicControl = 0xF9;  // says which colour is transparent
-  constexpr unsigned image = 0x2C;
-  constexpr unsigned trailer = 0x3B;
+  constexpr unsigned kExtension = 0x21;
+  constexpr unsigned kGraphicControl = 0xF9;  // says which colour is transparent
+  constexpr unsigned kImage = 0x2C;
+  constexpr unsigned kTrailer = 0x3B;
   PictureFile picture;
   picture.drawings = 5;  // its codes are slow to follow
   Walk walk(file);
@@ -152,18 +151,18 @@ std::optional<PictureFile> readGIF(std::string_view file) {
   while (!walk.hasFailed()) {
     const std::size_t begin = walk.position();
     const unsigned block = walk.byte();
-    if (block == trailer && !walk.hasFailed()) {
+    if (block == kTrailer && !walk.hasFailed()) {
       picture.bytes += ';';
       return picture;
     }
     unsigned label = 0;
-    if (block == image) {
+    if (block == kImage) {
       walk.skip(4);
       if (!hasImage) picture.pixels = std::max(picture.pixels, littleAreaAhead(walk));
       walk.skip(4);
       skipColours(walk.byte());
       walk.skip(1);  // the size of the image's codes
-    } else if (block == extension) {
+    } else if (block == kExtension) {
       label = walk.byte();
     } else {
       return std::nullopt;
@@ -173,10 +172,10 @@ std::optional<PictureFile> readGIF(std::string_view file) {
       walk.skip(length);
     }
     // Of an animation the first image is shown; a decoder would draw them all.
-    if (!hasImage && (block == image || label == graphicControl)) {
+    if (!hasImage && (block == kImage || label == kGraphicControl)) {
       picture.bytes += file.substr(begin, walk.position() - begin);
     }
-    hasImage |= block == image;
+    hasImage |= block == kImage;
   }
   return std::nullopt;
 }

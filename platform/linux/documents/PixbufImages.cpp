@@ -35,10 +35,10 @@ void onSizePrepared(GdkPixbufLoader* loader, int width, int height, gpointer dat
 
 /// @return whether the decoder took all of the file. It must be closed in any case.
 bool feed(GdkPixbufLoader* loader, std::string_view data, const SizeLimit& limit) {
-  constexpr std::size_t slice = std::size_t{16} * 1024;
+  constexpr std::size_t kSlice = std::size_t{16} * 1024;
   bool isTaken = true;
   while (isTaken && !data.empty()) {
-    const std::string_view next = data.substr(0, slice);
+    const std::string_view next = data.substr(0, kSlice);
     data.remove_prefix(next.size());
     isTaken = gdk_pixbuf_loader_write(loader, reinterpret_cast<const guchar*>(next.data()), next.size(), nullptr) &&
               !limit.isExceeded;

@@ -40,7 +40,7 @@ class CurlMulti {
   static int watchSocket(CURL*, curl_socket_t socket, int what, void* self, void*);
   static int setTimer(CURLM*, long milliseconds, void* self);
   void startTimer();
-  /// Lets libcurl do what it can, and tells the client. Nothing of this object is touched after that.
+  /// Lets libcurl do what it can, and reports to the client. Nothing of this object is touched after that.
   void act(curl_socket_t socket, int readiness);
 
   Loop& loop_;

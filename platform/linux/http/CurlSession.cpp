@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "http/CurlWords.h"
+
 CurlSession::CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock, TransferLimits limits)
     : loop_(std::move(loop)),
       clock_(std::move(clock)),
@@ -21,8 +23,8 @@ std::shared_ptr<NSURLSessionDataTask> CurlSession::dataTaskWithRequest(NSMutable
 
 void CurlSession::start(const std::shared_ptr<CurlTask>& task) {
   const auto& url = task->request().URL;
-  Destination destination = url ? destinationOf(url->absoluteString()) : Destination();
-  if (auto fault = requestFault(task->request(), destination)) {
+  policy::Destination destination = url ? destinationOf(url->absoluteString()) : policy::Destination();
+  if (auto fault = policy::requestFault(task->request(), destination)) {
     task->complete({.error = std::move(fault)});
     return;
   }
@@ -63,7 +65,8 @@ void CurlSession::transfersEnded(const CurlMulti::Ended& ended) {
 }
 
 void CurlSession::waitForSilence(Running& running, double seconds) {
-  running.silence = loop_->after(seconds, [this, task = running.transfer->task().get()] { judgeSilence(task); });
+  running.silence =
+      loop_->after(seconds, {this, [this, task = running.transfer->task().get()] { judgeSilence(task); }});
 }
 
 void CurlSession::judgeSilence(const CurlTask* task) {
@@ -72,13 +75,11 @@ void CurlSession::judgeSilence(const CurlTask* task) {
     waitForSilence(found->second, *seconds);
     return;
   }
-  const auto self = shared_from_this();
   const auto transfer = takeOut(found);
-  transfer->task()->complete(transfer->resultOf(TransferEnd::StoppedBy::silence));
+  transfer->task()->complete(transfer->resultOf(policy::TransferFailure::silence));
 }
 
 void CurlSession::endForTime(const CurlTask* task) {
-  const auto self = shared_from_this();
   const auto transfer = takeOut(running_.find(task));
-  transfer->task()->complete(transfer->resultOf(TransferEnd::StoppedBy::time));
+  transfer->task()->complete(transfer->resultOf(policy::TransferFailure::tooLong));
 }

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "http/CurlTask.h"
 
+#include <policy/http/TransferFault.h>
+
 #include <utility>
 
 #include "http/CurlSession.h"
-#include "http/TransferFault.h"
 
 using State = NSURLSessionTaskState;
 
@@ -55,7 +56,7 @@ void CurlTask::cancel() {
 
 void CurlTask::complete(TransferResult result) { finish(State::running, std::move(result)); }
 
-void CurlTask::completeAsCancelled() { finish(State::canceling, {.error = cancellationFault()}); }
+void CurlTask::completeAsCancelled() { finish(State::canceling, {.error = policy::cancellationFault()}); }
 
 void CurlTask::finish(State from, TransferResult result) {
   NSURLSession::CompletionHandler completion;

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <sys/socket.h>
+#include <text/ASCII.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,22 +12,16 @@
 #include <new>
 #include <utility>
 
+#include "http/CurlWords.h"
 #include "http/Redirection.h"
 
 namespace {
 
 constexpr long kMostRedirections = 20;
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r\n";
-  const auto begin = text.find_first_not_of(blanks);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
-}
-
 /// Whether a body of that Content-Encoding is to be unpacked.
 bool isPacked(const std::string& encoding) {
-  const auto is = [&encoding](const char* name) { return curl_strequal(encoding.c_str(), name) != 0; };
+  const auto is = [&encoding](const char* name) { return text::isSameInAnyCase(encoding, name); };
   return is("gzip") || is("x-gzip") || is("deflate");
 }
 
@@ -40,7 +35,7 @@ bool hasNoDescriptors() {
 
 }  // namespace
 
-CurlTransfer::CurlTransfer(std::shared_ptr<CurlTask> task, Destination asked, const ZRClock& clock,
+CurlTransfer::CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination asked, const ZRClock& clock,
                            TransferLimits limits, CurlHandle spare)
     : task_(std::move(task)),
       asked_(std::move(asked)),
@@ -115,9 +110,7 @@ void CurlTransfer::configureMethod() {
     curl_easy_setopt(easy_.get(), CURLOPT_XFERINFOFUNCTION, &CurlTransfer::noteProgress);
     curl_easy_setopt(easy_.get(), CURLOPT_XFERINFODATA, this);
     curl_easy_setopt(easy_.get(), CURLOPT_NOPROGRESS, 0L);
-    if (request.HTTPMethod != "POST") {
-      curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
-    }
+    if (request.HTTPMethod != "POST") curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
   } else if (request.HTTPMethod == "POST") {
     curl_easy_setopt(easy_.get(), CURLOPT_POSTFIELDS, "");
   } else if (request.HTTPMethod != "GET") {
@@ -130,8 +123,8 @@ void CurlTransfer::configureMethod() {
   };
   if (request.HTTPBody) add("Expect:", true);
   for (const auto& [name, value] : request.HTTPHeaders) {
-    const bool isOfBody = request.HTTPBody && curl_strequal(name.c_str(), "content-type");
-    add(trimmed(value).empty() ? name + ";" : name + ": " + value, isOfBody);  // ";": sent without a value
+    const bool isOfBody = request.HTTPBody && text::isSameInAnyCase(name, "content-type");
+    add(text::trimmed(value).empty() ? name + ";" : name + ": " + value, isOfBody);  // ";": sent without a value
   }
   if (requestHeaders_) curl_easy_setopt(easy_.get(), CURLOPT_HTTPHEADER, requestHeaders_);
 }
@@ -165,7 +158,7 @@ bool CurlTransfer::guarded(bool (CurlTransfer::*take)(std::string_view), std::st
     return (this->*take)(bytes);
   } catch (const std::exception&) {
     body_ = {};  // so that there is memory for telling that there was none
-    stoppedBy_ = TransferEnd::StoppedBy::memory;
+    stoppedBy_ = policy::TransferFailure::memory;
     return false;
   }
 }
@@ -173,7 +166,7 @@ bool CurlTransfer::guarded(bool (CurlTransfer::*take)(std::string_view), std::st
 bool CurlTransfer::takeBody(std::string_view bytes) {
   idle_.hear(clock_.now());
   if (body_.empty() && !unpacker_) {
-    const auto isEncoding = [](const auto& field) { return curl_strequal(field.first.c_str(), "content-encoding"); };
+    const auto isEncoding = [](const auto& field) { return text::isSameInAnyCase(field.first, "content-encoding"); };
     const auto encoding = std::ranges::find_if(headers_, isEncoding);
     if (encoding != headers_.end() && isPacked(encoding->second)) unpacker_.emplace();
   }
@@ -186,8 +179,8 @@ bool CurlTransfer::takeBody(std::string_view bytes) {
   } else {
     body_.append(bytes);
   }
-  if (taken == packed::Unpacker::Taken::tooLong) stoppedBy_ = TransferEnd::StoppedBy::length;
-  if (taken == packed::Unpacker::Taken::damaged) stoppedBy_ = TransferEnd::StoppedBy::damage;
+  if (taken == packed::Unpacker::Taken::tooLong) stoppedBy_ = policy::TransferFailure::length;
+  if (taken == packed::Unpacker::Taken::damaged) stoppedBy_ = policy::TransferFailure::damage;
   return taken == packed::Unpacker::Taken::good;
 }
 
@@ -199,7 +192,7 @@ bool CurlTransfer::takeHeaderLine(std::string_view line) {
   idle_.hear(clock_.now());
   headerBytes_ += line.size();
   if (headerBytes_ > limits_.longestBodyBytes) {
-    stoppedBy_ = TransferEnd::StoppedBy::length;
+    stoppedBy_ = policy::TransferFailure::length;
     return false;
   }
   if (line.starts_with("HTTP/")) {  // a further answer: after a redirection, or a "100 Continue"
@@ -208,16 +201,16 @@ bool CurlTransfer::takeHeaderLine(std::string_view line) {
     isInHeaders_ = true;
     return true;
   }
-  if (trimmed(line).empty()) isInHeaders_ = false;
+  if (text::trimmed(line).empty()) isInHeaders_ = false;
   const bool continues = line.starts_with(' ') || line.starts_with('\t');
   if (continues && !headers_.empty()) {
-    headers_.back().second.append(1, ' ').append(trimmed(line));
+    headers_.back().second.append(1, ' ').append(text::trimmed(line));
     return true;
   }
   const auto colon = line.find(':');
   if (colon != std::string_view::npos) {
-    const auto& [name, value] = headers_.emplace_back(line.substr(0, colon), trimmed(line.substr(colon + 1)));
-    if (curl_strequal(name.c_str(), "location")) return mayFollow(value);
+    const auto& [name, value] = headers_.emplace_back(line.substr(0, colon), text::trimmed(line.substr(colon + 1)));
+    if (text::isSameInAnyCase(name, "location")) return mayFollow(value);
   }
   return true;
 }
@@ -230,7 +223,7 @@ bool CurlTransfer::mayFollow(const std::string& location) {
   if (status < 300 || status >= 400 || !address) return true;
   const Redirection to = redirection(address, location);
   if (to.leavesTLS) {
-    stoppedBy_ = TransferEnd::StoppedBy::plainRedirection;
+    stoppedBy_ = policy::TransferFailure::plainRedirection;
     return false;
   }
   // What the host has put in for one server is none of another's business, and stays behind for good.
@@ -261,17 +254,18 @@ TransferResult CurlTransfer::result(CURLcode code) {
   if (code == CURLE_OK && (!unpacker_ || unpacker_->isWhole())) {
     return {.data = std::move(body_), .response = response()};
   }
-  if (code == CURLE_OK) stoppedBy_ = TransferEnd::StoppedBy::damage;
+  if (code == CURLE_OK) stoppedBy_ = policy::TransferFailure::damage;
   // So libcurl says that a field has more than 100 kB, or that all have more than 300.
   const bool isTooMuch =
       code == CURLE_OUT_OF_MEMORY || std::string_view(detail_).starts_with("Too large response header");
-  if (isInHeaders_ && isTooMuch) stoppedBy_ = TransferEnd::StoppedBy::headers;
-  return failure({.code = code, .stoppedBy = stoppedBy_});
+  if (isInHeaders_ && isTooMuch && !stoppedBy_) stoppedBy_ = policy::TransferFailure::headers;
+  return failure(stoppedBy_.value_or(failureOf(code)), curl_easy_strerror(code));
 }
 
-TransferResult CurlTransfer::resultOf(TransferEnd::StoppedBy limit) { return failure({.stoppedBy = limit}); }
+TransferResult CurlTransfer::resultOf(policy::TransferFailure limit) { return failure(limit, ""); }
 
-TransferResult CurlTransfer::failure(TransferEnd end) {
+TransferResult CurlTransfer::failure(policy::TransferFailure why, const char* detail) {
+  policy::TransferEnd end{.failure = why};
   long systemError = 0;
   curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &systemError);
   const char* address = nullptr;
@@ -279,9 +273,9 @@ TransferResult CurlTransfer::failure(TransferEnd end) {
   end.systemError = hasNoDescriptors() ? EMFILE : static_cast<int>(systemError);
   if (address) end.destination = destinationOf(address);
   if (!end.destination.isHTTP()) end.destination.host = asked_.host;  // which leads there
-  end.detail = detail_[0] ? detail_ : curl_easy_strerror(end.code);
+  end.detail = detail_[0] ? detail_ : detail;
   end.silenceSeconds = idle_.limitSeconds();
   end.longestRequestSeconds = limits_.longestRequestSeconds;
   end.longestBodyBytes = limits_.longestBodyBytes;
-  return {.response = response(), .error = transferFault(end)};
+  return {.response = response(), .error = policy::transferFault(end)};
 }

@@ -6,6 +6,8 @@
 #include <ZRCore/ZRPlatform.h>
 #include <curl/curl.h>
 #include <packed/Unpacker.h>
+#include <policy/http/IdleLimit.h>
+#include <policy/http/TransferFault.h>
 
 #include <cstdint>
 #include <memory>
@@ -13,9 +15,7 @@
 #include <string>
 #include <string_view>
 
-#include <policy/http/IdleLimit.h>
 #include "http/CurlTask.h"
-#include "http/TransferFault.h"
 #include "http/TransferLimits.h"
 
 struct CurlHandleEnd {
@@ -27,7 +27,7 @@ using CurlHandle = std::unique_ptr<CURL, CurlHandleEnd>;
 class CurlTransfer {
  public:
   /// @param spare  a handle to use; null for a new one
-  CurlTransfer(std::shared_ptr<CurlTask> task, Destination asked, const ZRClock& clock, TransferLimits limits,
+  CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination asked, const ZRClock& clock, TransferLimits limits,
                CurlHandle spare);
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
@@ -45,7 +45,7 @@ class CurlTransfer {
   /// What a transfer that libcurl has ended came to.
   TransferResult result(CURLcode code);
   /// What a transfer came to that ends because nothing has come for too long, or it has no end.
-  TransferResult resultOf(TransferEnd::StoppedBy limit);
+  TransferResult resultOf(policy::TransferFailure limit);
 
  private:
   static std::size_t takeBody(char* bytes, std::size_t one, std::size_t count, void* self) noexcept;
@@ -64,14 +64,14 @@ class CurlTransfer {
   bool guarded(bool (CurlTransfer::*take)(std::string_view), std::string_view bytes) noexcept;
   /// @return false when a redirection must not be followed
   bool mayFollow(const std::string& location);
-  TransferResult failure(TransferEnd end);
+  TransferResult failure(policy::TransferFailure why, const char* detail);
   std::shared_ptr<NSURLResponse> response();
 
   std::shared_ptr<CurlTask> task_;
-  Destination asked_;
+  policy::Destination asked_;
   const ZRClock& clock_;
   TransferLimits limits_;
-  IdleLimit idle_;
+  policy::IdleLimit idle_;
   CurlHandle easy_;
   curl_slist* requestHeaders_ = nullptr;
   curl_slist* headersForOthers_ = nullptr;  ///< of them, what goes along to another origin
@@ -80,7 +80,7 @@ class CurlTransfer {
   std::uint64_t headerBytes_ = 0, bodyBytes_ = 0;  ///< as they came
   bool hasBegun_ = false;                          ///< or waits for a connection
   bool isInHeaders_ = true;
-  TransferEnd::StoppedBy stoppedBy_ = TransferEnd::StoppedBy::nobody;
+  std::optional<policy::TransferFailure> stoppedBy_;  ///< what we look for ourselves
   NSData body_;
   std::optional<packed::Unpacker> unpacker_;  ///< of a packed body, from its first byte on
   ZRHTTPHeaders headers_;                     ///< of the last answer so far

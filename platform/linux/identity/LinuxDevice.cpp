@@ -3,6 +3,7 @@
 
 #include <glib.h>
 #include <sys/utsname.h>
+#include <text/ASCII.h>
 
 #include <algorithm>
 #include <array>
@@ -39,9 +40,8 @@ std::optional<std::string> assignmentIn(std::initializer_list<std::string> files
 /// The 16 bytes that 32 hexadecimal digits stand for; absent for any other text, and for zeros.
 std::optional<std::array<guint8, 16>> machineKey(const std::optional<std::string>& content) {
   const std::string_view digits = content ? std::string_view(*content).substr(0, content->find('\n')) : "";
-  constexpr std::string_view hexDigits = "0123456789abcdefABCDEF";
   std::array<guint8, 16> key{};
-  if (digits.size() != 2 * key.size() || digits.find_first_not_of(hexDigits) != digits.npos) return {};
+  if (digits.size() != 2 * key.size() || !std::ranges::all_of(digits, text::isHexDigit)) return {};
   for (std::size_t i = 0; i < key.size(); ++i) {
     key[i] = static_cast<guint8>(g_ascii_xdigit_value(digits[2 * i]) * 16 + g_ascii_xdigit_value(digits[2 * i + 1]));
   }
@@ -60,11 +60,10 @@ std::optional<std::string> vendorIdentifier(const std::optional<std::string>& ma
   uuid[12] = '4';                                         // the version
   uuid[16] = "89ab"[g_ascii_xdigit_value(uuid[16]) % 4];  // the variant, in the two highest bits
   for (const std::size_t hyphen : {20U, 16U, 12U, 8U}) uuid.insert(hyphen, 1, '-');
-  std::transform(uuid.begin(), uuid.end(), uuid.begin(), g_ascii_toupper);
-  return uuid;
+  return text::upperCase(std::move(uuid));
 }
 
-/// "de" of "de_DE.UTF-8"; absent for "C" and "POSIX", which are no languages.
+/// "de" of "de_DE.UTF-8"; absent for "C" and "POSIX", which are not languages.
 std::optional<std::string> languageOf(const std::optional<std::string>& locale) {
   if (!locale) return std::nullopt;
   const std::string code = locale->substr(0, locale->find_first_of("_.@"));

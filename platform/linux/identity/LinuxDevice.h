@@ -6,7 +6,7 @@
 
 #include <string>
 
-/// What the system's files tell of it, read once. There is no advertising identifier, and no tracking.
+/// What the system's files say about it, read once. There is no advertising identifier, and no tracking.
 class LinuxDevice final : public ZRDevice {
  public:
   /// @param rootFolder   under which the system's files stand: "/".

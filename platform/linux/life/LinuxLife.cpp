@@ -42,7 +42,7 @@ class LinuxLife final : public ZRLifeFollowing {
   void followSleep() {
     bus_ = std::make_unique<SystemBus>(loop_.context(), "");
     const auto opened = [this](const std::string& failure) {
-      if (!failure.empty()) return;  // a machine without logind does not tell of its sleep
+      if (!failure.empty()) return;  // a machine without logind does not report its sleep
       bus_->subscribe("org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager",
                       "PrepareForSleep", [this](GVariant* parameters) {
                         gboolean sleeps = FALSE;

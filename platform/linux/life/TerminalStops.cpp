@@ -2,6 +2,7 @@
 #include "life/TerminalStops.h"
 
 #include <fcntl.h>
+#include <owners/FileDescriptor.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -11,13 +12,13 @@
 namespace {
 
 /// From the signals' handler to the loop: one byte a signal.
-int pipeEnds[2] = {-1, -1};
+FileDescriptor readEnd, writeEnd;
 struct sigaction formerStop, formerContinue;
 
 extern "C" void passOn(int number) {
   const int error = errno;
   const char byte = number == SIGTSTP ? 's' : 'c';
-  [[maybe_unused]] const auto written = ::write(pipeEnds[1], &byte, 1);
+  [[maybe_unused]] const auto written = ::write(writeEnd.get(), &byte, 1);
   errno = error;
 }
 
@@ -25,8 +26,11 @@ extern "C" void passOn(int number) {
 
 TerminalStops::TerminalStops(Loop& loop, std::function<void()> stopping, std::function<void()> continued)
     : loop_(loop), stopping_(std::move(stopping)), continued_(std::move(continued)) {
-  if (::pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0) return;  // no descriptors left: the stop key stops, as ever
-  readable_ = loop.watch(pipeEnds[0], {.canRead = true}, [this](Loop::Readiness) { read(); });
+  int ends[2];
+  if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return;  // no descriptors left: the stop key stops, as ever
+  readEnd = FileDescriptor(ends[0]);
+  writeEnd = FileDescriptor(ends[1]);
+  readable_ = loop.watch(readEnd.get(), {.canRead = true}, [this](Loop::Readiness) { read(); });
   struct sigaction action {};
   action.sa_handler = passOn;
   action.sa_flags = SA_RESTART;
@@ -39,12 +43,13 @@ TerminalStops::~TerminalStops() {
   ::sigaction(SIGTSTP, &formerStop, nullptr);
   ::sigaction(SIGCONT, &formerContinue, nullptr);
   readable_.reset();
-  for (int& end : pipeEnds) ::close(std::exchange(end, -1));
+  readEnd.close();
+  writeEnd.close();
 }
 
 void TerminalStops::read() {
   char byte = 0;
-  if (::read(pipeEnds[0], &byte, 1) != 1) return;
+  if (::read(readEnd.get(), &byte, 1) != 1) return;
   if (byte == 'c') {
     stop_.reset();
     return continued_();

@@ -34,21 +34,17 @@ LinuxLog::LinuxLog(std::optional<std::string> journalSocket) {
   if (!journalSocket || journalSocket->size() >= sizeof journal_.sun_path) return;
   journal_.sun_family = AF_UNIX;
   journalSocket->copy(journal_.sun_path, journalSocket->size());
-  socket_ = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
-}
-
-LinuxLog::~LinuxLog() {
-  if (socket_ >= 0) close(socket_);
+  socket_ = FileDescriptor(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
 }
 
 void LinuxLog::writeLine(std::string_view line) {
   const std::string printable = ZRPrintableText(line);
-  if (socket_ >= 0) {
+  if (socket_.isOpen()) {
     std::string fields = "PRIORITY=6\nMESSAGE=" + printable + '\n';
     if (const char* const program = g_get_prgname()) fields += "SYSLOG_IDENTIFIER=" + ZRPrintableText(program) + '\n';
     // To the name each time and not to a connection, which would end with a restart of the journal.
     const auto* const address = reinterpret_cast<const sockaddr*>(&journal_);
-    if (sendto(socket_, fields.data(), fields.size(), MSG_NOSIGNAL, address, sizeof journal_) >= 0) return;
+    if (sendto(socket_.get(), fields.data(), fields.size(), MSG_NOSIGNAL, address, sizeof journal_) >= 0) return;
   }
   writeToStandardError(printable + '\n');
 }

@@ -11,8 +11,8 @@
 Loop::Wait::~Wait() = default;
 Loop::~Loop() = default;
 
-/// What was posted. A list of our own and a wake-up, in place of one GSource a post: the order is kept, and the hand-over
-/// between threads is one that thread sanitizers can follow.
+/// What was posted. A list of our own and a wake-up, in place of one GSource a post: the order is kept, and the
+/// hand-over between threads is one that thread sanitizers can follow.
 struct GLibLoop::Queue {
   bool isEmpty() {
     const std::lock_guard lock(mutex);
@@ -43,13 +43,9 @@ namespace {
 class SourceWait final : public Loop::Wait {
  public:
   explicit SourceWait(GSource* source) : source_(source) {}
-  ~SourceWait() override {
-    g_source_destroy(source_);
-    g_source_unref(source_);
-  }
 
  private:
-  GSource* source_;
+  owners::Source source_;
 };
 
 template <class Function>
@@ -57,8 +53,8 @@ void release(gpointer function) {
   delete static_cast<Function*>(function);
 }
 
-/// The longest wait that GLib's milliseconds can tell.
-constexpr double longestSeconds = 2147483.0;
+/// The longest wait that GLib's milliseconds can express.
+constexpr double kLongestSeconds = 2147483.0;
 
 }  // namespace
 
@@ -82,16 +78,10 @@ GLibLoop::GLibLoop(GMainContext* context)
       [](GSource* source) { delete reinterpret_cast<QueueSource*>(source)->queue; },
       nullptr,
       nullptr};
-  queueSource_ = g_source_new(&functions, sizeof(QueueSource));
-  reinterpret_cast<QueueSource*>(queueSource_)->queue = new std::shared_ptr<Queue>(queue_);
-  g_source_set_static_name(queueSource_, "ZRCore main queue");
-  g_source_attach(queueSource_, context_);
-}
-
-GLibLoop::~GLibLoop() {
-  g_source_destroy(queueSource_);
-  g_source_unref(queueSource_);
-  g_main_context_unref(context_);
+  queueSource_.reset(g_source_new(&functions, sizeof(QueueSource)));
+  reinterpret_cast<QueueSource*>(queueSource_.get())->queue = new std::shared_ptr<Queue>(queue_);
+  g_source_set_static_name(queueSource_.get(), "ZRCore main queue");
+  g_source_attach(queueSource_.get(), context_.get());
 }
 
 void GLibLoop::post(std::function<void()> work) {
@@ -101,13 +91,13 @@ void GLibLoop::post(std::function<void()> work) {
     queue_->posted.push_back(std::move(work));
   }
   // The thread that iterates looks at the queue before it waits again.
-  if (!g_main_context_is_owner(context_)) g_main_context_wakeup(context_);
+  if (!g_main_context_is_owner(context_.get())) g_main_context_wakeup(context_.get());
 }
 
-std::unique_ptr<Loop::Wait> GLibLoop::after(double seconds, std::function<void()> fire) {
-  const double bounded = std::fmin(std::fmax(seconds, 0.0), longestSeconds);
+std::unique_ptr<Loop::Wait> GLibLoop::after(double seconds, Callback<> fire) {
+  const double bounded = std::fmin(std::fmax(seconds, 0.0), kLongestSeconds);
   GSource* const source = g_timeout_source_new(static_cast<guint>(std::ceil(bounded * 1000.0)));
-  using Fire = std::function<void()>;
+  using Fire = Callback<>;
   g_source_set_callback(
       source,
       [](gpointer function) -> gboolean {
@@ -115,17 +105,16 @@ std::unique_ptr<Loop::Wait> GLibLoop::after(double seconds, std::function<void()
         return G_SOURCE_REMOVE;
       },
       new Fire(std::move(fire)), release<Fire>);
-  g_source_attach(source, context_);
+  g_source_attach(source, context_.get());
   return std::make_unique<SourceWait>(source);
 }
 
-std::unique_ptr<Loop::Wait> GLibLoop::watch(int fileDescriptor, Readiness interest,
-                                            std::function<void(Readiness)> fire) {
+std::unique_ptr<Loop::Wait> GLibLoop::watch(int fileDescriptor, Readiness interest, Callback<Readiness> fire) {
   int conditions = G_IO_ERR | G_IO_HUP;
   if (interest.canRead) conditions |= G_IO_IN;
   if (interest.canWrite) conditions |= G_IO_OUT;
   GSource* const source = g_unix_fd_source_new(fileDescriptor, static_cast<GIOCondition>(conditions));
-  using Fire = std::function<void(Readiness)>;
+  using Fire = Callback<Readiness>;
   const auto dispatch = [](gint, GIOCondition condition, gpointer function) -> gboolean {
     (*static_cast<Fire*>(function))({.canRead = (condition & G_IO_IN) != 0,
                                      .canWrite = (condition & G_IO_OUT) != 0,
@@ -134,6 +123,6 @@ std::unique_ptr<Loop::Wait> GLibLoop::watch(int fileDescriptor, Readiness intere
   };
   g_source_set_callback(source, G_SOURCE_FUNC(static_cast<GUnixFDSourceFunc>(dispatch)), new Fire(std::move(fire)),
                         release<Fire>);
-  g_source_attach(source, context_);
+  g_source_attach(source, context_.get());
   return std::make_unique<SourceWait>(source);
 }

@@ -3,6 +3,7 @@
 #define ZRCORE_LINUX_GLIBLOOP_H
 
 #include <glib.h>
+#include <owners/GLib.h>
 
 #include "loop/Loop.h"
 
@@ -11,20 +12,20 @@ class GLibLoop final : public Loop {
  public:
   /// @param context  null for the default context. Held.
   explicit GLibLoop(GMainContext* context = nullptr);
-  ~GLibLoop() override;  ///< what was posted and has not run is dropped
+  ~GLibLoop() override = default;  ///< what was posted and has not run is dropped
 
   void post(std::function<void()> work) override;
-  std::unique_ptr<Wait> after(double seconds, std::function<void()> fire) override;
-  std::unique_ptr<Wait> watch(int fileDescriptor, Readiness interest, std::function<void(Readiness)> fire) override;
+  std::unique_ptr<Wait> after(double seconds, Callback<> fire) override;
+  std::unique_ptr<Wait> watch(int fileDescriptor, Readiness interest, Callback<Readiness> fire) override;
 
-  GMainContext* context() const { return context_; }
+  GMainContext* context() const { return context_.get(); }
 
  private:
   struct Queue;
 
-  GMainContext* context_;
+  owners::Ref<GMainContext> context_;
   std::shared_ptr<Queue> queue_;
-  GSource* queueSource_;
+  owners::Source queueSource_;
 };
 
 #endif

@@ -3,6 +3,7 @@
 #define ZRCORE_LINUX_LOOP_H
 
 #include <ZRCore/ZRMainQueue.h>
+#include <platform/Callback.h>
 
 #include <functional>
 #include <memory>
@@ -29,12 +30,12 @@ class Loop : public ZRMainQueue {
   ~Loop() override;
 
   /// Calls `fire` once, `seconds` from now at the earliest. Loop's thread, as all below.
-  [[nodiscard]] virtual std::unique_ptr<Wait> after(double seconds, std::function<void()> fire) = 0;
+  [[nodiscard]] virtual std::unique_ptr<Wait> after(double seconds, Callback<> fire) = 0;
 
   /// Calls `fire` each time that `fileDescriptor` is ready in one of the ways asked for. The descriptor stays the
   /// caller's, who ends the waiting before closing it.
   [[nodiscard]] virtual std::unique_ptr<Wait> watch(int fileDescriptor, Readiness interest,
-                                                    std::function<void(Readiness)> fire) = 0;
+                                                    Callback<Readiness> fire) = 0;
 };
 
 #endif

@@ -15,12 +15,12 @@ AutoSource::~AutoSource() { AutoSource::stop(); }
 std::string AutoSource::name() const { return isChosen_ && source_ ? source_->name() : policy::kNameOfAutomatic; }
 
 void AutoSource::start(PositionSourceListener& listener) {
-  listener_ = &listener;
+  listener_.begin(listener);
   tryNext();
 }
 
 void AutoSource::stop() {
-  listener_ = nullptr;
+  listener_.end();
   next_.reset();
   if (source_) source_->stop();
 }
@@ -41,22 +41,22 @@ void AutoSource::sourceHeading(const CLHeading& heading) { listener_->sourceHead
 
 /// Before the choice, a source that is not there is passed over. Any other fault comes from one that is.
 void AutoSource::sourceFails(PositioningFault fault, const std::string& detail) {
-  const auto self = shared_from_this();  // who hears of it may let this go
   if (isChosen_ || fault != PositioningFault::noDaemon) {
+    const auto self = shared_from_this();  // the source that calls holds itself alone
     const bool isNew = !std::exchange(isChosen_, true);
     if (isNew) listener_->sourceAnswers();
-    if (listener_ != nullptr) listener_->sourceFails(fault, detail);
+    listener_->sourceFails(fault, detail);
     return;
   }
   if (!failures_.empty()) failures_ += "; ";
   failures_ += source_->name() + ": " + ZRPrintableText(detail, ZRLongestExcerpt);
   source_->stop();
   if (tried_ < candidates_.size()) {
-    next_ = loop_.after(0.0, [this] { tryNext(); });
+    next_ = loop_.after(0.0, {this, &AutoSource::tryNext});
     return;
   }
   tried_ = 0;
-  next_ = loop_.after(backOff_.nextSeconds(), [this] { tryNext(); });
+  next_ = loop_.after(backOff_.nextSeconds(), {this, &AutoSource::tryNext});
   listener_->sourceFails(PositioningFault::noDaemon, std::exchange(failures_, {}));
 }
 

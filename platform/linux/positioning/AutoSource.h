@@ -44,7 +44,7 @@ class AutoSource final : public PositionSource,
   std::size_t tried_ = 0;  ///< of this round
   std::string failures_;   ///< of this round
   policy::BackOff backOff_;
-  PositionSourceListener* listener_ = nullptr;  ///< null: not running
+  RunListener listener_;
   std::shared_ptr<PositionSource> source_;
   bool isChosen_ = false;
   std::unique_ptr<Loop::Wait> next_;

@@ -6,30 +6,16 @@
 #include <gio/gunixsocketaddress.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <owners/GLib.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <termios.h>
-#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
 #include <utility>
 
 #include "loop/ContextScope.h"
-
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-  if (this != &other) {
-    close();
-    number_ = other.release();
-  }
-  return *this;
-}
-
-int Descriptor::release() { return std::exchange(number_, -1); }
-
-void Descriptor::close() {
-  if (number_ >= 0) ::close(release());
-}
 
 namespace {
 
@@ -45,57 +31,50 @@ void keepAsking(int socket) {
 /// Connects with GLib's socket client, which looks names up without blocking and tries all addresses of a host.
 class SocketConnector final : public Connector {
  public:
+  /// @param address  taken
   SocketConnector(GSocketConnectable* address, GMainContext* context) : address_(address), context_(context) {}
-  ~SocketConnector() override {
-    cancel();
-    g_object_unref(address_);
-  }
+  ~SocketConnector() override { SocketConnector::cancel(); }
 
   void connect(Done done) override {
     cancel();
-    cancellable_ = g_cancellable_new();
+    cancellable_.reset(g_cancellable_new());
     const ContextScope scope(context_);
-    GSocketClient* const client = g_socket_client_new();
+    g_autoptr(GSocketClient) client = g_socket_client_new();
     g_socket_client_set_enable_proxy(client, FALSE);
     // The attempt owns its `done`: it ends after a cancellation, when this object may be gone.
-    g_socket_client_connect_async(client, address_, cancellable_, onConnected,
-                                  new Attempt{std::move(done), G_CANCELLABLE(g_object_ref(cancellable_))});
-    g_object_unref(client);
+    g_socket_client_connect_async(client, address_.get(), cancellable_.get(), onConnected,
+                                  new Attempt{std::move(done), owners::refTo(cancellable_.get())});
   }
 
   void cancel() override {
-    if (cancellable_ == nullptr) return;
-    g_cancellable_cancel(cancellable_);
-    g_clear_object(&cancellable_);
+    if (cancellable_) g_cancellable_cancel(cancellable_.get());
+    cancellable_.reset();
   }
 
  private:
   struct Attempt {
     Done done;
-    GCancellable* cancellable;
+    owners::Ref<GCancellable> cancellable;
   };
 
   static void onConnected(GObject* client, GAsyncResult* result, gpointer data) {
     const std::unique_ptr<Attempt> attempt(static_cast<Attempt*>(data));
-    GError* error = nullptr;
-    GSocketConnection* const connection = g_socket_client_connect_finish(G_SOCKET_CLIENT(client), result, &error);
-    Descriptor descriptor;
+    g_autoptr(GError) error = nullptr;
+    g_autoptr(GSocketConnection) connection = g_socket_client_connect_finish(G_SOCKET_CLIENT(client), result, &error);
+    FileDescriptor descriptor;
     if (connection != nullptr) {
       // A descriptor of our own, because the connection closes its one.
-      descriptor = Descriptor(::fcntl(g_socket_get_fd(g_socket_connection_get_socket(connection)), F_DUPFD_CLOEXEC, 0));
-      g_object_unref(connection);
-      keepAsking(descriptor.number());
+      descriptor =
+          FileDescriptor(::fcntl(g_socket_get_fd(g_socket_connection_get_socket(connection)), F_DUPFD_CLOEXEC, 0));
+      keepAsking(descriptor.get());
     }
     const std::string failure = error != nullptr ? error->message : "";
-    g_clear_error(&error);
-    const bool isCancelled = g_cancellable_is_cancelled(attempt->cancellable) != FALSE;
-    g_object_unref(attempt->cancellable);
-    if (!isCancelled) attempt->done(std::move(descriptor), failure);
+    if (g_cancellable_is_cancelled(attempt->cancellable.get()) == FALSE) attempt->done(std::move(descriptor), failure);
   }
 
-  GSocketConnectable* address_;
+  owners::Ref<GSocketConnectable> address_;
   GMainContext* context_;
-  GCancellable* cancellable_ = nullptr;
+  owners::Ref<GCancellable> cancellable_;
 };
 
 /// Lets bytes through as they come: no echo, no line editing, no characters that stop the flow. The speed stays the one
@@ -121,9 +100,9 @@ class ReceiverConnector final : public Connector {
         return done({}, "it is no device and no socket; recordings are given as file:PATH");
       }
     }
-    Descriptor descriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    FileDescriptor descriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
     if (!descriptor.isOpen()) return done({}, std::strerror(errno));
-    if (::isatty(descriptor.number()) == 1) makeRaw(descriptor.number());
+    if (::isatty(descriptor.get()) == 1) makeRaw(descriptor.get());
     done(std::move(descriptor), "");
   }
 

@@ -2,35 +2,18 @@
 #ifndef ZRCORE_LINUX_CONNECTOR_H
 #define ZRCORE_LINUX_CONNECTOR_H
 
+#include <owners/FileDescriptor.h>
+#include <platform/Callback.h>
 #include <policy/PositioningSource.h>
 
-#include <functional>
 #include <memory>
 #include <string>
-
-/// A file descriptor with an owner.
-class Descriptor {
- public:
-  Descriptor() = default;
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(Descriptor&& other) noexcept : number_(other.release()) {}
-  Descriptor& operator=(Descriptor&& other) noexcept;
-  ~Descriptor() { close(); }
-
-  int number() const { return number_; }
-  bool isOpen() const { return number_ >= 0; }
-  int release();
-  void close();
-
- private:
-  int number_ = -1;
-};
 
 /// Opens connections to one place. Loop's thread.
 class Connector {
  public:
   /// Gets an open, non-blocking descriptor, or what the system says.
-  using Done = std::function<void(Descriptor descriptor, const std::string& failure)>;
+  using Done = Callback<FileDescriptor, const std::string&>;
 
   Connector() = default;
   Connector(const Connector&) = delete;

@@ -26,21 +26,20 @@ FileSource::~FileSource() { FileSource::stop(); }
 std::string FileSource::name() const { return "the recording " + path_; }
 
 void FileSource::start(PositionSourceListener& listener) {
-  listener_ = &listener;
-  due_ = loop_.after(0.0, [this] { open(); });
+  listener_.begin(listener);
+  due_ = loop_.after(0.0, {this, &FileSource::open});
 }
 
 void FileSource::stop() {
-  listener_ = nullptr;
+  listener_.end();
   due_.reset();
   file_.close();
   waiting_.clear();
 }
 
 void FileSource::open() {
-  file_ = Descriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  file_ = FileDescriptor(::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   if (!file_.isOpen()) return fail(PositioningFault::badSource, std::strerror(errno));
-  const auto self = shared_from_this();
   unpacking_.emplace();
   piece_.clear();
   reader_.reset();
@@ -48,18 +47,17 @@ void FileSource::open() {
     if (!readMore()) return;
   }
   listener_->sourceAnswers();
-  if (listener_ != nullptr) next();
+  if (listener_.isThere()) next();
 }
 
-/// Reads the next piece. False when there is none, which has been told, or when the run has ended.
+/// Reads the next piece. False when there is none, which has been reported, or when the run has ended.
 bool FileSource::readMore() {
-  const auto self = shared_from_this();
   if (!file_.isOpen()) {
     fail(PositioningFault::lost, "the recording is over");
     return false;
   }
   std::array<char, kReadBytes> bytes;
-  const ssize_t count = ::read(file_.number(), bytes.data(), unpacking_->nextBytes(kReadBytes));
+  const ssize_t count = ::read(file_.get(), bytes.data(), unpacking_->nextBytes(kReadBytes));
   if (count < 0) {
     fail(PositioningFault::badSource, std::strerror(errno));
     return false;
@@ -72,51 +70,48 @@ bool FileSource::readMore() {
   }
   const bool isLast = count == 0 || !damage.empty();
   if (isLast) file_.close();
-  if (!reader_ && !makeReader(isLast)) return listener_ != nullptr;
+  if (!reader_ && !makeReader(isLast)) return listener_.isThere();
   if (!piece_.empty()) tell(reader_->feed(std::exchange(piece_, {})));
   if (isLast) tell(reader_->finish());
-  if (!damage.empty() && listener_ != nullptr) listener_->sourceSays(damage);
-  return listener_ != nullptr;
+  if (!damage.empty()) listener_->sourceSays(damage);
+  return listener_.isThere();
 }
 
-/// False when the recording's format can't be told yet; or never, which is reported.
+/// False when the recording's format cannot be told yet; or never, which is reported.
 bool FileSource::makeReader(bool isLast) {
   if (!isLast && piece_.size() < kReadBytes) return false;
   if (const auto format = readers::detectFormat(piece_)) {
-    reader_ = std::make_unique<policy::LiveReader>(*format);
+    reader_ = std::make_unique<readers::LiveReader>(*format);
   } else {
     fail(PositioningFault::badSource, piece_.empty() ? "it is empty" : "it " + readers::whyUnreadable(piece_));
   }
   return reader_ != nullptr;
 }
 
-void FileSource::tell(const policy::LiveEvents& events) {
+void FileSource::tell(const readers::LiveEvents& events) {
   waiting_.insert(waiting_.end(), events.fixes.begin(), events.fixes.end());
-  for (const auto& remark : events.remarks) {
-    if (listener_ != nullptr) listener_->sourceSays(remark);
-  }
+  for (const auto& remark : events.remarks) listener_->sourceSays(remark);
 }
 
 /// Tells what is due and waits for the rest.
 void FileSource::next() {
-  const auto self = shared_from_this();
   if (waiting_.empty()) {
-    if (readMore()) due_ = loop_.after(0.0, [this] { next(); });
+    if (readMore()) due_ = loop_.after(0.0, {this, &FileSource::next});
     return;
   }
   if (!startSeconds_) startSeconds_ = monotonicSeconds_();
   const double due = *startSeconds_ + pace_.secondsAfterFirst(waiting_.front().timestamp.secondsSince1970);
-  due_ = loop_.after(due - monotonicSeconds_(), [this] {
-    const auto kept = shared_from_this();
+  const auto tellFirst = [this] {
     const ZRPositionFix fix = waiting_.front();
     waiting_.pop_front();
     listener_->sourceFixes({fix});
-    if (listener_ != nullptr) next();
-  });
+    if (listener_.isThere()) next();
+  };
+  due_ = loop_.after(due - monotonicSeconds_(), {this, tellFirst});
 }
 
 void FileSource::fail(PositioningFault fault, const std::string& detail) {
-  PositionSourceListener* const listener = listener_;
+  PositionSourceListener& told = listener_.end();
   stop();
-  if (listener != nullptr) listener->sourceFails(fault, detail);
+  told.sourceFails(fault, detail);
 }

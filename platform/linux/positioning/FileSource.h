@@ -16,7 +16,7 @@
 #include "positioning/Connector.h"
 #include "positioning/PositionSource.h"
 
-/// A recording, packed by gzip or not, as a source: each fix is told when as much time has passed since the first one as when it was recorded.
+/// A source that replays a recording, packed by gzip or not, at the pace at which it was recorded.
 class FileSource final : public PositionSource, public std::enable_shared_from_this<FileSource> {
  public:
   /// @param monotonicSeconds  a clock that never goes back
@@ -31,20 +31,20 @@ class FileSource final : public PositionSource, public std::enable_shared_from_t
   void open();
   bool readMore();
   bool makeReader(bool isLast);
-  void tell(const policy::LiveEvents& events);
+  void tell(const readers::LiveEvents& events);
   void next();
   void fail(policy::PositioningFault fault, const std::string& detail);
 
   Loop& loop_;
   std::string path_;
   std::function<double()> monotonicSeconds_;
-  PositionSourceListener* listener_ = nullptr;  ///< null: not running
-  Descriptor file_;
+  RunListener listener_;
+  FileDescriptor file_;
   std::optional<packed::MaybeGzip> unpacking_;
-  std::string piece_;                           ///< unpacked, and not yet read
-  std::unique_ptr<policy::LiveReader> reader_;  ///< null until the format is told
+  std::string piece_;                            ///< unpacked, and not yet read
+  std::unique_ptr<readers::LiveReader> reader_;  ///< null until the format is told
   policy::ReplayPace pace_{1.0};
-  std::optional<double> startSeconds_;  ///< when the first fix was told
+  std::optional<double> startSeconds_;  ///< when the first fix was reported
   std::deque<ZRPositionFix> waiting_;   ///< read, and not due yet
   std::unique_ptr<Loop::Wait> due_;
 };

@@ -21,14 +21,13 @@ constexpr guint32 kExactAccuracy = 8;
 std::string pathAt(GVariant* parameters, gsize index) {
   std::string path;
   if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE_TUPLE) || g_variant_n_children(parameters) <= index) return path;
-  GVariant* const child = g_variant_get_child_value(parameters, index);
+  g_autoptr(GVariant) child = g_variant_get_child_value(parameters, index);
   if (g_variant_is_of_type(child, G_VARIANT_TYPE_OBJECT_PATH)) path = g_variant_get_string(child, nullptr);
-  g_variant_unref(child);
   return path;
 }
 
-policy::GeoClueLocation locationOf(GVariant* properties) {
-  policy::GeoClueLocation location;
+readers::GeoClueLocation locationOf(GVariant* properties) {
+  readers::GeoClueLocation location;
   const std::pair<const char*, double*> numbers[] = {
       {"Latitude", &location.latitude},          {"Longitude", &location.longitude},
       {"Accuracy", &location.accuracyMeters},    {"Altitude", &location.altitudeMeters},
@@ -50,13 +49,13 @@ GeoClueSource::GeoClueSource(GLibLoop& loop, Options options) : loop_(loop), opt
 GeoClueSource::~GeoClueSource() { GeoClueSource::stop(); }
 
 void GeoClueSource::start(PositionSourceListener& listener) {
-  listener_ = &listener;
-  retry_ = loop_.after(0.0, [this] { connect(); });
+  listener_.begin(listener);
+  retry_ = loop_.after(0.0, {this, &GeoClueSource::connect});
 }
 
 /// The service drops a client whose connection ends.
 void GeoClueSource::stop() {
-  listener_ = nullptr;
+  listener_.end();
   retry_.reset();
   watchdog_.reset();
   bus_.reset();
@@ -67,23 +66,20 @@ void GeoClueSource::connect() {
   retry_.reset();
   forgetClient();
   bus_ = std::make_unique<SystemBus>(loop_.context(), options_.busAddress);
-  bus_->open([this](const std::string& failure) { opened(failure); },
-             [this] {
-               const auto self = shared_from_this();
-               fails(PositioningFault::lost, "the message bus ended the connection");
-               retry();
-             });
+  const auto closed = [this] {
+    fails(PositioningFault::lost, "the message bus ended the connection");
+    retry();
+  };
+  bus_->open({this, &GeoClueSource::opened}, {this, closed});
 }
 
 void GeoClueSource::opened(const std::string& failure) {
-  if (failure.empty()) return bus_->watchService(kService, [this](bool isThere) { serviceChanged(isThere); });
-  const auto self = shared_from_this();
+  if (failure.empty()) return bus_->watchService(kService, {this, &GeoClueSource::serviceChanged});
   fails(wasThere_ ? PositioningFault::lost : PositioningFault::noDaemon, failure);
   retry();
 }
 
 void GeoClueSource::serviceChanged(bool isThere) {
-  const auto self = shared_from_this();
   forgetClient();
   watchdog_.reset();
   bus_->unsubscribe();
@@ -100,16 +96,16 @@ void GeoClueSource::serviceChanged(bool isThere) {
 void GeoClueSource::askForClient() {
   isDenied_ = false;
   watch(options_.answerSeconds, PositioningFault::noAgent);
-  bus_->call(kService, kManagerPath, kManager, "GetClient", nullptr, [this](GVariant* reply, const GError* error) {
+  const auto answered = [this](GVariant* reply, const GError* error) {
     if (error != nullptr) return failed(*error);
     client_ = pathAt(reply, 0);
     if (!client_.empty()) introduce();
-  });
+  };
+  bus_->call(kService, kManagerPath, kManager, "GetClient", nullptr, {this, answered});
 }
 
 void GeoClueSource::introduce() {
-  bus_->subscribe(kService, client_, kClient, "LocationUpdated",
-                  [this](GVariant* parameters) { locationUpdated(parameters); });
+  bus_->subscribe(kService, client_, kClient, "LocationUpdated", {this, &GeoClueSource::locationUpdated});
   const auto set = [this](const char* property, GVariant* value, SystemBus::Reply reply) {
     bus_->call(kService, client_, kProperties, "Set", g_variant_new("(ssv)", kClient, property, value),
                std::move(reply));
@@ -117,21 +113,22 @@ void GeoClueSource::introduce() {
   const auto tellFailure = [this](GVariant*, const GError* error) {
     if (error != nullptr) failed(*error);
   };
-  set("DesktopId", g_variant_new_string(options_.desktopId.c_str()), tellFailure);
-  set("RequestedAccuracyLevel", g_variant_new_uint32(kExactAccuracy), [this](GVariant*, const GError* error) {
+  const auto start = [this](GVariant*, const GError* error) {
     if (error != nullptr) return failed(*error);
     startClient();
-  });
+  };
+  set("DesktopId", g_variant_new_string(options_.desktopId.c_str()), {this, tellFailure});
+  set("RequestedAccuracyLevel", g_variant_new_uint32(kExactAccuracy), {this, start});
 }
 
 void GeoClueSource::startClient() {
-  bus_->call(kService, client_, kClient, "Start", nullptr, [this](GVariant*, const GError* error) {
+  const auto started = [this](GVariant*, const GError* error) {
     if (error != nullptr) return failed(*error);
-    const auto self = shared_from_this();
     listener_->sourceAuthorization(options_.granted);
-    if (listener_ != nullptr) listener_->sourceAnswers();
-    if (listener_ != nullptr) watch(options_.silenceSeconds, PositioningFault::noFix);
-  });
+    listener_->sourceAnswers();
+    if (listener_.isThere()) watch(options_.silenceSeconds, PositioningFault::noFix);
+  };
+  bus_->call(kService, client_, kClient, "Start", nullptr, {this, started});
 }
 
 void GeoClueSource::forgetClient() {
@@ -149,44 +146,39 @@ void GeoClueSource::locationUpdated(GVariant* parameters) {
 void GeoClueSource::askForLocation() {
   if (!asked_.empty() || newest_.size() < 2) return;
   asked_ = std::exchange(newest_, {});
-  constexpr double limitSeconds = 10.0;
-  const auto told = [this](GVariant* reply, const GError* error) {
-    const auto self = shared_from_this();
+  constexpr double kLimitSeconds = 10.0;
+  const auto answered = [this](GVariant* reply, const GError* error) {
     asked_.clear();
     // A location that has been replaced meanwhile is gone; the next one has been announced.
     if (error == nullptr && g_variant_is_of_type(reply, G_VARIANT_TYPE("(a{sv})"))) {
-      GVariant* const properties = g_variant_get_child_value(reply, 0);
+      g_autoptr(GVariant) properties = g_variant_get_child_value(reply, 0);
       deliver(properties);
-      g_variant_unref(properties);
     }
     if (bus_) askForLocation();
   };
-  bus_->call(kService, asked_, kProperties, "GetAll", g_variant_new("(s)", kLocation), told, limitSeconds);
+  bus_->call(kService, asked_, kProperties, "GetAll", g_variant_new("(s)", kLocation), {this, answered}, kLimitSeconds);
 }
 
 void GeoClueSource::deliver(GVariant* properties) {
-  const auto fix = policy::fixOf(locationOf(properties), options_.now());
-  const auto self = shared_from_this();
+  const auto fix = readers::fixOf(locationOf(properties), options_.now());
   if (!fix) return listener_->sourceSays("a location that lies nowhere on the Earth is dropped");
   backOff_.reset();
-  watchdog_.reset();  // from now on a silence means that nothing changes: the service tells no place twice
+  watchdog_.reset();  // from now on a silence means that nothing changes: the service reports no place twice
   listener_->sourceFixes({*fix});
 }
 
 /// An answer that is a refusal, or shows that the service went away.
 void GeoClueSource::failed(const GError& error) {
   if (g_dbus_error_is_remote_error(&error) == FALSE) return;  // of a bus that is gone, its end tells
-  const auto self = shared_from_this();
-  gchar* const remote = g_dbus_error_get_remote_error(&error);
+  g_autofree gchar* remote = g_dbus_error_get_remote_error(&error);
   const std::string name = remote != nullptr ? remote : "";
-  g_free(remote);
   if (name == "org.freedesktop.DBus.Error.AccessDenied") {
     isDenied_ = true;
     watchdog_.reset();
     listener_->sourceAuthorization(CLAuthorizationStatus::denied);
     return fails(PositioningFault::denied, error.message);
   }
-  // Of a service that left the bus, `serviceChanged` tells.
+  // The service has left the bus: `serviceChanged` handles that.
   if (name == "org.freedesktop.DBus.Error.NoReply" || name == "org.freedesktop.DBus.Error.ServiceUnknown") return;
   fails(PositioningFault::noDaemon, error.message);
   retry();
@@ -194,16 +186,13 @@ void GeoClueSource::failed(const GError& error) {
 
 /// Connects anew after a while, which also starts the service if the bus can.
 void GeoClueSource::retry() {
-  if (listener_ == nullptr || retry_) return;
+  if (!listener_.isThere() || retry_) return;
   watchdog_.reset();
-  retry_ = loop_.after(backOff_.nextSeconds(), [this] { connect(); });
+  retry_ = loop_.after(backOff_.nextSeconds(), {this, &GeoClueSource::connect});
 }
 
-void GeoClueSource::fails(PositioningFault fault, const std::string& detail) {
-  const auto self = shared_from_this();
-  if (listener_ != nullptr) listener_->sourceFails(fault, detail);
-}
+void GeoClueSource::fails(PositioningFault fault, const std::string& detail) { listener_->sourceFails(fault, detail); }
 
 void GeoClueSource::watch(double seconds, PositioningFault fault) {
-  watchdog_ = loop_.after(seconds, [this, fault] { fails(fault, ""); });
+  watchdog_ = loop_.after(seconds, {this, [this, fault] { fails(fault, ""); }});
 }

@@ -13,8 +13,8 @@
 #include "loop/GLibLoop.h"
 #include "positioning/PositionSource.h"
 
-/// The desktop's location service, over the system's message bus. It may ask the user, which takes as long as it takes;
-/// where nobody is there who could ask, it never answers, and a watchdog tells that.
+/// The desktop's location service, over the system's message bus. The service may ask the user, so its answer may take
+/// any time. Without an agent that could ask it never answers; a watchdog reports that.
 class GeoClueSource final : public PositionSource, public std::enable_shared_from_this<GeoClueSource> {
  public:
   struct Options {
@@ -22,8 +22,8 @@ class GeoClueSource final : public PositionSource, public std::enable_shared_fro
     std::string busAddress = {};                                                 ///< empty: the system bus
     CLAuthorizationStatus granted = CLAuthorizationStatus::authorizedWhenInUse;  ///< what a permission means
     std::function<NSDate()> now = {};
-    double answerSeconds = 10;   ///< without an answer for as long, the watchdog tells
-    double silenceSeconds = 60;  ///< without a first position for as long
+    double answerSeconds = 10;   ///< how long the service may not answer
+    double silenceSeconds = 60;  ///< how long there may be no first position
   };
 
   GeoClueSource(GLibLoop& loop, Options options);
@@ -54,7 +54,7 @@ class GeoClueSource final : public PositionSource, public std::enable_shared_fro
   GLibLoop& loop_;
   Options options_;
   policy::BackOff backOff_;
-  PositionSourceListener* listener_ = nullptr;  ///< null: not running
+  RunListener listener_;
   std::unique_ptr<SystemBus> bus_;
   std::string client_;          ///< the path of our client; empty: none yet
   std::string asked_, newest_;  ///< paths of locations: the one whose values are awaited, and one to ask for then

@@ -41,7 +41,7 @@ void LinuxLocationManager::run() {
   if (source_) return;
   latch_ = {};
   isAnswered_ = false;
-  source_ = needs_.makeSource(granted_);
+  source_ = dependencies_.makeSource(granted_);
   source_->start(*this);
 }
 
@@ -53,24 +53,24 @@ void LinuxLocationManager::stopUnlessWanted() {
 
 void LinuxLocationManager::tellMissingHeading() {
   if (source_->hasHeading() || std::exchange(hasToldMissingHeading_, true)) return;
-  needs_.log(source_->name() + " has no compass: no headings will come");
+  dependencies_.log(source_->name() + " has no compass: no headings will come");
 }
 
-/// A compass that there may be shows by what it tells.
+/// For a source that may or may not have a compass: if enough fixes come without a heading, logs once that it has none.
 void LinuxLocationManager::missHeading(std::size_t fixes) {
-  constexpr std::size_t kMostWithoutHeading = 10;  // a compass tells no less often than a receiver
+  constexpr std::size_t kMostWithoutHeading = 10;  // a compass reports at least as often as a receiver
   if (!wantsHeading_ || (fixesWithoutHeading_ += fixes) < kMostWithoutHeading) return;
   if (std::exchange(hasToldMissingHeading_, true)) return;
-  needs_.log(source_->name() + " has told no heading so far: it seems to have no compass");
+  dependencies_.log(source_->name() + " has told no heading so far: it seems to have no compass");
 }
 
 void LinuxLocationManager::sourceAnswers() {
-  if (!std::exchange(isAnswered_, true)) needs_.log("positions come from " + source_->name());
+  if (!std::exchange(isAnswered_, true)) dependencies_.log("positions come from " + source_->name());
   if (wantsHeading_) tellMissingHeading();
 }
 
 void LinuxLocationManager::sourceFixes(const std::vector<ZRPositionFix>& fixes) {
-  if (latch_.works()) needs_.log(source_->name() + " gives positions again");
+  if (latch_.works()) dependencies_.log(source_->name() + " gives positions again");
   missHeading(fixes.size());
   CLLocations locations;
   locations.reserve(fixes.size());
@@ -89,15 +89,15 @@ void LinuxLocationManager::sourceHeading(const CLHeading& heading) {
 void LinuxLocationManager::sourceFails(policy::PositioningFault fault, const std::string& detail) {
   if (!latch_.fails(fault)) return;
   const NSError error = policy::errorOf(fault, source_->name(), detail);
-  needs_.log(error.localizedDescription());
+  dependencies_.log(error.localizedDescription());
   if (const auto delegate = didFailWithError_.lock()) delegate->locationManagerDidFailWithError(*this, error);
 }
 
 void LinuxLocationManager::sourceAuthorization(CLAuthorizationStatus status) {
-  if (std::exchange(needs_.authorization->status, status) == status) return;
+  if (std::exchange(dependencies_.authorization->status, status) == status) return;
   if (const auto delegate = didChangeAuthorizationStatus_.lock()) {
     delegate->locationManagerDidChangeAuthorizationStatus(*this, status);
   }
 }
 
-void LinuxLocationManager::sourceSays(const std::string& text) { needs_.log(source_->name() + ": " + text); }
+void LinuxLocationManager::sourceSays(const std::string& text) { dependencies_.log(source_->name() + ": " + text); }

@@ -3,7 +3,7 @@
 #define ZRCORE_LINUX_LINUXLOCATIONMANAGER_H
 
 #include <ZRCore/CLLocationManager.h>
-#include <policy/FaultLatch.h>
+#include <policy/PositioningFault.h>
 
 #include <functional>
 #include <memory>
@@ -19,7 +19,7 @@ struct Authorization {
 /// One client's hold on a source: a new run of it for each start. Loop's thread.
 class LinuxLocationManager : public CLLocationManager, private PositionSourceListener {
  public:
-  struct Needs {
+  struct Dependencies {
     /// A source for one run.
     /// @param granted  the status that a permission means to this client
     std::function<std::shared_ptr<PositionSource>(CLAuthorizationStatus granted)> makeSource;
@@ -27,7 +27,7 @@ class LinuxLocationManager : public CLLocationManager, private PositionSourceLis
     std::function<void(const std::string& line)> log;
   };
 
-  explicit LinuxLocationManager(Needs needs) : needs_(std::move(needs)) {}
+  explicit LinuxLocationManager(Dependencies dependencies) : dependencies_(std::move(dependencies)) {}
   ~LinuxLocationManager() override;
 
   void setDelegate(std::weak_ptr<CLLocationManagerDelegate> delegate) override;
@@ -53,7 +53,7 @@ class LinuxLocationManager : public CLLocationManager, private PositionSourceLis
   void sourceAuthorization(CLAuthorizationStatus status) override;
   void sourceSays(const std::string& text) override;
 
-  Needs needs_;
+  Dependencies dependencies_;
   CLAuthorizationStatus granted_ = CLAuthorizationStatus::authorizedWhenInUse;
   bool wantsLocation_ = false;
   bool wantsHeading_ = false;

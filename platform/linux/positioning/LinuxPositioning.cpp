@@ -43,7 +43,7 @@ class LinuxPositioning final : public ZRPositioning {
   }
 
   std::shared_ptr<CLLocationManager> makeLocationManager() override {
-    LinuxLocationManager::Needs needs{
+    LinuxLocationManager::Dependencies dependencies{
         [loop = loop_, options = options_, source = source_](CLAuthorizationStatus granted) {
           if (const auto* const why = std::get_if<std::string>(&source)) {
             return std::static_pointer_cast<PositionSource>(std::make_shared<BadSource>(*loop, *why));
@@ -51,8 +51,8 @@ class LinuxPositioning final : public ZRPositioning {
           return makeSource(*loop, *options, std::get<PositioningSource>(source), granted);
         },
         authorization_, options_->log};
-    if (asks()) return std::make_shared<AskingLocationManager>(std::move(needs));
-    return std::make_shared<LinuxLocationManager>(std::move(needs));
+    if (asks()) return std::make_shared<AskingLocationManager>(std::move(dependencies));
+    return std::make_shared<LinuxLocationManager>(std::move(dependencies));
   }
 
   CLAuthorizationStatus authorizationStatus() const override { return authorization_->status; }

@@ -17,7 +17,7 @@ struct PositioningOptions {
   std::string systemBusAddress = {};                      ///< empty: the system's
   std::function<void(const std::string& line)> log = {};  ///< called on the loop's thread
   std::function<NSDate()> now = {};
-  double silenceSeconds = 10;  ///< without a fix for as long, clients are told
+  double silenceSeconds = 10;  ///< how long there may be no fix before clients get an error
 };
 
 std::shared_ptr<ZRPositioning> makeLinuxPositioning(const std::shared_ptr<GLibLoop>& loop, PositioningOptions options);

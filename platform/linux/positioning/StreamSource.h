@@ -21,13 +21,15 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
     std::string name = {};
     readers::Format format = readers::Format::gpsdJson;
     std::string request = {};  ///< sent once connected
-    bool greets = false;       ///< the other side speaks first, and tells what it is
+    bool greets = false;       ///< a daemon, which sends a greeting before any report
     bool hasHeading = false;
-    /// What has not been reached, or has not greeted, by then is no daemon; one takes 3 to open a receiver and greet.
+    /// The time limit for connecting and, with `greets`, for the greeting. gpsd needs up to 3 s to open a receiver and
+    /// greet.
     double greetingSeconds = 6;
-    /// Without a fix for as long, clients are told; twice as long, where it falls badly.
+    /// The source reports that there is no fix after a silence of this length; after up to twice this length if the
+    /// last fix came just after a check.
     double silenceSeconds = 10;
-    double quietSeconds = policy::LiveReader::kQuietSeconds;
+    double quietSeconds = readers::LiveReader::kQuietSeconds;
   };
 
   StreamSource(Loop& loop, std::unique_ptr<Connector> connector, Options options);
@@ -40,10 +42,10 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
 
  private:
   void connect();
-  void connected(Descriptor descriptor, const std::string& failure);
+  void connected(FileDescriptor descriptor, const std::string& failure);
   void answers();
   void read();
-  void deliver(const policy::LiveEvents& events);
+  void deliver(const readers::LiveEvents& events);
   void disconnected(policy::PositioningFault fault, const std::string& detail);
   void hangUp();
   void watchSilence();
@@ -51,11 +53,11 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
   Loop& loop_;
   std::unique_ptr<Connector> connector_;
   Options options_;
-  policy::LiveReader reader_;
+  readers::LiveReader reader_;
   policy::BackOff backOff_;
-  PositionSourceListener* listener_ = nullptr;  ///< null: not running
+  RunListener listener_;
 
-  Descriptor descriptor_;
+  FileDescriptor descriptor_;
   bool hasGreeted_ = false;
   bool hasHeardFix_ = false;  ///< since the silence was last looked at
   std::unique_ptr<Loop::Wait> readable_, retry_, greeting_, quiet_, silence_;

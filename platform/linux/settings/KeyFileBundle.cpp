@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr const char* informationGroup = "Information";
+constexpr const char* kInformationGroup = "Information";
 
 bool isPlainFileName(std::string_view name) {
   return !name.empty() && name.front() != '.' && name.find_first_of(std::string_view("/\0", 2)) == name.npos;
@@ -32,7 +32,7 @@ void KeyFileBundle::readInformation(ZRLog& log) {
   g_autoptr(GError) error = nullptr;
   g_auto(GStrv) keys = nullptr;
   if (g_key_file_load_from_file(file, places_.informationFile.c_str(), G_KEY_FILE_NONE, &error)) {
-    keys = g_key_file_get_keys(file, informationGroup, nullptr, &error);
+    keys = g_key_file_get_keys(file, kInformationGroup, nullptr, &error);
   }
   if (error) {
     log.writeLine(
@@ -42,7 +42,7 @@ void KeyFileBundle::readInformation(ZRLog& log) {
     return;
   }
   for (char** key = keys; *key; ++key) {
-    g_autofree char* text = g_key_file_get_string(file, informationGroup, *key, nullptr);
+    g_autofree char* text = g_key_file_get_string(file, kInformationGroup, *key, nullptr);
     information_[*key] = text ? std::optional<std::string>(text) : std::nullopt;
   }
 }

@@ -19,7 +19,7 @@ class KeyFileBundle final : public ZRBundle {
     std::string textFolder = {};       ///< empty: where the system keeps its catalogues
   };
 
-  /// Reads the information file, and tells the log when it cannot.
+  /// Reads the information file, and reports to the log when it cannot.
   KeyFileBundle(Places places, ZRLog& log);
 
   bool hasInfoValueForKey(std::string_view key) const override;
@@ -32,11 +32,11 @@ class KeyFileBundle final : public ZRBundle {
   void readInformation(ZRLog& log);
 
   Places places_;
-  std::map<std::string, std::optional<std::string>, std::less<>> information_;  ///< absent: a value that is no text
+  std::map<std::string, std::optional<std::string>, std::less<>> information_;  ///< absent: a value that is not a text
 };
 
 /// The folder of the files that were installed with this library, wherever the whole was moved to; empty when it cannot
-/// be told.
+/// be reported.
 std::string installedResourcesFolder();
 
 #endif

@@ -3,6 +3,8 @@
 
 #include <fcntl.h>
 #include <glib.h>
+#include <owners/FileDescriptor.h>
+#include <platform/Callback.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -22,23 +24,18 @@ class FileLock {
  public:
   explicit FileLock(const std::filesystem::path& file)
       : descriptor_(open((file.native() + ".lock").c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600)) {
-    while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX) != 0) {
-      if (errno == EINTR) continue;
-      close(std::exchange(descriptor_, -1));
+    while (!descriptor_.isOpen() || flock(descriptor_.get(), LOCK_EX) != 0) {
+      if (descriptor_.isOpen() && errno == EINTR) continue;
+      error_ = errno;
+      break;
     }
-    if (descriptor_ < 0) error_ = errno;
   }
-  ~FileLock() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-  FileLock(const FileLock&) = delete;
-  FileLock& operator=(const FileLock&) = delete;
 
   /// An errno; 0 when the lock is held.
   int error() const { return error_; }
 
  private:
-  int descriptor_;
+  FileDescriptor descriptor_;
   int error_ = 0;
 };
 
@@ -73,24 +70,21 @@ using Content = std::variant<Settings, SettingsDamage, Unreadable>;
 
 /// What stands in the file; without a file, no settings.
 Content settingsIn(const std::filesystem::path& file) {
-  const auto unreadable = [&file](const char* reason) {
+  const auto unreadable = [&file](const char* reason) -> Content {
     return Unreadable{quoted(file) + " cannot be read: " + reason};
   };
   // Neither a link nor a pipe in the file's place is waited for.
-  const int descriptor = open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-  if (descriptor < 0) return errno == ENOENT ? Content(Settings()) : unreadable(std::strerror(errno));
+  const FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (!descriptor.isOpen()) return errno == ENOENT ? Content(Settings()) : unreadable(std::strerror(errno));
   struct stat status {};
-  const bool isFile = fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+  if (fstat(descriptor.get(), &status) != 0) return unreadable(std::strerror(errno));
+  if (!S_ISREG(status.st_mode)) return unreadable("it is no regular file");
   std::string content;
   char block[16384];
-  ssize_t count = 0;
-  while (isFile && ((count = read(descriptor, block, sizeof block)) > 0 || (count < 0 && errno == EINTR))) {
+  for (ssize_t count = 0; (count = read(descriptor.get(), block, sizeof block)) != 0;) {
+    if (count < 0 && errno != EINTR) return unreadable(std::strerror(errno));
     if (count > 0) content.append(block, static_cast<std::size_t>(count));
   }
-  const int error = errno;
-  close(descriptor);
-  if (!isFile) return unreadable("it is no regular file");
-  if (count < 0) return unreadable(std::strerror(error));
   auto settings = settingsFromText(content);
   if (auto* const damage = std::get_if<SettingsDamage>(&settings)) return *std::move(damage);
   return std::get<Settings>(std::move(settings));
@@ -125,15 +119,13 @@ void KeyFileDefaults::setStringForKey(std::string_view value, std::string_view k
     changes_.insert_or_assign(std::string(key), value);
     if (std::exchange(isStorePosted_, true)) return;
   }
-  queue_->post([weak = weak_from_this()] {
-    const auto self = weak.lock();
-    if (!self) return;
+  queue_->post(Callback(this, [this] {
     {
-      const std::lock_guard guard(self->mutex_);
-      self->isStorePosted_ = false;
+      const std::lock_guard guard(mutex_);
+      isStorePosted_ = false;
     }
-    self->synchronize();
-  });
+    synchronize();
+  }));
 }
 
 bool KeyFileDefaults::synchronize() {
@@ -151,10 +143,10 @@ bool KeyFileDefaults::synchronize() {
   if (!settings) return false;
   for (const auto& [key, value] : changes_) settings->insert_or_assign(key, value);
   const std::string text = textFromSettings(*settings);
-  constexpr auto whole =
+  constexpr auto kWhole =
       static_cast<GFileSetContentsFlags>(G_FILE_SET_CONTENTS_CONSISTENT | G_FILE_SET_CONTENTS_DURABLE);
   g_autoptr(GError) error = nullptr;
-  if (!g_file_set_contents_full(file_->c_str(), text.data(), static_cast<gssize>(text.size()), whole, 0600, &error)) {
+  if (!g_file_set_contents_full(file_->c_str(), text.data(), static_cast<gssize>(text.size()), kWhole, 0600, &error)) {
     report(std::string("settings are not stored: ") + error->message);
     return false;
   }
@@ -186,8 +178,9 @@ bool KeyFileDefaults::moveAside(const std::string& reason) {
 }
 
 bool KeyFileDefaults::reportUnless(bool succeeded, const char* what, int error) {
-  if (!succeeded)
+  if (!succeeded) {
     report("settings are not stored: " + quoted(*file_) + " cannot be " + what + ": " + std::strerror(error));
+  }
   return succeeded;
 }
 

@@ -16,8 +16,8 @@
 
 /// Settings in one key file, which is replaced whole: at every moment it holds the old settings or the new. What is set
 /// reaches it with `synchronize`, or with a turn of the main queue. Several processes may share the file: each brings
-/// in what it has set and takes over the rest. A damaged file is moved aside and told to the log; one that cannot be
-/// read is left as it is, and nothing stored.
+/// in what it has set and takes over the rest. A damaged file is moved aside and reported to the log; one that cannot
+/// be read is left as it is, and nothing stored.
 class KeyFileDefaults final : public ZRUserDefaults, public std::enable_shared_from_this<KeyFileDefaults> {
  public:
   /// @param file  absent: the settings last as long as the process, and are never stored.

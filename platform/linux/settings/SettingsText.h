@@ -8,16 +8,16 @@
 #include <string_view>
 #include <variant>
 
-/// Texts, of any bytes, under keys, of any bytes.
+/// Values by key. Keys and values may hold any bytes.
 using Settings = std::map<std::string, std::string, std::less<>>;
 
-/// Why a text is not settings, in a sentence's end.
+/// Why a text cannot be read as settings: the end of a sentence that begins with the file's name.
 struct SettingsDamage {
   std::string reason;
 };
 
-/// The settings as a key file that a person can read and edit: group "Defaults", percent-escaped but for letters, digits
-/// and "-._~". It ends with an empty group, by which a file that was cut short is told from a whole one.
+/// The settings as a key file that a person can read and edit: group "Defaults", percent-escaped but for letters,
+/// digits and "-._~". It ends with an empty group: a file without that group was cut short.
 std::string textFromSettings(const Settings& settings);
 
 /// The settings that `textFromSettings` wrote, or a person since.

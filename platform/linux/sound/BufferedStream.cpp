@@ -11,8 +11,7 @@ SoundOutput::~SoundOutput() = default;
 BufferedStream::BufferedStream(SoundOutput& output, SoundEvents events) : wantsMore_(std::move(events.wantsMore)) {
   events.wantsMore = [this] {
     passOn();
-    const auto wantsMore = wantsMore_;  // the source may drop this stream
-    if (end_ == End::open && !isFull() && wantsMore) wantsMore();
+    if (end_ == End::open && !isFull()) wantsMore_();
   };
   stream_ = output.open(std::move(events));
 }
@@ -45,8 +44,9 @@ void BufferedStream::passOn() {
   if (count > 0) {
     const std::span<std::int16_t> next(samples_.data() + passedOn_, count);
     if (volume_ != 1.0F) {
-      for (std::int16_t& sample : next)
+      for (std::int16_t& sample : next) {
         sample = static_cast<std::int16_t>(std::lround(volume_ * static_cast<float>(sample)));
+      }
     }
     stream_->write(next);
     passedOn_ += count;

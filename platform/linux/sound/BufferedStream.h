@@ -6,21 +6,21 @@
 
 #include "sound/SoundOutput.h"
 
-/// Takes samples as a source has them and passes them on as the stream has room for them.
+/// A buffer between a source, which writes samples as it produces them, and a stream, which takes them as it has room.
 class BufferedStream {
  public:
-  /// As those of a stream; `wantsMore` comes when little is left in the buffer.
+  /// @param events  as for a stream; `wantsMore` is called when the buffer is nearly empty
   BufferedStream(SoundOutput& output, SoundEvents events);
 
   void start(policy::SampleFormat format);
   void push(std::span<const std::int16_t> samples);
   void end();
 
-  /// Whether the source does well to wait: half a second is there.
+  /// Whether the source should pause: the buffer holds half a second or more.
   bool isFull() const { return buffered() > format_.samplesPerSecond * format_.channels / 2; }
-  /// 0 to 1, of samples that have not been passed on.
+  /// @param volume  0 to 1, for the samples that the stream has not taken yet
   void setVolume(float volume) { volume_ = volume; }
-  /// Of all that was pushed.
+  /// The length of all samples that were pushed.
   double pushedSeconds() const;
 
  private:
@@ -35,7 +35,7 @@ class BufferedStream {
   enum class End { open, asked, passedOn };
   End end_ = End::open;
   bool isStarted_ = false;
-  std::function<void()> wantsMore_;
+  Callback<> wantsMore_;
   std::unique_ptr<SoundStream> stream_;  // last: its events reach the others
 };
 

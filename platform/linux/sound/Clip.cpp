@@ -13,8 +13,9 @@ std::string_view withoutTags(std::string_view bytes) {
   constexpr std::size_t kHeader = 10;
   while (bytes.starts_with("ID3") && bytes.size() >= kHeader) {
     std::size_t length = kHeader;
-    for (std::size_t i = 6, shift = 21; i < kHeader; ++i, shift -= 7)
+    for (std::size_t i = 6, shift = 21; i < kHeader; ++i, shift -= 7) {
       length += (static_cast<unsigned char>(bytes[i]) & std::size_t{0x7f}) << shift;
+    }
     constexpr unsigned char kHasFooter = 0x10;
     if ((static_cast<unsigned char>(bytes[5]) & kHasFooter) != 0) length += kHeader;
     bytes.remove_prefix(std::min(length, bytes.size()));

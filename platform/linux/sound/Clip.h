@@ -19,8 +19,9 @@
 /// A clip's bytes, decoded piece by piece.
 class Clip {
  public:
-  /// libmpg123 decodes MP3, and libsndfile all else: through it libmpg123 would tell the standard error stream what is
-  /// wrong with a clip. @return why the clip can't be played, where it can't
+  /// Opens MP3 with libmpg123 and everything else with libsndfile, because libsndfile lets libmpg123 write its messages
+  /// about damaged clips to the standard error stream.
+  /// @return the clip, or why it cannot be played
   static std::variant<std::unique_ptr<Clip>, NSError> open(std::string_view bytes);
   Clip(const Clip&) = delete;
   Clip& operator=(const Clip&) = delete;
@@ -39,7 +40,7 @@ class Clip {
   /// Fills `samples`, full scale being 1. @return how many there are
   virtual std::size_t decode(std::span<float> samples) = 0;
 
-  /// As of a file. @return where that is
+  /// As `lseek`. @return the new offset
   off_t seek(off_t offset, int whence);
   std::size_t read(void* into, std::size_t count);
   off_t size() const { return static_cast<off_t>(bytes_.size()); }
@@ -51,7 +52,7 @@ class Clip {
   policy::SampleFormat format_{};
 };
 
-/// Null, and why, when the decoder makes nothing of the bytes.
+/// @return null, with the reason in `fault`, when the decoder does not recognise the bytes.
 std::unique_ptr<Clip> makeMp3Clip(std::string_view bytes, std::string& fault);
 std::unique_ptr<Clip> makeSndfileClip(std::string_view bytes, std::string& fault);
 

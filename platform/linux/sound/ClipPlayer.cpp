@@ -19,21 +19,20 @@ class ClipPlayer final : public AVAudioPlayer {
     if (stream_ || !clip_) return;
     stream_ = std::make_unique<BufferedStream>(
         *output_,
-        SoundEvents{.wantsMore = [this] { decode(); },
-                    .heard =
-                        [this] {
-                          end([](auto& told, auto& self) { told.audioPlayerDidFinishPlayingSuccessfully(self, true); });
-                        },
-                    .lost =
-                        [this](const std::string&) {
-                          end([](auto& told, auto& self) {
-                            told.audioPlayerDidFinishPlayingSuccessfully(self, false);
-                          });
-                        },
-                    .silenced =
-                        [this](bool isSilenced) {
-                          if (isSilenced) end([](auto& told, auto& self) { told.audioPlayerBeginInterruption(self); });
-                        }});
+        SoundEvents{
+            .wantsMore = [this] { decode(); },
+            .heard =
+                [this] {
+                  end([](auto& told, const auto& self) { told.audioPlayerDidFinishPlayingSuccessfully(self, true); });
+                },
+            .lost =
+                [this](const std::string&) {
+                  end([](auto& told, const auto& self) { told.audioPlayerDidFinishPlayingSuccessfully(self, false); });
+                },
+            .silenced =
+                [this](bool isSilenced) {
+                  if (isSilenced) end([](auto& told, const auto& self) { told.audioPlayerBeginInterruption(self); });
+                }});
     stream_->setVolume(volume_);
     stream_->start(clip_->format());
     decode();
@@ -59,18 +58,16 @@ class ClipPlayer final : public AVAudioPlayer {
       const auto damage = clip_->damage();
       clip_.reset();
       if (!damage) return stream_->end();
-      end([error = *damage](auto& told, auto& self) { told.audioPlayerDecodeErrorDidOccur(self, error); });
+      end([error = *damage](auto& told, const auto& self) { told.audioPlayerDecodeErrorDidOccur(self, error); });
     }
   }
 
-  /// Ends the sound and tells it, later, to whoever is the delegate then.
+  /// Ends the sound and reports it, later, to whoever is the delegate then.
   template <class Tell>
   void end(Tell tell) {
-    loop_->post([weak = weak_from_this(), tell] {
-      const auto self = weak.lock();
-      const auto told = self ? self->delegate().lock() : nullptr;
-      if (told) tell(*told, self);
-    });
+    loop_->post(Callback(this, [this, tell] {
+      if (const auto told = delegate().lock()) tell(*told, shared_from_this());
+    }));
     stream_.reset();
   }
 

@@ -63,8 +63,9 @@ struct OwnNotes {
   }
   void remove(const std::string& folder) {
     const std::lock_guard lock(mutex);
-    if (const auto found = std::find(folders.begin(), folders.end(), folder); found != folders.end())
+    if (const auto found = std::find(folders.begin(), folders.end(), folder); found != folders.end()) {
       folders.erase(found);
+    }
     count = folders.size();
   }
 };
@@ -102,8 +103,9 @@ FileDescriptor DuckFile::lock() const {
   make(folder_);
   if (!isOwnFolder(folder_)) return {};
   FileDescriptor folder(::open(folder_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  for (int tries = 0; folder.isOpen() && tries < kMostTries && ::flock(folder.get(), LOCK_EX | LOCK_NB) != 0; ++tries)
+  for (int tries = 0; folder.isOpen() && tries < kMostTries && ::flock(folder.get(), LOCK_EX | LOCK_NB) != 0; ++tries) {
     ::usleep(1000);
+  }
   return folder;
 }
 

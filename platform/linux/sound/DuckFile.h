@@ -2,14 +2,15 @@
 #ifndef ZRCORE_LINUX_SOUND_DUCKFILE_H
 #define ZRCORE_LINUX_SOUND_DUCKFILE_H
 
+#include <owners/FileDescriptor.h>
+
 #include <string>
 #include <vector>
 
-#include "sound/EngineProcess.h"
-
-/// A process's note of what it has lowered, for other processes: those that want to lower the same, and a later one if
-/// this one dies. Each process has a file of its own, locked for as long as it lives: a file that can be locked is a dead
-/// one's. The folder must be the user's alone, and so must each note: others' notes would set volumes at their will.
+/// A process's note of the streams that it has lowered. Other processes that want to lower the same streams read it,
+/// and if this process crashes the next one restores what the note names. Each process keeps its own file locked while
+/// it lives, so a file that can be locked belongs to a dead process. Folder and notes must belong to this user alone:
+/// otherwise another user could set volumes.
 class DuckFile {
  public:
   /// @param folder       made when it is needed; empty: a folder of the user's session.
@@ -22,26 +23,26 @@ class DuckFile {
   static std::vector<std::string> foldersWithNotes();
   static bool hasNotes();
 
-  /// Keeps other processes from deciding at the same moment, for as long as the result lives. Waits for them 20 ms at the
-  /// most: one that has been stopped must not stop this one.
+  /// Locks the folder while the result lives, so that one process decides at a time. Waits at most 20 ms for the lock,
+  /// because a process that was suspended while it held it must not block this one.
   FileDescriptor lock() const;
 
   const std::string& folder() const { return folder_; }
 
-  /// Notes `text` in place of what was noted; the file is there only while there is something to note.
+  /// Replaces the note by `text`. An empty text removes the file.
   /// @return false when it cannot be written
   bool write(const std::string& text);
 
   /// Whether there are files of other processes, dead or alive.
   bool hasNotesOfOthers() const { return !pathsOfOthers().empty(); }
-  /// Whether there are files of dead ones.
+  /// Whether there are files of dead processes.
   bool hasNotesOfDead();
   struct Note {
     std::string text;
-    bool isOfLiving = false;  ///< process
+    bool isOfLiving = false;  ///< whether the process that wrote it lives
   };
-  /// What other processes have noted. The files of dead ones stay, locked against others who look for them, until they
-  /// are removed, which is due before the next look.
+  /// The notes of other processes. The files of dead processes stay, locked by this one, until `removeOfDead`, which
+  /// the caller must call before it asks again.
   std::vector<Note> notesOfOthers();
   void removeOfDead();
 

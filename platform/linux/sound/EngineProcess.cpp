@@ -22,8 +22,8 @@ extern char** environ;
 
 namespace {
 
-/// Our environment, but for a sound server: an engine that looks for one shows there as another application's sound, and
-/// hangs with a server that does. What is to be heard it writes.
+/// Our environment, but for a sound server: an engine that looks for one shows there as another application's sound,
+/// and hangs with a server that does. What is to be heard it writes.
 std::vector<char*> environmentWithoutSound() {
   static char noServer[] = "PULSE_SERVER=unix:/dev/null";
   std::vector<char*> variables{noServer};
@@ -35,20 +35,6 @@ std::vector<char*> environmentWithoutSound() {
 }
 
 }  // namespace
-
-FileDescriptor::FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-
-FileDescriptor& FileDescriptor::operator=(FileDescriptor&& other) noexcept {
-  if (this != &other) {
-    close();
-    number_ = std::exchange(other.number_, -1);
-  }
-  return *this;
-}
-
-void FileDescriptor::close() {
-  if (number_ >= 0) ::close(std::exchange(number_, -1));
-}
 
 EngineProcess::EngineProcess(Loop& loop, std::string input, Events events)
     : loop_(loop), input_(std::move(input)), events_(std::move(events)) {}
@@ -65,10 +51,11 @@ std::unique_ptr<EngineProcess> EngineProcess::start(Loop& loop, const std::vecto
     self->processWait_.reset();
     self->hasExited_ = true;
     if (::waitid(P_PIDFD, static_cast<id_t>(self->process_.get()), &exit, WEXITED) == 0) {
-      if (exit.si_code != CLD_EXITED)
+      if (exit.si_code != CLD_EXITED) {
         self->exitFault_ = "was ended by signal " + std::to_string(exit.si_status);
-      else if (exit.si_status != 0)
+      } else if (exit.si_status != 0) {
         self->exitFault_ = "ended with status " + std::to_string(exit.si_status);
+      }
     }  // otherwise the host reaps its children itself, and how this one ended is lost
     self->endIfDone();
   });
@@ -149,8 +136,7 @@ void EngineProcess::readOutput() {
   std::array<char, 16384> bytes;
   const ssize_t count = ::read(stdout_.get(), bytes.data(), bytes.size());
   if (count > 0) {
-    const auto output = events_.output;
-    output(std::string_view(bytes.data(), static_cast<std::size_t>(count)));
+    events_.output(std::string_view(bytes.data(), static_cast<std::size_t>(count)));
   } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
     outputWait_.reset();
     stdout_.close();
@@ -169,6 +155,5 @@ std::string EngineProcess::complaint() const {
 
 void EngineProcess::endIfDone() {
   if (!hasExited_ || stdout_.isOpen()) return;
-  const auto ended = events_.ended;
-  ended(exitFault_.empty() ? "" : exitFault_ + complaint());
+  events_.ended(exitFault_.empty() ? "" : exitFault_ + complaint());
 }

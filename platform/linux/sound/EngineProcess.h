@@ -2,9 +2,10 @@
 #ifndef ZRCORE_LINUX_SOUND_ENGINEPROCESS_H
 #define ZRCORE_LINUX_SOUND_ENGINEPROCESS_H
 
+#include <owners/FileDescriptor.h>
+#include <platform/Callback.h>
 #include <sys/types.h>
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,31 +13,15 @@
 
 #include "loop/Loop.h"
 
-/// A descriptor of our own, closed with its owner.
-class FileDescriptor {
- public:
-  FileDescriptor() = default;
-  explicit FileDescriptor(int number) : number_(number) {}
-  FileDescriptor(FileDescriptor&& other) noexcept;
-  FileDescriptor& operator=(FileDescriptor&& other) noexcept;
-  ~FileDescriptor() { close(); }
-  int get() const { return number_; }
-  bool isOpen() const { return number_ >= 0; }
-  void close();
-
- private:
-  int number_ = -1;
-};
-
 /// A program that is given a text on its standard input and whose standard output is read on the loop. It runs in a
 /// process group of its own, without a sound server; dropping this object kills the group.
 class EngineProcess {
  public:
   struct Events {
-    std::function<void(std::string_view bytes)> output;
-    /// It has ended, and all output has been told. `fault` is empty after a success; otherwise it says in words how it
-    /// ended and what it said last. The object may be dropped here, as in `output`.
-    std::function<void(const std::string& fault)> ended;
+    Callback<std::string_view> output;
+    /// It has ended, and all output has been reported. `fault` is empty after a success; otherwise it says in words how
+    /// it ended and what it said last. The object may be dropped here, as in `output`.
+    Callback<const std::string&> ended;
   };
 
   /// Starts `command`, whose first word is looked for on the path. No shell takes part.

@@ -11,17 +11,9 @@ EngineSpeech::EngineSpeech(Loop& loop, SoundOutput& output, const SpeechRequest&
       isBlank_(request.text.find_first_not_of(" \t\r\n") == std::string::npos),
       patienceSeconds_(patienceSeconds),
       stream_(output, {.wantsMore = [this] { readOn(); },
-                       .heard =
-                           [this] {
-                             const auto ended = events_.ended;
-                             ended("");
-                           },
+                       .heard = [this] { end(""); },
                        .lost = [this](const std::string& why) { end(why); },
-                       .silenced =
-                           [this](bool isSilenced) {
-                             const auto silenced = events_.silenced;
-                             silenced(isSilenced);
-                           }}) {
+                       .silenced = [this](bool isSilenced) { events_.silenced(isSilenced); }}) {
   std::string fault;
   engine_ = EngineProcess::start(loop_, request.command, request.text,
                                  {.output = [this](std::string_view bytes) { takeOutput(bytes); },
@@ -74,7 +66,4 @@ void EngineSpeech::watchOver() {
   });
 }
 
-void EngineSpeech::end(const std::string& fault) {
-  const auto ended = events_.ended;
-  ended(fault);
-}
+void EngineSpeech::end(const std::string& fault) { events_.ended(fault); }

@@ -15,19 +15,19 @@ struct SpeechRequest {
   std::vector<std::string> command;
 };
 
-/// One utterance on its way: the engine's process, what it writes, and the stream to the ear.
+/// One utterance in progress: the engine's process, the samples that it writes, and the stream that plays them.
 class EngineSpeech {
  public:
-  static constexpr double kLongestSeconds = 600.0;  ///< of one utterance: an engine may go mad
+  static constexpr double kLongestSeconds = 600.0;  ///< limit of one utterance, for an engine that never stops
 
   struct Events {
-    /// `fault`: why it could not be heard to its end, in words; empty when it was.
-    std::function<void(const std::string& fault)> ended;
-    std::function<void(bool isSilenced)> silenced;
+    /// @param fault  why the utterance was not played to its end, in words; empty when it was
+    Callback<const std::string&> ended;
+    Callback<bool> silenced;
   };
 
-  /// @param patienceSeconds  for which the engine may write nothing while it is being read
-  /// Nothing is told inside this call.
+  /// Calls no event inside this call.
+  /// @param patienceSeconds  how long the engine may write nothing while its output is read
   EngineSpeech(Loop& loop, SoundOutput& output, const SpeechRequest& request, double patienceSeconds, Events events);
 
  private:

@@ -5,6 +5,7 @@
 #include <policy/SpeechRate.h>
 #include <policy/SpokenText.h>
 #include <policy/UtteranceQueue.h>
+#include <text/ASCII.h>
 
 #include <algorithm>
 #include <utility>
@@ -15,11 +16,8 @@ namespace {
 
 /// Letters and digits in parts joined by "-": nothing that a command line could take for an option.
 bool isLanguageTag(const std::string& tag) {
-  const auto isPartOfWord = [](char c) {
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-  };
   if (tag.empty() || tag.size() > 35 || tag.front() == '-' || tag.back() == '-') return false;
-  return std::all_of(tag.begin(), tag.end(), [&](char c) { return isPartOfWord(c) || c == '-'; });
+  return std::all_of(tag.begin(), tag.end(), [&](char c) { return text::isAlphanumeric(c) || c == '-'; });
 }
 
 std::string filledIn(std::string word, const std::string& place, const std::string& value) {
@@ -86,9 +84,7 @@ class LinuxSynthesizer final : public AVSpeechSynthesizer {
 
   void perform(Queue::Step step) {
     const auto held = self();
-    for (auto& event : step.events) {
-      shared_->loop->post([held, event = std::move(event)] { held->tell(event); });
-    }
+    for (auto& event : step.events) shared_->loop->post([held, event = std::move(event)] { held->tell(event); });
     if (step.start) start(*step.start->request);
     if (queue_.isEmpty()) shared_->speaking.erase(held);
   }

@@ -27,7 +27,7 @@ class LinuxSpeech final : public ZRSpeech {
   LinuxSpeech(std::shared_ptr<Loop> loop, std::shared_ptr<SoundOutput> output, Options options);
   ~LinuxSpeech() override;
 
-  /// Null for what is no language tag. Whether the engine has the voice shows when it is used.
+  /// Null for what is not a language tag. Whether the engine has the voice shows when it is used.
   std::shared_ptr<AVSpeechSynthesisVoice> voiceWithLanguage(const std::string& language) override;
   std::shared_ptr<AVSpeechSynthesizer> makeSynthesizer() override;
 
@@ -37,7 +37,8 @@ class LinuxSpeech final : public ZRSpeech {
   std::shared_ptr<Shared> shared_;
 };
 
-/// The command with the places of voice, rate and volume filled in; a voice that is no language tag counts as absent.
+/// The command with the places of voice, rate and volume filled in; a voice that is not a language tag counts as
+/// absent.
 std::vector<std::string> engineCommand(const LinuxSpeech::Options& options, const AVSpeechUtterance& utterance);
 
 #endif

@@ -13,38 +13,39 @@
 #include "sound/PulseConnection.h"
 #include "sound/VolumeMemory.h"
 
-/// The streams of other processes on the sound server: whether they can be heard, and their lowering while ours can.
+/// The streams of other processes on the sound server: knows whether they are audible, and lowers them while this
+/// process speaks.
 ///
-/// All is decided on lists of the server, of which at most one is under way, and which is asked for after all changes
-/// before it: so it never shows a volume that we have changed since. Other processes like this one write down what they
-/// lower, and decide one after the other. What streams that have ended low have left in the server's memory is
-/// corrected once nothing is to be lowered.
+/// Every decision is made on a list of streams from the server. At most one list is requested at a time, and only after
+/// all volume changes were sent, so that no list shows a volume that this process has changed since. Other processes of
+/// the kit write down what they lower, and a file lock lets one process decide at a time. A stream that ends while it
+/// is lowered leaves its low volume in the server's memory: the volume is corrected there when the prompts are over.
 class OtherStreams final : private PulseListener {
  public:
-  static constexpr double kLingerSeconds = 0.15;  ///< for which they stay lowered, should another prompt follow
+  static constexpr double kLingerSeconds = 0.15;  ///< how long streams stay lowered after a prompt, for the next one
 
   struct Events {
-    std::function<void(bool)> changed;  ///< other audio has started (true) or ended
-    std::function<void(const std::string& folder)>
-        unnoted;  ///< what is lowered cannot be written down, for the first time
+    std::function<void(bool)> changed;                       ///< other audio has started (true) or ended
+    std::function<void(const std::string& folder)> unnoted;  ///< the note cannot be written; called once
   };
 
   /// @param endingOwner  as in `DuckFile`
   OtherStreams(PulseConnection& connection, std::string stateFolder, Events events, std::string endingOwner = {});
   ~OtherStreams() override;
 
-  /// Whether any can be heard; asks the server, and waits for it a fraction of a second, while it is not known yet.
+  /// Whether any of the streams is audible. Until the first list has come, this asks the server and waits for its
+  /// answer, a quarter of a second at most.
   bool arePlaying() const;
-  /// Whether a process that died may have left some lowered; that is put right as soon as there is a connection.
+  /// Whether a process that crashed may have left streams lowered. They are restored when a connection is ready.
   bool mayHaveToRestore() const { return file_.hasNotesOfOthers(); }
-  /// Whether they may be lowered at all.
+  /// Allows or forbids lowering.
   void setDucking(bool isWanted);
-  /// A stream of ours can be heard from now on, or no longer.
+  /// A stream of this process becomes audible, or has ended.
   void ourStreamStarts();
   void ourStreamEnds();
-  /// Whether nothing is under way and nothing is lowered that should not be.
+  /// Whether no change is under way and no stream is lowered that should be restored.
   bool isSettled() const;
-  /// Where is noted what is lowered.
+  /// The folder of the notes.
   const std::string& stateFolder() const { return file_.folder(); }
   /// How many streams and remembered volumes have been restored so far.
   int restored() const { return restored_; }
@@ -74,11 +75,11 @@ class OtherStreams final : private PulseListener {
   VolumeMemory memory_;
   Events events_;
   policy::DuckPlan plan_;
-  policy::DuckPlan noted_;  ///< by other processes that live, since the list was asked for
+  policy::DuckPlan noted_;  ///< the notes of living processes since the list was requested
   std::uint32_t serverCookie_ = 0;
   std::vector<policy::OtherStream> streams_;  ///< of the list under way
   std::optional<bool> arePlaying_;            ///< by the last list
-  mutable std::optional<bool> toldPlaying_;   ///< what whoever asked was told last, or was told without asking
+  mutable std::optional<bool> toldPlaying_;   ///< the answer that was last given, asked for or not
   bool isWanted_ = false;
   bool serverDucks_ = false;
   bool hasSeenDucking_ = false;  ///< in the list of modules under way
@@ -86,7 +87,7 @@ class OtherStreams final : private PulseListener {
   std::unique_ptr<Loop::Wait> linger_;
   bool isLearning_ = false;  ///< what the server is
   bool isListing_ = false;
-  bool isStale_ = false;  ///< something has happened since the list was asked for
+  bool isStale_ = false;  ///< something has changed since the list was requested
   std::list<ChangeUnderWay> changesUnderWay_;
   bool isCorrecting_ = false;  ///< the server's memory
   bool hasMemory_ = true;      ///< the server has one, as far as is known
@@ -96,7 +97,7 @@ class OtherStreams final : private PulseListener {
 /// The property by which processes like this one know each other's streams: `soundOwner` of the stream's process.
 inline constexpr const char* kPromptProperty = "zrcore.prompt";
 
-/// What a server tells of a stream. One of this process does not count as audible.
+/// What a server reports of a stream. One of this process does not count as audible.
 policy::OtherStream otherStream(const pa_sink_input_info& info);
 
 /// Whether others can be heard, asked over a connection of its own in at most a quarter of a second; false without a

@@ -48,7 +48,7 @@ void PulseConnection::drop() {
 
 void PulseConnection::lose(const std::string& why) {
   const std::string fault = "no sound server: " + why;
-  drop();  // before it is told: a listener may want to connect again at once
+  drop();  // before it is reported: a listener may want to connect again at once
   tell([&fault](PulseListener& listener) { listener.serverIsLost(fault); });
 }
 

@@ -10,7 +10,7 @@
 
 #include "loop/GLibLoop.h"
 
-/// Hears of a connection. It may remove itself, and drop what it likes, in either call.
+/// Is called when a connection is ready or lost. It may remove itself and drop any object in either call.
 class PulseListener {
  public:
   virtual ~PulseListener() = default;
@@ -18,8 +18,8 @@ class PulseListener {
   virtual void serverIsLost(const std::string& why) = 0;
 };
 
-/// The connection with the sound server. It is made when it is asked for, and made again after it was lost only when it
-/// is asked for again. No server is started.
+/// The connection to the sound server. `connect` makes it; after a loss it stays down until the next `connect`. No
+/// server is started.
 class PulseConnection {
  public:
   static constexpr double kPatienceSeconds = 2.0;  ///< for the server's first answer
@@ -29,7 +29,7 @@ class PulseConnection {
   PulseConnection& operator=(const PulseConnection&) = delete;
   ~PulseConnection();
 
-  /// Begins to connect, unless that has been done. Nothing is told inside this call.
+  /// Begins to connect, unless that has been done. Nothing is reported inside this call.
   void connect();
   bool isReady() const { return isReady_; }
   bool isConnecting() const { return context_ != nullptr && !isReady_; }

@@ -34,12 +34,11 @@ bool PulseSound::isOtherAudioPlaying() const { return others_.arePlaying(); }
 PulseSound::~PulseSound() = default;
 
 void PulseSound::postHint(std::map<std::string, std::int64_t> information) {
-  connection_.loop().post([weak = weak_from_this(), information = std::move(information)] {
-    const std::shared_ptr<AVAudioSession> self = weak.lock();
-    if (!self) return;
-    ZRPlatformInUse().notificationCenter->postNotification(
-        {.name = AVAudioSessionSilenceSecondaryAudioHintNotification, .object = self, .userInfo = information});
-  });
+  connection_.loop().post(Callback(this, [this, information = std::move(information)] {
+    ZRPlatformInUse().notificationCenter->postNotification({.name = AVAudioSessionSilenceSecondaryAudioHintNotification,
+                                                            .object = shared_from_this(),
+                                                            .userInfo = information});
+  }));
 }
 
 AVAudioSessionResult PulseSound::setCategoryWithOptions(const std::string&, AVAudioSessionCategoryOptions options) {
@@ -55,8 +54,8 @@ AVAudioSessionResult PulseSound::setActiveWithOptions(bool active, AVAudioSessio
   return {};
 }
 
-/// A stream on the server, from its start until it was heard. How long the last sample is on its way the server tells;
-/// its report that a stream has been drained may come seconds late.
+/// A stream on the server, from its start until it was heard. How long the last sample is on its way the server
+/// reports; its report that a stream has been drained may come seconds late.
 class PulseSound::Stream final : public SoundStream, private PulseListener {
  public:
   Stream(PulseSound& sound, SoundEvents events) : sound_(sound), events_(std::move(events)) {
@@ -112,10 +111,7 @@ class PulseSound::Stream final : public SoundStream, private PulseListener {
     if (format_.channels > 0 && stream_ == nullptr) connectStream();
   }
 
-  void serverIsLost(const std::string& why) override {
-    const auto lost = events_.lost;
-    lost(why);
-  }
+  void serverIsLost(const std::string& why) override { events_.lost(why); }
 
   void connectStream() {
     pa_sample_spec spec{};
@@ -171,8 +167,7 @@ class PulseSound::Stream final : public SoundStream, private PulseListener {
 
   void tellWantsMore() {
     hasMoved_ = true;
-    const auto wantsMore = events_.wantsMore;
-    if (!hasEnded_) wantsMore();
+    if (!hasEnded_) events_.wantsMore();
   }
 
   /// The server's policy would have the stream silenced, for a call say, or lets it go on.
@@ -186,8 +181,7 @@ class PulseSound::Stream final : public SoundStream, private PulseListener {
     setAudible(!isSilenced);
     if (!isSilenced && hasEnded_) askWhenHeard();
     sound_.postHint({{AVAudioSessionInterruptionTypeKey, isSilenced ? 1 : 0}});
-    const auto silenced = events_.silenced;
-    silenced(isSilenced);
+    events_.silenced(isSilenced);
   }
 
   void askWhenHeard() {
@@ -204,8 +198,7 @@ class PulseSound::Stream final : public SoundStream, private PulseListener {
     const double seconds = isKnown ? static_cast<double>(microseconds) * 1e-6 : 0.0;
     wait_ = sound_.connection_.loop().after(seconds, [this] {
       setAudible(false);
-      const auto heard = events_.heard;
-      heard();
+      events_.heard();
     });
   }
 

@@ -8,11 +8,11 @@
 #include "sound/PulseConnection.h"
 #include "sound/SoundOutput.h"
 
-/// The sound server as the audio session and as the way of our sound. Deactivation always succeeds, also without a
-/// server.
+/// The sound server, as the audio session and as the output of this process's sound. Deactivation always succeeds, also
+/// without a server.
 class PulseSound final : public AVAudioSession, public SoundOutput, public std::enable_shared_from_this<PulseSound> {
  public:
-  static constexpr unsigned kLatencyMilliseconds = 75;  ///< what is asked of the server, of a stream's buffer
+  static constexpr unsigned kLatencyMilliseconds = 75;  ///< the length of a stream's buffer on the server
 
   PulseSound(std::shared_ptr<GLibLoop> loop, std::string stateFolder);
   ~PulseSound() override;
@@ -24,7 +24,7 @@ class PulseSound final : public AVAudioSession, public SoundOutput, public std::
 
   std::unique_ptr<SoundStream> open(SoundEvents events) override;
 
-  /// Whether nothing of ours sounds and no other's stream has yet to be restored.
+  /// Whether no stream of this process is audible and every lowered stream has been restored.
   bool isSettled() const { return others_.isSettled(); }
 
  private:

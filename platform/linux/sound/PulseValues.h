@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-/// An operation whose end is told by its callback, if at all.
+/// An operation whose end is reported by its callback, if at all.
 inline void release(pa_operation* operation) {
   if (operation != nullptr) ::pa_operation_unref(operation);
 }

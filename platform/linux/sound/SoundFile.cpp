@@ -2,7 +2,7 @@
 #include "sound/SoundFile.h"
 
 #include <fcntl.h>
-#include <unistd.h>
+#include <owners/FileDescriptor.h>
 
 #include <algorithm>
 #include <array>
@@ -14,14 +14,12 @@
 ZRSoundFile::~ZRSoundFile() = default;
 
 std::shared_ptr<ZRSoundFile> ZRSoundFile::create(const std::string& path, std::string& fault) {
-  const int descriptor = ::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  if (descriptor < 0) {
+  const FileDescriptor descriptor(::open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
+  if (!descriptor.isOpen()) {
     fault = std::string("the sound file cannot be opened: ") + std::strerror(errno);
     return nullptr;
   }
-  auto file = createIn(descriptor, fault);
-  ::close(descriptor);
-  return file;
+  return createIn(descriptor.get(), fault);
 }
 
 std::shared_ptr<ZRSoundFile> ZRSoundFile::createIn(int descriptor, std::string& fault) {
@@ -96,13 +94,9 @@ class SoundFile::Stream final : public SoundStream {
   }
 
  private:
-  void tellWantsMore() { tell(events_.wantsMore); }
-  void tellHeard() { tell(events_.heard); }
-  void tellLost() {
-    const auto lost = events_.lost;
-    lost(file_.fault_);
-  }
-  static void tell(std::function<void()> event) { event(); }
+  void tellWantsMore() { events_.wantsMore(); }
+  void tellHeard() { events_.heard(); }
+  void tellLost() { events_.lost(file_.fault_); }
 
   SoundFile& file_;
   SoundEvents events_;

@@ -20,7 +20,7 @@ class SoundFile final : public ZRSoundFile, public SoundOutput {
   explicit SoundFile(SNDFILE* file) : file_(file) {}
   ~SoundFile() override;
 
-  /// Where events are told. Before that, no stream can be opened.
+  /// Where events are reported. Before that, no stream can be opened.
   void attach(std::shared_ptr<Loop> loop) { loop_ = std::move(loop); }
 
   void setTimeSeconds(double seconds) override;

@@ -5,6 +5,7 @@
 
 #include <ZRCore/ZRLinuxSound.h>
 #include <fcntl.h>
+#include <owners/FileDescriptor.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -105,11 +106,12 @@ void ZRRestoreLinuxSoundAtSuddenEnd() {
   }
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) return;
+  const FileDescriptor untilEnd(ends[0]);
+  FileDescriptor ours(ends[1]);
   const pid_t child = ::_Fork();  // unlike fork, it takes no locks
   if (child == 0) becomeHelper(command->arguments(), ends[1]);
-  ::close(ends[1]);
-  if (child > 0) waitForEnd(ends[0]);
-  ::close(ends[0]);
+  ours.close();
+  if (child > 0) waitForEnd(untilEnd.get());
 }
 
 void guardSound(const std::string& stateFolder) {

@@ -2,25 +2,25 @@
 #ifndef ZRCORE_LINUX_SOUND_SOUNDOUTPUT_H
 #define ZRCORE_LINUX_SOUND_SOUNDOUTPUT_H
 
+#include <platform/Callback.h>
 #include <policy/WavStreamReader.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string>
 
-/// What a stream has to tell. Called on the loop, never inside a call of the stream's owner, who may drop the stream
-/// there.
+/// The events of a stream. They are called on the loop, never inside a call of the stream's owner, and the owner may
+/// drop the stream in each of them.
 struct SoundEvents {
-  std::function<void()> wantsMore;                   ///< there is room for samples
-  std::function<void()> heard;                       ///< the last sample before `end` has been heard
-  std::function<void(const std::string& why)> lost;  ///< nothing more will be heard; the last event
-  std::function<void(bool isSilenced)> silenced;     ///< the sound server makes it wait, or lets it go on
+  Callback<> wantsMore;               ///< there is room for samples
+  Callback<> heard;                   ///< the last sample before `end` has been heard
+  Callback<const std::string&> lost;  ///< nothing more will be heard; the last event
+  Callback<bool> silenced;            ///< the sound server pauses or resumes it
 };
 
-/// One way of samples to the ear. Dropping it silences it at once.
+/// One stream of samples. Dropping it silences it at once.
 class SoundStream {
  public:
   SoundStream() = default;
@@ -28,13 +28,13 @@ class SoundStream {
   SoundStream& operator=(const SoundStream&) = delete;
   virtual ~SoundStream();
 
-  /// Tells what the samples are; once, before the first.
+  /// Sets the samples' format. Called once, before the first samples.
   virtual void start(policy::SampleFormat format) = 0;
   /// How many samples there is room for now.
   virtual std::size_t room() const = 0;
-  /// At most as many samples as there is room for.
+  /// @param samples  at most as many as there is room for
   virtual void write(std::span<const std::int16_t> samples) = 0;
-  /// No more samples will come. Once, after `start`.
+  /// Ends the stream after the samples that were written. Called once, after `start`.
   virtual void end() = 0;
 };
 

@@ -5,7 +5,7 @@
 #include <string>
 
 /// This process's name among those that lower other applications' streams: 16 random hexadecimal digits. A process's
-/// number is no name: sandboxes count their own.
+/// number is not a name: sandboxes count their own.
 const std::string& soundOwner();
 
 #endif

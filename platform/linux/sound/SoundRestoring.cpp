@@ -2,6 +2,7 @@
 #include "sound/SoundRestoring.h"
 
 #include <ZRCore/ZRLinuxPlatform.h>
+#include <owners/GLib.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -26,8 +27,7 @@ int restoreSound(std::string& fault, const SoundToRestore& what) {
   fault.clear();
   if (!DuckFile(what.stateFolder, what.endingOwner).hasNotesOfDead()) return 0;
   // A loop of its own: that of the platform may be anybody's, and no platform need be installed.
-  const std::unique_ptr<GMainContext, decltype(&g_main_context_unref)> context(g_main_context_new(),
-                                                                               g_main_context_unref);
+  const owners::Ref<GMainContext> context(g_main_context_new());
   const auto loop = std::make_shared<GLibLoop>(context.get());
   PulseConnection connection(loop);
   Loss loss;

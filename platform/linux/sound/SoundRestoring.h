@@ -4,18 +4,18 @@
 
 #include <string>
 
-/// What dead processes have noted in a folder, and what one has that is about to end.
+/// Which notes to restore: those of dead processes in a folder, and those of one process that is about to end.
 struct SoundToRestore {
   std::string stateFolder;  ///< as in `DuckFile`
   std::string endingOwner;  ///< as there
-  double seconds = 0.5;     ///< the longest time that it may take
+  double seconds = 0.5;     ///< the time limit
 };
 
 /// @param fault  why it could not all be restored, in words; empty when it was
 /// @return how many volumes were restored
 int restoreSound(std::string& fault, const SoundToRestore& what);
 
-/// From now on a process that exits restores first what it has lowered, for hosts that do not wait for that.
+/// Makes this process restore what it has lowered when it exits, for hosts that do not wait until sound has settled.
 void restoreSoundAtExit();
 
 #endif

@@ -11,22 +11,23 @@
 
 #include "sound/PulseConnection.h"
 
-/// What the sound server remembers of streams for their applications' next ones, where it does (module-stream-restore).
-/// One question at a time.
+/// The sound server's memory of volumes: some servers remember the volume of a stream and give it to the next stream of
+/// the same application (module-stream-restore). One read or write at a time.
 class VolumeMemory {
  public:
   explicit VolumeMemory(PulseConnection& connection) : connection_(connection) {}
 
-  /// PipeWire takes what is written, but shows only that, and not what it has since remembered of streams.
+  /// PipeWire accepts volumes, but returns only those that were written, not those that it has remembered since.
   void setServer(const std::string& name) { isShown_ = name.find("PipeWire") == std::string::npos; }
 
   using Remembered = std::optional<std::vector<policy::RememberedVolume>>;  ///< nullopt: the server does not show it
-  /// Asks, over a connection that is ready. Nothing is told once that is lost.
-  /// @param told  gets false from a server without a memory
+  /// Reads the memory. The connection must be ready; if it is lost, `told` is never called.
+  /// @param told  called with false when the server has no such memory
   void read(std::function<void(bool hasMemory, const Remembered& remembered)> told);
 
-  /// Sets volumes, of what was read last where it is shown; all else that is remembered stays.
-  /// @param told  gets whether the server has done so
+  /// Sets these volumes and keeps everything else that the server remembers. Where the memory can be read, the volumes
+  /// must be of streams that the last `read` returned.
+  /// @param told  called with whether the server has stored them
   void write(const std::vector<policy::RememberedVolume>& volumes, std::function<void(bool)> told);
 
  private:

@@ -25,8 +25,9 @@ std::string toneAs(int format) {
   SNDFILE* const file = ::sf_open((folder.path / "clip").c_str(), SFM_WRITE, &info);
   if (file == nullptr) return "";
   std::vector<double> samples;
-  for (int i = 0; i < 2 * kFrames; ++i)
+  for (int i = 0; i < 2 * kFrames; ++i) {
     samples.push_back(0.5 * std::sin(2.0 * std::numbers::pi * 440.0 * (i / 2) / 44100.0));
+  }
   ::sf_write_double(file, samples.data(), static_cast<sf_count_t>(samples.size()));
   ::sf_close(file);
   return contentOf(folder.path / "clip");
@@ -62,7 +63,7 @@ std::optional<Decoded> decoded(const std::string& bytes) {
 
 TEST(Clips, OfAnyFormatAndWithTagsAreDecodedToTheirEnd) {
   for (const int format : {SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III, SF_FORMAT_WAV | SF_FORMAT_PCM_16,
-                           SF_FORMAT_FLAC | SF_FORMAT_PCM_16}) {
+                           SF_FORMAT_WAV | SF_FORMAT_FLOAT, SF_FORMAT_FLAC | SF_FORMAT_PCM_16}) {
     const std::string clip = toneAs(format);
     ASSERT_FALSE(clip.empty());
     for (const std::string& bytes : {clip, tagged(clip, 300), tagged(tagged(clip, 0), 2)}) {

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
 // Engines that work and engines that do not, without a sound server: sound goes into a file.
-#include <ZRCore/ZRLinuxPlatform.h>
-#include <ZRCore/ZRPlatformFake.h>
 #include <gmock/gmock.h>
 #include <sndfile.h>
 #include <sys/wait.h>
@@ -14,9 +12,7 @@
 #include <fstream>
 #include <functional>
 
-#include "Ends.h"
-#include "PlatformTestPeer.h"
-#include "TemporaryFolder.h"
+#include "SpeechEngine.h"
 #include "sound/LinuxSpeech.h"
 #include "sound/SoundFile.h"
 
@@ -25,59 +21,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 namespace {
-
-/// So many milliseconds of a square wave as a WAV.
-std::string squareWav(int milliseconds, unsigned rate = 22050) {
-  const auto number = [](std::uint32_t value, int bytes) {
-    std::string text;
-    for (int i = 0; i < bytes; ++i) text += static_cast<char>(value >> 8 * i);
-    return text;
-  };
-  std::string wav = "RIFF" + number(0x7ffff024, 4) + "WAVEfmt " + number(16, 4) + number(1, 2) + number(1, 2) +
-                    number(rate, 4) + number(2 * rate, 4) + number(2, 2) + number(16, 2) + "data" +
-                    number(0x7ffff000, 4);
-  for (unsigned i = 0; i < rate * static_cast<unsigned>(milliseconds) / 1000; ++i)
-    wav += number(i / 50 % 2 ? 5000 : 60536, 2);
-  return wav;
-}
-
-class SpeechEngine : public testing::Test {
- protected:
-  SpeechEngine() { sound.speechPatienceSeconds = 0.3; }
-  ~SpeechEngine() override { PlatformTestPeer::forget(); }
-
-  std::string file(const char* name, const std::string& content) const { return temporary.write(name, content); }
-
-  void install(std::vector<std::string> engine) {
-    PlatformTestPeer::forget();
-    std::string fault;
-    sound.soundFile = soundFile = ZRSoundFile::create(folder / "out.wav", fault);
-    ASSERT_NE(soundFile, nullptr) << fault;
-    sound.speechCommand = std::move(engine);
-    ZRLinuxOptions options;
-    options.sound = std::make_shared<ZRLinuxSoundOptions>(sound);
-    ZRPlatform platform = makeLinuxPlatform(options);
-    log->lines.clear();
-    platform.log = log;
-    ASSERT_TRUE(ZRPlatformInstall(platform));
-    synthesizer = ZRPlatformInUse().speech->makeSynthesizer();
-    synthesizer->setDelegate(hearing);
-  }
-
-  void speak(const std::string& text) { synthesizer->speakUtterance(std::make_shared<AVSpeechUtterance>(text)); }
-  bool ended(std::size_t count) {
-    return ZRRunLinuxLoopFor(30.0, [&] { return ends.size() >= count; });
-  }
-
-  TemporaryFolder temporary;
-  const std::filesystem::path& folder = temporary.path;
-  ZRLinuxSoundOptions sound;
-  std::shared_ptr<ZRSoundFile> soundFile;
-  std::shared_ptr<AVSpeechSynthesizer> synthesizer;
-  std::shared_ptr<ZRFakeLog> log = std::make_shared<ZRFakeLog>();
-  std::shared_ptr<Ends> hearing = std::make_shared<Ends>();
-  std::vector<std::string>& ends = hearing->ends;
-};
 
 TEST_F(SpeechEngine, OneThatFailsCancelsTheUtteranceWithOneLineAndGuidanceGoesOn) {
   const std::string good = file("good.wav", squareWav(100));
@@ -180,38 +123,6 @@ TEST_F(SpeechEngine, WhatItStoppedIsSilentAndItsProcessGone) {
   ASSERT_TRUE(ended(1));
   EXPECT_THAT(ends, ElementsAre("cancelled one"));
   EXPECT_THAT(log->lines, IsEmpty());
-}
-
-std::size_t entriesIn(const char* folder) {
-  return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
-}
-
-long residentPages() {
-  long size = 0, resident = 0;
-  std::ifstream("/proc/self/statm") >> size >> resident;
-  return resident;
-}
-
-TEST_F(SpeechEngine, FiveHundredPromptsLeaveNothingBehind) {
-  install({"cat", file("good.wav", squareWav(200))});
-  const auto speakMany = [this](std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) speak("p");
-    return ended(ends.size() + count);
-  };
-  ASSERT_TRUE(speakMany(100));
-  const auto files = entriesIn("/proc/self/fd"), threads = entriesIn("/proc/self/task");
-  const long pages = residentPages();
-  ASSERT_TRUE(speakMany(400));
-  EXPECT_THAT(ends, testing::Each("finished p"));
-  EXPECT_EQ(entriesIn("/proc/self/fd"), files);
-  EXPECT_EQ(entriesIn("/proc/self/task"), threads);
-  EXPECT_NE(::waitpid(-1, nullptr, WNOHANG), 0) << "a child that was not waited for";
-  EXPECT_NEAR(soundFile->lengthSeconds(), 100.0, 0.1);
-#ifndef __SANITIZE_ADDRESS__
-  EXPECT_LT(residentPages() - pages, 1024) << "4 MiB";
-#else
-  (void)pages;
-#endif
 }
 
 TEST_F(SpeechEngine, InAFileAPromptStandsWhereTheReplayHasIt) {

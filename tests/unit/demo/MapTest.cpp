@@ -3,7 +3,7 @@
 #include <demo/MapView.h>
 #include <demo/ViewThinning.h>
 #include <gmock/gmock.h>
-#include <trip/CairoCanvas.h>
+#include <trip/drawing/CairoCanvas.h>
 
 #include <algorithm>
 #include <cmath>
@@ -76,7 +76,7 @@ TEST(MapView, FollowsTheNewestFixUntilAPersonMovesTheMap) {
   MapView view;
   view.resize(800, 600);
   view.fit(envelope({3.0e7, 2.0e7}, {3.0e7 + 4000, 2.0e7 + 1000}));
-  view.zoomAtCenter(10.0);  // looking closer is no reason to be left behind
+  view.zoomAtCenter(10.0);  // looking closer is not a reason to be left behind
   const auto pixelOf = [&view](ZRMapPoint point) { return view.transform()(point); };
 
   const ZRMapPoint near = view.transform().mapPoint({600.0, 300.0}), far = view.transform().mapPoint({900.0, 300.0});
@@ -152,7 +152,7 @@ class Picture {
   Picture() : surface_(cairo_image_surface_create(CAIRO_FORMAT_RGB24, 400, 300)) {}
   ~Picture() { cairo_surface_destroy(surface_); }
 
-  void draw(const MapView& view, const MapContent& content, const MapColors& colors) {
+  void draw(const MapView& view, const MapContent& content, const trip::MapColors& colors) {
     trip::CairoCanvas canvas(surface_);
     drawMap(canvas, view.transform(), content, colors);
     cairo_surface_flush(surface_);
@@ -188,7 +188,7 @@ TEST(DrawMap, MarksPlacesAndTheNewestFixWhereTheyAreAlsoPastTheAntimeridian) {
   view.fit(around);
   EXPECT_LT(around.maxX - around.minX, ZRMapSizeWorld.width / 100);
   const double world = ZRMapSizeWorld.width;
-  for (const MapColors& colors : {kLightMap, kDarkMap}) {
+  for (const trip::MapColors& colors : {trip::kLightMap, kDarkMap}) {
     Picture picture;
     picture.draw(view, {route, track, places, std::nullopt}, colors);
     EXPECT_TRUE(picture.has(view.transform()(track.raw().back().at), colors.smoothed));

@@ -2,7 +2,7 @@
 #include <ZRCore/ZRPlatformFake.h>
 #include <demo/TripSession.h>
 #include <gtest/gtest.h>
-#include <trip/Recording.h>
+#include <trip/replay/Recording.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -15,6 +15,8 @@
 namespace demo {
 namespace {
 
+using trip::TripClients;
+
 const std::string kDrive = ZRCORE_SAMPLES "/drive.csv";
 
 class TripSessionTest : public testing::Test {
@@ -25,7 +27,7 @@ class TripSessionTest : public testing::Test {
     session.seek(fraction * session.playback().durationSeconds());
     session.step();
   }
-  std::uint64_t fixesOf(TripClients::Which client) const { return session.clients().rows()[client].fixes; }
+  std::uint64_t fixesOf(TripClients::Which client) const { return session.clients().fixes(client); }
 
   HandClock clock;
   NSNotificationCenter& notifications = *ZRPlatformInUse().notificationCenter;
@@ -44,7 +46,7 @@ TEST_F(TripSessionTest, PlaysAsTheClockGoesAndTellsWhetherThereIsNews) {
   EXPECT_NEAR(static_cast<double>(session.track().raw().size()), 11.0, 1.0);
   EXPECT_EQ(fixesOf(TripClients::plain), session.track().raw().size());
   EXPECT_EQ(fixesOf(TripClients::snapped), session.track().raw().size());
-  EXPECT_TRUE(session.clients().lastSnapped());
+  EXPECT_TRUE(session.clients().latest(TripClients::snapped));
 }
 
 TEST_F(TripSessionTest, AJumpForwardDeliversWhatLiesBetweenAndOneBackTakesTheTrackBack) {
@@ -62,9 +64,7 @@ TEST_F(TripSessionTest, AJumpForwardDeliversWhatLiesBetweenAndOneBackTakesTheTra
   EXPECT_EQ(fixesOf(TripClients::plain), all);  // what was delivered, was delivered
   seekTo(1.0);
   EXPECT_EQ(session.track().raw().size(), all);
-  for (std::size_t i = 1; i < all; ++i) {
-    ASSERT_EQ(session.track().raw()[i].index, i);
-  }
+  for (std::size_t i = 1; i < all; ++i) ASSERT_EQ(session.track().raw()[i].index, i);
   const auto gapsOf = [](const std::vector<TrackPoint>& track) {
     return std::ranges::count_if(track.begin() + 1, track.end(), &TrackPoint::startsStroke);
   };

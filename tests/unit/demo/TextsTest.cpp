@@ -11,6 +11,7 @@
 #include <demo/WebAddress.h>
 #include <gmock/gmock.h>
 #include <place/PlaceFile.h>
+#include <trip/Words.h>
 
 namespace demo {
 namespace {
@@ -69,7 +70,7 @@ TEST(Texts, AreForPeople) {
   EXPECT_EQ(missingServicesText({}), "No receiver, no sound, no speech and no network here");
   for (const auto& [seconds, text] :
        {std::pair(-1.0, "0:00"), std::pair(59.99, "0:59"), std::pair(700.0, "11:40"), std::pair(3723.0, "1:02:03")}) {
-    EXPECT_EQ(clockText(seconds), text);
+    EXPECT_EQ(trip::clockText(seconds), text);
   }
   trip::TripRow row;
   row.coordinate = {46.5, -7.25};
@@ -181,7 +182,7 @@ TEST_F(SpeechDeskTest, AMachineWithoutVoicesSaysSo) {
     SpeechDesk speech = desk();
     EXPECT_FALSE(speech.canSpeak());
     EXPECT_FALSE(speech.speak({.text = "Turn right"}));
-    EXPECT_EQ(speech.statusText(), "This machine can't speak");
+    EXPECT_EQ(speech.statusText(), "This machine cannot speak");
   }
 }
 

@@ -60,7 +60,7 @@ class Doctor : public testing::Test {
     const Finding finding = probe.look();
     EXPECT_STREQ(nameOf(finding.state), nameOf(state)) << finding.detail;
     EXPECT_THAT(finding.detail, HasSubstr(detail));
-    EXPECT_EQ(finding.remedy.empty(), state == State::usable) << "what can't be used has a remedy: " << finding.remedy;
+    EXPECT_EQ(finding.remedy.empty(), state == State::usable) << "what cannot be used has a remedy: " << finding.remedy;
   }
 
   std::string program(const std::string& name, const std::string& script) {

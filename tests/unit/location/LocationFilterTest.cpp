@@ -67,7 +67,7 @@ TEST_F(LocationFilterTest, OnRequestAPlaceThatCouldNotBeReachedIsAJumpWhateverSp
   const Fix fixes[] = {
       {10, 0, 1, false},     {11, 53.99, 1, false}, {12, 53.99 + 54.01, 1, true},
       {13, 161.9, 1, false},  // 54 m/s from the place before the jump, two seconds ago, would be 161.99
-      {13, 900, -1, false},  {14, 1000, -1, true},  {15, 1000, -1, false},  // no time between; no speed told
+      {13, 900, -1, false},  {14, 1000, -1, true},  {15, 1000, -1, false},  // no time between; no speed reported
       {5, 9000, 1, false},   {0, 0, 1, false},      {60, 3000, 1, false},   // back in time, undated, after a tunnel
       {61, 3060, 70, true},  {62, 9999, 1, true},   {63, 9999, 1, true},
       {64, 9999, 1, false},  // the third was believed

@@ -76,7 +76,7 @@ TEST_F(SharingTest, WithoutADescriptionOneLineIsLoggedPerStartAndTheReceiverStar
   map->stopUpdatingLocation();
   map->startUpdatingLocation();
   EXPECT_THAT(newCalls(), ElementsAre("startUpdatingLocation", "stopUpdatingLocation", "startUpdatingLocation"));
-  ZRLocationManager::ios8Authorization(*map);  // a manager that can't ask: there is nothing to complain of
+  ZRLocationManager::ios8Authorization(*map);  // a manager that cannot ask: there is nothing to complain of
   const std::string line =
       "VELMARIS ERROR:you must have a NSLocationWhenInUseUsageDescription or NSLocationAlwaysUsageDescription to "
       "request "
@@ -157,13 +157,60 @@ TEST_F(SharingTest, TheFirstManagerIsPermanentAndCounted) {
   EXPECT_EQ(client->batches.size(), 1u) << "it still works for the client that let it go";
 }
 
+TEST_F(SharingTest, ADelegateThatOnlyThePlatformsManagerWouldCallIsReported) {
+  struct OfThePlatform : public virtual CLDidUpdateLocations {
+    void locationManagerDidUpdateLocations(CLLocationManager&, const CLLocations&) override {}
+  };
+  struct OfBoth : OfThePlatform, ZRDidFailWithError {
+    void locationManagerDidFailWithError(ZRLocationManager&, const NSError&) override {}
+  };
+  const auto map = manager();
+  map->setDelegate(std::make_shared<OfBoth>());
+  map->setDelegate(std::make_shared<SilentClient>());
+  map->setDelegate({});
+  EXPECT_THAT(fake.log->lines, IsEmpty());
+  map->setDelegate(std::make_shared<OfThePlatform>());
+  EXPECT_THAT(fake.log->lines, ElementsAre(testing::HasSubstr("ZRDidUpdateLocations")));
+}
+
+TEST_F(SharingTest, ADelegateIsTakenAwayByNull) {
+  const auto map = manager();
+  map->startUpdatingLocation();
+  map->setDelegate(nullptr);
+  receiver().deliver(CLLocations{fixAt(1.0, 1.0)});
+  EXPECT_THAT(client->batches, IsEmpty());
+  EXPECT_TRUE(map->delegate().expired());
+  receiver().setDelegate(nullptr);
+  EXPECT_TRUE(receiver().delegate().expired());
+}
+
+TEST_F(SharingTest, AFakeReceiverStandsForASystemWithoutPermissionsAndWritesOneListWithTheLog) {
+  const auto mine = std::make_shared<ZRFakeReceiver>();
+  mine->journal = fake.journal;
+  fake.positioning->make = [&] { return mine; };
+  const auto map = manager();
+  EXPECT_THAT(fake.positioning->made, IsEmpty());
+  map->startUpdatingLocation();
+  fake.log->writeLine("between");
+  map->setUseAutomotiveNavigationMode(true);
+  map->stopUpdatingLocation();
+  EXPECT_THAT(*fake.journal, ElementsAre("startUpdatingLocation", "log between", "setActivityType automotiveNavigation",
+                                         "stopUpdatingLocation"));
+  map->setShouldUpdateLocation(true);  // wants locations, though nobody started the receiver
+  for (const bool delivers : {false, true}) {
+    mine->deliversWhileStopped = delivers;
+    mine->deliver(CLLocations{fixAt(1.0, 1.0)});
+    EXPECT_EQ(client->batches.size(), delivers ? 1U : 0U);
+  }
+}
+
 TEST_F(SharingTest, AutomotiveModeIsToldToTheSharedReceiver) {
   const auto map = manager();
   map->setUseAutomotiveNavigationMode(true);
   EXPECT_TRUE(map->useAutomotiveNavigationMode());
   EXPECT_EQ(receiver().activityType(), CLActivityType::automotiveNavigation);
   map->setUseAutomotiveNavigationMode(false);
-  EXPECT_EQ(receiver().activityType(), CLActivityType::other);
+  EXPECT_THAT(newCalls(), ElementsAre("setActivityType automotiveNavigation", "setActivityType other"));
 }
 
 TEST_F(SharingTest, ASimulatorTakesTheReceiversPlaceAndLocationsRunOn) {

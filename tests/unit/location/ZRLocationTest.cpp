@@ -24,6 +24,9 @@ class HostRecord : public ZRLocation {
     static ZROHMClassInfo info({.name = "HostRecord", .superclass = &ZRLocation::staticClassInfo()});
     return info;
   }
+
+ protected:
+  std::shared_ptr<ZRLocation> copyObject() const override { return std::make_shared<HostRecord>(*this); }
 };
 
 TEST(ZRLocationTest, ARecordKeepsTheFixBesideMeasurementsOfItsOwnThatStartAtZero) {
@@ -103,6 +106,8 @@ TEST(ZRLocationTest, ACopyHasTheFixAndTheFilterResults) {
   EXPECT_TRUE(copy->significantChange());
   EXPECT_EQ(copy->speed(), 0.0);
   EXPECT_EQ(copy->lat(), 0.0);
+  const HostRecord special(*wholeFix());
+  EXPECT_NE(dynamic_cast<const HostRecord*>(special.copy().get()), nullptr) << "a host's record copies itself";
 }
 
 TEST(ZRLocationTest, AnArchiveHoldsTheFixAndTheSmoothedValues) {
@@ -156,6 +161,7 @@ TEST_F(CLLocation_UtilsTest, ALocationAtADistanceHardlyMovesAndKnowsOnlyItsPlace
   const auto made = CLLocation_Utils::newLocationAtDistanceToLocation(*origin, 1000.0, *fixAt(51.0, 9.0));
   EXPECT_GT(made->distanceFromLocation(*origin), 0.0);
   EXPECT_LT(made->distanceFromLocation(*origin), 0.002) << "metres, for a kilometre asked for";
+  EXPECT_TRUE(std::isnan(made->distanceFromLocation(*fixAt(std::nan(""), 0.0))));
   EXPECT_EQ(made->speed(), -1.0);
   EXPECT_EQ(made->timestamp().secondsSince1970, fake.clock->time.secondsSince1970);
 }

@@ -16,7 +16,7 @@ using testing::IsEmpty;
 
 using Slot = ZROHMRegistry::Slot;
 
-/// The entries of a slot as "key>text"; "other" for entries that are no texts.
+/// The entries of a slot as "key>text"; "other" for entries that are not texts.
 std::vector<std::string> textsIn(const ZROHMClassInfo& type, Slot slot) {
   std::vector<std::string> texts;
   const ZROHMTable* const table = ZROHMRegistry::table(type, slot);

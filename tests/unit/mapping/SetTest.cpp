@@ -155,7 +155,7 @@ TEST_F(Set, ADictionaryOfObjectsKeepsItsKeys) {
   ASSERT_EQ(extras.size(), 2u);
   EXPECT_EQ(extras.begin()->first, "z");
   EXPECT_EQ(std::dynamic_pointer_cast<Item>(extras.find("a")->object())->count(), 1);
-  EXPECT_EQ(item->next(), nullptr);  // the class table comes before the declared type; a dictionary is no Item
+  EXPECT_EQ(item->next(), nullptr);  // the class table comes before the declared type; a dictionary is not an Item
 }
 
 TEST_F(Set, OnlyAPropertyOfAMappableTypeTurnsADictionaryIntoAnObject) {

@@ -23,11 +23,11 @@ TEST(SipHash, IsThatOfItsAuthors) {
 }
 
 TEST(SipHash, TextsThatCollideElsewhereDoNotCollideInAMap) {
-  constexpr std::size_t count = 200, slots = 4096;
+  constexpr std::size_t kCount = 200, kSlots = 4096;
   std::set<std::size_t> standard, places;
-  for (const std::string& text : collidingTexts(count)) {
+  for (const std::string& text : collidingTexts(kCount)) {
     standard.insert(std::hash<std::string_view>{}(text));
-    places.insert(ZROHMHashOfText(text) % slots);
+    places.insert(ZROHMHashOfText(text) % kSlots);
   }
 #ifdef __GLIBCXX__
   EXPECT_EQ(standard.size(), 1U) << "these texts prove nothing any more";

@@ -99,7 +99,7 @@ TEST(Value, ADoubleAsAnIntegerLosesItsFractionAndStopsAtTheLimits) {
 }
 
 TEST(Value, NumbersAreEqualExactlyWhenTheyStandForTheSameNumber) {
-  // 2^53 + 1 is no double: a comparison that rounds calls these equal.
+  // 2^53 + 1 is not a double: a comparison that rounds calls these equal.
   const ZROHMValue distinct[] = {
       0.5,    1,       2u,       std::int64_t{9007199254740993}, 9007199254740992.0, -1, kMostUnsigned, 0x1p64,
       0x1p63, -0x1p63, kInfinity};

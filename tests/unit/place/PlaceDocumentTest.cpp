@@ -95,13 +95,13 @@ TEST(Answer, KeepsTheGoodResultsAndNamesTheFaultyOnesByPosition) {
   EXPECT_EQ(document.titles(), "2 a, 5 b, 7 c, ");
   EXPECT_THAT(document.faults(),
               testing::MatchesRegex("1 is no object\n"
-                                    "2 \"state\" can't be used as it stands\n"
+                                    "2 \"state\" cannot be used as it stands\n"
                                     "3 the service answered: Unable to geocode\n"
                                     "4 holds no result in any dialect; looked for .*\"properties.geocoding\".*\n"
                                     "5 the position is out of range and was left out\n"
                                     "6 is no object\n"
-                                    "7 \"latLng\" can't be used as it stands\n"
-                                    "7 \"displayLatLng\" can't be used as it stands\n"
+                                    "7 \"latLng\" cannot be used as it stands\n"
+                                    "7 \"displayLatLng\" cannot be used as it stands\n"
                                     "0 The JSON document cannot be read: .*\n"));
   for (const place::Result& result : document.results) EXPECT_EQ(place::position(*result.place), std::nullopt);
 }
@@ -137,7 +137,7 @@ TEST(Answer, WithOverlongPartsLosesThoseAlone) {
                                    R"(},{"properties":{"city":"d"},"geometry":{"coordinates":[1,2,3,4]}}])");
   EXPECT_EQ(document.titles(), "1 a, b, 2 1, 4 d, ");
   EXPECT_EQ(document.faults(),
-            "2 \"city\" can't be used as it stands\n"
+            "2 \"city\" cannot be used as it stands\n"
             "3 is larger than any result (a megabyte beside its lists) and was left out\n");
   EXPECT_TRUE(place::position(*document.results.back().place));
 }

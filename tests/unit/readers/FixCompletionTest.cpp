@@ -3,14 +3,14 @@
 #include <gtest/gtest.h>
 #include <readers/FixCompletion.h>
 
-namespace policy {
+namespace readers {
 namespace {
 
 constexpr CLLocationCoordinate2D kHere{51.0, 7.0};
 constexpr CLLocationCoordinate2D kThere{51.001, 7.0};
 
-readers::SourceFix sourceFix(CLLocationCoordinate2D coordinate, std::optional<double> secondsSince1970 = {}) {
-  readers::SourceFix fix;
+SourceFix sourceFix(CLLocationCoordinate2D coordinate, std::optional<double> secondsSince1970 = {}) {
+  SourceFix fix;
   fix.coordinate = coordinate;
   fix.secondsSince1970 = secondsSince1970;
   return fix;
@@ -69,4 +69,4 @@ TEST(FixCompletion, AMissingTimeIsTheLastKnownOneAndAKnownTimeIsNeverChanged) {
 }
 
 }  // namespace
-}  // namespace policy
+}  // namespace readers

@@ -8,7 +8,7 @@
 
 #include "ReaderEvents.h"
 
-/// What a reader tells of an input. Checks, for every input of these tests, that single bytes tell the same.
+/// What a reader reports of an input. Checks, for every input of these tests, that single bytes report the same.
 inline ReaderEvents readInput(readers::Format format, std::string_view input) {
   auto events = readPieces(format, {input});
   EXPECT_EQ(events.log, readPieces(format, bytesOf(input)).log);

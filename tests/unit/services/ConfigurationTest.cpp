@@ -29,9 +29,9 @@ class ConfigurationTest : public testing::Test {
  protected:
   ConfigurationTest() { store.setProductKey("k"); }
 
-  ZRConfigurationBase::Completion noting(const std::string& who) {
-    return [this, who](const auto& configuration) {
-      calls.push_back(who + ": " + (configuration ? configuration->geofenceBaseURL().value_or("no URL") : "absent"));
+  ConfigurationStore::Completion noting(const std::string& who) {
+    return [this, who](const auto& addresses) {
+      calls.push_back(who + ": " + (addresses ? addresses->geofence.value_or("no URL") : "absent"));
     };
   }
   void fetch(const std::string& who) { store.fetchWithId(platform, noting(who)); }
@@ -57,20 +57,20 @@ TEST_F(ConfigurationTest, EachServiceIsReadFromItsOwnEntry) {
           "geocode":{"sslurl":"3s","url":"3"},"directions":{"sslurl":"4s","url":"4"},
           "guidance":{"sslurl":"5s","url":"5"}}}})",
       ZRJSONFragments::refused));
-  const auto configuration = configurationFromDocument(document, 1);
-  ASSERT_NE(configuration, nullptr);
-  EXPECT_THAT(configuration->geofenceBaseURL(), Optional(std::string("1s")));
-  EXPECT_THAT(configuration->trafficBaseURL(), Optional(std::string("2s")));
-  EXPECT_THAT(configuration->geocodeBaseURL(), Optional(std::string("3s")));
-  EXPECT_THAT(configuration->directionsBaseURL(), Optional(std::string("4")));
-  EXPECT_THAT(configuration->guidanceBaseURL(), Optional(std::string("5")));
+  const auto addresses = addressesFromDocument(document, 1);
+  ASSERT_NE(addresses, nullptr);
+  EXPECT_THAT(addresses->geofence, Optional(std::string("1s")));
+  EXPECT_THAT(addresses->traffic, Optional(std::string("2s")));
+  EXPECT_THAT(addresses->geocode, Optional(std::string("3s")));
+  EXPECT_THAT(addresses->directions, Optional(std::string("4")));
+  EXPECT_THAT(addresses->guidance, Optional(std::string("5")));
 }
 
 TEST_F(ConfigurationTest, DocumentsOfAnotherShapeAreAbsentOrLackTheirAddresses) {
   const auto geofence = [&](const char* json) -> std::string {
     const auto document = fake.json->valueFromJSON(json, ZRJSONFragments::allowed);
-    const auto configuration = configurationFromDocument(std::get<ZROHMValue>(document), 1);
-    return configuration ? configuration->geofenceBaseURL().value_or("no URL") : "absent";
+    const auto addresses = addressesFromDocument(std::get<ZROHMValue>(document), 1);
+    return addresses ? addresses->geofence.value_or("no URL") : "absent";
   };
   for (const char* json :
        {"null", "[]", "{}", "\"mapconfig\"", R"({"mapconfig":null})", R"({"mapconfig":[{}]})", R"({"mapconfig":{}})",
@@ -259,13 +259,12 @@ TEST_F(ConfigurationTest, ThreadsThatFetchTogetherSendOneRequest) {
 TEST_F(ConfigurationTest, ThePackagedFileThatIsShippedHasAllServices) {
   std::ifstream file(ZRCORE_TILE_CONFIG);
   packaged(std::string(std::istreambuf_iterator<char>(file), {}));
-  std::shared_ptr<ZRConfigurationBase> configuration;
-  store.fetchWithId(platform, [&](const auto& told) { configuration = told; });
+  std::shared_ptr<const ConfigurationAddresses> addresses;
+  store.fetchWithId(platform, [&](const auto& told) { addresses = told; });
   fail();
-  ASSERT_NE(configuration, nullptr);
+  ASSERT_NE(addresses, nullptr);
   for (const auto& url :
-       {configuration->geofenceBaseURL(), configuration->trafficBaseURL(), configuration->geocodeBaseURL(),
-        configuration->directionsBaseURL(), configuration->guidanceBaseURL()}) {
+       {addresses->geofence, addresses->traffic, addresses->geocode, addresses->directions, addresses->guidance}) {
     EXPECT_TRUE(url && NSURL::URLWithString(*url));
   }
 }

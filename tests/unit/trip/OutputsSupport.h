@@ -3,6 +3,8 @@
 #define ZRCORE_TESTS_TRIP_OUTPUTSSUPPORT_H
 
 #include <gtest/gtest.h>
+#include <trip/TripRow.h>
+#include <trip/sample/SampleTrip.h>
 
 #include <filesystem>
 #include <fstream>
@@ -10,9 +12,6 @@
 #include <set>
 #include <string>
 #include <vector>
-
-#include "SampleTrip.h"
-#include "TripRow.h"
 
 namespace trip {
 

@@ -4,13 +4,6 @@ find_package(EXPAT REQUIRED)
 
 zr_test(
   trip_outputs_test
-  SOURCES outputs_axis.cpp outputs_files.cpp outputs_gpx.cpp outputs_picture.cpp outputs_sample.cpp outputs_thinning.cpp
+  SOURCES OutputsAxisTest.cpp OutputsFilesTest.cpp OutputsGpxTest.cpp OutputsPictureTest.cpp OutputsSampleTest.cpp OutputsThinningTest.cpp
   LIBRARIES zr_trip_outputs zr_trip_sample zr_readers nlohmann_json::nlohmann_json EXPAT::EXPAT PkgConfig::cairo)
 target_compile_definitions(trip_outputs_test PRIVATE ZR_SAMPLES="${PROJECT_SOURCE_DIR}/samples")
-
-# Counts what it allocates, hence a program of its own.
-zr_test(
-  trip_memory_test
-  SOURCES outputs_memory.cpp
-  LIBRARIES zr_trip_outputs
-  LONG)

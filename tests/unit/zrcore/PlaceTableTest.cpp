@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "PlaceTable.h"
-
 #include <gmock/gmock.h>
+#include <zrcore/place/PlaceTable.h>
 
 #include <clocale>
 #include <sstream>

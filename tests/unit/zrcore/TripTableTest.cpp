@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <LiveTable.h>
-#include <TripTable.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <zrcore/view/LiveTable.h>
+#include <zrcore/view/TripTable.h>
 
 #include <limits>
 #include <set>
