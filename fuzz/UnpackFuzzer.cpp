@@ -19,15 +19,15 @@ struct Outcome {
 
 /// In pieces of `length` bytes, after a first one of `first`.
 Outcome unpacked(std::string_view bytes, std::size_t first, std::size_t length) {
-  constexpr std::uint64_t longest = 1U << 18U;
+  constexpr std::uint64_t kLongest = 1U << 18U;
   Outcome outcome;
   packed::Unpacker unpacker;
   for (std::size_t next = first; !bytes.empty() && outcome.taken == packed::Unpacker::Taken::good; next = length) {
     const std::string_view piece = bytes.substr(0, next);
     bytes.remove_prefix(piece.size());
-    outcome.taken = unpacker.take(piece, outcome.body, longest);
+    outcome.taken = unpacker.take(piece, outcome.body, kLongest);
   }
-  require(outcome.body.size() <= longest, "a body is no longer than allowed");
+  require(outcome.body.size() <= kLongest, "a body is no longer than allowed");
   outcome.isWhole = unpacker.isWhole() && outcome.taken == packed::Unpacker::Taken::good;
   if (outcome.taken != packed::Unpacker::Taken::good) outcome.body.clear();
   return outcome;

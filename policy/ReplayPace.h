@@ -17,9 +17,9 @@ class ReplayPace {
   /// @param rate  recorded seconds per real second, > 0
   explicit ReplayPace(double rate) : rate_(rate) {}
 
-  /// When the next fix, measured at `secondsSince1970`, is due: seconds after the first one. A fix with an earlier time
-  /// than the one before it is due with that.
-  double secondsAfterFirst(double secondsSince1970);
+  /// When the next fix, measured at `secondsSince1970`, is due: seconds after the first one. A fix without a time, or
+  /// with an earlier one than the fix before it, is due with that.
+  double secondsAfterFirst(std::optional<double> secondsSince1970);
 
  private:
   double rate_;

@@ -8,6 +8,7 @@
 
 #include "CsvHeader.h"
 #include "CsvRecord.h"
+#include "FixEmitter.h"
 #include "LineReader.h"
 
 namespace readers {
@@ -30,6 +31,7 @@ class CsvReader final : public LineReader {
   std::string_view cell(const char* column) const;
   std::string number(const char* column) const;
 
+  FixEmitter emitter_;
   CsvRecord record_;
   std::uint64_t recordLine_ = 0;
   State state_ = State::beforeHeader;

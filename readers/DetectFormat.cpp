@@ -6,6 +6,7 @@
 #include "LineSplitter.h"
 #include "NmeaSentence.h"
 #include "Text.h"
+#include "TextDecoder.h"
 
 namespace readers {
 namespace {
@@ -28,16 +29,28 @@ bool hasTag(std::string_view text, std::string_view name) {
   return false;
 }
 
-bool isSoundSentence(std::string_view line) {
-  if (!line.starts_with('$')) return false;
-  const auto parsed = parseSentence(line);
+bool hasSoundSentence(std::string_view line) {
+  const auto start = line.rfind('$');
+  if (start == std::string_view::npos) return false;
+  const auto parsed = parseSentence(line.substr(start));
   const auto* const sentence = std::get_if<NmeaSentence>(&parsed);
-  return sentence && (sentence->hasChecksum || sentence->kind.size() == 3);
+  return sentence && (sentence->hasChecksum || (start == 0 && sentence->kind.size() == 3));
+}
+
+/// As ASCII, if it is UTF-16.
+std::string decoded(std::string_view head) {
+  std::string text;
+  TextDecoder decoder;
+  const auto append = [&](std::string_view piece) { text += piece; };
+  decoder.feed(head, append);
+  decoder.finish(append);
+  return text;
 }
 
 }  // namespace
 
-std::optional<Format> detectFormat(std::string_view head) {
+std::optional<Format> detectFormat(std::string_view bytes) {
+  const std::string head = decoded(bytes);
   if (beginsWithTag(head)) return hasTag(head, "gpx") ? std::optional(Format::gpx) : std::nullopt;
 
   bool isFirst = true, csv = false, json = false, nmea = false;
@@ -46,9 +59,9 @@ std::optional<Format> detectFormat(std::string_view head) {
     if (text.empty() || text.front() == '#') return;
     if (isFirst) csv = CsvHeader::read(line.text).has_value();
     isFirst = false;
-    // A daemon's log also holds its receiver's sentences, so one report decides over any number of these.
+    // A daemon's log also holds its receiver's sentences, so one object decides over any number of these.
     json = json || (text.front() == '{' && text.find("\"class\"") != std::string_view::npos);
-    nmea = nmea || isSoundSentence(text);
+    nmea = nmea || hasSoundSentence(text);
   };
   LineSplitter lines;
   lines.feed(head, look);

@@ -11,7 +11,7 @@ constexpr double kMetersPerHdop = 5.0;
 
 }  // namespace
 
-ZRPositionFix FixCompletion::complete(const SourceFix& source) {
+ZRPositionFix FixCompletion::complete(const SourceFix& source, std::optional<NSDate> cameAt) {
   ZRPositionFix fix;
   fix.coordinate = source.coordinate;
   fix.altitude = source.altitudeMeters.value_or(0.0);
@@ -20,7 +20,7 @@ ZRPositionFix FixCompletion::complete(const SourceFix& source) {
   fix.course = source.courseDegrees.value_or(kUnknown);
   fix.speed = speedMetersPerSecond(source);
   if (source.secondsSince1970) lastTimed_ = {source.coordinate, *source.secondsSince1970};
-  fix.timestamp = {lastTimed_ ? lastTimed_->secondsSince1970 : 0.0};
+  fix.timestamp = source.secondsSince1970 ? NSDate{*source.secondsSince1970} : cameAt.value_or(NSDate{0.0});
   return fix;
 }
 

@@ -32,9 +32,10 @@ class FixCompletion {
   /// - speed: -1, "unknown"; with `derivesSpeed` the great-circle distance from the previous timed fix over the time
   ///   since, if that is more than 0 seconds.
   /// - course: -1, "unknown".
-  /// - time: that of the last timed fix; 1970 before any. A time that was reported is kept, also when it goes
-  ///   backwards.
-  ZRPositionFix complete(const SourceFix& source);
+  /// - time: that at which it came, of a live source; else 0 seconds since 1970, "unknown". A time that was reported is
+  ///   kept, also when it goes backwards.
+  /// @param cameAt  of a live source
+  ZRPositionFix complete(const SourceFix& source, std::optional<NSDate> cameAt = std::nullopt);
 
  private:
   struct Passage {

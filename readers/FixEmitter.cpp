@@ -1,20 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "FixEmitter.h"
 
-#include <ZRCore/ZRGeometry.h>
-
 #include "FixFields.h"
 
 namespace readers {
 
 void FixEmitter::emit(const SourceFix& fix, Listener& listener) {
   const Reporter reporter{listener, fix.line};
-  if (!CLLocationCoordinate2DIsValid(fix.coordinate)) {
-    reporter.fault(
-        "the position lies outside latitudes of 90 and longitudes of 180 degrees and is dropped; "
-        "check that the two are not swapped");
-    return;
-  }
+  if (!checkPlace(fix, reporter)) return;
   if (fix.secondsSince1970) {
     if (lastSecondsSince1970_ && *fix.secondsSince1970 < *lastSecondsSince1970_) {
       reporter.warning("the time goes backwards; the fix is kept where it stands");

@@ -2,6 +2,7 @@
 #include "FixFields.h"
 
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include "Text.h"
@@ -10,32 +11,40 @@
 namespace readers {
 namespace {
 
+using Field = std::optional<double> SourceFix::*;
+
 struct QuantityRule {
   const char* name;
-  std::optional<double> SourceFix::*field;
+  Field field;
+  Severity severity;  ///< of its loss
 };
 
 /// In the order of Quantity.
 constexpr std::array<QuantityRule, 6> kRules{{
-    {"altitude", &SourceFix::altitudeMeters},
-    {"accuracy", &SourceFix::accuracyMeters},
-    {"vertical accuracy", &SourceFix::verticalAccuracyMeters},
-    {"HDOP", &SourceFix::hdop},
-    {"speed", &SourceFix::speedMetersPerSecond},
-    {"course", &SourceFix::courseDegrees},
+    {"altitude", &SourceFix::altitudeMeters, Severity::fault},
+    {"accuracy", &SourceFix::accuracyMeters, Severity::warning},
+    {"vertical accuracy", &SourceFix::verticalAccuracyMeters, Severity::warning},
+    {"HDOP", &SourceFix::hdop, Severity::warning},
+    {"speed", &SourceFix::speedMetersPerSecond, Severity::fault},
+    {"course", &SourceFix::courseDegrees, Severity::fault},
 }};
+
+constexpr std::array<Field, 7> kMeasures{
+    &SourceFix::secondsSince1970,       &SourceFix::altitudeMeters, &SourceFix::accuracyMeters,
+    &SourceFix::verticalAccuracyMeters, &SourceFix::hdop,           &SourceFix::speedMetersPerSecond,
+    &SourceFix::courseDegrees};
 
 const QuantityRule& ruleOf(Quantity quantity) { return kRules.at(static_cast<std::size_t>(quantity)); }
 
-void tell(const Reporter& reporter, Severity severity, std::string text) {
-  if (reporter.cut) text.insert(0, "the input breaks off in this line: ");
-  reporter.listener.remark({severity, reporter.line, std::move(text)});
-}
-
 }  // namespace
 
-void Reporter::fault(std::string text) const { tell(*this, Severity::fault, std::move(text)); }
-void Reporter::warning(std::string text) const { tell(*this, Severity::warning, std::move(text)); }
+void Reporter::fault(std::string text) const { tell(Severity::fault, std::move(text)); }
+void Reporter::warning(std::string text) const { tell(Severity::warning, std::move(text)); }
+
+void Reporter::tell(Severity severity, std::string text) const {
+  if (cut) text.insert(0, "the input breaks off in this line: ");
+  listener.remark({severity, line, std::move(text)});
+}
 
 void setQuantity(SourceFix& fix, Quantity quantity, double value, const Reporter& reporter) {
   if (quantity != Quantity::altitude && value < 0.0) return;
@@ -55,8 +64,9 @@ void readQuantity(SourceFix& fix, Quantity quantity, std::string_view text, cons
   if (const auto number = parseNumber(text)) {
     setQuantity(fix, quantity, *number, reporter);
   } else {
-    reporter.fault(std::string("the ") + ruleOf(quantity).name + " " + inQuotes(text) +
-                   " is not a number and is left out of the fix; write it with a decimal point and without a unit");
+    reporter.tell(ruleOf(quantity).severity,
+                  std::string("the ") + ruleOf(quantity).name + " " + inQuotes(text) +
+                      " is not a number and is left out of the fix; write it with a decimal point and without a unit");
   }
 }
 
@@ -82,16 +92,32 @@ bool readCoordinate(SourceFix& fix, std::string_view latitude, std::string_view 
   return true;
 }
 
+bool checkPlace(const SourceFix& fix, const Reporter& reporter) {
+  if (CLLocationCoordinate2DIsValid(fix.coordinate)) return true;
+  reporter.fault(
+      "the position lies outside latitudes of 90 and longitudes of 180 degrees and is dropped; "
+      "check that the two are not swapped");
+  return false;
+}
+
 void fillMissing(SourceFix& fix, const SourceFix& other) {
-  for (const auto field : {&SourceFix::secondsSince1970, &SourceFix::altitudeMeters, &SourceFix::accuracyMeters,
-                           &SourceFix::verticalAccuracyMeters, &SourceFix::hdop, &SourceFix::speedMetersPerSecond,
-                           &SourceFix::courseDegrees}) {
+  for (const auto field : kMeasures) {
     if (!(fix.*field)) fix.*field = other.*field;
   }
+  if (!fix.satellites) fix.satellites = other.satellites;
+}
+
+void replaceByKnown(SourceFix& fix, const SourceFix& other) {
+  SourceFix known = other;
+  fillMissing(known, fix);
+  known.line = fix.line;
+  fix = known;
 }
 
 bool samePlace(const SourceFix& a, const SourceFix& b) {
-  return a.coordinate.latitude == b.coordinate.latitude && a.coordinate.longitude == b.coordinate.longitude;
+  constexpr double kDegrees = 1e-9;
+  return std::fabs(a.coordinate.latitude - b.coordinate.latitude) <= kDegrees &&
+         std::fabs(a.coordinate.longitude - b.coordinate.longitude) <= kDegrees;
 }
 
 }  // namespace readers

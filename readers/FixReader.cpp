@@ -2,9 +2,8 @@
 #include "FixReader.h"
 
 #include "CsvReader.h"
-#include "GpsdReader.h"
 #include "GpxReader.h"
-#include "NmeaReader.h"
+#include "ReceiverReader.h"
 
 namespace readers {
 
@@ -33,9 +32,9 @@ Row rowOf(Format format) {
     case Format::gpx:
       return {"GPX", make<GpxReader>};
     case Format::nmea:
-      return {"NMEA 0183", make<NmeaReader>};
+      return {"NMEA 0183", make<ReceiverReader>};
     case Format::gpsdJson:
-      return {"gpsd JSON", make<GpsdReader>};
+      return {"gpsd JSON", make<ReceiverReader>};
     case Format::csv:
       return {"CSV", make<CsvReader>};
   }

@@ -29,12 +29,14 @@ struct SourceFix {
   std::optional<double> hdop;                    ///< horizontal dilution of precision, > 0
   std::optional<double> speedMetersPerSecond;    ///< >= 0
   std::optional<double> courseDegrees;           ///< clockwise from true north, [0, 360)
+  std::optional<int> satellites;                 ///< used for it, >= 0
+  bool isEstimated = false;                      ///< by dead reckoning or a simulator, not measured
   std::uint64_t line = 0;                        ///< 1-based, where it stands (GPX: the line of its `trkpt`)
 };
 
 enum class Severity {
-  warning,  ///< nothing was lost
-  fault,    ///< something was dropped
+  warning,  ///< something was odd, or dropped that is none of these
+  fault,    ///< a position, time, altitude, speed or course was dropped
 };
 
 /// What a live source says beside its fixes; recordings of one may hold it, too.
@@ -82,7 +84,7 @@ class FixReader {
   enum class Held {
     nothing,
     growing,   ///< a fix that later input may add to
-    complete,  ///< a fix that nothing can be added to any more
+    complete,  ///< a fix to which, going by the instants before, nothing will be added any more
   };
   virtual Held held() const;
 
@@ -90,8 +92,8 @@ class FixReader {
   virtual void tellHeld(Listener& listener);
 };
 
-/// Tells the format by the content: a byte order mark, leading blanks, comment lines and, for NMEA, a few damaged lines
-/// before the first sound one do not matter.
+/// Tells the format by the content: a byte order mark (of UTF-16, too), leading blanks, comment lines and, for NMEA, a
+/// few damaged lines before the first sound one, and bytes before its `$`, do not matter.
 /// @param head  the first bytes of the input, unpacked; 64 KiB are plenty. The last line may be cut.
 /// @return      nullopt when it is none of the formats, or when the bytes do not suffice to tell.
 std::optional<Format> detectFormat(std::string_view head);

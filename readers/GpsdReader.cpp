@@ -2,6 +2,7 @@
 #include "GpsdReader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -90,48 +91,61 @@ void readAttitude(const json& report, const Reporter& reporter) {
   reporter.listener.status(status);
 }
 
-}  // namespace
-
-void GpsdReader::readLine(std::string_view text, const Reporter& reporter) {
-  text = trimmed(text);
-  if (text.empty() || text.front() == '#' || text.front() == '$' || text.front() == '!') return;
-  const json report = parseReport(text);
-  if (!report.is_object()) {
-    reporter.fault("the line is skipped: it is no JSON object");
-    return;
-  }
-  const std::string kind = textAt(report, "class");
-  if (kind == "TPV") readFix(report, reporter);
-  if (kind == "ATT") readAttitude(report, reporter);
-  if (kind == "VERSION") reporter.listener.status({.daemonRelease = textAt(report, "release")});
-  if (kind == "DEVICES") readDevices(report, reporter.listener);
-  if (kind == "DEVICE") readDevice(report, reporter.listener);
+/// Whether the daemon says that the position is worked out, not measured: by dead reckoning, or by a simulator.
+bool isEstimated(const json& report) {
+  const auto status = numberAt(report, "status");
+  return status == 5.0 || status == 8.0;
 }
 
-void GpsdReader::readFix(const json& report, const Reporter& reporter) {
+void readFix(const json& report, const Reporter& reporter, Instants& instants) {
   constexpr double kTwoDimensionalFix = 2.0;
   const auto latitude = numberAt(report, "lat");
   const auto longitude = numberAt(report, "lon");
   if (numberAt(report, "mode").value_or(0.0) < kTwoDimensionalFix || !latitude || !longitude) return;
 
-  SourceFix fix;
+  InstantPart part;
+  part.teller = Teller::report;
+  part.hasFix = true;
+  SourceFix& fix = part.fix;
   fix.line = reporter.line;
   fix.coordinate = {*latitude, *longitude};
+  if (!checkPlace(fix, reporter)) return;
+  fix.isEstimated = isEstimated(report);
   setTime(fix, report, reporter);
+  if (const auto time = fix.secondsSince1970) {
+    part.secondsOfDay = *time - std::floor(*time / kSecondsPerDay) * kSecondsPerDay;
+  }
   setAccuracy(fix, report, reporter);
   // Above the sea where the daemon says so; its plain "alt" meant that too, and the ellipsoid is better than nothing.
   setFirst(fix, Quantity::altitude, report, {"altMSL", "alt", "altHAE"}, reporter);
   setFirst(fix, Quantity::verticalAccuracy, report, {"epv"}, reporter);
   setFirst(fix, Quantity::speed, report, {"speed"}, reporter);
   setFirst(fix, Quantity::course, report, {"track"}, reporter);
+  instants.add(part, reporter.listener);
+}
 
-  if (current_ && samePlace(*current_, fix) && current_->secondsSince1970 == fix.secondsSince1970) {
-    fillMissing(*current_, fix);
-  } else {
-    emitCurrent(reporter.listener);
-    current_ = fix;
-    isTold_ = false;
+/// Whether a damaged object may have been a report of a position: it says so, or does not say what it was.
+bool mayBeReport(std::string_view text) {
+  constexpr std::string_view kClass = "\"class\"";
+  return text.find(kClass) == std::string_view::npos || text.find("\"TPV\"") != std::string_view::npos;
+}
+
+}  // namespace
+
+void GpsdReader::readLine(std::string_view text, const Reporter& reporter, Instants& instants) {
+  const json report = parseReport(text);
+  if (!report.is_object()) {
+    constexpr const char* kWhat = "the line is skipped: it is no JSON object";
+    if (!reporter.cut && !mayBeReport(text)) return reporter.warning(kWhat);
+    instants.loseTrack();
+    return reporter.fault(kWhat);
   }
+  const std::string kind = textAt(report, "class");
+  if (kind == "TPV") readFix(report, reporter, instants);
+  if (kind == "ATT") readAttitude(report, reporter);
+  if (kind == "VERSION") reporter.listener.status({.daemonRelease = textAt(report, "release")});
+  if (kind == "DEVICES") readDevices(report, reporter.listener);
+  if (kind == "DEVICE") readDevice(report, reporter.listener);
 }
 
 void GpsdReader::readDevices(const json& report, Listener& listener) {
@@ -153,27 +167,6 @@ void GpsdReader::readDevice(const json& report, Listener& listener) {
     receivers_.insert(path);
   }
   listener.status({.receivers = receivers_.size()});
-}
-
-void GpsdReader::readEnd(const Reporter& reporter) { emitCurrent(reporter.listener); }
-
-FixReader::Held GpsdReader::held() const {
-  if (!current_ || isTold_) return Held::nothing;
-  const SourceFix& fix = *current_;
-  const bool complete = fix.secondsSince1970 && fix.altitudeMeters && fix.accuracyMeters &&
-                        fix.verticalAccuracyMeters && fix.speedMetersPerSecond && fix.courseDegrees;
-  return complete ? Held::complete : Held::growing;
-}
-
-void GpsdReader::tellHeld(Listener& listener) {
-  if (!current_ || isTold_) return;
-  emitter_.emit(*current_, listener);
-  isTold_ = true;
-}
-
-void GpsdReader::emitCurrent(Listener& listener) {
-  tellHeld(listener);
-  current_.reset();
 }
 
 }  // namespace readers

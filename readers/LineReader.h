@@ -3,12 +3,14 @@
 #define ZRCORE_READERS_LINEREADER_H
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
-#include "FixEmitter.h"
 #include "FixFields.h"
 #include "FixReader.h"
 #include "LineSplitter.h"
+#include "TextDecoder.h"
+#include "UbxFrames.h"
 
 namespace readers {
 
@@ -19,16 +21,23 @@ class LineReader : public FixReader {
   void finish(Listener& listener) final;
 
  protected:
-  /// A line within the limit. Its remarks go to the reporter, its fixes to `emitter_`.
+  enum class Binary {
+    isText,       ///< whatever the bytes are, they are the lines'
+    hasItsFrames  ///< a receiver's binary frames between the lines are stepped over
+  };
+  explicit LineReader(Binary binary = Binary::isText);
+
+  /// A line within the limit.
   virtual void readLine(std::string_view text, const Reporter& reporter) = 0;
   /// The end of the input, at its last line.
   virtual void readEnd(const Reporter& reporter);
 
-  FixEmitter emitter_;
-
  private:
-  void take(const Line& line, Listener& listener);
+  void takeText(std::string_view text, Listener& listener);
+  void takeLine(const Line& line, Listener& listener);
 
+  TextDecoder decoder_;
+  std::optional<UbxFrames> frames_;
   LineSplitter splitter_;
   std::uint64_t lastLine_ = 0;
 };

@@ -5,7 +5,8 @@
 
 namespace readers {
 
-LiveReader::LiveReader(Format format) : format_(format), reader_(makeReader(format)) {}
+LiveReader::LiveReader(Format format, Options options)
+    : format_(format), options_(std::move(options)), intake_(options_.intake), reader_(makeReader(format)) {}
 
 void LiveReader::beginConnection() {
   reader_ = makeReader(format_);
@@ -32,7 +33,9 @@ LiveEvents LiveReader::finish() {
 
 bool LiveReader::isHolding() const { return reader_->held() != FixReader::Held::nothing; }
 
-void LiveReader::fix(const SourceFix& fix) {
+void LiveReader::fix(const SourceFix& told) {
+  SourceFix fix = told;
+  if (!intake_.takes(fix)) return;
   // Within a connection the reader has put together what belongs together.
   const bool isLast =
       !hasToldFix_ && last_ && fix.secondsSince1970 && last_->secondsSince1970 == fix.secondsSince1970 &&
@@ -40,7 +43,12 @@ void LiveReader::fix(const SourceFix& fix) {
   if (isLast) return;
   hasToldFix_ = true;
   last_ = fix;
-  events_.fixes.push_back(completion_.complete(fix));
+  std::optional<NSDate> cameAt;
+  if (!options_.isRecording) {
+    if (const auto remark = intake_.remarkOnDate(fix)) events_.oldDate = remark;
+    if (options_.intake.now) cameAt = options_.intake.now();
+  }
+  events_.fixes.push_back(completion_.complete(fix, cameAt));
 }
 
 void LiveReader::remark(const Remark& remark) {

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "FixCompletion.h"
+#include "FixIntake.h"
 #include "FixReader.h"
 
 namespace readers {
@@ -25,13 +26,14 @@ struct LiveEvents {
   std::optional<std::string> daemonRelease;  ///< the daemon has greeted
   std::optional<std::size_t> receivers;      ///< how many the daemon has from now on
   std::vector<std::string> remarks;          ///< for the log: what was dropped, and why
+  std::optional<std::string> oldDate = {};   ///< once: what is odd about the receiver's date
 };
 
 /// Turns the bytes of one source, over any number of connections, into the platform's fixes.
 ///
-/// Reports of one instant are merged as in a recording, but a fix is reported as soon as nothing can be added to it, or
-/// when the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An instant is reported
-/// once, also when a new connection begins with it.
+/// Reports of one instant are merged as in a recording, but a fix is told as soon as its instant has as many of them as
+/// those before, or when the stream has been quiet for `kQuietSeconds`: whoever feeds it calls `tellHeld` then. An
+/// instant is told once, also when a new connection begins with it.
 class LiveReader final : private Listener {
  public:
   /// The sentences of one instant follow each other closely, instants do not.
@@ -40,7 +42,13 @@ class LiveReader final : private Listener {
   /// After so many of one connection remarks are dropped, so that a stream of rubbish does not fill the log.
   static constexpr int kMostRemarks = 5;
 
-  explicit LiveReader(Format format);
+  struct Options {
+    FixIntake::Options intake = {};
+    bool isRecording = false;  ///< its dates are those of another time, and what has none has come at no time
+  };
+
+  explicit LiveReader(Format format) : LiveReader(format, Options()) {}
+  LiveReader(Format format, Options options);
 
   /// A new connection, which begins in the middle of whatever the source is saying.
   void beginConnection();
@@ -61,6 +69,8 @@ class LiveReader final : private Listener {
   LiveEvents take();
 
   Format format_;
+  Options options_;
+  FixIntake intake_;
   std::unique_ptr<FixReader> reader_;
   FixCompletion completion_{{}};
   std::optional<SourceFix> last_;  ///< of all connections

@@ -13,45 +13,67 @@ namespace {
 
 bool isCapitalOrDigit(char c) { return text::isCapital(c) || text::isDigit(c); }
 
-/// Nothing when it is not two hexadecimal digits.
-std::optional<unsigned char> parseChecksum(std::string_view text) {
-  return text.size() == 2 ? text::numberIn<unsigned char>(text, 16) : std::nullopt;
+/// Nothing when it does not begin with two hexadecimal digits, no more.
+std::optional<unsigned> parseChecksum(std::string_view text) {
+  if (text.size() < 2 || (text.size() > 2 && text::isHexDigit(text[2]))) return std::nullopt;
+  return text::numberIn<unsigned>(text.substr(0, 2), 16);
 }
+
+/// "GPRMC" of "GPRMC,1,2"; empty when there is none.
+std::string_view addressOf(std::string_view body) {
+  const auto end = std::min(body.find(','), body.size());
+  const std::string_view address = body.substr(0, end);
+  return address.size() >= 3 && std::all_of(address.begin(), address.end(), isCapitalOrDigit) ? address
+                                                                                              : std::string_view{};
+}
+
+/// Two letters of talker and three of kind; a leading P marks a manufacturer's own sentence.
+bool isStandard(std::string_view address) { return address.size() == 5 && address.front() != 'P'; }
 
 }  // namespace
 
-std::variant<NmeaSentence, std::string_view> parseSentence(std::string_view line) {
-  std::string_view body = trimmed(line);
-  body.remove_prefix(1);
-  if (std::any_of(body.begin(), body.end(), [](char c) { return c < ' ' || c > '~'; })) {
-    return "it holds bytes that no sentence has";
-  }
-  if (body.find('$') != std::string_view::npos) return "a second sentence begins within it";
-
+std::variant<NmeaSentence, std::string_view> parseSentence(std::string_view text) {
+  std::string_view body = trimmed(text.substr(1));
   NmeaSentence sentence;
+  std::optional<unsigned> expected;
   if (const auto star = body.find('*'); star != std::string_view::npos) {
-    const auto expected = parseChecksum(body.substr(star + 1));
-    body = body.substr(0, star);
-    unsigned char sum = 0;
-    for (const char c : body) sum = static_cast<unsigned char>(sum ^ static_cast<unsigned char>(c));
-    if (!expected || *expected != sum) return "its checksum is wrong";
+    expected = parseChecksum(body.substr(star + 1));
     sentence.hasChecksum = true;
+    body = body.substr(0, star);
   }
-
-  const std::string_view address = body.substr(0, body.find(','));
-  if (address.size() < 3 || !std::all_of(address.begin(), address.end(), isCapitalOrDigit)) return "it has no address";
-  // Two letters of talker and three of kind; a leading P marks a manufacturer's own sentence.
-  const bool standard = address.size() == 5 && address.front() != 'P';
-  sentence.kind = standard ? address.substr(2) : address;
-
-  body.remove_prefix(address.size());
-  while (!body.empty()) {
-    body.remove_prefix(1);
-    const auto field = body.substr(0, body.find(','));
-    sentence.fields.push_back(field);
-    body.remove_prefix(field.size());
+  unsigned sum = 0;
+  bool isPrintable = true;
+  for (const char c : body) {
+    sum ^= static_cast<unsigned char>(c);
+    isPrintable = isPrintable & (c >= ' ') & (c <= '~');
   }
+  if (!isPrintable) return "it holds bytes that no sentence has";
+  if (sentence.hasChecksum && expected != sum) return "its checksum is wrong";
+
+  const std::string_view address = addressOf(body);
+  if (address.empty()) return "it has no address";
+  if (isStandard(address)) sentence.talker = address.substr(0, 2);
+  sentence.kind = address.substr(sentence.talker.size());
+  if (address.size() < body.size()) sentence.content = body.substr(address.size() + 1);
   return sentence;
+}
+
+std::string_view kindOfSentence(std::string_view text) {
+  const std::string_view body = trimmed(text.substr(1));
+  const std::string_view address = addressOf(body.substr(0, body.find('*')));
+  return isStandard(address) ? address.substr(2) : address;
+}
+
+NmeaFields::NmeaFields(const NmeaSentence& sentence) {
+  std::string_view rest = sentence.content;
+  while (count_ < fields_.size()) {
+    const auto comma = std::min(rest.find(','), rest.size());
+    std::string_view field = rest.substr(0, comma);
+    if (!field.empty() && (field.front() == ' ' || field.back() == ' ')) field = trimmed(field);
+    fields_[count_++] = field;
+    if (comma == rest.size()) break;
+    rest.remove_prefix(comma + 1);
+  }
 }
 
 std::optional<double> secondsOfDayFromNmea(std::string_view text) {

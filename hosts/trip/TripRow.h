@@ -27,6 +27,7 @@ struct TripRow {
   bool jump = false;                              ///< implausibly fast
   bool stable = false;                            ///< the receiver has settled
   std::optional<CLLocationCoordinate2D> snapped;  ///< what the client with the snap filter got
+  bool isEstimated = false;                       ///< by dead reckoning or a simulator, as far as the source tells
 };
 
 /// What the filter did to a trip, from before to after.

@@ -141,6 +141,7 @@ class CommandLine {
   /// Does what is asked for. Help (`help [COMMAND]`, too) and version are printed, and in one line what must be
   /// changed.
   /// @return the tool's exit code
+  /// @throws std::logic_error  a run ended well and has ignored an option
   int run(int argc, char** argv);
 
  private:

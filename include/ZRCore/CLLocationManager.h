@@ -85,6 +85,10 @@ enum class CLActivityType : int { other = 1, automotiveNavigation = 2, fitness =
 /// inside `startUpdatingLocation` or `startUpdatingHeading`. A delegate may stop the manager and release its last
 /// reference during a callback (`ZRLocationManager::setTripSimulator` does): a manager that uses its members after a
 /// callback keeps a reference to itself for the duration.
+///
+/// Each coordinate that it delivers is valid (`CLLocationCoordinate2DIsValid`); what its receiver reports beside that,
+/// it drops. The filter relies on it: its documented comparisons never hold for NaN, so that a first fix without a
+/// place would end its use for the life of the process.
 class ZR_EXPORT CLLocationManager {
  public:
   /// A new manager of the installed platform's receiver, stopped and without a delegate.

@@ -91,11 +91,18 @@ struct ZRLinuxOptions {
   /// ZRDocumentErrorDomain.
   std::uint64_t mostDocumentValues = ZRMostDocumentValues;
 
-  /// How long a request may take in all, however much comes meanwhile: then it fails with NSURLErrorTimedOut. 0: no limit
-  /// but that on silence (`NSMutableURLRequest::timeoutSeconds`).
+  /// Passes over positions that gpsd, a receiver or a recording calls worked out, not measured: by dead reckoning or a
+  /// simulator.
+  bool leavesOutEstimates = false;
+  /// Mends the dates of receivers whose week counter has rolled over: 1024 weeks are added as often as the date then
+  /// still lies before the clock's. Unasked, the log says when a live receiver's date lies more than ten years back.
+  bool repairsWeekRollover = false;
+
+  /// How long a request may take in all, however much comes meanwhile: then it fails with NSURLErrorTimedOut. 0: no
+  /// limit but that on silence (`NSMutableURLRequest::timeoutSeconds`).
   double longestRequestSeconds = 0.0;
-  /// How many connections to one host there are at once; further requests wait for one of them. 0: no limit. Over HTTP/2
-  /// requests share a connection.
+  /// How many connections to one host there are at once; further requests wait for one of them. 0: no limit. Over
+  /// HTTP/2 requests share a connection.
   std::uint32_t mostConnectionsPerHost = 6;
 };
 
@@ -109,8 +116,9 @@ inline ZRPlatform makeLinuxPlatform(const ZRLinuxOptions& options = {}) {
   return platform;
 }
 
-/// Positions alone, for a host that lets its user choose where they come from: `mainContext`, `positioning` and
-/// `desktopId` of the options count. Log and clock are those of the platform in use. Main thread.
+/// Positions alone, for a host that lets its user choose where they come from: `mainContext`, `positioning`,
+/// `desktopId`, `leavesOutEstimates` and `repairsWeekRollover` of the options count. Log and clock are those of the
+/// platform in use. Main thread.
 [[nodiscard]] ZR_EXPORT std::shared_ptr<ZRPositioning> ZRMakeLinuxPositioning(const ZRLinuxOptions& options);
 
 /// What moves an application to the background and back.

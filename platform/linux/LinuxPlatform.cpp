@@ -39,7 +39,8 @@ ZRLinuxOptions knownOptions(const ZRLinuxOptions& host) {
                        &Options::resourcesFolder, &Options::textDomain, &Options::textFolder, &Options::settingsFolder,
                        &Options::rootFolder, &Options::largestImagePixels, &Options::log, &Options::sound,
                        &Options::positioning, &Options::desktopId, &Options::mostDocumentValues,
-                       &Options::longestRequestSeconds, &Options::mostConnectionsPerHost);
+                       &Options::leavesOutEstimates, &Options::repairsWeekRollover, &Options::longestRequestSeconds,
+                       &Options::mostConnectionsPerHost);
 }
 
 ZRLinuxSoundOptions knownSoundOptions(const ZRLinuxOptions& options) {
@@ -84,6 +85,8 @@ std::shared_ptr<ZRPositioning> makePositioning(const std::shared_ptr<GLibLoop>& 
   PositioningOptions positioning;
   positioning.source = options.positioning;
   positioning.desktopId = options.desktopId;
+  positioning.leavesOutEstimates = options.leavesOutEstimates;
+  positioning.repairsWeekRollover = options.repairsWeekRollover;
   positioning.log = [](const std::string& line) { ZRPlatformInUse().log->writeLine(line); };
   positioning.now = [] { return ZRPlatformInUse().clock->now(); };
   return makeLinuxPositioning(loop, std::move(positioning));

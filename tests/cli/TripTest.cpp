@@ -94,6 +94,35 @@ TEST_F(Trip, WhateverIsWrongWithTheDataIsToldAndTheGoodFixesAreCounted) {
   }
 }
 
+TEST_F(Trip, OnlyALossIsAFaultAndEstimatesAreMarkedOrLeftOut) {
+  const auto gga = [](const char* time, int quality) {
+    return "$GPGGA," + std::string(time) + ",4648.0,N,00724.0,E," + std::to_string(quality) + ",05,1.0,500.0,M,,M,,\n";
+  };
+  const std::string file = folder.file("tunnel.nmea", "u-blox AG\n$GPTXT,01,01,02,x*00\n$GPZDA,093000,23,09,2006,,\n" +
+                                                          gga("093000", 1) + gga("093001", 6) + gga("093002", 8));
+  const ToolRun all = folder.run({"trip", file, "--json"});
+  EXPECT_EQ(all.exitCode, 0) << all.err;
+  const auto lines = linesOf(all.out);
+  ASSERT_EQ(lines.size(), 4u);
+  EXPECT_FALSE(json::parse(lines[0]).contains("estimated"));
+  for (const auto& line : {lines[1], lines[2]}) EXPECT_EQ(json::parse(line)["estimated"], true);
+  EXPECT_EQ(linesOf(folder.run({"trip", file, "--json", "--no-estimates"}).out).size(), 2u);
+  EXPECT_EQ(folder.run({"trip", folder.file("lost.nmea", gga("093000", 1) + "$GPGGA,093001,x*00\n")}).exitCode, 1);
+}
+
+TEST_F(Trip, ADateOfARolledOverWeekCounterIsMendedOnRequestAndToldOfAStream) {
+  const std::string old = "time,lat,lon\n2006-09-23T09:30:00Z,46.8,7.4\n";
+  const ToolRun file = folder.run({"trip", folder.file("old.csv", old)});
+  EXPECT_THAT(file.err, Not(HasSubstr("ten years")));
+  EXPECT_THAT(folder.run({"trip", folder.path("old.csv"), "--week-rollover"}).out, HasSubstr("2026-05-09T09:30:00"));
+  const std::string fifo = folder.path("fifo");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  const pid_t tool = startTool({"trip", fifo}, {"/dev/null", folder.path("out"), folder.path("err")});
+  std::ofstream(fifo) << old;
+  EXPECT_EQ(waitForTool(tool).exitCode, 0);
+  EXPECT_THAT(textOfFile(folder.path("err")), HasSubstr("2006-09-23, lies more than ten years back"));
+}
+
 TEST_F(Trip, AFloodOfFaultsIsCutAndCounted) {
   std::string content = kTable;
   for (int i = 0; i < 332; ++i) content += "2026-05-09T09:31:00Z,north,east\n";

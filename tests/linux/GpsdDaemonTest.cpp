@@ -140,6 +140,29 @@ TEST_F(GpsdDaemon, TwoClientsGetWhatATripOfTheDaemonsOwnWordsGives) {
   EXPECT_EQ(first->batches, second->batches) << "both get the very same records";
 }
 
+/// Until the sentence with the speed has come, the daemon tells what it derives from the places.
+TEST_F(GpsdDaemon, TheToolShowsTheSpeedThatTheReceiverTellsAfterItsPlace) {
+  using std::chrono::milliseconds;
+  PtyReceiver modem(*loop, PtyReceiver::Manner::modem);
+  const ChildProcess daemon(
+      {kProgram, "-N", "-n", "-S", std::to_string(port), "-F", folder.at("control"), modem.path()});
+  modem.send(2 * kSecondsBetweenFixes);
+  ChildProcess tool({ZRCORE_TOOL, "watch", "gpsd:127.0.0.1:" + std::to_string(port), "--json", "--for", "8"});
+  std::unique_ptr<Loop::Wait> again;
+  runUntil([&] {
+    again = loop->after(0.05, [] {});
+    return tool.exitCode(milliseconds(0)).has_value();
+  });
+  int shown = 0;
+  for (auto line = tool.readLine(milliseconds(0)); line; line = tool.readLine(milliseconds(0))) {
+    const json row = json::parse(*line, nullptr, false);
+    if (row.contains("summary")) break;
+    EXPECT_LE(row["speedMetersPerSecond"], modem.toldSpeed(13.1)) << *line;
+    ++shown;
+  }
+  EXPECT_GE(shown, 10);
+}
+
 class NmeaReceiver : public LivePositioning {
  protected:
   void begin(const std::string& path) {

@@ -16,15 +16,16 @@ namespace {
 
 class GpsdSource : public WithGpsdPeer {};
 
-TEST_F(GpsdSource, AFullReportIsToldAtOnceAndAThinOneAfterAQuietMoment) {
+TEST_F(GpsdSource, AReportIsToldAfterAQuietMomentAndTheReceiversOwnSpeedReplacesTheDerived) {
   begin();
   greet();
-  peer.say(report(1));
+  peer.say(report(1, ",\"track\":10,\"speed\":93.3") + report(1));
   runUntil([&] { return fixesOf(*client) == 1; });
   const ZRPositionFix& full = client->batches[0][0]->fix();
   EXPECT_EQ(full.horizontalAccuracy, 19.0);
   EXPECT_EQ(full.verticalAccuracy, 25.5);
   EXPECT_EQ(full.course, 90.0);
+  EXPECT_EQ(full.speed, 13.9);
   peer.say(report(2, ""));  // a receiver that stands still reports no course, and perhaps no speed
   runUntil([&] { return fixesOf(*client) == 2; });
   const ZRPositionFix& thin = client->batches[1][0]->fix();

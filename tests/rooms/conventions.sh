@@ -94,4 +94,10 @@ hits=$(sources geometry mapping location services model audio browser policy rea
   done)
 [ -n "$hits" ] && breach 'A name with two leading underscores that no statics header declares' "$hits"
 
+# An option of the tool that no run reads would be ignored. The tool itself tells of one that was given.
+hits=$(grep -rhoE '\bOption<[^;{]*> [a-zA-Z]+\{' hosts/zrcore | sed -E 's/.* ([a-zA-Z]+)\{/\1/' | sort -u | while read -r name; do
+  grep -rqE "\boptions_?\.$name\b" hosts/zrcore || echo "$name"
+done)
+[ -n "$hits" ] && breach 'An option that nothing reads' "$hits"
+
 exit "$breaches"

@@ -26,6 +26,8 @@ class ReaderEvents final : public readers::Listener {
       if (value) std::snprintf(text, sizeof text, " %a", *value);
       entry += text;
     }
+    if (fix.satellites) entry += " s" + std::to_string(*fix.satellites);
+    if (fix.isEstimated) entry += " ~";
     log.push_back(entry);
   }
 

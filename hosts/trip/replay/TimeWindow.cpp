@@ -30,11 +30,11 @@ std::optional<double> TimeWindow::resolved(const std::optional<TimeBound>& bound
 }
 
 bool TimeWindow::contains(std::optional<double> secondsSince1970) {
-  if (!secondsSince1970) return !from_;
+  if (!secondsSince1970) return startSecondsSince1970_ ? containedLast_ : !from_;
   if (!startSecondsSince1970_) startSecondsSince1970_ = secondsSince1970;
   const auto from = resolved(from_);
   const auto to = resolved(to_);
-  return (!from || *secondsSince1970 >= *from) && (!to || *secondsSince1970 <= *to);
+  return containedLast_ = (!from || *secondsSince1970 >= *from) && (!to || *secondsSince1970 <= *to);
 }
 
 bool TimeWindow::isReversed() const {

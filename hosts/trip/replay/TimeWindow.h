@@ -29,7 +29,8 @@ class TimeWindow {
   TimeWindow() = default;
   TimeWindow(std::optional<TimeBound> from, std::optional<TimeBound> to) : from_(from), to_(to) {}
 
-  /// Asked for each fix, in order. A fix without a time belongs to the window only while that has no beginning.
+  /// Asked for each fix, in order. A fix without a time goes with the one before it; those before the first time belong
+  /// to a window that has no beginning.
   bool contains(std::optional<double> secondsSince1970);
 
   /// Whether the window ends before it begins. False until the recording reported a time, if it depends on that.
@@ -40,6 +41,7 @@ class TimeWindow {
 
   std::optional<TimeBound> from_, to_;
   std::optional<double> startSecondsSince1970_;
+  bool containedLast_ = false;
 };
 
 }  // namespace trip

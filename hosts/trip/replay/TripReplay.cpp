@@ -30,6 +30,7 @@ TripReplay::TripReplay(const Options& options, Recording& recording, TripPipelin
       pacer_(pacer),
       clock_(clock),
       listener_(listener),
+      intake_(options.intake),
       completion_(options.completion),
       window_(options.window),
       counter_(summaryAtStart(options, recording.format())) {}
@@ -60,8 +61,16 @@ void TripReplay::hold(const std::function<void()>& step) {
   }
 }
 
-void TripReplay::fix(const readers::SourceFix& fix) {
-  hold([&] { replayFix(fix); });
+void TripReplay::fix(const readers::SourceFix& told) {
+  hold([&] {
+    readers::SourceFix fix = told;
+    if (!intake_.takes(fix)) return;
+    const bool isLive = !recording_.progress();
+    if (const auto text = isLive ? intake_.remarkOnDate(fix) : std::nullopt) {
+      remark({readers::Severity::warning, fix.line, *text});
+    }
+    replayFix(fix);
+  });
 }
 
 void TripReplay::remark(const readers::Remark& remark) {
@@ -75,19 +84,19 @@ void TripReplay::replayFix(const readers::SourceFix& fix) {
   if (listener_.wantsToStop()) return;
   const ZRPositionFix completed =
       completion_.complete(fix);  // also of fixes outside the window: later ones lean on them
-  const double seconds = completed.timestamp.secondsSince1970;
-  const bool isInside = window_.contains(seconds != 0.0 ? std::optional(seconds) : std::nullopt);
+  const bool isInside = window_.contains(fix.secondsSince1970);
   if (window_.isReversed()) throw ReversedWindow();
   if (!isInside) return;
 
   pacer_.waitUntilDue(fix.secondsSince1970);
   if (listener_.wantsToStop()) return;
   switchHalfWayClient();
-  clock_.setNow(completed.timestamp);
+  if (fix.secondsSince1970) clock_.setNow(completed.timestamp);
   auto row = pipeline_.deliver(completed);
   if (!row) return;
   row->index = counter_.counts().fixes;
   row->line = fix.line;
+  row->isEstimated = fix.isEstimated;
   counter_.row(*row);
   listener_.row(*row);
 }

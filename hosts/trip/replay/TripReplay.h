@@ -4,6 +4,7 @@
 
 #include <ZRCore/ZRPlatform.h>
 #include <readers/FixCompletion.h>
+#include <readers/FixIntake.h>
 #include <readers/FixReader.h>
 #include <trip/TripRow.h>
 
@@ -59,6 +60,7 @@ class TripReplay final : private readers::Listener {
   struct Options {
     std::string source;  ///< for the summary
     std::string filter;  ///< for the summary
+    readers::FixIntake::Options intake;
     readers::FixCompletion::Options completion;
     TimeWindow window;
   };
@@ -86,6 +88,7 @@ class TripReplay final : private readers::Listener {
   Pacer& pacer_;
   RecordingClock& clock_;
   ReplayListener& listener_;
+  readers::FixIntake intake_;
   readers::FixCompletion completion_;
   TimeWindow window_;
   SummaryCounter counter_;

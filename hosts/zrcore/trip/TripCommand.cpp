@@ -14,6 +14,7 @@
 #include <zrcore/sound/TripSpeaker.h>
 #include <zrcore/view/TripView.h>
 
+#include <chrono>
 #include <filesystem>
 #include <utility>
 
@@ -38,7 +39,8 @@ Output:
 
 Exit codes:
   0  done
-  1  the recording cannot be read, part of it was dropped, or it holds no fix
+  1  the recording cannot be read, it holds no fix, or a position, time, speed, course or altitude in it was lost; what
+     else is wrong with it is a warning
   2  the command line must be changed; a file would be overwritten without --force
   3  the system does not give what is needed: no room or no right to write
   129 to 153  128 and the number of the signal that ended it early; what was replayed until then is complete
@@ -68,6 +70,11 @@ class RouteReader final : public readers::Listener {
   Messages& messages_;
   std::string name_;
 };
+
+/// The platform's clock tells the recording's time.
+NSDate presentTime() {
+  return {std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count()};
+}
 
 class TripRun {
  public:
@@ -170,6 +177,9 @@ trip::TripReplay::Options TripRun::replayOptions() const {
   options.filter = *options_.filter;
   options.completion.assumedAccuracyMeters = *options_.assumedAccuracyMeters;
   options.completion.derivesSpeed = *options_.derivesSpeed;
+  options.intake.leavesOutEstimates = *options_.leavesOutEstimates;
+  options.intake.repairsWeekRollover = *options_.repairsWeekRollover;
+  options.intake.now = presentTime;
   options.window = trip::TimeWindow(*options_.from, *options_.to);
   return options;
 }

@@ -55,6 +55,12 @@ struct TripOptions : Options {
   Option<std::optional<double>> assumedAccuracyMeters{
       *this, "--assume-accuracy METRES", "Accuracy of fixes that tell none", {rule::positive()}};
   Option<bool> derivesSpeed{*this, "--derive-speed", "Work out missing speeds from the places and times"};
+  Option<bool> leavesOutEstimates{
+      *this, "--no-estimates",
+      "Leave out positions by dead reckoning or a simulator, as far as the receiver tells them"};
+  Option<bool> repairsWeekRollover{*this, "--week-rollover",
+                                   "Add 1024 weeks to dates, as often as they then still lie in the past: for "
+                                   "receivers whose week counter has rolled over"};
   Option<File> routeFile{
       *this, "--route FILE",
       "A recording of the route that the second client snaps to; without it, the way already replayed"};

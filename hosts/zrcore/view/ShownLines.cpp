@@ -41,7 +41,7 @@ class JsonLines final : public trip::TripOutput {
   explicit JsonLines(StandardOutput& output) : output_(output) {}
   void row(const trip::TripRow& row) override {
     using trip::Json, trip::orNull, trip::timeOrNull;
-    const Json json{
+    Json json{
         {"index", row.index},
         {"line", row.line},
         {"time", timeOrNull(row.secondsSince1970)},
@@ -59,6 +59,7 @@ class JsonLines final : public trip::TripOutput {
         {"snappedLatitude", row.snapped ? Json(row.snapped->latitude) : Json(nullptr)},
         {"snappedLongitude", row.snapped ? Json(row.snapped->longitude) : Json(nullptr)},
     };
+    if (row.isEstimated) json["estimated"] = true;
     output_.write(json.dump() + '\n');
   }
   void finish(const trip::TripSummary& summary) override {

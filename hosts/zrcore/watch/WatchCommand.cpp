@@ -160,6 +160,8 @@ int WatchRun::exitCode() const {
 bool WatchRun::install() {
   ZRLinuxOptions linuxOptions;
   linuxOptions.positioning = *options_.source;
+  linuxOptions.leavesOutEstimates = *options_.leavesOutEstimates;
+  linuxOptions.repairsWeekRollover = *options_.repairsWeekRollover;
   const auto& speech = *options_.speech;
   SpeakingPlatform speaking = speakingPlatform(speech, isForced_, view_.messages(), linuxOptions);
   speaking.platform.bundle = std::make_shared<WatchBundle>();

@@ -39,6 +39,8 @@ struct WatchOptions : Options {
       "Speak at the start, at each turn and at the end. sound: through the sound server; wav:FILE: into a WAV "
       "file, one prompt after the other",
       SoundTarget::parseOptional};
+  Option<bool> leavesOutEstimates{*this, "--no-estimates", "As in 'zrcore trip'"};
+  Option<bool> repairsWeekRollover{*this, "--week-rollover", "As in 'zrcore trip'"};
   Option<std::optional<double>> forSeconds{*this, "--for SECONDS", "End after so long", {rule::positive()}};
   ShapeOptions shape{*this};
 };

@@ -22,13 +22,13 @@ std::string partOf(CURLU* url, CURLUPart which) {
 Redirection redirection(const std::string& from, const std::string& location) {
   const std::unique_ptr<CURLU, decltype(&curl_url_cleanup)> url(curl_url(), curl_url_cleanup);
   if (!url || curl_url_set(url.get(), CURLUPART_URL, from.c_str(), 0) != CURLUE_OK) return {false, true};
-  constexpr CURLUPart parts[] = {CURLUPART_SCHEME, CURLUPART_HOST, CURLUPART_PORT};
+  constexpr CURLUPart kParts[] = {CURLUPART_SCHEME, CURLUPART_HOST, CURLUPART_PORT};
   std::string before[3];
-  for (int i = 0; i < 3; ++i) before[i] = partOf(url.get(), parts[i]);
+  for (int i = 0; i < 3; ++i) before[i] = partOf(url.get(), kParts[i]);
   // A scheme that libcurl does not speak is refused by it, and told as that.
   if (curl_url_set(url.get(), CURLUPART_URL, location.c_str(), CURLU_URLENCODE) != CURLUE_OK) return {false, true};
   Redirection to;
-  for (int i = 0; i < 3; ++i) to.leavesOrigin |= partOf(url.get(), parts[i]) != before[i];
+  for (int i = 0; i < 3; ++i) to.leavesOrigin |= partOf(url.get(), kParts[i]) != before[i];
   to.leavesTLS = before[0] == "https" && partOf(url.get(), CURLUPART_SCHEME) == "http";
   return to;
 }

@@ -18,8 +18,9 @@ constexpr std::size_t kReadBytes = std::size_t{64} * 1024;
 
 }  // namespace
 
-FileSource::FileSource(Loop& loop, std::string path, std::function<double()> monotonicSeconds)
-    : loop_(loop), path_(std::move(path)), monotonicSeconds_(std::move(monotonicSeconds)) {}
+FileSource::FileSource(Loop& loop, std::string path, std::function<double()> monotonicSeconds,
+                       readers::FixIntake::Options intake)
+    : loop_(loop), path_(std::move(path)), monotonicSeconds_(std::move(monotonicSeconds)), intake_(std::move(intake)) {}
 
 FileSource::~FileSource() { FileSource::stop(); }
 
@@ -81,7 +82,8 @@ bool FileSource::readMore() {
 bool FileSource::makeReader(bool isLast) {
   if (!isLast && piece_.size() < kReadBytes) return false;
   if (const auto format = readers::detectFormat(piece_)) {
-    reader_ = std::make_unique<readers::LiveReader>(*format);
+    reader_ = std::make_unique<readers::LiveReader>(
+        *format, readers::LiveReader::Options{.intake = intake_, .isRecording = true});
   } else {
     fail(PositioningFault::badSource, piece_.empty() ? "it is empty" : "it " + readers::whyUnreadable(piece_));
   }
@@ -100,7 +102,9 @@ void FileSource::next() {
     return;
   }
   if (!startSeconds_) startSeconds_ = monotonicSeconds_();
-  const double due = *startSeconds_ + pace_.secondsAfterFirst(waiting_.front().timestamp.secondsSince1970);
+  const double reported = waiting_.front().timestamp.secondsSince1970;
+  const auto seconds = reported != 0.0 ? std::optional(reported) : std::nullopt;
+  const double due = *startSeconds_ + pace_.secondsAfterFirst(seconds);
   const auto tellFirst = [this] {
     const ZRPositionFix fix = waiting_.front();
     waiting_.pop_front();

@@ -20,7 +20,8 @@
 class FileSource final : public PositionSource, public std::enable_shared_from_this<FileSource> {
  public:
   /// @param monotonicSeconds  a clock that never goes back
-  FileSource(Loop& loop, std::string path, std::function<double()> monotonicSeconds);
+  FileSource(Loop& loop, std::string path, std::function<double()> monotonicSeconds,
+             readers::FixIntake::Options intake = {});
   ~FileSource() override;
 
   std::string name() const override;
@@ -38,6 +39,7 @@ class FileSource final : public PositionSource, public std::enable_shared_from_t
   Loop& loop_;
   std::string path_;
   std::function<double()> monotonicSeconds_;
+  readers::FixIntake::Options intake_;
   RunListener listener_;
   FileDescriptor file_;
   std::optional<packed::MaybeGzip> unpacking_;

@@ -72,7 +72,14 @@ class LinuxPositioning final : public ZRPositioning {
                                                                 .request = "?WATCH={\"enable\":true,\"json\":true};\n",
                                                                 .greets = true,
                                                                 .hasHeading = true,
-                                                                .silenceSeconds = options.silenceSeconds});
+                                                                .silenceSeconds = options.silenceSeconds,
+                                                                .intake = intakeOf(options)});
+  }
+
+  static readers::FixIntake::Options intakeOf(const PositioningOptions& options) {
+    return {.leavesOutEstimates = options.leavesOutEstimates,
+            .repairsWeekRollover = options.repairsWeekRollover,
+            .now = options.now};
   }
 
   static std::shared_ptr<PositionSource> makeSource(GLibLoop& loop, const PositioningOptions& options,
@@ -88,13 +95,15 @@ class LinuxPositioning final : public ZRPositioning {
       case PositioningSource::Kind::gpsd:
         return makeGpsd(loop, options, source);
       case PositioningSource::Kind::nmea:
-        return std::make_shared<StreamSource>(
-            loop, makeReceiverConnector(source.path, loop.context()),
-            StreamSource::Options{
-                .name = source.name(), .format = readers::Format::nmea, .silenceSeconds = options.silenceSeconds});
+        return std::make_shared<StreamSource>(loop, makeReceiverConnector(source.path, loop.context()),
+                                              StreamSource::Options{.name = source.name(),
+                                                                    .format = readers::Format::nmea,
+                                                                    .silenceSeconds = options.silenceSeconds,
+                                                                    .intake = intakeOf(options)});
       case PositioningSource::Kind::file:
         return std::make_shared<FileSource>(
-            loop, source.path, [] { return static_cast<double>(g_get_monotonic_time()) / G_USEC_PER_SEC; });
+            loop, source.path, [] { return static_cast<double>(g_get_monotonic_time()) / G_USEC_PER_SEC; },
+            intakeOf(options));
       case PositioningSource::Kind::geoclue:
         return makeGeoClue();
       case PositioningSource::Kind::automatic:

@@ -18,6 +18,7 @@ struct PositioningOptions {
   std::function<void(const std::string& line)> log = {};  ///< called on the loop's thread
   std::function<NSDate()> now = {};
   double silenceSeconds = 10;  ///< how long there may be no fix before clients get an error
+  bool leavesOutEstimates = false, repairsWeekRollover = false;  ///< as in ZRLinuxOptions
 };
 
 std::shared_ptr<ZRPositioning> makeLinuxPositioning(const std::shared_ptr<GLibLoop>& loop, PositioningOptions options);

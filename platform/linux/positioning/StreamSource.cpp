@@ -12,7 +12,10 @@
 using policy::PositioningFault;
 
 StreamSource::StreamSource(Loop& loop, std::unique_ptr<Connector> connector, Options options)
-    : loop_(loop), connector_(std::move(connector)), options_(std::move(options)), reader_(options_.format) {}
+    : loop_(loop),
+      connector_(std::move(connector)),
+      options_(std::move(options)),
+      reader_(options_.format, {.intake = options_.intake}) {}
 
 StreamSource::~StreamSource() { StreamSource::stop(); }
 
@@ -74,6 +77,7 @@ void StreamSource::read() {
 /// Hands over what came. Each call may stop this run, and start another one.
 void StreamSource::deliver(const readers::LiveEvents& events) {
   for (const auto& remark : events.remarks) listener_->sourceSays(remark);
+  if (events.oldDate) listener_->sourceSays(*events.oldDate);
   if (options_.greets && !hasGreeted_) {
     if (!events.daemonRelease) return;  // whatever this is, it is not the daemon
     listener_->sourceSays("release " + *events.daemonRelease);

@@ -30,6 +30,7 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
     /// last fix came just after a check.
     double silenceSeconds = 10;
     double quietSeconds = readers::LiveReader::kQuietSeconds;
+    readers::FixIntake::Options intake = {};
   };
 
   StreamSource(Loop& loop, std::unique_ptr<Connector> connector, Options options);

@@ -83,6 +83,11 @@ TEST_F(Doctor, GpsdMustAnswerAsOneAndHaveAReceiver) {
   };
   look("whole", greeting + "{\"class\":\"DEVICES\",\"devices\":[{\"path\":\"/dev/ttyUSB0\"}]}\n", State::usable,
        "3.22");
+  look("rolledOver",
+       greeting +
+           "{\"class\":\"DEVICES\",\"devices\":[{\"path\":\"/dev/ttyUSB0\"}]}\n"
+           "{\"class\":\"TPV\",\"mode\":3,\"time\":\"2006-09-23T09:00:00Z\",\"lat\":52.5,\"lon\":13.4}\n",
+       State::usable, "2006-09-23, lies more than ten years back");
   look("bare", greeting + "{\"class\":\"DEVICES\",\"devices\":[]}\n", State::broken, "no receiver");
   look("other", "HTTP/1.1 400 Bad Request\r\n\r\n", State::broken, "no gpsd");
   look("silent", "", State::broken, "no gpsd");

@@ -58,14 +58,15 @@ TEST(FixCompletion, SpeedIsDerivedOnlyOnRequestAndOnlyOverTimeThatPassed) {
   }
 }
 
-TEST(FixCompletion, AMissingTimeIsTheLastKnownOneAndAKnownTimeIsNeverChanged) {
+TEST(FixCompletion, AMissingTimeIsThatAtWhichItCameAndAKnownTimeIsNeverChanged) {
   FixCompletion completion({});
-  const auto time = [&](std::optional<double> told) { return completion.complete(sourceFix(kHere, told)).timestamp; };
-  EXPECT_EQ(time({}), NSDate{0.0});
-  EXPECT_EQ(time(50.0), NSDate{50.0});
-  EXPECT_EQ(time({}), NSDate{50.0});
-  EXPECT_EQ(time(40.0), NSDate{40.0});
-  EXPECT_EQ(time({}), NSDate{40.0});
+  const auto time = [&](std::optional<double> told, std::optional<NSDate> cameAt) {
+    return completion.complete(sourceFix(kHere, told), cameAt).timestamp;
+  };
+  EXPECT_EQ(time(50.0, NSDate{70.0}), NSDate{50.0});
+  EXPECT_EQ(time({}, NSDate{71.0}), NSDate{71.0});
+  EXPECT_EQ(time({}, {}), NSDate{0.0}) << "not that of the fix before";
+  EXPECT_EQ(time(40.0, {}), NSDate{40.0});
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ ReaderEvents readGpsd(const std::string& input) { return readInput(Format::gpsdJ
 TEST(GpsdReader, ReportsOfOneTimeAndPlaceMakeOneFixAndFillEachOthersGaps) {
   const auto events = readGpsd(
       "{\"class\":\"VERSION\",\"release\":\"3.22\"}\n"
-      "$GPRMC,152505.00,A,5547.82113,N,02334.14130,E,0.253,,091209,,,A*00\n"
+      "$GPRMC,,V,,,,,,,,,,N*53\n"
       R"({"class":"TPV","mode":2,"time":"2009-12-09T15:25:05.000Z","lat":55.5,"lon":-23.25,"speed":null,"epv":NaN})"
       "\r\n"
       R"({"class":"SKY","hdop":2.72,"lat":1,"lon":1,"mode":3})"
@@ -49,11 +49,9 @@ TEST(GpsdReader, DamagedLinesAreFaultsAndTheRestIsRead) {
       good.substr(0, good.size() - 5),
       "[" + good + "]",
       good + good,
-      "TPV",
       R"({"class":"TPV","mode":3,"lat":1e999,"lon":2})",
       R"({"class":"TPV","mode":3,"lat":90.5,"lon":2})",
-      "{\"class\":\"\xff\"}",
-      std::string(60000, '['),
+      "{\"x\":" + std::string(60000, '['),
       std::string("{\"class\":\"TPV\"\0}", 16),
   };
   for (const auto& line : damaged) {

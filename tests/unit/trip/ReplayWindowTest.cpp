@@ -46,10 +46,15 @@ TEST(TimeWindow, BothEndsBelongToIt) {
   EXPECT_TRUE(window.contains(kRecordingStart + 15.0));  // time went back into it
 }
 
-TEST(TimeWindow, AFixWithoutATimeComesBeforeEveryBeginning) {
+TEST(TimeWindow, AFixWithoutATimeGoesWithTheOneBeforeAndTheFirstComesBeforeEveryBeginning) {
   EXPECT_TRUE(TimeWindow().contains(std::nullopt));
   EXPECT_TRUE(TimeWindow(std::nullopt, parseTimeBound("+5")).contains(std::nullopt));
   EXPECT_FALSE(TimeWindow(parseTimeBound("+0"), std::nullopt).contains(std::nullopt));
+  TimeWindow window(parseTimeBound("+1"), parseTimeBound("+2"));
+  for (const auto& [second, isInside] : {std::pair(100.0, false), {101.0, true}, {103.0, false}}) {
+    EXPECT_EQ(window.contains(second), isInside);
+    EXPECT_EQ(window.contains(std::nullopt), isInside);
+  }
 }
 
 TEST(TimeWindow, IsKnownToBeReversedOnceItsBoundsAreSettled) {

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+// What the tool needs for long trips and large files, and what a kill leaves of a recording.
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -97,6 +99,26 @@ TEST(PlaceMemory, IsAtMostEightBytesAByteWhateverTheShape) {
     RecordProperty(std::string("bytesAByteOf_") + shape.name, std::to_string(bytesAByte));
     EXPECT_GE(bytesAByte, 0.25) << shape.name << ": less than the bytes themselves was measured";
     EXPECT_LE(bytesAByte, 8.0) << shape.name;
+  }
+}
+
+TEST(WatchKills, AKillAtAnyMomentLeavesAWholeRecording) {
+  const ToolFolder folder;
+  // Fixes that are due at once, because they have one time, in pairs of one place.
+  std::string text = "time,lat,lon,accuracy,speed,course\n";
+  for (int i = 0; i < 20000; ++i) text += "1778319000,52.5," + std::to_string(13.4 + i / 2 * 1e-5) + ",5,14,90\n";
+  const std::string file = folder.file("drive.csv", text);
+  for (int lines : {2, 3, 50, 400, 2000, 5000}) {
+    const std::string record = folder.path(std::to_string(lines) + ".gpx");
+    ToolPipe output;
+    const pid_t tool =
+        startTool({"watch", "file:" + file, "--record", record}, {"/dev/null", output.path(), folder.path("err")});
+    for (int line = 0; line < lines; ++line) output.readLine();
+    ::kill(tool, SIGKILL);
+    EXPECT_EQ(waitForTool(tool).exitCode, -1);
+    const ToolRun read = folder.run({"trip", record, "--json"});
+    EXPECT_EQ(read.exitCode, 0) << read.err;
+    EXPECT_GE(linesOf(read.out).size(), static_cast<std::size_t>(lines - 1)) << "shown, and not written";
   }
 }
 
