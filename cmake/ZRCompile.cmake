@@ -26,6 +26,18 @@ if(ZRCORE_WERROR)
   add_compile_options(-Werror)
 endif()
 
+# A fault that an attacker has found is to end the process and not to be of use. Sanitizers see more, and get in the way
+# of these.
+if(NOT ZRCORE_SANITIZE)
+  add_compile_options(-fstack-protector-strong -fstack-clash-protection)
+  if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64" AND CMAKE_SIZEOF_VOID_P EQUAL 8)
+    add_compile_options(-fcf-protection)
+  endif()
+  add_compile_options("$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  add_link_options(LINKER:-z,relro,-z,now)
+endif()
+
 if(ZRCORE_SANITIZE)
   add_compile_options(-fsanitize=${ZRCORE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${ZRCORE_SANITIZE})

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PACKED_UNPACKER_H
-#define ZRCORE_PACKED_UNPACKER_H
+#ifndef ZRCORE_PLATFORM_PACKED_UNPACKER_H
+#define ZRCORE_PLATFORM_PACKED_UNPACKER_H
 
 #define ZLIB_CONST  // input is not written to
 #include <zlib.h>
@@ -11,7 +11,9 @@
 
 namespace packed {
 
-/// Unpacks gzip (RFC 1952) and deflate (RFC 1950 and 1951) as it comes, and reports an end that comes too early.
+/// Unpacks gzip (RFC 1952) and deflate (RFC 1950 and 1951) as it comes, and reports an end that comes too early. However
+/// the bytes are cut into pieces, what comes of them is the same. What stands behind the end is padding, unless it begins
+/// as a further member of gzip does.
 class Unpacker {
  public:
   Unpacker();
@@ -27,11 +29,15 @@ class Unpacker {
   bool isWhole() const { return isWhole_; }
 
  private:
-  bool startAgainAsBareDeflate(std::string_view packed);
-  bool startNextMember();
+  enum class Place { beforeFirst, inside, between, padding };
+
+  bool begin(std::string_view packed);
+  Taken unpack(std::string_view& packed, std::string& body, std::uint64_t longest);
 
   z_stream stream_{};
-  bool hasUnpacked_ = false;
+  Place place_ = Place::beforeFirst;
+  std::string held_;  ///< a byte that does not tell yet what begins with it
+  bool isGzip_ = false;
   bool isWhole_ = false;
 };
 

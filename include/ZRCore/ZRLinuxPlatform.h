@@ -97,6 +97,13 @@ struct ZRLinuxOptions {
   /// Mends the dates of receivers whose week counter has rolled over: 1024 weeks are added as often as the date then
   /// still lies before the clock's. Unasked, the log says when a live receiver's date lies more than ten years back.
   bool repairsWeekRollover = false;
+
+  /// How long a request may take in all, however much comes meanwhile: then it fails with NSURLErrorTimedOut. 0: no
+  /// limit but that on silence (`NSMutableURLRequest::timeoutSeconds`).
+  double longestRequestSeconds = 0.0;
+  /// How many connections to one host there are at once; further requests wait for one of them. 0: no limit. Over
+  /// HTTP/2 requests share a connection.
+  std::uint32_t mostConnectionsPerHost = 6;
 };
 
 /// Fills the members of `platform` that its `size` reaches. Called by `makeLinuxPlatform`.

@@ -39,7 +39,8 @@ ZRLinuxOptions knownOptions(const ZRLinuxOptions& host) {
                        &Options::resourcesFolder, &Options::textDomain, &Options::textFolder, &Options::settingsFolder,
                        &Options::rootFolder, &Options::largestImagePixels, &Options::log, &Options::sound,
                        &Options::positioning, &Options::desktopId, &Options::mostDocumentValues,
-                       &Options::leavesOutEstimates, &Options::repairsWeekRollover);
+                       &Options::leavesOutEstimates, &Options::repairsWeekRollover, &Options::longestRequestSeconds,
+                       &Options::mostConnectionsPerHost);
 }
 
 ZRLinuxSoundOptions knownSoundOptions(const ZRLinuxOptions& options) {
@@ -108,7 +109,9 @@ void ZRFillLinuxPlatform(ZRPlatform& platform, const ZRLinuxOptions& host) {
   ZRPlatformFill(platform, &ZRPlatform::device, std::make_shared<LinuxDevice>(options.rootFolder, application));
   ZRPlatformFill(platform, &ZRPlatform::json, ZRMakeJSONService(options.mostDocumentValues));
   ZRPlatformFill(platform, &ZRPlatform::httpSession,
-                 std::make_shared<CurlSession>(loop, std::make_shared<InstalledClock>(), options.longestBodyBytes));
+                 std::make_shared<CurlSession>(loop, std::make_shared<InstalledClock>(),
+                                               TransferLimits{options.longestBodyBytes, options.longestRequestSeconds,
+                                                              options.mostConnectionsPerHost}));
   ZRPlatformFill(platform, &ZRPlatform::xml, std::make_shared<ExpatXML>(options.mostDocumentValues));
   ZRPlatformFill(platform, &ZRPlatform::images, std::make_shared<PixbufImages>(options.largestImagePixels));
   fillSound(platform, options, loop);

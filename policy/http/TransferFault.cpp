@@ -99,6 +99,21 @@ NSError transferFault(const TransferEnd& end) {
     return fault(NSURLErrorTimedOut, host + " sent nothing for " + numberText(end.silenceSeconds) +
                                          " seconds: try again later, or give the request more time.");
   }
+  if (end.failure == TransferFailure::tooLong) {
+    return fault(NSURLErrorTimedOut, host + " was not done after " + numberText(end.longestRequestSeconds) +
+                                         " seconds: try again later, or raise the platform's limit.");
+  }
+  if (end.failure == TransferFailure::headers) {
+    return fault(NSURLErrorDataLengthExceedsMaximum,
+                 host + " sent more header fields than are taken, 100 kB each and 300 kB in all: tell its operator.");
+  }
+  if (end.failure == TransferFailure::plainRedirection) {
+    return fault(NSURLErrorSecureConnectionFailed,
+                 host + " leads from https to http, where anybody can read along: tell its operator.");
+  }
+  if (end.failure == TransferFailure::memory) {
+    return fault(NSURLErrorUnknown, "There is no memory for what " + host + " sent: close something, or ask for less.");
+  }
   if (end.failure == TransferFailure::length) {
     return fault(NSURLErrorDataLengthExceedsMaximum,
                  host + " sent more than " + sizeText(end.longestBodyBytes) +
@@ -107,6 +122,11 @@ NSError transferFault(const TransferEnd& end) {
   if (end.failure == TransferFailure::damage) {
     return fault(NSURLErrorCannotDecodeContentData,
                  host + " sent a body that cannot be unpacked, or not to its end: try again, or tell its operator.");
+  }
+  if (end.systemError == EMFILE) {
+    return fault(NSURLErrorCannotConnectToHost, "There is no connection to " + host +
+                                                    ", for this process can open no more files: let it close some, or "
+                                                    "raise its limit (ulimit -n).");
   }
   const Verdict verdict = verdictOf(end);
   std::string text = verdict.before + host + verdict.after;

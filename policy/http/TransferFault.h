@@ -34,8 +34,12 @@ enum class TransferFailure {
   other,
   // What we look for ourselves.
   silence,
-  length,  ///< of the body
-  damage,  ///< of a packed body
+  tooLong,           ///< in all, however much came
+  length,            ///< of the body
+  headers,           ///< of more bytes than are taken
+  damage,            ///< of a packed body
+  plainRedirection,  ///< from https to http
+  memory,            ///< of our own, which there is none of
 };
 
 struct TransferEnd {
@@ -44,6 +48,7 @@ struct TransferEnd {
   Destination destination = {};  ///< of the last request sent
   std::string detail = {};       ///< the library's own words
   double silenceSeconds = 0.0;   ///< the limits
+  double longestRequestSeconds = 0.0;
   std::uint64_t longestBodyBytes = 0;
 };
 

@@ -2,6 +2,7 @@
 // What is installed starts wherever it lies, and loads nothing from where it should not.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -42,6 +43,32 @@ TEST(Built, LooksForOurLibrariesBesideItselfAndNeverInTheWorkingDirectory) {
     const std::string path = entries[0].substr(begin, entries[0].find(']') - begin);
     for (const std::string& element : pieces(path, ':')) EXPECT_THAT(element, StartsWith("$ORIGIN")) << path;
   }
+}
+
+TEST(Built, IsHardened) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  GTEST_SKIP() << "sanitizers see more";
+#endif
+  for (const std::string& file : pieces(ZRCORE_SHIPPED, ' ')) {
+    SCOPED_TRACE(file);
+    const auto has = [&](const char* word, const char* table) {
+      return !linesWith(word, {"readelf", table, "--wide", file}).empty();
+    };
+    EXPECT_TRUE(has("GNU_RELRO", "--segments"));
+    EXPECT_TRUE(has("BIND_NOW", "--dynamic") || has("NOW", "--dynamic"))
+        << "all symbols are bound before RELRO is sealed";
+    EXPECT_FALSE(has(" RWE ", "--segments")) << "what is written is not run";
+    EXPECT_TRUE(has("__stack_chk_fail", "--dyn-syms"));
+#if defined(__x86_64__)
+    EXPECT_FALSE(linesWith("endbr64", {"objdump", "--disassemble", "--section=.text", file}).empty());
+#endif
+  }
+#ifdef NDEBUG  // the checks need an optimizing compiler; where lengths are not known to it: reading descriptors
+  const auto files = pieces(ZRCORE_SHIPPED, ' ');
+  EXPECT_TRUE(std::any_of(files.begin(), files.end(), [](const std::string& file) {
+    return !linesWith("_chk@", {"readelf", "--dyn-syms", "--wide", file}).empty();
+  }));
+#endif
 }
 
 /// All that was built, installed to a prefix that nobody knows of, which was moved once more.

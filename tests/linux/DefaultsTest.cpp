@@ -2,7 +2,9 @@
 // Settings survive: other processes, full disks, damaged files, and a process that is killed at any moment.
 #include <ZRCore/ZRPlatformFake.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
+#include <unistd.h>
 
 #include "StoringFaults.h"
 #include "TemporaryFolder.h"
@@ -135,6 +137,34 @@ TEST_F(DefaultsTest, AFileKeptElsewhereIsReplacedThere) {
   EXPECT_TRUE(defaults->synchronize());
   EXPECT_TRUE(fs::is_symlink(link));
   EXPECT_EQ(open()->stringForKey("key"), "new");
+}
+
+TEST_F(DefaultsTest, WhatOthersPutInTheFilesPlaceIsNeitherFollowedNorWaitedFor) {
+  storeAlone("mine");
+  const fs::path elsewhere = folder.path / "elsewhere", lock = file.native() + ".lock";
+  fs::remove(lock);
+  fs::create_symlink(elsewhere, lock);
+  auto defaults = open();
+  defaults->setStringForKey("new", "key");
+  EXPECT_FALSE(defaults->synchronize());
+  EXPECT_FALSE(fs::exists(elsewhere)) << "made through the link";
+  EXPECT_THAT(log->lines, ElementsAre(HasSubstr("cannot be locked")));
+
+  fs::remove(lock);
+  fs::remove(file);
+  log->lines.clear();
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
+  EXPECT_EQ(open()->stringForKey("key"), std::nullopt);
+  EXPECT_THAT(log->lines, ElementsAre(HasSubstr("no regular file")));
+
+  if (geteuid() != 0) GTEST_SKIP() << "only root can make another user's link";
+  storeAlone("mine");
+  fs::rename(file, elsewhere);
+  fs::create_symlink(elsewhere, file);
+  ASSERT_EQ(lchown(file.c_str(), 65534, 65534), 0);
+  log->lines.clear();
+  EXPECT_EQ(open()->stringForKey("key"), std::nullopt);
+  EXPECT_THAT(log->lines, ElementsAre(HasSubstr("cannot be read")));
 }
 
 TEST_F(DefaultsTest, WithoutAnIdentifierSettingsLastAsLongAsTheProcess) {

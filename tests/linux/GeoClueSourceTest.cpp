@@ -85,6 +85,15 @@ TEST_F(GeoClue, APermittedClientGetsFixesAndItsStatusIsKnown) {
   EXPECT_EQ(fixesOf(*client), 1u);
 }
 
+TEST_F(GeoClue, AFloodOfLocationsIsAskedForOneAtATime) {
+  startService();
+  begin();
+  runUntil([&] { return service->starts == 1; });
+  for (int i = 1; i <= 50; ++i) service->say({{"Latitude", i}, {"Longitude", 13.4}, {"Accuracy", 25.0}});
+  runUntil([&] { return !client->batches.empty() && client->batches.back()[0]->fix().coordinate.latitude == 50.0; });
+  EXPECT_LT(service->askedForLocations, 10);
+}
+
 TEST_F(GeoClue, ARefusalIsAnErrorAndAStatus) {
   startService(Answer::denied);
   begin();

@@ -5,6 +5,7 @@
 #include <ZRCore/ZRPlatformFake.h>
 #include <glib.h>
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <unistd.h>
 #include <zlib.h>
 
@@ -148,8 +149,21 @@ Server::Handler sendingLength(std::uint64_t length) {
   };
 }
 
+/// Packed members that each stand for no byte, more of them than anybody waits for.
+void sendEmptyMembers(const Server::Request&, Server::Connection& connection) {
+  constexpr std::string_view kMember("\x1f\x8b\x08\0\0\0\0\0\0\x03\x03\0\0\0\0\0\0\0\0\0", 20);
+  std::string members;
+  for (int i = 0; i < 50'000; ++i) members += kMember;
+  connection.send("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n");
+  while (connection.send(members)) {
+  }
+  connection.close();
+}
+
 std::vector<Fault> faults(const std::string& self) {
   const std::string ok = "HTTP/1.1 200 OK\r\n";
+  std::string manyFields;
+  while (manyFields.size() < 400'000) manyFields += "X: " + std::string(1000, 'x') + "\r\n";
   return {
       {"answers", Server::answering(200, "hello"), 0, 200, "hello"},
       {"answers 204 without a body", Server::answering(204, ""), 0, 204},
@@ -164,6 +178,10 @@ std::vector<Fault> faults(const std::string& self) {
       {"sends the greatest body", sendingLength(kLongestBody), 0, 200, std::string(kLongestBody, 'x')},
       {"sends a byte more", sendingLength(kLongestBody + 1), NSURLErrorDataLengthExceedsMaximum},
       {"sends what unpacks to a byte more", sendingBomb(), NSURLErrorDataLengthExceedsMaximum},
+      {"sends packed nothing without end", sendEmptyMembers, NSURLErrorDataLengthExceedsMaximum},
+      {"sends a header field of 200 kB", Server::answering(200, "", "X: " + std::string(200'000, 'x') + "\r\n"),
+       NSURLErrorDataLengthExceedsMaximum},
+      {"sends header fields of 400 kB", Server::answering(200, "", manyFields), NSURLErrorDataLengthExceedsMaximum},
       {"sends damaged gzip", packed("\x1f\x8b\x08garbage, garbage"), NSURLErrorCannotDecodeContentData},
       {"sends gzip that ends too early",
        Server::sending(ok + "Content-Encoding: gzip\r\n\r\n" + std::string(kPacked.substr(0, 17))),
@@ -288,7 +306,37 @@ TEST_F(HttpSession, AnswersAHundredRequestsAtOnceEachWithItsOwn) {
   runWhatIsReady();
   for (const Outcome& outcome : outcomes) seen.insert(outcome.body.value_or(""));
   EXPECT_EQ(seen, expected);
+  EXPECT_LE(server.connections(), 6);
   EXPECT_EQ(outcomes.size(), 100U);
+}
+
+TEST_F(HttpSession, TheHostsOwnHeaderFieldsStayWithTheServerTheyAreFor) {
+  HTTPTestServer other;
+  server.on("/here", Server::redirecting("/there"));
+  server.on("/there", Server::redirecting(other.url("/")));
+  other.on("/", Server::redirecting(server.url("/back")));
+  server.on("/back", Server::answering(200, "ok"));
+  EXPECT_EQ(outcomeOf({.URL = NSURL::URLWithString(server.url("/here")), .HTTPHeaders = {{"X-Key", "secret"}}}).body,
+            "ok");
+  ASSERT_EQ(server.requests().size(), 3U);
+  EXPECT_EQ(server.requests()[0].header("x-key"), "secret");
+  EXPECT_EQ(server.requests()[1].header("x-key"), "secret");
+  EXPECT_EQ(server.requests()[2].header("x-key"), "") << "sent there by another server";
+  ASSERT_EQ(other.requests().size(), 1U);
+  EXPECT_EQ(other.requests()[0].header("x-key"), "");
+}
+
+TEST_F(HttpSession, AProcessWithoutDescriptorsIsToldSo) {
+  server.on("/", Server::answering(200, "ok"));
+  const rlimit few{64, 64};
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &few), 0);
+  std::vector<int> taken;
+  for (int one = dup(0); one >= 0; one = dup(0)) taken.push_back(one);
+  const Outcome outcome = outcomeOf(server.url("/"));
+  for (const int one : taken) close(one);
+  ASSERT_TRUE(outcome.error);
+  EXPECT_THAT(outcome.error->localizedDescription(), HasSubstr("this process can open no more files"));
+  EXPECT_EQ(outcomeOf(server.url("/")).status(), 200);
 }
 
 TEST_F(HttpSession, FindsAServerAgainThatDiedAndCameBack) {

@@ -32,7 +32,8 @@ class HttpSessionInSilence : public testing::Test {
 
   std::shared_ptr<ZRFakeClock> clock = std::make_shared<ZRFakeClock>();
   std::shared_ptr<ManualLoop> loop = std::make_shared<ManualLoop>(clock);
-  std::shared_ptr<CurlSession> session = std::make_shared<CurlSession>(loop, clock, std::uint64_t{1} << 20);
+  std::shared_ptr<CurlSession> session =
+      std::make_shared<CurlSession>(loop, clock, TransferLimits{std::uint64_t{1} << 20});
   std::vector<long> codes;
   std::counting_semaphore<> bytes{0};  ///< that the server may send
   HTTPTestServer server;               // the last: its threads end before what they use
@@ -60,6 +61,41 @@ TEST_F(HttpSessionInSilence, TimeIsUpAfterSilenceAndNotAfterAWhile) {
   EXPECT_THAT(codes, IsEmpty());
   loop->advance(0.2);
   EXPECT_THAT(codes, ElementsAre(NSURLErrorTimedOut));
+}
+
+TEST_F(HttpSessionInSilence, ARequestThatDripsEndsWithItsWholeTime) {
+  session = std::make_shared<CurlSession>(loop, clock, TransferLimits{.longestRequestSeconds = 50.0});
+  server.on("/drip", [this](const Server::Request&, Server::Connection& connection) {
+    while (bytes.acquire(), connection.send("HTTP/1.1 100 Continue\r\n\r\n")) {
+    }
+  });
+  resumed("/drip");
+  ASSERT_TRUE(loop->runUntil([&] { return server.requests().size() == 1; }));
+  for (int i = 0; i < 2; ++i) {
+    loop->advance(20.0);
+    const int before = loop->readiness;
+    bytes.release();
+    ASSERT_TRUE(loop->runUntil([&] { return loop->readiness > before; }));
+  }
+  loop->advance(9.9);
+  EXPECT_THAT(codes, IsEmpty());
+  loop->advance(0.2);
+  EXPECT_THAT(codes, ElementsAre(NSURLErrorTimedOut));
+  bytes.release(2);
+}
+
+TEST_F(HttpSessionInSilence, WaitingForAConnectionIsNoSilence) {
+  session = std::make_shared<CurlSession>(loop, clock, TransferLimits{.mostConnectionsPerHost = 1});
+  server.on("/silent", Server::staySilent);
+  server.on("/", Server::answering(200, "ok"));
+  resumed("/silent");
+  ASSERT_TRUE(loop->runUntil([&] { return server.requests().size() == 1; }));
+  resumed("/");
+  loop->advance(29.9);
+  EXPECT_THAT(codes, IsEmpty());
+  loop->advance(0.2);
+  ASSERT_TRUE(loop->runUntil([&] { return codes.size() == 2; }));
+  EXPECT_THAT(codes, ElementsAre(NSURLErrorTimedOut, 0));
 }
 
 TEST_F(HttpSessionInSilence, AClockThatIsSetMeanwhileEndsNothing) {

@@ -55,6 +55,7 @@ class GeoClueStandIn {
   guint accuracyLevel = 0;                        ///< asked for
   std::atomic<guint> availableAccuracyLevel = 8;  ///< 0: switched off. A test may have another thread than the stand-in
   int starts = 0;
+  int askedForLocations = 0;
 
  private:
   static constexpr const char* kClientPath = "/org/freedesktop/GeoClue2/Client/1";
@@ -101,6 +102,7 @@ class GeoClueStandIn {
     const std::string name = property;
     if (name == "AvailableAccuracyLevel") return g_variant_new_uint32(self.availableAccuracyLevel);
     if (name == "Timestamp") return g_variant_new("(tt)", guint64{1778319000}, guint64{500000});
+    self.askedForLocations += name == "Latitude" ? 1 : 0;
     const auto found = values.find(name);
     if (found != values.end()) return g_variant_new_double(found->second);
     return g_variant_new_double(name == "Altitude" ? -G_MAXDOUBLE : -1.0);

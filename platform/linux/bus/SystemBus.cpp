@@ -86,7 +86,7 @@ void SystemBus::open(Opened opened, Callback<> closed) {
 }
 
 void SystemBus::call(const std::string& service, const std::string& path, const char* interface, const char* method,
-                     GVariant* parameters, Reply reply) {
+                     GVariant* parameters, Reply reply, double limitSeconds) {
   struct Call {
     std::shared_ptr<State> state;
     Reply reply;
@@ -98,9 +98,10 @@ void SystemBus::call(const std::string& service, const std::string& path, const 
     if (!call->state->isEnded) call->reply(answer, error);
   };
   const ContextScope scope(state_->context.get());
+  const int limit = limitSeconds > 0 ? static_cast<int>(limitSeconds * 1000.0) : G_MAXINT;
   g_dbus_connection_call(state_->connection.get(), service.c_str(), path.c_str(), interface, method, parameters,
-                         nullptr, G_DBUS_CALL_FLAGS_ALLOW_INTERACTIVE_AUTHORIZATION, G_MAXINT,
-                         state_->cancellable.get(), finished, new Call{state_, std::move(reply)});
+                         nullptr, G_DBUS_CALL_FLAGS_ALLOW_INTERACTIVE_AUTHORIZATION, limit, state_->cancellable.get(),
+                         finished, new Call{state_, std::move(reply)});
 }
 
 void SystemBus::subscribe(const std::string& service, const std::string& path, const char* interface,

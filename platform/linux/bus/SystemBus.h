@@ -29,9 +29,10 @@ class SystemBus {
   /// Connects. `opened` is called once; `closed` once, when the bus ends a connection that was open.
   void open(Opened opened, Callback<> closed);
 
-  /// Calls a method. A floating `parameters` is taken. There is no time limit: some answers wait for a person.
+  /// Calls a method. A floating `parameters` is taken.
+  /// @param limitSeconds  after which the call has failed; 0: never, for some answers wait for a person.
   void call(const std::string& service, const std::string& path, const char* interface, const char* method,
-            GVariant* parameters, Reply reply);
+            GVariant* parameters, Reply reply, double limitSeconds = 0.0);
 
   /// Hears a signal from now on.
   void subscribe(const std::string& service, const std::string& path, const char* interface, const char* signal,

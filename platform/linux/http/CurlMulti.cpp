@@ -15,7 +15,7 @@ void initialiseLibcurl() {
 
 }  // namespace
 
-CurlMulti::CurlMulti(Loop& loop, Client& client) : loop_(loop), client_(client) {
+CurlMulti::CurlMulti(Loop& loop, Client& client, std::uint32_t mostConnectionsPerHost) : loop_(loop), client_(client) {
   initialiseLibcurl();
   multi_ = curl_multi_init();
   if (!multi_) throw std::bad_alloc();
@@ -25,6 +25,7 @@ CurlMulti::CurlMulti(Loop& loop, Client& client) : loop_(loop), client_(client) 
   curl_multi_setopt(multi_, CURLMOPT_TIMERDATA, this);
   curl_multi_setopt(multi_, CURLMOPT_PIPELINING, CURLPIPE_MULTIPLEX);
   curl_multi_setopt(multi_, CURLMOPT_MAXCONNECTS, kKeptConnections);
+  curl_multi_setopt(multi_, CURLMOPT_MAX_HOST_CONNECTIONS, static_cast<long>(mostConnectionsPerHost));
 }
 
 CurlMulti::~CurlMulti() { curl_multi_cleanup(multi_); }

@@ -4,6 +4,7 @@
 
 #include <curl/curl.h>
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -25,8 +26,8 @@ class CurlMulti {
     virtual void transfersEnded(const Ended& ended) = 0;
   };
 
-  /// Both must outlive the multi.
-  CurlMulti(Loop& loop, Client& client);
+  /// Both must outlive the multi. 0 connections: as many as there are requests.
+  CurlMulti(Loop& loop, Client& client, std::uint32_t mostConnectionsPerHost);
   CurlMulti(const CurlMulti&) = delete;
   CurlMulti& operator=(const CurlMulti&) = delete;
   ~CurlMulti();  ///< after `remove` of every transfer

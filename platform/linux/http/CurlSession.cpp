@@ -6,9 +6,11 @@
 
 #include "http/CurlWords.h"
 
-CurlSession::CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock,
-                         std::uint64_t longestBodyBytes)
-    : loop_(std::move(loop)), clock_(std::move(clock)), longestBodyBytes_(longestBodyBytes), multi_(*loop_, *this) {}
+CurlSession::CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock, TransferLimits limits)
+    : loop_(std::move(loop)),
+      clock_(std::move(clock)),
+      limits_(limits),
+      multi_(*loop_, *this, limits.mostConnectionsPerHost) {}
 
 CurlSession::~CurlSession() {
   while (!running_.empty()) takeOut(running_.begin())->task()->cancel();
@@ -27,9 +29,11 @@ void CurlSession::start(const std::shared_ptr<CurlTask>& task) {
     return;
   }
   Running& running = running_[task.get()];
-  running.transfer =
-      std::make_unique<CurlTransfer>(task, std::move(destination), *clock_, longestBodyBytes_, std::move(spare_));
+  running.transfer = std::make_unique<CurlTransfer>(task, std::move(destination), *clock_, limits_, std::move(spare_));
   waitForSilence(running, running.transfer->silenceLimitSeconds());
+  if (limits_.longestRequestSeconds > 0) {
+    running.end = loop_->after(limits_.longestRequestSeconds, [this, asked = task.get()] { endForTime(asked); });
+  }
   if (multi_.add(running.transfer->handle())) return;
   const auto transfer = takeOut(running_.find(task.get()));
   task->complete(transfer->result(CURLE_FAILED_INIT));
@@ -72,5 +76,10 @@ void CurlSession::judgeSilence(const CurlTask* task) {
     return;
   }
   const auto transfer = takeOut(found);
-  transfer->task()->complete(transfer->resultOfSilence());
+  transfer->task()->complete(transfer->resultOf(policy::TransferFailure::silence));
+}
+
+void CurlSession::endForTime(const CurlTask* task) {
+  const auto transfer = takeOut(running_.find(task));
+  transfer->task()->complete(transfer->resultOf(policy::TransferFailure::tooLong));
 }

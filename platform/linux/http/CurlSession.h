@@ -5,12 +5,12 @@
 #include <ZRCore/NSURLSession.h>
 #include <ZRCore/ZRPlatform.h>
 
-#include <cstdint>
 #include <map>
 #include <memory>
 
 #include "http/CurlMulti.h"
 #include "http/CurlTransfer.h"
+#include "http/TransferLimits.h"
 #include "loop/Loop.h"
 
 /// HTTP through libcurl. Completion handlers are called on the loop's thread, in which the session is to be released;
@@ -19,7 +19,7 @@ class CurlSession final : public NSURLSession,
                           public std::enable_shared_from_this<CurlSession>,
                           private CurlMulti::Client {
  public:
-  CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock, std::uint64_t longestBodyBytes);
+  CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock, TransferLimits limits);
   ~CurlSession() override;
 
   std::shared_ptr<NSURLSessionDataTask> dataTaskWithRequest(NSMutableURLRequest request,
@@ -30,22 +30,23 @@ class CurlSession final : public NSURLSession,
   void stop(const CurlTask& task);
 
  private:
-  /// A transfer, and the wait for what does not come.
+  /// A transfer, and the waits for what does not come, and for what does not end.
   struct Running {
     std::unique_ptr<CurlTransfer> transfer;
-    std::unique_ptr<Loop::Wait> silence;
+    std::unique_ptr<Loop::Wait> silence, end;
   };
   using Transfers = std::map<const CurlTask*, Running>;
 
   void transfersEnded(const CurlMulti::Ended& ended) override;
   void waitForSilence(Running& running, double seconds);
   void judgeSilence(const CurlTask* task);
+  void endForTime(const CurlTask* task);
   /// Takes a transfer from libcurl, and from `running_`.
   std::unique_ptr<CurlTransfer> takeOut(Transfers::iterator place);
 
   const std::shared_ptr<Loop> loop_;
   const std::shared_ptr<const ZRClock> clock_;
-  const std::uint64_t longestBodyBytes_;
+  const TransferLimits limits_;
   CurlMulti multi_;
   Transfers running_;
   CurlHandle spare_;  ///< of the last transfer that ended, for the next one

@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "http/CurlTransfer.h"
 
+#include <fcntl.h>
+#include <sys/socket.h>
 #include <text/ASCII.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <exception>
 #include <new>
 #include <utility>
 
 #include "http/CurlWords.h"
+#include "http/Redirection.h"
 
 namespace {
 
@@ -19,14 +25,22 @@ bool isPacked(const std::string& encoding) {
   return is("gzip") || is("x-gzip") || is("deflate");
 }
 
+/// Whether the process cannot open anything more. Libraries tell that as a server that is not there.
+bool hasNoDescriptors() {
+  const int descriptor = open("/", O_PATH | O_CLOEXEC);
+  if (descriptor < 0) return errno == EMFILE || errno == ENFILE;
+  close(descriptor);
+  return false;
+}
+
 }  // namespace
 
 CurlTransfer::CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination asked, const ZRClock& clock,
-                           std::uint64_t longestBodyBytes, CurlHandle spare)
+                           TransferLimits limits, CurlHandle spare)
     : task_(std::move(task)),
       asked_(std::move(asked)),
       clock_(clock),
-      longestBodyBytes_(longestBodyBytes),
+      limits_(limits),
       idle_(task_->request().timeoutSeconds, clock.now()),
       easy_(spare ? std::move(spare) : CurlHandle(curl_easy_init())) {
   if (!easy_) throw std::bad_alloc();
@@ -36,6 +50,7 @@ CurlTransfer::CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination a
 CurlTransfer::~CurlTransfer() {
   easy_.reset();
   curl_slist_free_all(requestHeaders_);
+  curl_slist_free_all(headersForOthers_);
 }
 
 CurlHandle CurlTransfer::takeHandle() {
@@ -68,7 +83,20 @@ void CurlTransfer::configure() {
   curl_easy_setopt(easy_.get(), CURLOPT_HEADERFUNCTION,
                    static_cast<curl_write_callback>(&CurlTransfer::takeHeaderLine));
   curl_easy_setopt(easy_.get(), CURLOPT_HEADERDATA, this);
+  noteWhenItBegins();
   configureMethod();
+}
+
+void CurlTransfer::noteWhenItBegins() {
+  // With https requests wait for a shared connection: one after the other, they would each wait for a dead host.
+  hasBegun_ = asked_.scheme == "https";
+  if (hasBegun_) return;
+  curl_easy_setopt(easy_.get(), CURLOPT_RESOLVER_START_FUNCTION, &CurlTransfer::noteNameAsked);
+  curl_easy_setopt(easy_.get(), CURLOPT_RESOLVER_START_DATA, this);
+  curl_easy_setopt(easy_.get(), CURLOPT_OPENSOCKETFUNCTION, &CurlTransfer::openSocket);
+  curl_easy_setopt(easy_.get(), CURLOPT_OPENSOCKETDATA, this);
+  curl_easy_setopt(easy_.get(), CURLOPT_PREREQFUNCTION, &CurlTransfer::noteBegin);
+  curl_easy_setopt(easy_.get(), CURLOPT_PREREQDATA, this);
 }
 
 void CurlTransfer::configureMethod() {
@@ -89,17 +117,50 @@ void CurlTransfer::configureMethod() {
     curl_easy_setopt(easy_.get(), CURLOPT_CUSTOMREQUEST, request.HTTPMethod.c_str());
   }
   // libcurl would wait a second for servers that know no "100 Continue".
-  if (request.HTTPBody) requestHeaders_ = curl_slist_append(requestHeaders_, "Expect:");
-  for (const auto& [name, value] : request.HTTPHeaders) {
-    const std::string line =
-        text::trimmed(value).empty() ? name + ";" : name + ": " + value;  // ";": sent without a value
+  const auto add = [this](const std::string& line, bool isForOthers) {
     requestHeaders_ = curl_slist_append(requestHeaders_, line.c_str());
+    if (isForOthers) headersForOthers_ = curl_slist_append(headersForOthers_, line.c_str());
+  };
+  if (request.HTTPBody) add("Expect:", true);
+  for (const auto& [name, value] : request.HTTPHeaders) {
+    const bool isOfBody = request.HTTPBody && text::isSameInAnyCase(name, "content-type");
+    add(text::trimmed(value).empty() ? name + ";" : name + ": " + value, isOfBody);  // ";": sent without a value
   }
   if (requestHeaders_) curl_easy_setopt(easy_.get(), CURLOPT_HTTPHEADER, requestHeaders_);
 }
 
 std::size_t CurlTransfer::takeBody(char* bytes, std::size_t, std::size_t count, void* self) noexcept {
-  return static_cast<CurlTransfer*>(self)->takeBody({bytes, count}) ? count : 0;
+  return static_cast<CurlTransfer*>(self)->guarded(&CurlTransfer::takeBody, {bytes, count}) ? count : 0;
+}
+
+int CurlTransfer::noteBegin(void* self, char*, char*, int, int) noexcept {
+  static_cast<CurlTransfer*>(self)->hasBegun_ = true;
+  return CURL_PREREQFUNC_OK;
+}
+
+int CurlTransfer::noteNameAsked(void*, void*, void* self) noexcept {
+  static_cast<CurlTransfer*>(self)->hasBegun_ = true;
+  return 0;
+}
+
+curl_socket_t CurlTransfer::openSocket(void* self, curlsocktype, curl_sockaddr* address) noexcept {
+  static_cast<CurlTransfer*>(self)->hasBegun_ = true;
+  return socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+}
+
+std::optional<double> CurlTransfer::secondsToWait() {
+  if (!hasBegun_) idle_.hear(clock_.now());
+  return idle_.secondsToWait(clock_.now());
+}
+
+bool CurlTransfer::guarded(bool (CurlTransfer::*take)(std::string_view), std::string_view bytes) noexcept {
+  try {
+    return (this->*take)(bytes);
+  } catch (const std::exception&) {
+    body_ = {};  // so that there is memory for telling that there was none
+    stoppedBy_ = policy::TransferFailure::memory;
+    return false;
+  }
 }
 
 bool CurlTransfer::takeBody(std::string_view bytes) {
@@ -110,10 +171,11 @@ bool CurlTransfer::takeBody(std::string_view bytes) {
     if (encoding != headers_.end() && isPacked(encoding->second)) unpacker_.emplace();
   }
   auto taken = packed::Unpacker::Taken::good;
-  if (unpacker_) {
-    taken = unpacker_->take(bytes, body_, longestBodyBytes_);
-  } else if (body_.size() + bytes.size() > longestBodyBytes_) {
+  bodyBytes_ += bytes.size();  // packed ones may stand for nothing, without end
+  if (bodyBytes_ > limits_.longestBodyBytes) {
     taken = packed::Unpacker::Taken::tooLong;
+  } else if (unpacker_) {
+    taken = unpacker_->take(bytes, body_, limits_.longestBodyBytes);
   } else {
     body_.append(bytes);
   }
@@ -123,21 +185,23 @@ bool CurlTransfer::takeBody(std::string_view bytes) {
 }
 
 std::size_t CurlTransfer::takeHeaderLine(char* bytes, std::size_t, std::size_t count, void* self) noexcept {
-  return static_cast<CurlTransfer*>(self)->takeHeaderLine({bytes, count}) ? count : 0;
+  return static_cast<CurlTransfer*>(self)->guarded(&CurlTransfer::takeHeaderLine, {bytes, count}) ? count : 0;
 }
 
 bool CurlTransfer::takeHeaderLine(std::string_view line) {
   idle_.hear(clock_.now());
   headerBytes_ += line.size();
-  if (headerBytes_ > longestBodyBytes_) {
+  if (headerBytes_ > limits_.longestBodyBytes) {
     stoppedBy_ = policy::TransferFailure::length;
     return false;
   }
   if (line.starts_with("HTTP/")) {  // a further answer: after a redirection, or a "100 Continue"
     headers_.clear();
     headerBytes_ = 0;
+    isInHeaders_ = true;
     return true;
   }
+  if (text::trimmed(line).empty()) isInHeaders_ = false;
   const bool continues = line.starts_with(' ') || line.starts_with('\t');
   if (continues && !headers_.empty()) {
     headers_.back().second.append(1, ' ').append(text::trimmed(line));
@@ -145,8 +209,25 @@ bool CurlTransfer::takeHeaderLine(std::string_view line) {
   }
   const auto colon = line.find(':');
   if (colon != std::string_view::npos) {
-    headers_.emplace_back(line.substr(0, colon), text::trimmed(line.substr(colon + 1)));
+    const auto& [name, value] = headers_.emplace_back(line.substr(0, colon), text::trimmed(line.substr(colon + 1)));
+    if (text::isSameInAnyCase(name, "location")) return mayFollow(value);
   }
+  return true;
+}
+
+bool CurlTransfer::mayFollow(const std::string& location) {
+  long status = 0;
+  const char* address = nullptr;
+  curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
+  curl_easy_getinfo(easy_.get(), CURLINFO_EFFECTIVE_URL, &address);
+  if (status < 300 || status >= 400 || !address) return true;
+  const Redirection to = redirection(address, location);
+  if (to.leavesTLS) {
+    stoppedBy_ = policy::TransferFailure::plainRedirection;
+    return false;
+  }
+  // What the host has put in for one server is none of another's business, and stays behind for good.
+  if (to.leavesOrigin) curl_easy_setopt(easy_.get(), CURLOPT_HTTPHEADER, headersForOthers_);
   return true;
 }
 
@@ -174,10 +255,14 @@ TransferResult CurlTransfer::result(CURLcode code) {
     return {.data = std::move(body_), .response = response()};
   }
   if (code == CURLE_OK) stoppedBy_ = policy::TransferFailure::damage;
+  // So libcurl says that a field has more than 100 kB, or that all have more than 300.
+  const bool isTooMuch =
+      code == CURLE_OUT_OF_MEMORY || std::string_view(detail_).starts_with("Too large response header");
+  if (isInHeaders_ && isTooMuch && !stoppedBy_) stoppedBy_ = policy::TransferFailure::headers;
   return failure(stoppedBy_.value_or(failureOf(code)), curl_easy_strerror(code));
 }
 
-TransferResult CurlTransfer::resultOfSilence() { return failure(policy::TransferFailure::silence, ""); }
+TransferResult CurlTransfer::resultOf(policy::TransferFailure limit) { return failure(limit, ""); }
 
 TransferResult CurlTransfer::failure(policy::TransferFailure why, const char* detail) {
   policy::TransferEnd end{.failure = why};
@@ -185,11 +270,12 @@ TransferResult CurlTransfer::failure(policy::TransferFailure why, const char* de
   curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &systemError);
   const char* address = nullptr;
   curl_easy_getinfo(easy_.get(), CURLINFO_EFFECTIVE_URL, &address);
-  end.systemError = static_cast<int>(systemError);
+  end.systemError = hasNoDescriptors() ? EMFILE : static_cast<int>(systemError);
   if (address) end.destination = destinationOf(address);
   if (!end.destination.isHTTP()) end.destination.host = asked_.host;  // which leads there
   end.detail = detail_[0] ? detail_ : detail;
   end.silenceSeconds = idle_.limitSeconds();
-  end.longestBodyBytes = longestBodyBytes_;
+  end.longestRequestSeconds = limits_.longestRequestSeconds;
+  end.longestBodyBytes = limits_.longestBodyBytes;
   return {.response = response(), .error = policy::transferFault(end)};
 }

@@ -16,6 +16,7 @@
 #include <string_view>
 
 #include "http/CurlTask.h"
+#include "http/TransferLimits.h"
 
 struct CurlHandleEnd {
   void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
@@ -26,8 +27,8 @@ using CurlHandle = std::unique_ptr<CURL, CurlHandleEnd>;
 class CurlTransfer {
  public:
   /// @param spare  a handle to use; null for a new one
-  CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination asked, const ZRClock& clock,
-               std::uint64_t longestBodyBytes, CurlHandle spare);
+  CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination asked, const ZRClock& clock, TransferLimits limits,
+               CurlHandle spare);
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
   ~CurlTransfer();
@@ -38,36 +39,47 @@ class CurlTransfer {
   const std::shared_ptr<CurlTask>& task() const { return task_; }
 
   double silenceLimitSeconds() const { return idle_.limitSeconds(); }
-  /// `IdleLimit::secondsToWait`, now.
-  std::optional<double> secondsToWait() { return idle_.secondsToWait(clock_.now()); }
+  /// `IdleLimit::secondsToWait`, now. Waiting for one's turn is no silence.
+  std::optional<double> secondsToWait();
 
   /// What a transfer that libcurl has ended came to.
   TransferResult result(CURLcode code);
-  /// What a transfer came to that ends because nothing has come for too long.
-  TransferResult resultOfSilence();
+  /// What a transfer came to that ends because nothing has come for too long, or it has no end.
+  TransferResult resultOf(policy::TransferFailure limit);
 
  private:
   static std::size_t takeBody(char* bytes, std::size_t one, std::size_t count, void* self) noexcept;
   static std::size_t takeHeaderLine(char* bytes, std::size_t one, std::size_t count, void* self) noexcept;
+  static int noteBegin(void* self, char*, char*, int, int) noexcept;
+  static int noteNameAsked(void*, void*, void* self) noexcept;
+  static curl_socket_t openSocket(void* self, curlsocktype, curl_sockaddr* address) noexcept;
   static int noteProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t sent) noexcept;
 
   void configure();
   void configureMethod();
+  void noteWhenItBegins();
   bool takeBody(std::string_view bytes);
   bool takeHeaderLine(std::string_view line);
+  /// Calls one of the two from inside a callback of libcurl, through which no exception may pass.
+  bool guarded(bool (CurlTransfer::*take)(std::string_view), std::string_view bytes) noexcept;
+  /// @return false when a redirection must not be followed
+  bool mayFollow(const std::string& location);
   TransferResult failure(policy::TransferFailure why, const char* detail);
   std::shared_ptr<NSURLResponse> response();
 
   std::shared_ptr<CurlTask> task_;
   policy::Destination asked_;
   const ZRClock& clock_;
-  std::uint64_t longestBodyBytes_;
+  TransferLimits limits_;
   policy::IdleLimit idle_;
   CurlHandle easy_;
   curl_slist* requestHeaders_ = nullptr;
+  curl_slist* headersForOthers_ = nullptr;  ///< of them, what goes along to another origin
   char detail_[CURL_ERROR_SIZE] = {};
   curl_off_t sentBytes_ = 0;
-  std::uint64_t headerBytes_ = 0;
+  std::uint64_t headerBytes_ = 0, bodyBytes_ = 0;  ///< as they came
+  bool hasBegun_ = false;                          ///< or waits for a connection
+  bool isInHeaders_ = true;
   std::optional<policy::TransferFailure> stoppedBy_;  ///< what we look for ourselves
   NSData body_;
   std::optional<packed::Unpacker> unpacker_;  ///< of a packed body, from its first byte on

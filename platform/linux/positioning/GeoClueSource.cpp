@@ -59,12 +59,12 @@ void GeoClueSource::stop() {
   retry_.reset();
   watchdog_.reset();
   bus_.reset();
-  client_.clear();
+  forgetClient();
 }
 
 void GeoClueSource::connect() {
   retry_.reset();
-  client_.clear();
+  forgetClient();
   bus_ = std::make_unique<SystemBus>(loop_.context(), options_.busAddress);
   const auto closed = [this] {
     fails(PositioningFault::lost, "the message bus ended the connection");
@@ -80,7 +80,7 @@ void GeoClueSource::opened(const std::string& failure) {
 }
 
 void GeoClueSource::serviceChanged(bool isThere) {
-  client_.clear();
+  forgetClient();
   watchdog_.reset();
   bus_->unsubscribe();
   if (!isThere) {
@@ -131,16 +131,32 @@ void GeoClueSource::startClient() {
   bus_->call(kService, client_, kClient, "Start", nullptr, {this, started});
 }
 
+void GeoClueSource::forgetClient() {
+  client_.clear();
+  asked_.clear();
+  newest_.clear();
+}
+
 void GeoClueSource::locationUpdated(GVariant* parameters) {
-  const std::string path = pathAt(parameters, 1);  // the new location, after the old one
-  if (path.size() < 2) return;
+  newest_ = pathAt(parameters, 1);  // the new location, after the old one
+  askForLocation();
+}
+
+/// One at a time: of those that are announced meanwhile the last one is still there.
+void GeoClueSource::askForLocation() {
+  if (!asked_.empty() || newest_.size() < 2) return;
+  asked_ = std::exchange(newest_, {});
+  constexpr double kLimitSeconds = 10.0;
   const auto answered = [this](GVariant* reply, const GError* error) {
+    asked_.clear();
     // A location that has been replaced meanwhile is gone; the next one has been announced.
-    if (error != nullptr || !g_variant_is_of_type(reply, G_VARIANT_TYPE("(a{sv})"))) return;
-    g_autoptr(GVariant) properties = g_variant_get_child_value(reply, 0);
-    deliver(properties);
+    if (error == nullptr && g_variant_is_of_type(reply, G_VARIANT_TYPE("(a{sv})"))) {
+      g_autoptr(GVariant) properties = g_variant_get_child_value(reply, 0);
+      deliver(properties);
+    }
+    if (bus_) askForLocation();
   };
-  bus_->call(kService, path, kProperties, "GetAll", g_variant_new("(s)", kLocation), {this, answered});
+  bus_->call(kService, asked_, kProperties, "GetAll", g_variant_new("(s)", kLocation), {this, answered}, kLimitSeconds);
 }
 
 void GeoClueSource::deliver(GVariant* properties) {

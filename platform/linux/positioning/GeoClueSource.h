@@ -42,7 +42,9 @@ class GeoClueSource final : public PositionSource, public std::enable_shared_fro
   void introduce();
   void startClient();
 
+  void forgetClient();
   void locationUpdated(GVariant* parameters);
+  void askForLocation();
   void deliver(GVariant* properties);
   void failed(const GError& error);
   void retry();
@@ -54,9 +56,10 @@ class GeoClueSource final : public PositionSource, public std::enable_shared_fro
   policy::BackOff backOff_;
   RunListener listener_;
   std::unique_ptr<SystemBus> bus_;
-  std::string client_;                 ///< the path of our client; empty: none yet
-  bool wasThere_ = false;              ///< the service, in this run
-  bool isDenied_ = false;              ///< it has refused
+  std::string client_;          ///< the path of our client; empty: none yet
+  std::string asked_, newest_;  ///< paths of locations: the one whose values are awaited, and one to ask for then
+  bool wasThere_ = false;       ///< the service, in this run
+  bool isDenied_ = false;       ///< it has refused
   std::unique_ptr<Loop::Wait> retry_;  ///< null: no connection is due
   std::unique_ptr<Loop::Wait> watchdog_;
 };

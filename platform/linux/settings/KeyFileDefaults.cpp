@@ -6,6 +6,8 @@
 #include <owners/FileDescriptor.h>
 #include <platform/Callback.h>
 #include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -21,7 +23,7 @@ namespace {
 class FileLock {
  public:
   explicit FileLock(const std::filesystem::path& file)
-      : descriptor_(open((file.native() + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+      : descriptor_(open((file.native() + ".lock").c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600)) {
     while (!descriptor_.isOpen() || flock(descriptor_.get(), LOCK_EX) != 0) {
       if (descriptor_.isOpen() && errno == EINTR) continue;
       error_ = errno;
@@ -49,9 +51,12 @@ std::filesystem::path freeName(const std::filesystem::path& file) {
   return name;
 }
 
-/// A file that somebody keeps elsewhere and links to is replaced there.
+/// A file that the user keeps elsewhere and links to is replaced there. Other users' links lead nowhere.
 std::optional<std::filesystem::path> resolved(const std::optional<std::filesystem::path>& file) {
   if (!file) return std::nullopt;
+  struct stat link {};
+  const bool isLink = lstat(file->c_str(), &link) == 0 && S_ISLNK(link.st_mode);
+  if (isLink && link.st_uid != geteuid() && link.st_uid != 0) return file;
   std::error_code error;
   auto target = std::filesystem::weakly_canonical(*file, error);
   return error ? *file : target;
@@ -61,16 +66,26 @@ struct Unreadable {
   std::string reason;
 };
 
+using Content = std::variant<Settings, SettingsDamage, Unreadable>;
+
 /// What stands in the file; without a file, no settings.
-std::variant<Settings, SettingsDamage, Unreadable> settingsIn(const std::filesystem::path& file) {
-  g_autofree char* content = nullptr;
-  gsize length = 0;
-  g_autoptr(GError) error = nullptr;
-  if (!g_file_get_contents(file.c_str(), &content, &length, &error)) {
-    if (g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT)) return Settings();
-    return Unreadable{error->message};
+Content settingsIn(const std::filesystem::path& file) {
+  const auto unreadable = [&file](const char* reason) -> Content {
+    return Unreadable{quoted(file) + " cannot be read: " + reason};
+  };
+  // Neither a link nor a pipe in the file's place is waited for.
+  const FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (!descriptor.isOpen()) return errno == ENOENT ? Content(Settings()) : unreadable(std::strerror(errno));
+  struct stat status {};
+  if (fstat(descriptor.get(), &status) != 0) return unreadable(std::strerror(errno));
+  if (!S_ISREG(status.st_mode)) return unreadable("it is no regular file");
+  std::string content;
+  char block[16384];
+  for (ssize_t count = 0; (count = read(descriptor.get(), block, sizeof block)) != 0;) {
+    if (count < 0 && errno != EINTR) return unreadable(std::strerror(errno));
+    if (count > 0) content.append(block, static_cast<std::size_t>(count));
   }
-  auto settings = settingsFromText({content, length});
+  auto settings = settingsFromText(content);
   if (auto* const damage = std::get_if<SettingsDamage>(&settings)) return *std::move(damage);
   return std::get<Settings>(std::move(settings));
 }
