@@ -11,9 +11,9 @@
 
 namespace packed {
 
-/// Unpacks gzip (RFC 1952) and deflate (RFC 1950 and 1951) as it comes, and reports an end that comes too early. However
-/// the bytes are cut into pieces, what comes of them is the same. What stands behind the end is padding, unless it begins
-/// as a further member of gzip does.
+/// Unpacks gzip (RFC 1952) and deflate (RFC 1950 and 1951) as it comes, and reports an end that comes too early.
+/// However the bytes are cut into pieces, what comes of them is the same. What stands behind the end is padding, unless
+/// it begins as a further member of gzip does.
 class Unpacker {
  public:
   Unpacker();
