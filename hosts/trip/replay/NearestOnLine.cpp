@@ -18,7 +18,8 @@ double gap(double value, double a, double b) { return std::max({0.0, std::min(a,
 }  // namespace
 
 double longitudeNear(double longitude, double reference) {
-  return longitude + 360.0 * std::round((reference - longitude) / 360.0);
+  const double turns = (reference - longitude) / 360.0;
+  return std::abs(turns) < 0.5 ? longitude : longitude + 360.0 * std::round(turns);
 }
 
 NearestOnLine::NearestOnLine(CLLocationCoordinate2D place)
@@ -31,9 +32,11 @@ double NearestOnLine::squaredDegrees(double latitudeDifference, double longitude
 
 void NearestOnLine::consider(CLLocationCoordinate2D start, CLLocationCoordinate2D end) {
   const double north = gap(from_.latitude, start.latitude, end.latitude);
-  if (north * north >= nearestSquaredDegrees_) return;  // most segments of a long line end here, cheaply
-
+  if (north * north >= nearestSquaredDegrees_) return;  // most segments of a long line end here or below, cheaply
   const CLLocationCoordinate2D from{from_.latitude, longitudeNear(from_.longitude, start.longitude)};
+  const double east = gap(from.longitude, start.longitude, end.longitude);
+  if (squaredDegrees(north, east) >= nearestSquaredDegrees_) return;
+
   const auto candidate =
       ZRCoordinateUtils::closestCoordToCoordAlongLineWithStartingCoordAndEndingCoord(from, start, end);
   const double squared = squaredDegrees(candidate.latitude - from.latitude, candidate.longitude - from.longitude);

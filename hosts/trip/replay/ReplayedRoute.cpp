@@ -2,6 +2,7 @@
 #include "ReplayedRoute.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "NearestOnLine.h"
 
@@ -51,7 +52,9 @@ std::optional<CLLocationCoordinate2D> ReplayedRoute::snap(CLLocationCoordinate2D
   NearestOnLine nearest(place);
   // The newest first: one of them is the nearest, as a rule, and the others are then told apart quickly.
   nearest.consider(vertices_.back(), pending_.empty() ? vertices_.back() : pending_.back());
-  for (std::size_t i = vertices_.size() - 1; i > 0; --i) nearest.consider(vertices_[i - 1], vertices_[i]);
+  for (auto end = vertices_.rbegin(), start = std::next(end); start != vertices_.rend(); end = start++) {
+    nearest.consider(*start, *end);
+  }
   return nearest.place();
 }
 
