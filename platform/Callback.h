@@ -27,8 +27,9 @@ class Callback {
       : call_([weak = owner->weak_from_this(), owner, function = std::move(function)](Arguments... arguments) {
           const auto held = weak.lock();
           if (!held) return;
+          [[maybe_unused]] Owner* const self = owner;  // of which a plain function has no need
           if constexpr (std::is_member_function_pointer_v<Function>) {
-            (owner->*function)(std::forward<Arguments>(arguments)...);
+            (self->*function)(std::forward<Arguments>(arguments)...);
           } else {
             function(std::forward<Arguments>(arguments)...);
           }
