@@ -12,6 +12,7 @@
 #include "FileOutput.h"
 #include "FolderLock.h"
 #include "OutputError.h"
+#include "OutputFile.h"
 
 namespace trip {
 
