@@ -150,3 +150,10 @@ Pixels DemoScreen::picture(const std::string& name) const {
     last = std::move(now);
   }
 }
+
+void DemoScreen::untilDrawn(const char* what, int x, int y, std::uint32_t color) const {
+  const auto deadline = Clock::now() + kPatience;
+  while (!picture("awaited").isAt(x, y, color)) {
+    if (Clock::now() > deadline) FAIL() << "looked in vain for " << what;
+  }
+}

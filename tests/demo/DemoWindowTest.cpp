@@ -63,6 +63,8 @@ TEST_F(DemoWindow, TheSwitchesStopTheReceiverInTheBackgroundAndFindTheJumps) {
   start(1024, 768, false);
   until("the first fix", [&] { return number("drawn") == 1; });
   constexpr int kSwitchX = 968, kBackgroundY = 577, kMeasuredY = 686;
+  constexpr std::uint32_t kIsOn = 0x3584e4;
+  untilDrawn("the switches", kSwitchX - 13, kMeasuredY, kIsOn);
   click(kSwitchX, kBackgroundY);
   until("the receiver to stop", [&] { return number("runs") == 0; });
   seekTo(0.4);
