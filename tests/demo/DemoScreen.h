@@ -61,8 +61,8 @@ class DemoScreen : public testing::Test {
   std::vector<std::string> titles() const;
   /// The window, once nothing moves in it any more, kept under this name beside the tests.
   Pixels picture(const std::string& name) const;
-  /// Looks until the window is drawn so far that the pixel at (x, y) is about of that colour. What is clicked before may
-  /// lie elsewhere.
+  /// Looks until the window is drawn so far that the pixel at (x, y) is about of that colour. What is clicked before
+  /// may lie elsewhere.
   void untilDrawn(const char* what, int x, int y, std::uint32_t color) const;
 
   std::unique_ptr<VirtualDisplay> display;
