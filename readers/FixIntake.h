@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What a host may ask of a source's fixes before anything else sees them.
-#ifndef ZRCORE_PLATFORM_READERS_FIXINTAKE_H
-#define ZRCORE_PLATFORM_READERS_FIXINTAKE_H
+#ifndef ZRCORE_READERS_FIXINTAKE_H
+#define ZRCORE_READERS_FIXINTAKE_H
 
 #include <ZRCore/NSDate.h>
 

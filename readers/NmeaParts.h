@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
 /// What the sentences of NMEA 0183 say of their instants.
-#ifndef ZRCORE_PLATFORM_READERS_NMEAPARTS_H
-#define ZRCORE_PLATFORM_READERS_NMEAPARTS_H
+#ifndef ZRCORE_READERS_NMEAPARTS_H
+#define ZRCORE_READERS_NMEAPARTS_H
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_READERS_TEXTDECODER_H
-#define ZRCORE_PLATFORM_READERS_TEXTDECODER_H
+#ifndef ZRCORE_READERS_TEXTDECODER_H
+#define ZRCORE_READERS_TEXTDECODER_H
 
 #include <string>
 #include <string_view>

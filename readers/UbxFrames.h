@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_READERS_UBXFRAMES_H
-#define ZRCORE_PLATFORM_READERS_UBXFRAMES_H
+#ifndef ZRCORE_READERS_UBXFRAMES_H
+#define ZRCORE_READERS_UBXFRAMES_H
 
 #include <string>
 #include <string_view>

@@ -33,10 +33,10 @@ hits=$(
 [ -n "$hits" ] && breach 'A reader or a policy reaches the system' "$hits"
 
 hits=$(sources platform |
-  xargs -0r grep -nE 'if \(listener_( [!=]= nullptr)?\)|const auto ([a-z]+) = (events_\.)?\2_;')
+  xargs -0r grep -nHE 'if \(listener_( [!=]= nullptr)?\)|const auto ([a-z]+) = (events_\.)?\2_;')
 [ -n "$hits" ] && breach 'A callback is held or copied by hand (platform/Callback.h)' "$hits"
 
-hits=$(sources platform hosts/doctor | xargs -0r grep -nE '(g_object|g_variant|g_main_context|g_source)_unref\(|g_free\(|g_error_free\(|g_clear_(error|object)\(|[^:A-Za-z]::close\(' |
+hits=$(sources platform hosts/doctor | xargs -0r grep -nHE '(g_object|g_variant|g_main_context|g_source)_unref\(|g_free\(|g_error_free\(|g_clear_(error|object)\(|[^:A-Za-z]::close\(' |
   grep -v '^platform/owners/')
 [ -n "$hits" ] && breach 'What has an owner (platform/owners/, g_autoptr) is let go by hand' "$hits"
 
