@@ -31,15 +31,8 @@ void restoreSound() {
 }
 
 int runTool(int argc, char** argv) {
-  CommandLine tool("zrcore", ZRCORE_VERSION, "The ZRCore navigation kit on the command line");
-  addTripCommand(tool);
-  addPlaceCommand(tool);
-  addConfigCommand(tool);
-  addUrlCommand(tool);
-  addAgoCommand(tool);
-  addSayCommand(tool);
-  addWatchCommand(tool);
-  addDoctorCommand(tool);
+  CommandLine tool("zrcore", ZRCORE_VERSION, kToolDescription);
+  addCommands(tool);
   tool.beforeRun([](const std::string& command) {
     if (command != "doctor") restoreSound();  // which does so itself
   });

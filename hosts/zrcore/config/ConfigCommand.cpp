@@ -56,8 +56,8 @@ struct ConfigOptions : Options {
                                1};
   Option<std::int64_t> type{*this, "--type N", "The variant of the configuration [1]", {rule::wholeNumber()}, 1};
   Option<std::optional<std::string>> base{*this, "--base URL", "Ask here instead of the configuration host"};
-  Option<std::optional<std::string>> fallback{*this, "--fallback FILE",
-                                              "The packaged file, for when the service gives nothing"};
+  Option<std::optional<std::string>> fallback{
+      *this, "--fallback FILE", "The packaged file, for when the service gives nothing", {rule::offers(offer::kFile)}};
   Option<std::optional<double>> timeoutSeconds{
       *this, "--timeout S", "Seconds without a word from the service [30]", {rule::positive()}};
   Option<bool> json{*this, "--json", "Addresses, their source and the reason as a JSON object"};
