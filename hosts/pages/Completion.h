@@ -19,8 +19,8 @@ std::string fishCompletion(const std::vector<CommandText>& texts);
 
 // What they share.
 
-/// A file of this folder with what all shells know in place of "@NAME@": the endings of the files of RECORDING, PLACES and
-/// SOUND, with bars between; a command that lists the VOICES of the speech engine; the program's COMMANDS.
+/// A file of this folder with what all shells know in place of "@NAME@": the endings of the files of RECORDING, PLACES
+/// and SOUND, with bars between; a command that lists the VOICES of the speech engine; the program's COMMANDS.
 std::string filled(const char* file, const std::vector<CommandText>& texts);
 /// "" for nothing.
 std::string whatName(Offer::What what);
