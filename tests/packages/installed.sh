@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Installs the packages of build/packages on this machine, as apt does for a user, and uses what they bring: for a machine
-# that is thrown away (.ci/bare-machine). Needs root, and scripts/repository to have been run on the folder.
+# Installs the packages of build/packages on this machine, as apt does for a user, and uses what they bring: for a
+# machine that is thrown away (.ci/bare-machine). Needs root, and scripts/repository to have been run on the folder.
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 tests=$PWD/tests/install
