@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Compares what libZRCore exports with the reviewed list: exports.sh LIBRARY [--update]. Behind what came later than 1.0.0
-# stands the version with which it came.
+# Compares what libZRCore exports with the reviewed list: exports.sh LIBRARY [--update]. Behind what came later than
+# 1.0.0 stands the version with which it came.
 set -euo pipefail
 list="$(dirname "$0")/zrcore.symbols"
 version=$(sed -n 's/^  VERSION //p' "$(dirname "$0")/../../CMakeLists.txt")
