@@ -104,6 +104,9 @@ struct ZRLinuxOptions {
   /// How many connections to one host there are at once; further requests wait for one of them. 0: no limit. Over
   /// HTTP/2 requests share a connection.
   std::uint32_t mostConnectionsPerHost = 6;
+  /// The certificates (a PEM file) of those whose word for an https server counts; empty: the system's. For hosts whose
+  /// servers are vouched for by somebody of their own, and nobody else.
+  std::string certificatesFile;
 };
 
 /// Fills the members of `platform` that its `size` reaches. Called by `makeLinuxPlatform`.

@@ -40,7 +40,7 @@ ZRLinuxOptions knownOptions(const ZRLinuxOptions& host) {
                        &Options::rootFolder, &Options::largestImagePixels, &Options::log, &Options::sound,
                        &Options::positioning, &Options::desktopId, &Options::mostDocumentValues,
                        &Options::leavesOutEstimates, &Options::repairsWeekRollover, &Options::longestRequestSeconds,
-                       &Options::mostConnectionsPerHost);
+                       &Options::mostConnectionsPerHost, &Options::certificatesFile);
 }
 
 ZRLinuxSoundOptions knownSoundOptions(const ZRLinuxOptions& options) {
@@ -108,10 +108,11 @@ void ZRFillLinuxPlatform(ZRPlatform& platform, const ZRLinuxOptions& host) {
   ZRPlatformFill(platform, &ZRPlatform::userDefaults, makeUserDefaults(options, application, loop, log));
   ZRPlatformFill(platform, &ZRPlatform::device, std::make_shared<LinuxDevice>(options.rootFolder, application));
   ZRPlatformFill(platform, &ZRPlatform::json, ZRMakeJSONService(options.mostDocumentValues));
-  ZRPlatformFill(platform, &ZRPlatform::httpSession,
-                 std::make_shared<CurlSession>(loop, std::make_shared<InstalledClock>(),
-                                               TransferLimits{options.longestBodyBytes, options.longestRequestSeconds,
-                                                              options.mostConnectionsPerHost}));
+  ZRPlatformFill(
+      platform, &ZRPlatform::httpSession,
+      std::make_shared<CurlSession>(loop, std::make_shared<InstalledClock>(),
+                                    TransferOptions{options.longestBodyBytes, options.longestRequestSeconds,
+                                                    options.mostConnectionsPerHost, options.certificatesFile}));
   ZRPlatformFill(platform, &ZRPlatform::xml, std::make_shared<ExpatXML>(options.mostDocumentValues));
   ZRPlatformFill(platform, &ZRPlatform::images, std::make_shared<PixbufImages>(options.largestImagePixels));
   fillSound(platform, options, loop);
