@@ -6,6 +6,7 @@
 #include <clocale>
 #include <cstdio>
 #include <exception>
+#include <new>
 #include <string>
 
 #include "CommandLine.h"
@@ -55,7 +56,13 @@ int main(int argc, char** argv) {
   std::setlocale(LC_CTYPE, "");  // which characters the terminal shows; numbers stay as they are
   try {
     return runTool(argc, argv);
-  } catch (const std::exception& error) {  // no memory left, above all
+  } catch (const std::bad_alloc&) {
+    std::fputs(
+        "zrcore: there is no memory left for this: give it less at a time, close something, or raise the limit "
+        "(ulimit -v)\n",
+        stderr);
+    return kExitServiceMissing;
+  } catch (const std::exception& error) {
     std::fprintf(stderr, "zrcore: %s\n", ZRPrintableText(error.what(), 2 * ZRLongestExcerpt).c_str());
     return kExitServiceMissing;
   }

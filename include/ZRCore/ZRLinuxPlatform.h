@@ -155,6 +155,9 @@ class ZR_EXPORT ZRLifeFollowing {
 
 /// Iterates a main context until `isDone` says so, for hosts that have no loop of their own. Main thread, and not from
 /// inside what the main queue runs: nothing else of the queue runs before that has returned.
+///
+/// What a host's callback throws meanwhile comes out of here, once the iteration is over; the loop may be run again. In
+/// a host's own loop it ends the process, because C code stands in between.
 /// @param isDone   asked before each iteration, which waits until something happens.
 /// @param context  a `GMainContext*`; null for the process's default context.
 ZR_EXPORT void ZRRunLinuxLoopUntil(const std::function<bool()>& isDone, struct _GMainContext* context = nullptr);

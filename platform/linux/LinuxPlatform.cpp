@@ -11,6 +11,7 @@
 #include "http/CurlSession.h"
 #include "identity/LinuxDevice.h"
 #include "log/LinuxLog.h"
+#include "loop/FromC.h"
 #include "loop/GLibLoop.h"
 #include "positioning/LinuxPositioning.h"
 #include "settings/KeyFileBundle.h"
@@ -125,7 +126,11 @@ std::shared_ptr<ZRPositioning> ZRMakeLinuxPositioning(const ZRLinuxOptions& host
 
 void ZRRunLinuxLoopUntil(const std::function<bool()>& isDone, GMainContext* context) {
   GMainContext* const iterated = context ? context : g_main_context_default();
-  while (!isDone()) g_main_context_iteration(iterated, TRUE);
+  const from_c::LoopRun run;
+  while (!isDone()) {
+    g_main_context_iteration(iterated, TRUE);
+    run.rethrow();
+  }
 }
 
 bool ZRRunLinuxLoopFor(double seconds, const std::function<bool()>& isDone, GMainContext* context) {
