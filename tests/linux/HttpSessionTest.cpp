@@ -290,21 +290,27 @@ TEST_F(HttpSession, TellsOfTheLastAnswerOnly) {
   EXPECT_THAT(outcome.response->headers, ElementsAre(Pair("X-Second", "a b"), Pair("X-Second", "c")));
 }
 
-TEST_F(HttpSession, AnswersAHundredRequestsAtOnceEachWithItsOwn) {
+TEST_F(HttpSession, AnswersMoreRequestsAtOnceThanThereAreDescriptorsEachWithItsOwn) {
+  constexpr int kRequests = 1500;
+  rlimit descriptors{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &descriptors), 0);
+  descriptors.rlim_cur = 1024;  // as usual; the server's are among them
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &descriptors), 0);
+
   server.on("/echo", [](const Server::Request& request, Server::Connection& connection) {
     Server::answering(200, request.target)(request, connection);
   });
   std::set<std::string> expected, seen;
-  for (int i = 0; i < 100; ++i) {
+  for (int i = 0; i < kRequests; ++i) {
     expected.insert("/echo?" + std::to_string(i));
     get(server.url("/echo?" + std::to_string(i)));
   }
-  runUntil([&] { return outcomes.size() == 100; });
+  runUntil([&] { return outcomes.size() == kRequests; });
   runWhatIsReady();
   for (const Outcome& outcome : outcomes) seen.insert(outcome.body.value_or(""));
   EXPECT_EQ(seen, expected);
   EXPECT_LE(server.connections(), 6);
-  EXPECT_EQ(outcomes.size(), 100U);
+  EXPECT_EQ(outcomes.size(), std::size_t{kRequests});
 }
 
 TEST_F(HttpSession, TheHostsOwnHeaderFieldsStayWithTheServerTheyAreFor) {
