@@ -14,8 +14,9 @@ struct Refusal {
   int error = 0;
 };
 
-/// Runs the tool, and refuses it the `which`-th of such requests that it makes from `main` on, counted from 1; 0: none. What it starts in turn is refused nothing.
-/// @param requests  how many it has made. Those of memory are not told by a run that a signal has ended.
+/// Runs the tool, and refuses it the `which`-th of such requests that it makes from `main` on, counted from 1; 0: none.
+/// What it starts in turn is refused nothing.
+/// @param requests  how many it has made; of memory 0 when a signal has ended it
 ToolRun runRefusing(const Refusal& refusal, long which, const std::vector<std::string>& arguments,
                     const ToolFolder& folder, long& requests);
 

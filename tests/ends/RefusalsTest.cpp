@@ -124,8 +124,7 @@ void Refusals::expectSoundEnd(const ToolRun& run, const ToolRun& whole, const Fi
   for (const std::string& line : told) EXPECT_EQ(told.count(line), 1u) << "told more than once: " << line;
 }
 
-/// Each of the first ones, then growing steps. ZRCORE_EVERY_REFUSAL in the environment asks for all of them, which takes
-/// minutes.
+/// Each of the first ones, then growing steps. ZRCORE_EVERY_REFUSAL in the environment asks for all, for minutes.
 long nextAfter(long which) {
   static const bool isEach = std::getenv("ZRCORE_EVERY_REFUSAL") != nullptr;
   return which + 1 + (isEach ? 0 : std::max(0L, which - 16) / 3);

@@ -13,7 +13,7 @@ namespace trip {
 using Json = nlohmann::ordered_json;
 
 /// An object on its way into text. The library takes memory to destroy what is not empty, and ends the process where
-/// there is none; so it is emptied from the leaves on. Write `json["key"] = value`: lists in braces make further arrays.
+/// there is none; so it is emptied from the leaves on. Write `json["key"] = value`: lists in braces make more arrays.
 class JsonObject {
  public:
   JsonObject() = default;
