@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <map>
 #include <set>
+#include <stdexcept>
 
 #include "FaultProtocol.h"
 #include "FaultyRun.h"

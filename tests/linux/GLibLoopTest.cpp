@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include <functional>
 #include <stdexcept>
 #include <thread>
 #include <vector>

@@ -3,6 +3,9 @@
 #include <ZRCore/ZRPlatformFake.h>
 #include <gmock/gmock.h>
 
+#include <cctype>
+#include <optional>
+
 #include "HTTPTestServer.h"
 #include "ManualLoop.h"
 #include "TLSFront.h"
