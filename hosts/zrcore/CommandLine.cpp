@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <limits>
 #include <optional>
+#include <sstream>
 #include <type_traits>
 
 #include "ExitCodes.h"
@@ -86,6 +87,16 @@ Rule within(double lowest, double highest, const std::string& range) {
     const bool holds = CLI::detail::lexical_cast(text, number) && number >= lowest && number <= highest;
     return holds ? std::string() : inQuotes(text) + " is no number " + range;
   });
+}
+
+/// Help or version, which end the parsing like faults.
+int show(const CLI::App& tool, const CLI::ParseError& asked) {
+  std::ostringstream text;
+  tool.exit(asked, text, text);
+  StandardOutput output;
+  output.write(text.str());
+  output.flush();
+  return kExitDone;
 }
 
 }  // namespace
@@ -262,7 +273,7 @@ int CommandLine::run(int argc, char** argv) {
     tool_->parse(argc, argv);
     return exitCode_;
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return tool_->exit(error);  // it prints help and version
+    if (error.get_exit_code() == 0) return show(*tool_, error);
     fault = error.what();
   } catch (const UsageFault& usage) {
     fault = usage.option() + ": " + usage.what();

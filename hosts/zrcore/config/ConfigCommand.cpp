@@ -131,16 +131,17 @@ std::string ConfigRun::whatTheServiceDid() const {
   if (fetch_->failure) return *fetch_->failure;
   const std::string answer = excerpt(fetch_->host) + " answered HTTP " + std::to_string(fetch_->statusCode);
   if (configuration_ && !fetch_->askedForPackagedFile) return answer;
-  if (fetch_->askedForPackagedFile) return answer + " with what is no JSON";
+  if (fetch_->askedForPackagedFile) return answer + " with what is " + fetch_->whyUnread;
   return answer + " without a configuration of type " + std::to_string(*options_.type) + ": check the key and the type";
 }
 
 std::string ConfigRun::why() const {
   std::string text = whatTheServiceDid();
   if (configuration_ || !fetch_->askedForPackagedFile) return text;
+  if (text.ends_with('.')) text.pop_back();
   if (!*options_.fallback) return text.append("; --fallback FILE names a packaged file for such times");
   text.append("; ").append(shownName(**options_.fallback));
-  if (!wasToldOfConfiguration_) return text.append(" is no JSON");
+  if (!wasToldOfConfiguration_) return text.append(" is ").append(fetch_->whyFileUnread);
   return text.append(" has no configuration of type ").append(std::to_string(*options_.type));
 }
 
