@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // From the bytes of a service's answer to addresses, against the libraries that a programmer would take with a plain
 // struct; the mapping engine alone against code written by hand for the one type; and the display texts.
+#include <ZRCore/NSURLSession_ZR.h>
 #include <ZRCore/ZRGeoAddress.h>
 #include <ZRCore/ZRJSON.h>
+#include <ZRCore/ZROHMClassInfo.h>
+#include <ZRCore/ZRObjectsFromJSON.h>
+#include <ZRCore/ZRPlatform.h>
 #include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
 #include <simdjson.h>
@@ -197,6 +201,69 @@ void BM_BytesToAddresses(benchmark::State& state) {
 }
 BENCHMARK(BM_BytesToAddresses);
 
+void BM_BytesStraightToAddresses(benchmark::State& state) {
+  const std::string answer = answerOf(kResults);
+  const auto json = ZRMakeJSONService();
+  for (auto _ : state) {
+    auto addresses = std::get<0>(ZRGeoAddressesFromJSON(answer, {}, json.get()));
+    benchmark::DoNotOptimize(addresses);
+  }
+  reportPerAddress(state);
+}
+BENCHMARK(BM_BytesStraightToAddresses);
+
+/// A session that has the answer already.
+class ReadySession final : public NSURLSession {
+ public:
+  struct Task final : NSURLSessionDataTask {
+    Task(const std::string& body, CompletionHandler handler) : answer(body), complete(std::move(handler)) {}
+    void resume() override { complete(NSData(answer), nullptr, std::nullopt); }
+    void cancel() override {}
+    NSURLSessionTaskState state() const override { return NSURLSessionTaskState::suspended; }
+    const std::string& answer;
+    CompletionHandler complete;
+  };
+  std::shared_ptr<NSURLSessionDataTask> dataTaskWithRequest(NSMutableURLRequest, CompletionHandler complete) override {
+    return std::make_shared<Task>(answer_, std::move(complete));
+  }
+
+ private:
+  const std::string answer_ = answerOf(kResults);
+};
+
+void BM_JSONTaskToAddresses(benchmark::State& state) {
+  struct Queue final : ZRMainQueue {
+    void post(std::function<void()> work) override { posted = std::move(work); }
+    std::function<void()> posted;
+  };
+  static const auto queue = std::make_shared<Queue>();
+  static const bool isInstalled = [] {
+    ZRPlatform platform;
+    platform.json = ZRMakeJSONService();
+    platform.mainQueue = queue;
+    platform.httpSession = std::make_shared<ReadySession>();
+    return ZRPlatformInstall(platform);
+  }();
+  if (!isInstalled) state.SkipWithError("the platform was used before");
+  for (auto _ : state) {
+    std::vector<std::shared_ptr<ZRGeoAddress>> addresses;
+    const auto task = NSURLSession_ZR::jsonDataTaskWithRequestSuccessFailure(
+        NSMutableURLRequest(),
+        [&addresses](const auto&, const ZROHMValue& document) {
+          for (const ZROHMValue& result : *document.array()) {
+            addresses.push_back(ZRGeoAddress::geoAddressFromDictionary(*result.dictionary()));
+          }
+        },
+        nullptr);
+    task->resume();
+    std::exchange(queue->posted, nullptr)();
+    benchmark::DoNotOptimize(addresses);
+    if (addresses.size() != kResults) state.SkipWithError("no addresses came");
+  }
+  reportPerAddress(state);
+}
+BENCHMARK(BM_JSONTaskToAddresses);
+
 void BM_BytesToPlainStructsByNlohmann(benchmark::State& state) {
   const std::string answer = answerOf(kResults);
   for (auto _ : state) {
@@ -264,6 +331,15 @@ BENCHMARK(BM_EngineAlone);
 
 void BM_ByHandAlone(benchmark::State& state) { fromReadyValues(state, addressByHand); }
 BENCHMARK(BM_ByHandAlone);
+
+void BM_Export(benchmark::State& state) {
+  const auto parsed = ZRMakeJSONService()->valueFromJSON(answerOf(1), ZRJSONFragments::refused);
+  const auto address =
+      ZRGeoAddress::geoAddressFromDictionary(*std::get<ZROHMValue>(parsed).array()->front().dictionary());
+  const auto& keys = ZRGeoAddress::staticClassInfo().propertyNames();
+  for (auto _ : state) benchmark::DoNotOptimize(address->dictionaryWithValuesForKeys(keys));
+}
+BENCHMARK(BM_Export);
 
 void BM_StringForFormat(benchmark::State& state) {
   const auto parsed = ZRMakeJSONService()->valueFromJSON(answerOf(1), ZRJSONFragments::refused);

@@ -3,10 +3,10 @@
 #include <cstdint>
 
 #include "FuzzLaws.h"
-#include "MappingWorld.h"
+#include "MappingFromJSON.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string difference = differenceInMapping({data, size});
+  const std::string difference = differenceInMapping({data, size}, {fillFromJSON});
   require(difference.empty(), difference.c_str());
   return 0;
 }

@@ -105,6 +105,52 @@ ZROHMValue JSONTape::scalarAt(std::size_t place) const {
   }
 }
 
+std::size_t JSONTape::after(std::size_t place) const {
+  switch (kindAt(place)) {
+    case '[':
+    case '{':
+      return behind(place);
+    case 'l':
+    case 'u':
+    case 'd':
+      return place + 2;
+    default:
+      return place + 1;
+  }
+}
+
+ZROHMPart JSONTape::partAt(std::size_t place) const {
+  switch (kindAt(place)) {
+    case '"':
+      return ZROHMPart::of(textAt(place));
+    case '[':
+      return {.kind = ZROHMValue::Kind::array};
+    case '{':
+      return {.kind = ZROHMValue::Kind::dictionary};
+    case 'n':
+      return {};
+    default:
+      return {.kind = ZROHMValue::Kind::number, .value = scalarAt(place)};
+  }
+}
+
+ZROHMDocument::Content JSONTape::contentOf(std::size_t container) const {
+  const char kind = kindAt(container);
+  if (kind != '[' && kind != '{') return {};
+  return {container + 1, behind(container) - 1};
+}
+
+std::size_t JSONTape::nextElement(Content& content) const {
+  const std::size_t place = content.next;
+  content.next = after(place);
+  return place;
+}
+
+std::size_t JSONTape::nextEntry(Content& content, std::string_view& key) const {
+  key = textAt(content.next++);
+  return nextElement(content);
+}
+
 ZROHMValue JSONTape::valueAt(std::size_t place) const {
   // A list instead of recursion: documents may be nested deeper than the stack is.
   std::vector<OpenContainer> open;
@@ -114,7 +160,7 @@ ZROHMValue JSONTape::valueAt(std::size_t place) const {
     ZROHMValue value;
     if (!isArray && kind != '{') {
       value = scalarAt(place);
-      place += kind == 'l' || kind == 'u' || kind == 'd' ? 2 : 1;
+      place = after(place);
     } else if (countAt(place) == 0) {
       value = isArray ? ZROHMValue(ZROHMArray()) : ZROHMValue(ZROHMDictionary());
       place = behind(place);

@@ -2,7 +2,7 @@
 #ifndef ZRCORE_PLATFORM_JSON_JSONTAPE_H
 #define ZRCORE_PLATFORM_JSON_JSONTAPE_H
 
-#include <ZRCore/ZROHMValue.h>
+#include <ZRCore/ZROHMDocument.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -28,8 +28,16 @@ class JSONTape {
   /// Whether the document is neither an array nor an object.
   bool isFragment() const { return kindAt(kRoot) != '[' && kindAt(kRoot) != '{'; }
 
-  /// The value that stands there; the document's own at `kRoot`.
+  /// @name The document, as ZROHMDocument tells it
+  /// Its own value stands at `kRoot`.
+  /// @{
+  using Content = ZROHMDocument::Content;
+  ZROHMPart partAt(std::size_t place) const;
+  Content contentOf(std::size_t container) const;
+  std::size_t nextElement(Content& content) const;
+  std::size_t nextEntry(Content& content, std::string_view& key) const;
   ZROHMValue valueAt(std::size_t place) const;
+  /// @}
 
   /// Whether the memory that it keeps for the next document is little.
   bool isSmall() const;
@@ -44,6 +52,8 @@ class JSONTape {
   std::size_t behind(std::size_t place) const { return words_[place] & 0xFFFFFFFF; }
   /// How many elements or entries the array or object there has, up to 2^24 - 1.
   std::size_t countAt(std::size_t place) const { return words_[place] >> 32U & 0xFFFFFF; }
+  /// What stands behind the value there.
+  std::size_t after(std::size_t place) const;
   std::string_view textAt(std::size_t place) const;
   ZROHMValue scalarAt(std::size_t place) const;
 
