@@ -62,6 +62,24 @@ ZROHMPlan::ZROHMPlan(const ZROHMClassInfo& type, std::uint64_t generation) : typ
   for (const auto& key : keys) rows_.emplace_back().key = key.first;
   makeIndex();
   for (Row& row : rows_) fill(row);
+  planExport();
+}
+
+void ZROHMPlan::planExport() {
+  ZROHMOrderedMap<std::size_t> outletOf;
+  for (const std::string& name : type_.propertyNames()) {
+    if (outletOf.contains(name)) continue;
+    const ZROHMProperty* const property = type_.propertyNamed(name);
+    if (!property->get) {
+      outlets_.clear();
+      return;
+    }
+    outletOf.set(name, outlets_.size());
+    outlets_.push_back({property, adapterIn(type_, Slot::reverseAdapter, name)});
+  }
+  const ZROHMTable* const mapping = ZROHMRegistry::table(type_, Slot::mapping);
+  const ZROHMOrderedMap<std::size_t> exported = mapping != nullptr ? underSourceKeys(*mapping, outletOf) : outletOf;
+  for (const auto& [key, outlet] : exported) exportedEntries_.push_back({key, outlet});
 }
 
 void ZROHMPlan::fill(Row& row) const {

@@ -43,7 +43,7 @@ struct Conversion<std::optional<std::string>> {
     if (part.kind == ZROHMValue::Kind::string) return std::optional<std::string>(part.text);
     return std::nullopt;  // a coordinate
   }
-  static ZROHMValue to(const std::optional<std::string>& text) { return text; }
+  static ZROHMValue to(const std::optional<std::string>& text) { return text ? ZROHMValue(*text) : ZROHMValue(); }
 };
 
 template <class Number>
