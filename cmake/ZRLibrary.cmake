@@ -18,6 +18,10 @@ target_link_options(ZRCore PRIVATE "LINKER:--version-script=${zr_version_script}
 if(NOT ZRCORE_SANITIZE)
   target_link_options(ZRCore PRIVATE "LINKER:--no-undefined")
 endif()
+# The names of what is hidden are a fifth of the file. Benchmarks keep them, for profiles.
+if(NOT ZRCORE_BUILD_BENCHMARKS)
+  target_link_options(ZRCore PRIVATE $<$<CONFIG:Release>:LINKER:--strip-all>)
+endif()
 set_target_properties(ZRCore PROPERTIES LINK_DEPENDS "${zr_version_script}")
 
 # The same objects for tests that look inside, with nothing hidden from the linker.

@@ -15,8 +15,12 @@ namespace {
 using Kind = ZROHMValue::Kind;
 using Place = ZROHMDocument::Place;
 
-/// How many hooked sets this thread is inside of.
-thread_local std::size_t nestedSets = 0;
+/// How many hooked sets this thread is inside of. Asked once for all sets of an object: looking up what is a thread's
+/// own takes as long as looking up a key.
+[[gnu::noinline]] std::size_t& nestedSets() {
+  thread_local std::size_t sets = 0;
+  return sets;
+}
 
 /// A hooked set, and those in it to which the tables lead on.
 class NestedSet {
@@ -282,7 +286,7 @@ void setRest(NSObject& object, const ZROHMDictionary& dictionary, std::string_vi
 }  // namespace
 
 void NSObject::setValueForKey(const ZROHMValue& value, std::string_view key) {
-  setReadyValue(*this, value, key, nestedSets);
+  setReadyValue(*this, value, key, nestedSets());
 }
 
 void NSObject::setValueForUndefinedKey(const ZROHMValue& value, std::string_view key) {
@@ -294,7 +298,7 @@ void NSObject::setValueForUndefinedKey(const ZROHMValue& value, std::string_view
 }
 
 void NSObject::setValuesForKeysWithDictionary(const ZROHMDictionary& dictionary) {
-  std::size_t& sets = nestedSets;
+  std::size_t& sets = nestedSets();
   for (const auto& [key, value] : dictionary) setReadyValue(*this, value, key, sets);
 }
 
@@ -307,7 +311,7 @@ void ZROHMSetValuesFromDocument(NSObject& object, const ZROHMDocument& document,
   }
   if (document.partAt(dictionary).kind != Kind::dictionary) return;
   const ZROHMPlan& plan = ZROHMPlan::of(type);
-  std::size_t& sets = nestedSets;
+  std::size_t& sets = nestedSets();
   for (const auto& [row, place] : KnownEntries(plan, document, dictionary)) {
     setByRow(object, row, DocumentPart(document, place), sets);
     if (!plan.isCurrent()) return setRest(object, *document.valueAt(dictionary).dictionary(), row->key);
