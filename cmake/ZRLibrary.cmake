@@ -14,7 +14,8 @@ target_include_directories(ZRCore INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_D
                                             $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_compile_features(ZRCore INTERFACE cxx_std_20)
 set(zr_version_script "${PROJECT_SOURCE_DIR}/cmake/zrcore.map")
-target_link_options(ZRCore PRIVATE "LINKER:--version-script=${zr_version_script}" "LINKER:--as-needed")
+target_link_options(ZRCore PRIVATE "LINKER:--version-script=${zr_version_script}" "LINKER:--as-needed"
+                                   "LINKER:-Bsymbolic-functions")  # it calls its own functions, whoever else has some
 if(NOT ZRCORE_SANITIZE)
   target_link_options(ZRCore PRIVATE "LINKER:--no-undefined")
 endif()
