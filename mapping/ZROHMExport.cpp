@@ -105,9 +105,9 @@ ZROHMDictionary exportedByPlan(const NSObject& object, const ZROHMPlan& plan) {
     if (const ZROHMAdapter* const adapter = plan.outlets()[i].reverseAdapter) values[i] = (*adapter)(values[i]);
   }
   if (!plan.isCurrent()) return exportedByTables(type, named(values), values.size());
-  ZROHMDictionary result;
-  result.reserve(values.size());
-  for (const auto& [key, outlet] : plan.exportedEntries()) result.set(key, std::move(values[outlet]));
+  ZROHMDictionary result = plan.exportedKeys();
+  const std::vector<std::size_t>& outlets = plan.exportedOutlets();
+  for (std::size_t i = 0; i < outlets.size(); ++i) result.valueAt(i) = std::move(values[outlets[i]]);
   return result;
 }
 

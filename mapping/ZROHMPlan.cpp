@@ -79,7 +79,10 @@ void ZROHMPlan::planExport() {
   }
   const ZROHMTable* const mapping = ZROHMRegistry::table(type_, Slot::mapping);
   const ZROHMOrderedMap<std::size_t> exported = mapping != nullptr ? underSourceKeys(*mapping, outletOf) : outletOf;
-  for (const auto& [key, outlet] : exported) exportedEntries_.push_back({key, outlet});
+  for (const auto& [key, outlet] : exported) {
+    exportedKeys_.set(key, nullptr);
+    exportedOutlets_.push_back(outlet);
+  }
 }
 
 void ZROHMPlan::fill(Row& row) const {

@@ -38,12 +38,6 @@ class ZROHMPlan : public ZROHMClassInfo::Snapshot {
     const ZROHMProperty* property = nullptr;
     const ZROHMAdapter* reverseAdapter = nullptr;  ///< null: none
   };
-  /// An entry of an export: its key, and the number of the outlet that its value comes from.
-  struct ExportedEntry {
-    std::string key;
-    std::size_t outlet = 0;
-  };
-
   /// The plan of the tables as they are now. It lives as long as the descriptor.
   static const ZROHMPlan& of(const ZROHMClassInfo& type) {
     const auto* const plan = static_cast<const ZROHMPlan*>(type.plan_.load(std::memory_order_acquire));
@@ -63,7 +57,9 @@ class ZROHMPlan : public ZROHMClassInfo::Snapshot {
   /// The export of all properties, `propertyNames()`: what is read, in order, and what becomes of it. No outlets where
   /// a property cannot be read.
   const std::vector<Outlet>& outlets() const { return outlets_; }
-  const std::vector<ExportedEntry>& exportedEntries() const { return exportedEntries_; }
+  /// The export's keys in their order, without values, and the number of the outlet that each has its value from.
+  const ZROHMDictionary& exportedKeys() const { return exportedKeys_; }
+  const std::vector<std::size_t>& exportedOutlets() const { return exportedOutlets_; }
 
   std::size_t rowCount() const { return rows_.size(); }
   std::size_t numberOf(const Row& row) const { return static_cast<std::size_t>(&row - rows_.data()); }
@@ -79,7 +75,8 @@ class ZROHMPlan : public ZROHMClassInfo::Snapshot {
 
   const ZROHMClassInfo& type_;
   std::vector<Outlet> outlets_;
-  std::vector<ExportedEntry> exportedEntries_;
+  ZROHMDictionary exportedKeys_;
+  std::vector<std::size_t> exportedOutlets_;
   const std::uint64_t generation_;
   std::vector<Row> rows_;
   std::vector<const Row*> index_;  // by hash; a power of two, never full
