@@ -8,6 +8,8 @@
 
 #include <cstdint>
 
+#include "KnownPlace.h"
+
 /// What is computed often, compiled for several processors: the projection, distances and bearings, singly and in
 /// batches. All builds give the same bits, but for the fast forms.
 namespace geometry {
@@ -21,6 +23,7 @@ struct Kernels {
   double (*metersBetween)(ZRMapPoint a, ZRMapPoint b) noexcept;
   /// Degrees clockwise from north, in [-180, 180].
   double (*initialBearing)(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept;
+  double (*bearingBetween)(const KnownPlace& from, const KnownPlace& to) noexcept;
 
   void (*mapPoints)(const CLLocationCoordinate2D* from, ZRMapPoint* to, std::uint64_t count) noexcept;
   void (*coordinates)(const ZRMapPoint* from, CLLocationCoordinate2D* to, std::uint64_t count) noexcept;

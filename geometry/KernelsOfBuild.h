@@ -124,6 +124,11 @@ const Kernels kKernels = {
     .greatCircleDistance = distanceOf,
     .metersBetween = [](ZRMapPoint a, ZRMapPoint b) noexcept { return distanceOf(coordinateOf(a), coordinateOf(b)); },
     .initialBearing = bearingOf,
+    .bearingBetween =
+        [](const KnownPlace& from, const KnownPlace& to) noexcept {
+          return initialBearing<double>({from.sine, from.cosine}, {to.sine, to.cosine},
+                                        to.coordinate.longitude - from.coordinate.longitude, none);
+        },
     .mapPoints = mapPointsOf,
     .coordinates = coordinatesOf,
     .mapPointsFast = mapPointsFastOf,

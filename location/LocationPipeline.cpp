@@ -61,13 +61,15 @@ std::shared_ptr<ZRLocation> ZRLocationManager::snapToRoute(const std::shared_ptr
   return filter ? filter(location) : location;
 }
 
-void ZRLocationManager::updateStability(ZRLocation& location) { locationStatics().filter.updateStability(location); }
+void ZRLocationManager::updateStability(ZRLocation& location) {
+  locationStatics().filter.updateStability(location.horizontalAccuracy());
+}
 
 void ZRLocationManager::updateDynamicProperties(const std::shared_ptr<ZRLocation>& location) {
   auto& statics = locationStatics();
-  statics.filter.updateDynamicProperties(location, statics.filtersMeasuredValues
-                                                       ? LocationFilter::JumpSigns::ownSpeedAndPlace
-                                                       : LocationFilter::JumpSigns::ownSpeed);
+  statics.filter.updateDynamicProperties(*location, statics.filtersMeasuredValues
+                                                        ? LocationFilter::JumpSigns::ownSpeedAndPlace
+                                                        : LocationFilter::JumpSigns::ownSpeed);
 }
 
 void ZRLocationManager::locationManagerDidUpdateLocations(CLLocationManager&, const CLLocations& locations) {

@@ -25,6 +25,7 @@
 #include <ZRCore/ZRGeometry.h>
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <ZRCore/ZRLocation.h>
+#include <ZRCore/ZRLocationBatchFilter.h>
 #include <ZRCore/ZRLocationManager.h>
 #include <ZRCore/ZROHMClassInfo.h>
 #include <ZRCore/ZROHMRegistry.h>
