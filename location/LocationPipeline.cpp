@@ -74,8 +74,12 @@ void ZRLocationManager::updateDynamicProperties(const std::shared_ptr<ZRLocation
 
 void ZRLocationManager::locationManagerDidUpdateLocations(CLLocationManager&, const CLLocations& locations) {
   const ZRLocations smoothed = smoothLocationsWithLocations(locations);
-  locationStatics().__instanceList.forEach([&](const ZRLocationManagerInstanceNode& client) {
+  locationStatics().__instanceList.forEach([&](const ClientNode& client) {
     if (!client.shouldUpdateLocation_) return;
+    if (client.waitingDelegate != nullptr && !client.snaps_) [[likely]] {
+      client.waitingDelegate->locationManagerDidUpdateLocations(*this, smoothed);
+      return;
+    }
     const auto delegate = client.didUpdateLocations_.lock();
     if (!delegate) return;
     if (!client.snaps_) {
