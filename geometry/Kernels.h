@@ -34,6 +34,11 @@ struct Kernels {
                         std::uint64_t count) noexcept;
   /// Of each of `count` places to the next in `line`, which has one more.
   void (*distancesAlong)(const CLLocationCoordinate2D* line, double* meters, std::uint64_t count) noexcept;
+  /// Bit i % 64 of bits[i / 64]: whether `rect` and rects[i] intersect.
+  void (*intersects)(const ZRMapRect& rect, const ZRMapRect* rects, std::uint64_t count, std::uint64_t* bits) noexcept;
+  ZRMapRect (*unionOf)(const ZRMapRect* rects, std::uint64_t count) noexcept;
+  /// Of two or more points.
+  ZRMapRect (*bounds)(const ZRMapPoint* points, std::uint64_t count) noexcept;
   void (*bearingsAlong)(const CLLocationCoordinate2D* line, float* degrees, std::uint64_t count) noexcept;
 };
 

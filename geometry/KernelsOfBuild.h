@@ -7,6 +7,7 @@
 #include "Bearing.h"
 #include "FastProjection.h"
 #include "Kernels.h"
+#include "RectBatches.h"
 #include "SphereFormulas.h"
 
 namespace geometry::ZR_EXACT_BUILD {
@@ -135,6 +136,9 @@ const Kernels kKernels = {
     .coordinatesFast = coordinatesFastOf,
     .distancesFrom = distancesFromOf,
     .distancesAlong = distancesAlongOf,
+    .intersects = intersectsOf,
+    .unionOf = unionOf,
+    .bounds = boundsOf,
     .bearingsAlong = bearingsAlongOf,
 };
 

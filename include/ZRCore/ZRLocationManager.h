@@ -50,9 +50,9 @@ class ZR_EXPORT ZRDidFailWithError : public virtual CLLocationManagerDelegate {
   virtual void locationManagerDidFailWithError(ZRLocationManager& manager, const NSError& error) = 0;
 };
 
-/// How a client that `ZRMakeLocationClient` made ends: at once, unless clients are just being told of fixes. Then its end
-/// waits: on the thread that tells them until the client that is being told has returned, on any other until all have
-/// been told (as a manager's does).
+/// How a client that `ZRMakeLocationClient` made ends: at once, unless clients are just being told of fixes. Then its
+/// end waits: on the thread that tells them until the client that is being told has returned, on any other until all
+/// have been told (as a manager's does).
 struct ZR_EXPORT ZRLocationClientEnd {
   void operator()(CLLocationManagerDelegate* client) const noexcept;
 };
