@@ -36,5 +36,6 @@
 #include <ZRCore/ZRTrackingIdentity.h>
 #include <ZRCore/ZRWebViewController.h>
 #include <ZRCore/ZRGeometry.hpp>
+#include <ZRCore/ZRRuler.hpp>
 
 #endif

@@ -15,9 +15,9 @@ inline double distanceBetweenPoints(ZRDoublePoint a, ZRDoublePoint b) noexcept {
   return distanceBetweenPoints(ZRMapPoint{a.x, a.y}, ZRMapPoint{b.x, b.y});
 }
 
-/// The functions on map rectangles as inline code, for loops over many: the same results as the exported ones of the same
-/// name, which call these and whose documentation holds. Pure, any thread. Infinity and NaN have a meaning here, so they
-/// are not for files that are compiled with -ffast-math.
+/// The functions on map rectangles as inline code, for loops over many: the same results as the exported ones of the
+/// same name, which call these and whose documentation holds. Pure, any thread. Infinity and NaN have a meaning here:
+/// not for files that are compiled with -ffast-math.
 namespace ZRInline {
 
 /// One axis of a standardised rectangle. The length is kept because high - low may round to something else.

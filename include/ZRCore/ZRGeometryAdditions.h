@@ -78,7 +78,8 @@ ZR_EXPORT void ZRBearingsAlong(const CLLocationCoordinate2D* line, uint64_t coun
 ZR_EXPORT void ZRMapRectIntersectsRects(ZRMapRect rect, const ZRMapRect* rects, uint64_t count,
                                         uint64_t* bits) ZR_NOEXCEPT;
 
-/// The smallest rectangle that holds all of `count`, standardised. Null-origin rectangles and NaN edges are passed over.
+/// The smallest rectangle that holds all of `count`, standardised. Null-origin rectangles and NaN edges are passed
+/// over.
 /// @return  the null rectangle when there is no other. The size is rounded once: a chain of `ZRMapRectUnion` rounds it
 ///          at each step.
 ZR_EXPORT ZRMapRect ZRMapRectUnionOfRects(const ZRMapRect* rects, uint64_t count) ZR_NOEXCEPT;
