@@ -31,8 +31,10 @@ ZRRuler::ZRRuler(double latitude) noexcept : latitude_(latitude) {
   east_[0] = parallel * cosine * d;
   east_[1] = -meridian * sine * d * d;
   east_[2] = -(first * sine + meridian * cosine) * d * d * d / 2.0;
-  east_[3] = (meridian * sine - 2.0 * first * cosine - second * sine) * d * d * d * d / 6.0;
-  perSquareDiameter_ = 1.0 / (24.0 * meridian * parallel);
+  const double squareTangent = sine * sine / (cosine * cosine);
+  arc_ = 1.0 / (24.0 * meridian * parallel);
+  bend_ = arc_ * squareTangent;
+  rise_ = arc_ * (2.0 + 3.0 * squareTangent);
 }
 
 double ZRRuler::bearing(CLLocationCoordinate2D from, CLLocationCoordinate2D to) const noexcept {

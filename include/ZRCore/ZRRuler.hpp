@@ -11,8 +11,8 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Measures on the ellipsoid of WGS 84 near one latitude. An addition: for the distances of routes, lanes and turns that
-/// are computed by the million; `ZRGreatCircleDistance` is for any distance, on the sphere.
+/// Measures on the ellipsoid of WGS 84 near one latitude. An addition: for the distances of routes, lanes and turns,
+/// computed by the million; `ZRGreatCircleDistance` is for any distance, on the sphere.
 ///
 /// Within 0.1 degree of its latitude, which is between -80 and 80, distances of up to 1 km are within 1e-5 m of the
 /// geodesic's length, and of up to 10 km within 1e-3 m. Farther from its latitude and between farther places it gets
@@ -64,7 +64,7 @@ class ZR_EXPORT ZRRuler {
 
   Scale scaleAt(double latitude) const noexcept {
     const double d = latitude - latitude_;
-    return {((east_[3] * d + east_[2]) * d + east_[1]) * d + east_[0], (north_[2] * d + north_[1]) * d + north_[0]};
+    return {(east_[2] * d + east_[1]) * d + east_[0], (north_[2] * d + north_[1]) * d + north_[0]};
   }
 
   Way wayBetween(CLLocationCoordinate2D from, CLLocationCoordinate2D to) const noexcept {
@@ -74,20 +74,18 @@ class ZR_EXPORT ZRRuler {
     return wayOf(0.5 * (from.latitude + to.latitude), to.latitude - from.latitude, eastDegrees);
   }
 
-  /// sin(s/2) cos(a) = sin(dLat/2) cos(dLon/2) and sin(s/2) sin(a) = cos(lat) sin(dLon/2), both to the third order.
+  /// sin(s/2) cos(a) = sin(dLat/2) cos(dLon/2) and sin(s/2) sin(a) = cos(lat) sin(dLon/2), both to the third order,
+  /// with the ruler's latitude in the terms of that order.
   Way wayOf(double middle, double northDegrees, double eastDegrees) const noexcept {
-    constexpr double kSquareRadians = 0.017453292519943295 * 0.017453292519943295;
     const Scale scale = scaleAt(middle);
     const double east = scale.east * eastDegrees, north = scale.north * northDegrees;
-    const double turns = eastDegrees * eastDegrees * (kSquareRadians / 24.0);
-    const double arc = (east * east + north * north) * perSquareDiameter_;
-    const double rise = northDegrees * northDegrees * (kSquareRadians / 24.0);
-    return {east * (1.0 + (arc - turns)), north * (1.0 + (arc - rise - 3.0 * turns))};
+    const double square = east * east;
+    return {east + east * (arc_ * (north * north) - bend_ * square), north - north * (rise_ * square)};
   }
 
   double latitude_;
-  double east_[4], north_[3];  // of the series in degrees
-  double perSquareDiameter_;   // 1 / (24 R^2)
+  double east_[3], north_[3];  // of the series in degrees
+  double arc_, bend_, rise_;   // 1 / (24 R^2), times tan^2(lat), times 2 + 3 tan^2(lat)
 };
 
 #endif
