@@ -99,6 +99,7 @@ TEST(AddressEquality, IsByIdentifierOrElseByIdentity) {
   EXPECT_FALSE(one->isEqual(addressOf({{"zrid", "2"}, {"street", "a"}}).get()));
   EXPECT_FALSE(none->isEqual(noneAgain.get()));
   EXPECT_FALSE(none->isEqual(one.get()));
+  EXPECT_FALSE(one->isEqual(none.get()));
   EXPECT_TRUE(none->isEqual(none.get()));
   EXPECT_NE(none->hash(), noneAgain->hash());
   EXPECT_FALSE(one->isEqual(nullptr));
