@@ -3,13 +3,19 @@
 #include <ZRCore/ZRJSON.h>
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "FuzzLaws.h"
 #include "MappingModel.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto json = ZRMakeJSONService();
-  const auto read = json->valueFromJSON({reinterpret_cast<const char*>(data), size}, ZRJSONFragments::allowed);
+  const std::string_view input(reinterpret_cast<const char*>(data), size);
+  const auto read = json->valueFromJSON(input, ZRJSONFragments::allowed);
+  std::string often = "[";
+  for (int i = 0; i < 8; ++i) (often += input) += i < 7 ? ',' : ']';
+  requireLinear(often.size(), [&] { static_cast<void>(json->valueFromJSON(often, ZRJSONFragments::refused)); });
   if (std::holds_alternative<NSError>(read)) return 0;
   const ZROHMValue& value = std::get<ZROHMValue>(read);
 
