@@ -99,6 +99,9 @@ TEST(ImagesTest, AFileThatIsCutAnywhereIsNoPicture) {
     }
     EXPECT_NE(decoded(file + "trailing bytes"), nullptr);
   }
+  std::string strange = animation();
+  strange.insert(strange.size() - 1, "\1\0", 2);
+  EXPECT_EQ(decoded(strange), nullptr) << "a block of no kind";
 }
 
 TEST(ImagesTest, PicturesWithMorePixelsThanAllowedAreRefused) {

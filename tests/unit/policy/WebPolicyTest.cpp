@@ -106,6 +106,7 @@ TEST(WebNavigationTest, AddressesGoWhereTheyBelong) {
       {"-bad scheme:x", window, true, refuse},
       {"ssh://-oProxyCommand=touch%20x/", page, true, askFirst},
       {"SMB://host/share", window, true, askFirst},
+      {"web+x-9.y:http://site/", page, true, askFirst},
       {"ssh://host/", page, false, refuse},
   };
   const policy::WebSchemes schemes{{"http", "https", "about"}, {"http", "https", "mailto"}};
