@@ -117,6 +117,12 @@ TEST(GpxReader, AnUnreadableValueCostsTheValueOnly) {
   EXPECT_FALSE(events.fixes[0].secondsSince1970 || events.fixes[0].altitudeMeters || events.fixes[0].hdop);
 }
 
+TEST(GpxReader, AValueIsTheTextOfItsOwnElement) {
+  const auto events = readGpx(track("<trkpt lat='1' lon='2'><ele>12<x>3</x></ele></trkpt>"));
+  ASSERT_EQ(events.fixes.size(), 1u);
+  EXPECT_EQ(events.fixes[0].altitudeMeters, 12.0);
+}
+
 TEST(GpxReader, WithoutATrackThereIsOneFaultThatSaysSo) {
   for (const std::string input : {"<gpx><wpt lat='1' lon='2'/><rte><rtept lat='1' lon='2'/></rte></gpx>", "<gpx/>",
                                   "<kml><trkpt lat='1' lon='2'/></kml>", " \n", "x<gpx/>"}) {
