@@ -1,6 +1,7 @@
-// SPDX-License-Identifier: Apache-2.0 How long a fix takes from the daemon's socket to a client's delegate, through the
-// real location manager, with one report an instant and with two, counted from the last; how much memory a long stream
-// costs; how often the loop wakes up once everything is stopped. positioning_latency [FIXES [IDLE_SECONDS]]
+// SPDX-License-Identifier: Apache-2.0
+// How long a fix takes from the daemon's socket to a client's delegate, through the real location manager, with one
+// report an instant and with two, counted from the last; how much memory a long stream costs; how often the loop wakes
+// up once everything is stopped. positioning_latency [FIXES [IDLE_SECONDS]]
 #include <ZRCore/ZRLinuxPlatform.h>
 #include <ZRCore/ZRLocationManager.h>
 #include <glib.h>

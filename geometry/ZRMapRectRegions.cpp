@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "NullOrigin.h"
+
 ZRCoordinateRegion ZRCoordinateRegionForMapRect(ZRMapRect rect) noexcept {
   if (geometry::isNullOrigin(rect)) return ZRCoordinateRegionNull;
   const auto [x, y] = rect.origin;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef ZRCORE_PLATFORM_PACKED_UNPACKER_H
-#define ZRCORE_PLATFORM_PACKED_UNPACKER_H
+#ifndef ZRCORE_PACKED_UNPACKER_H
+#define ZRCORE_PACKED_UNPACKER_H
 
 #define ZLIB_CONST  // input is not written to
 #include <zlib.h>

@@ -73,7 +73,8 @@ std::optional<Format> detectFormat(std::string_view bytes) {
   return std::nullopt;
 }
 
-std::string whyUnreadable(std::string_view head) {
+std::string whyUnreadable(std::string_view bytes) {
+  const std::string head = decoded(bytes);
   const struct {
     std::string_view begin;
     const char* name;

@@ -3,6 +3,9 @@
 
 #include <ZRCore/ZRGeometryAdditions.h>
 
+#include <algorithm>
+#include <limits>
+
 namespace readers {
 namespace {
 
@@ -26,7 +29,7 @@ ZRPositionFix FixCompletion::complete(const SourceFix& source, std::optional<NSD
 
 double FixCompletion::horizontalAccuracyMeters(const SourceFix& source) const {
   if (source.accuracyMeters) return *source.accuracyMeters;
-  if (source.hdop) return *source.hdop * kMetersPerHdop;
+  if (source.hdop) return std::min(*source.hdop * kMetersPerHdop, std::numeric_limits<double>::max());
   return options_.assumedAccuracyMeters.value_or(0.0);
 }
 

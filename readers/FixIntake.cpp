@@ -40,8 +40,8 @@ std::optional<std::string> FixIntake::remarkOnDate(const SourceFix& fix) {
   if (options_.now().secondsSince1970 - *fix.secondsSince1970 < kTenYearsSeconds) return std::nullopt;
   hasRemarked_ = true;
   return "the receiver's date, " + dayText(*fix.secondsSince1970) +
-         ", lies more than ten years back, as it does when its week counter has rolled over; --week-rollover mends "
-         "that";
+         ", lies more than ten years back, as it does when its week counter has rolled over; repairsWeekRollover "
+         "(zrcore trip and watch: --week-rollover) mends that";
 }
 
 }  // namespace readers

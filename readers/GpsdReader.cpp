@@ -149,9 +149,9 @@ void GpsdReader::readLine(std::string_view text, const Reporter& reporter, Insta
 }
 
 void GpsdReader::readDevices(const json& report, Listener& listener) {
-  receivers_.clear();
   const auto devices = report.find("devices");
   if (devices == report.end() || !devices->is_array()) return;
+  receivers_.clear();
   for (const json& device : *devices) {
     if (device.is_object() && receivers_.size() < kMostReceivers) receivers_.insert(textAt(device, "path"));
   }

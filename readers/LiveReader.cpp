@@ -67,7 +67,8 @@ void LiveReader::status(const SourceStatus& status) {
   heading.magneticHeading = status.magneticHeadingDegrees.value_or(-1.0);
   // How good it is, such sources do not say; negative would call the reading invalid.
   heading.headingAccuracy = 0.0;
-  heading.timestamp = {status.headingSecondsSince1970.value_or(0.0)};
+  const bool isTimedHere = !status.headingSecondsSince1970 && !options_.isRecording && options_.intake.now;
+  heading.timestamp = isTimedHere ? options_.intake.now() : NSDate{status.headingSecondsSince1970.value_or(0.0)};
   events_.headings.push_back(heading);
 }
 

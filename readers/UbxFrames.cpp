@@ -25,9 +25,11 @@ bool endsWithSoundSentence(std::string_view text) {
 
 bool holdsSoundSentence(std::string_view bytes) {
   constexpr std::string_view kLineEnds = "\r\n";
+  std::size_t begin = 0;
   for (auto end = bytes.find_first_of(kLineEnds); end != std::string_view::npos;
-       end = bytes.find_first_of(kLineEnds, end + 1)) {
-    if (endsWithSoundSentence(bytes.substr(0, end))) return true;
+       end = bytes.find_first_of(kLineEnds, begin)) {
+    if (endsWithSoundSentence(bytes.substr(begin, end - begin))) return true;
+    begin = end + 1;
   }
   return false;
 }

@@ -2,8 +2,9 @@
 #ifndef ZRCORE_GEOMETRY_EXACT_CAREFUL_H
 #define ZRCORE_GEOMETRY_EXACT_CAREFUL_H
 
-/// The functions for every argument: special values first, then arithmetic in 256 bits. Slow (about a microsecond): for
-/// what the first phase leaves undecided. Special values are those of C's Annex F.
+/// The functions for every argument: special values first, then arithmetic in 128 bits, and in 256 where these do not
+/// decide. Slow (about a microsecond): for what the first phase leaves undecided. Special values are those of C's
+/// Annex F.
 namespace exact::careful {
 
 double sin(double angle) noexcept;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "Words.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>

@@ -50,8 +50,10 @@ ZR_EXPORT double ZRGroundResolutionAtLatitude(double latitude) ZR_NOEXCEPT;
 ZR_EXPORT CLLocationCoordinate2D ZRDestinationCoordinate(CLLocationCoordinate2D origin, double bearingDegrees,
                                                          double distanceMeters) ZR_NOEXCEPT;
 
-/// Batches: one call for `count` elements. Each result has the bits of the single call's. Input and output must not
-/// overlap; with a count of 0 they may be null.
+/// @name Batches
+/// One call for `count` elements. Each result has the bits of the single call's, but for the fast forms. Input and
+/// output must not overlap; with a count of 0 they may be null.
+/// @{
 
 /// `ZRMapPointForCoordinate` of each.
 ZR_EXPORT void ZRMapPointsForCoordinates(const CLLocationCoordinate2D* coordinates, ZRMapPoint* mapPoints,
@@ -74,7 +76,7 @@ ZR_EXPORT void ZRGreatCircleDistancesAlong(const CLLocationCoordinate2D* line, u
 ZR_EXPORT void ZRBearingsAlong(const CLLocationCoordinate2D* line, uint64_t count, float* degrees) ZR_NOEXCEPT;
 
 /// Their bits may differ between processors: the quick form of `ZRMapPointsForCoordinates`, for drawing.
-/// @return  x and y within 1.2 * 2^-27 map points (9 nanometres on the projected equator's metres) of the exact value
+/// @return  x and y within 1.2 * 2^-27 map points (5.4 nanometres of the projected equator) of the exact value
 ///          of the projection's formula, of which the single call may be 4.7 * 2^-27 off near the edge. Clamped as it
 ///          is.
 ZR_EXPORT void ZRMapPointsForCoordinatesFast(const CLLocationCoordinate2D* coordinates, ZRMapPoint* mapPoints,
@@ -84,6 +86,7 @@ ZR_EXPORT void ZRMapPointsForCoordinatesFast(const CLLocationCoordinate2D* coord
 /// @return  degrees, within 4e-14 of the exact value of the formula. Clamped as the single call's.
 ZR_EXPORT void ZRCoordinatesForMapPointsFast(const ZRMapPoint* mapPoints, CLLocationCoordinate2D* coordinates,
                                              uint64_t count) ZR_NOEXCEPT;
+/// @}
 
 ZR_EXTERN_C_END
 

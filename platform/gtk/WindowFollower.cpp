@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGtkPlatform.h>
 #include <gtk/gtk.h>
+#include <owners/GLib.h>
 #include <platform/Callback.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace {
 

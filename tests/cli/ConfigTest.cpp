@@ -102,6 +102,16 @@ TEST_F(ConfigCommand, GivesUpOnAServiceThatSaysNothing) {
   EXPECT_THAT(run.err, HasSubstr("sent nothing for 0.2 seconds"));
 }
 
+TEST_F(ConfigCommand, AsksTheHostOfTheServiceThatIsNamed) {
+  const auto told = [this](std::vector<std::string> more) {
+    more.insert(more.begin(), {"config", "--key", "k", "--timeout", "5"});
+    return folder.run(more).err;  // no such host exists
+  };
+  EXPECT_THAT(told({}), HasSubstr(" configuration.zrcore.example.invalid "));
+  EXPECT_THAT(told({"--service", "production"}), HasSubstr(" configuration.zrcore.example.invalid "));
+  EXPECT_THAT(told({"--service", "integration"}), HasSubstr(" configuration-integration.zrcore.example.invalid "));
+}
+
 TEST(ServicesCommands, ShowAddressesAndDates) {
   struct Row {
     std::vector<std::string> arguments;

@@ -59,6 +59,12 @@ TEST_F(PlaceCommand, NamesFaultsByPositionAndUnknownKeysWhenAsked) {
             "zrcore: standard input: result 2: is no object\n"
             "zrcore: standard input: not used: t\n");
   EXPECT_EQ(folder.run({"place", "-"}, file).err, "zrcore: standard input: result 2: is no object\n");
+
+  std::string nulls = "[null";
+  for (int i = 1; i < 50; ++i) nulls += ",null";
+  const auto told = linesOf(folder.run({"place", "-"}, folder.file("nulls.json", nulls + "]")).err);
+  ASSERT_EQ(told.size(), 21U);
+  EXPECT_THAT(told.back(), HasSubstr("and 30 more"));
 }
 
 TEST_F(PlaceCommand, GoesOnAfterAFileThatCannotBeRead) {

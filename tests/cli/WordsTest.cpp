@@ -14,8 +14,6 @@ using nlohmann::json;
 using testing::HasSubstr;
 using testing::Not;
 
-const std::string kDrive = ZRCORE_SAMPLES "/drive.csv";
-
 class Words : public testing::Test {
  protected:
   /// No line of it acts on a terminal, or holds more than 200 bytes of what was put into it.

@@ -43,7 +43,7 @@ hits=$(sources platform hosts/doctor | xargs -0r grep -nHE '(g_object|g_variant|
 hits=$(find . -path ./build -prune -o \( -name '*.h' -o -name '*.hpp' \) -print0 | xargs -0r grep -LE '^#ifndef ZR[A-Z0-9_]+$')
 [ -n "$hits" ] && breach 'A header has no guard' "$hits"
 
-hits=$(sources . -path ./build -prune -o | xargs -0r awk 'FNR == 1 && !/SPDX-License-Identifier: Apache-2.0/ { print FILENAME }')
+hits=$(sources . -path ./build -prune -o | xargs -0r awk 'FNR == 1 && !/SPDX-License-Identifier: Apache-2.0( \*\/)?$/ { print FILENAME }')
 [ -n "$hits" ] && breach 'A source file does not begin with the line that names its licence' "$hits"
 
 # One dialect. What clang-format does not look at: comments, braces, names.

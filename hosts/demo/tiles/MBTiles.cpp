@@ -108,7 +108,9 @@ MBTiles::Statement MBTiles::prepared(const char* sql) {
   turnsLeft_ = kMostTurns;
   sqlite3_stmt* statement = nullptr;
   const int result = sqlite3_prepare_v2(database_.get(), sql, -1, &statement, nullptr);
-  if (result != SQLITE_OK) throw errorOf("is no MBTiles file: " + std::string(sqlite3_errmsg(database_.get())));
+  if (result != SQLITE_OK) {
+    throw errorOf("is no MBTiles file: " + ZRPrintableText(sqlite3_errmsg(database_.get()), 2 * ZRLongestExcerpt));
+  }
   return Statement(statement);
 }
 
@@ -117,7 +119,7 @@ bool MBTiles::step(sqlite3_stmt* statement) {
   turnsLeft_ = kMostTurns;
   const int result = sqlite3_step(statement);
   if (result == SQLITE_ROW) return true;
-  const std::string reason = sqlite3_errmsg(database_.get());
+  const std::string reason = ZRPrintableText(sqlite3_errmsg(database_.get()), 2 * ZRLongestExcerpt);
   sqlite3_reset(statement);
   if (result == SQLITE_DONE) return false;
   throw errorOf(result == SQLITE_INTERRUPT ? "takes too long to look things up in: it has no index"

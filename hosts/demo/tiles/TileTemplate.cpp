@@ -3,6 +3,7 @@
 
 #include <ZRCore/NSString_ZR.h>
 #include <ZRCore/ZRPrintableText.h>
+#include <text/ASCII.h>
 
 #include <algorithm>
 #include <array>
@@ -39,11 +40,6 @@ void requirePlaceholders(std::string_view text) {
   if (lacks("{y}") && lacks("{-y}")) throw errorOf(text, "does not say where the row stands ({y})");
 }
 
-std::string lowered(std::string text) {
-  for (char& letter : text) letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + ('a' - 'A')) : letter;
-  return text;
-}
-
 }  // namespace
 
 TileTemplate::TileTemplate(std::string_view text) : text_(NSString_ZR::stripWhitespace(text)) {
@@ -55,7 +51,7 @@ TileTemplate::TileTemplate(std::string_view text) : text_(NSString_ZR::stripWhit
 
 TileTemplate TileTemplate::ofServer(std::string_view text) {
   TileTemplate address(text);
-  const std::string scheme = lowered(address.text_.substr(0, address.text_.find("://")));
+  const std::string scheme = text::lowerCase(address.text_.substr(0, address.text_.find("://")));
   if (scheme != "http" && scheme != "https") throw errorOf(address.text_, "begins with neither http:// nor https://");
   const std::string host = address.host();
   if (host.empty()) throw errorOf(address.text_, "names no server");

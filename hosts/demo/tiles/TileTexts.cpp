@@ -3,6 +3,7 @@
 
 #include <ZRCore/NSURLSession_ZR.h>
 #include <ZRCore/ZRPrintableText.h>
+#include <text/ASCII.h>
 
 #include <algorithm>
 #include <array>
@@ -16,6 +17,7 @@ namespace {
 
 constexpr double kWeekSeconds = 7 * 86400.0, kYearSeconds = 365 * 86400.0;
 constexpr std::size_t kMostAttributionBytes = 200;
+constexpr std::size_t kMostMarkupBytes = 4096;  // that are looked at: each "<" looks for its end in all of them
 
 constexpr std::array<std::pair<std::string_view, std::string_view>, 7> kEntities{{{"&copy;", "\u00A9"},
                                                                                   {"&#169;", "\u00A9"},
@@ -59,7 +61,7 @@ std::optional<double> maxAge(std::string_view control) {
 
 std::string attributionText(std::string_view text) {
   std::string line;
-  for (const char letter : withoutMarkup(text)) {
+  for (const char letter : withoutMarkup(text.substr(0, kMostMarkupBytes))) {
     const bool isBlank = letter == ' ' || letter == '\n' || letter == '\r' || letter == '\t';
     if (!isBlank) {
       line += letter;
@@ -87,11 +89,12 @@ TileFailure tileFailure(const std::string& source, const NSURLResponse* response
 }
 
 std::optional<double> goodUntil(const NSURLResponse& response, double now) {
-  const std::string* const control = response.valueForHTTPHeaderField("Cache-Control");
-  if (!control) return now + kWeekSeconds;
-  if (control->find("no-store") != std::string::npos) return std::nullopt;
-  if (control->find("no-cache") != std::string::npos) return now;
-  return now + std::clamp(maxAge(*control).value_or(kWeekSeconds), 0.0, kYearSeconds);
+  const std::string* const field = response.valueForHTTPHeaderField("Cache-Control");
+  if (!field) return now + kWeekSeconds;
+  const std::string control = text::lowerCase(*field);
+  if (control.find("no-store") != std::string::npos) return std::nullopt;
+  if (control.find("no-cache") != std::string::npos) return now;
+  return now + std::clamp(maxAge(control).value_or(kWeekSeconds), 0.0, kYearSeconds);
 }
 
 }  // namespace demo

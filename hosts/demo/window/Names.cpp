@@ -63,8 +63,7 @@ void nameChoices(GtkWidget* combo, const std::string& name) {
           nameChoicesOnce(choices.combo.get(), choices.name);
           return G_SOURCE_REMOVE;
         },
-        new Choices{Ref<GtkWidget>(GTK_WIDGET(g_object_ref(combo))), name},
-        [](gpointer data) { delete static_cast<Choices*>(data); });
+        new Choices{owners::refTo(combo), name}, [](gpointer data) { delete static_cast<Choices*>(data); });
   };
   const auto nameWhenShown = [&nameSoon](GtkWidget* part) {
     connect<void(GtkWidget*)>(part, "map", [nameSoon](GtkWidget*) { nameSoon(); });

@@ -84,6 +84,11 @@ OutputFile::OutputFile(fs::path target, bool force) : target_(std::move(target))
   const int descriptor = ::open(partial_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666);
   if (descriptor < 0) throw OutputError::ofSystem(target_, errno);
   file_.reset(::fdopen(descriptor, "w+b"));
+  if (file_) return;
+  const int error = errno;
+  ::close(descriptor);
+  ::unlink(partial_.c_str());
+  throw OutputError::ofSystem(target_, error);
 }
 
 OutputFile::~OutputFile() {

@@ -56,7 +56,7 @@ class FolderOutput final : public TripOutput {
     try {
       step();
       return true;
-    } catch (const OutputError&) {
+    } catch (const std::exception&) {  // of a picture, too: no memory
       if (!failure_) failure_ = std::current_exception();
       return false;
     }

@@ -2,6 +2,7 @@
 #include "Recording.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -59,6 +60,10 @@ bool Recording::readMore() {
     if (count == 0) {
       if (!unpacking_.isWhole()) fault_ = "cannot be unpacked on: the gzip file breaks off";
       return false;
+    }
+    if (errno == EAGAIN) {  // another process has made the terminal or the pipe so
+      pollfd input{file_.get(), POLLIN, 0};
+      if (::poll(&input, 1, -1) > 0) continue;
     }
     if (errno != EINTR) throw RecordingError(std::string("cannot be read on: ") + std::strerror(errno));
     if (isInterrupted_()) return false;

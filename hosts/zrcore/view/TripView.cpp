@@ -85,7 +85,7 @@ void TripView::finishOutputs(const trip::TripSummary& summary) {
   for (const auto& output : outputs_) {
     try {
       output->finish(summary);
-    } catch (const trip::OutputError&) {
+    } catch (const std::exception&) {  // of a picture, too: no memory
       if (!failure_) failure_ = std::current_exception();
     }
   }

@@ -14,6 +14,7 @@
 #include <zrcore/sound/TripSpeaker.h>
 #include <zrcore/view/TripView.h>
 
+#include <algorithm>
 #include <exception>
 #include <filesystem>
 #include <functional>

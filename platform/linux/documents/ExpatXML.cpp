@@ -4,9 +4,9 @@
 #define XML_DTD  // the library is built with it; its header declares what bounds entities only then
 #include <expat.h>
 
-#include <algorithm>
 #include <exception>
 #include <new>
+#include <utility>
 
 namespace {
 

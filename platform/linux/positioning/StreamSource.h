@@ -23,8 +23,8 @@ class StreamSource final : public PositionSource, public std::enable_shared_from
     std::string request = {};  ///< sent once connected
     bool greets = false;       ///< a daemon, which sends a greeting before any report
     bool hasHeading = false;
-    /// The time limit for connecting and, with `greets`, for the greeting. gpsd needs up to 3 s to open a receiver and
-    /// greet.
+    /// With `greets`: the time limit for connecting and for the greeting. gpsd needs up to 3 s to open a receiver and
+    /// greet. Without, there is none.
     double greetingSeconds = 6;
     /// The source reports that there is no fix after a silence of this length; after up to twice this length if the
     /// last fix came just after a check.

@@ -129,11 +129,18 @@ TEST(TileTexts, ShowAnAttributionWithoutItsMarkupAndKeepAnswersAsLongAsTheServer
   EXPECT_EQ(attributionText("&amp;lt;"), "&lt;");
   EXPECT_EQ(attributionText("\u202Eturned"), "\\xE2\\x80\\xAEturned");
   EXPECT_LT(attributionText(std::string(5000, 'a')).size(), 210u);
+  EXPECT_LT(attributionText(std::string(4'000'000, '<')).size(), 210u) << "each looks for its end";
 
   const std::pair<const char*, std::optional<double>> rows[] = {
-      {"max-age=60", 1060.0},         {"public, max-age=86400", 87400.0},     {"no-cache", 1000.0},
-      {"private, no-store", {}},      {"max-age=99999999999999", 31537000.0}, {"max-age=4294967295", 31537000.0},
+      {"max-age=60", 1060.0},
+      {"public, max-age=86400", 87400.0},
+      {"no-cache", 1000.0},
+      {"private, no-store", {}},
+      {"max-age=99999999999999", 31537000.0},
+      {"max-age=4294967295", 31537000.0},
       {"max-age=nonsense", 605800.0},
+      {"Private, No-Store", {}},
+      {"Max-Age=60", 1060.0},
   };
   for (const auto& [control, until] : rows) {
     EXPECT_EQ(goodUntil({{}, 200, {{"cache-control", control}}}, 1000.0), until) << control;
