@@ -129,8 +129,11 @@ TEST_F(GeoClue, AServiceThatFindsNoPlaceForLongIsToldOf) {
       *loop, GeoClueSource::Options{.busAddress = bus->address(), .silenceSeconds = 0.05});
   source->start(told);
   runUntil([&] { return !told.faults.empty(); });
-  source->stop();
   EXPECT_THAT(told.faults, ElementsAre(policy::PositioningFault::noFix));
+  source->start(told);
+  runUntil([&] { return service->starts == 2; });
+  source->stop();
+  EXPECT_FALSE(wakeUps().second) << "nothing is waited for any more";
 }
 
 TEST_F(GeoClue, ABusThatEndsBeforeTheAnswerIsOneError) {

@@ -103,7 +103,6 @@ TEST(NmeaReader, DamageIsReportedWhereItStandsAndTheRestIsRead) {
       "$GPRMC*4B\n",
       sentence("GPRMC,106001,A,5100.000,N,00730.000,E,,,110922,,,A"),
       sentence("GPRMC,1000,A,5100.000,N,00730.000,E,,,110922,,,A"),
-      sentence("GPRMC,1000-1,A,5100.000,N,00730.000,E,,,110922,,,A"),
       sentence("GPRMC,100001,A,5160.000,N,00730.000,E,,,110922,,,A"),
       sentence("GPRMC,100001,A,51-1.000,N,00730.000,E,,,110922,,,A"),
       sentence("GPRMC,100001,A,005100.000,N,00730.000,E,,,110922,,,A"),
