@@ -192,6 +192,7 @@ std::vector<Fault> faults(const std::string& self) {
       {"closes without a word", Server::sending(""), NSURLErrorNetworkConnectionLost, 0},
       {"resets the connection", resettingAfter(""), NSURLErrorNetworkConnectionLost, 0},
       {"resets within the body", resettingAfter(ok + "Content-Length: 9\r\n\r\nhel"), NSURLErrorNetworkConnectionLost},
+      {"ends within the headers", Server::sending(ok + "Content-Le"), NSURLErrorNetworkConnectionLost},
       {"sends less than it said", Server::sending(ok + "Content-Length: 9\r\n\r\nhel"),
        NSURLErrorNetworkConnectionLost},
       {"sends no last chunk", Server::sending(ok + "Transfer-Encoding: chunked\r\n\r\n3\r\nhel\r\n"),

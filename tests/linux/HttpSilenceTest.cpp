@@ -61,6 +61,7 @@ TEST_F(HttpSessionInSilence, TimeIsUpAfterSilenceAndNotAfterAWhile) {
   EXPECT_THAT(codes, IsEmpty());
   loop->advance(0.2);
   EXPECT_THAT(codes, ElementsAre(NSURLErrorTimedOut));
+  EXPECT_LE(loop->longestWait, 600.0) << "libcurl asks for milliseconds";
 }
 
 TEST_F(HttpSessionInSilence, ARequestThatDripsEndsWithItsWholeTime) {

@@ -255,6 +255,7 @@ std::shared_ptr<NSURLResponse> CurlTransfer::response() {
 }
 
 TransferResult CurlTransfer::result(CURLcode code) {
+  if (code == CURLE_OK && isInHeaders_) code = CURLE_PARTIAL_FILE;  // a head that breaks off, which libcurl lets pass
   if (code == CURLE_OK && (!unpacker_ || unpacker_->isWhole())) {
     return {.data = std::move(body_), .response = response()};
   }

@@ -84,6 +84,17 @@ TEST(LiveReading, ALineWithoutEndIsNoFilesFault) {
   }
 }
 
+TEST(LiveReading, HeadingsLieOnTheRoseAndAConnectionBeginsWithAWholeLine) {
+  LiveReader reader(Format::gpsdJson);
+  const std::pair<const char*, bool> rows[] = {{"-0.1", false}, {"0", true}, {"359.9", true}, {"360", false}};
+  for (const auto& [degrees, isHeading] : rows) {
+    reader.feed(R"({"class":"ATT","heading":7,"cla)");
+    reader.beginConnection();
+    const auto events = reader.feed(std::string(R"({"class":"ATT","heading":)") + degrees + "}\n");
+    EXPECT_EQ(events.headings.size(), isHeading ? 1U : 0U) << degrees;
+  }
+}
+
 TEST(LiveReading, ReceiversAreCountedAsTheyComeAndGo) {
   LiveReader reader(Format::gpsdJson);
   const auto receivers = [&](const char* line) { return reader.feed(std::string(line) + "\n").receivers; };
