@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <variant>
 
@@ -99,5 +100,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     requireSoundAccount(bytes, dialect, document != nullptr);
     if (document != nullptr) requireSoundIn(*document, dialect);
   }
+  std::string often = "[";
+  for (int i = 0; i < 8; ++i) (often += bytes) += i < 7 ? ',' : ']';
+  requireLinear(often.size(), [&] { place::readDocument(often, std::nullopt, [](const auto&) {}); });
   return 0;
 }

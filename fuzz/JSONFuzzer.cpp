@@ -4,6 +4,8 @@
 #include <ZRCore/ZRJSON.h>
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "ExactText.h"
 #include "FuzzLaws.h"
@@ -14,6 +16,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto json = ZRMakeJSONService();
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   const auto read = json->valueFromJSON(bytes, ZRJSONFragments::allowed);
+  std::string often = "[";
+  for (int i = 0; i < 8; ++i) (often += bytes) += i < 7 ? ',' : ']';
+  requireLinear(often.size(), [&] { static_cast<void>(json->valueFromJSON(often, ZRJSONFragments::refused)); });
   const auto careful = readJSONCarefully(bytes, ZRJSONFragments::allowed, ZRMostDocumentValues);
   require(read.index() == careful.index(), "both readers read it, or neither");
   if (const NSError* const error = std::get_if<NSError>(&read)) {

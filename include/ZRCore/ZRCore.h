@@ -25,6 +25,7 @@
 #include <ZRCore/ZRGeometry.h>
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <ZRCore/ZRLocation.h>
+#include <ZRCore/ZRLocationBatchFilter.h>
 #include <ZRCore/ZRLocationManager.h>
 #include <ZRCore/ZROHMClassInfo.h>
 #include <ZRCore/ZROHMRegistry.h>
@@ -36,5 +37,6 @@
 #include <ZRCore/ZRTrackingIdentity.h>
 #include <ZRCore/ZRWebViewController.h>
 #include <ZRCore/ZRGeometry.hpp>
+#include <ZRCore/ZRRuler.hpp>
 
 #endif

@@ -95,23 +95,50 @@ TEST(EscaperTest, EachByteOfASCIIIsEscapedOrLeftAlone) {
   }
 }
 
+TEST(EscaperTest, TheFormForABufferWritesTheSameWhereItFits) {
+  // Plain runs around the sixteen bytes that are judged at once, and a character to escape at each place in them.
+  for (std::size_t length = 0; length < 70; ++length) {
+    for (const char* const odd : {"", "/", "é", "[", "%", "\xFF"}) {
+      const std::string text = std::string(length, 'a') + odd + std::string(length % 5, 'Z');
+      const auto value = urlQueryParameterEscaped(text), key = urlQueryParameterKeyEscaped(text);
+      std::string buffer(3 * text.size() + 1, '?');
+      for (const bool isKey : {false, true}) {
+        const auto& expected = isKey ? key : value;
+        const auto into =
+            isKey ? NSString_ZR::urlQueryParameterKeyEscapedInto : NSString_ZR::urlQueryParameterEscapedInto;
+        const auto written = into(buffer.data(), buffer.size(), text);
+        ASSERT_EQ(written.has_value(), expected.has_value()) << text;
+        if (!expected) continue;
+        EXPECT_EQ(buffer.substr(0, *written), *expected);
+        std::string exact(expected->size() + 1, '?');
+        EXPECT_EQ(into(exact.data(), expected->size(), text), expected->size());
+        EXPECT_EQ(exact, *expected + '?') << "not a byte beyond";
+        if (expected->empty()) continue;
+        exact.assign(expected->size() + 1, '?');
+        EXPECT_EQ(into(exact.data(), expected->size() - 1, text), expected->size());
+        EXPECT_EQ(exact, std::string(expected->size() + 1, '?')) << "nothing where it does not fit";
+      }
+    }
+  }
+  const std::string plain(100'000, 'x');
+  EXPECT_THAT(urlQueryParameterEscaped(plain + " " + plain), Optional(plain + "%20" + plain));
+}
+
 TEST(EscaperTest, TextsBeyondASCIIBecomeTheirBytesAndWhatIsNoUTF8IsAbsent) {
   EXPECT_THAT(urlQueryParameterEscaped("é€😀"), Optional(std::string("%C3%A9%E2%82%AC%F0%9F%98%80")));
   EXPECT_THAT(urlQueryParameterEscaped("%41%zz 50%"), Optional(std::string("%41%zz%2050%")));
   EXPECT_THAT(urlQueryParameterKeyEscaped(""), Optional(std::string()));
   EXPECT_EQ(urlQueryParameterEscaped(std::nullopt), std::nullopt);
-  const std::string_view damaged[] = {"\x80",
-                                      "a\xC3",
-                                      "\xC3(",
-                                      "\xC0\x80",
-                                      "\xE0\x80\x80",
-                                      "\xED\xA0\x80",
-                                      "\xE2\x82",
-                                      "\xF0\x80\x80\x80",
-                                      "\xFF",
-                                      "\xF0\x9F\x98",
-                                      "\xF4\x90\x80\x80",
-                                      "\xF8\x88\x80\x80\x80"};
+  // The first and the last of each length, and what stands beside the surrogates.
+  for (const std::string_view text :
+       {"\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xE1\x80\x80", "\xED\x9F\xBF", "\xEE\xBF\xBF", "\xEE\x80\x80",
+        "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF1\x80\x80\x80", "\xF3\xBF\xBF\xBF", "\xF4\x8F\xBF\xBF"}) {
+    EXPECT_EQ(urlQueryParameterEscaped(text).value_or("").size(), 3 * text.size()) << testing::PrintToString(text);
+  }
+  const std::string_view damaged[] = {
+      "\x80",          "a\xC3",        "\xC3(",        "\xC0\x80",         "\xC1\xBF",
+      "\xE0\x9F\xBF",  "\xED\xA0\x80", "\xE2\x82",     "\xE2(\x80",        "\xF0\x8F\xBF\xBF",
+      "\xF0\x9F(\x80", "\xFF",         "\xF0\x9F\x98", "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80"};
   for (const std::string_view bytes : damaged) {
     EXPECT_EQ(urlQueryParameterEscaped(bytes), std::nullopt) << testing::PrintToString(bytes);
     EXPECT_EQ(urlQueryParameterKeyEscaped(bytes), std::nullopt);
