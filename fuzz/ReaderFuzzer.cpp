@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // One program per format: reads any bytes as a recording, and checks what holds for all of them.
 #include <readers/FixReader.h>
+#include <readers/LiveReader.h>
 
 #include <algorithm>
 #include <cmath>
@@ -54,12 +55,40 @@ void requireSoundFix(const readers::SourceFix& fix) {
   require(!fix.courseDegrees || (*fix.courseDegrees >= 0.0 && *fix.courseDegrees < 360.0), "a course lies in [0, 360)");
 }
 
-/// A place within the input that its bytes choose.
-std::size_t splitOf(std::string_view input) {
-  std::size_t hash = 5381;
-  for (const char c : input) hash = hash * 33 + static_cast<unsigned char>(c);
-  return input.empty() ? 0 : hash % input.size();
+void requireSoundStatus(const readers::SourceStatus& status) {
+  for (const auto& heading : {status.trueHeadingDegrees, status.magneticHeadingDegrees}) {
+    require(!heading || (*heading >= 0.0 && *heading < 360.0), "a heading lies in [0, 360)");
+  }
+  require(std::isfinite(status.headingSecondsSince1970.value_or(0.0)), "a heading's time is finite");
 }
+
+/// What came of the pieces by way of the reader that sources use, to the last bit.
+std::string told(const std::vector<std::string_view>& pieces) {
+  readers::LiveReader reader(kFormat, {.isRecording = true});
+  std::string all;
+  const auto add = [&all](const readers::LiveEvents& events) {
+    for (const ZRPositionFix& fix : events.fixes) {
+      char text[160];
+      std::snprintf(text, sizeof text, "%a %a %a %a %a %a\n", fix.coordinate.latitude, fix.coordinate.longitude,
+                    fix.timestamp.secondsSince1970, fix.horizontalAccuracy, fix.speed, fix.course);
+      all += text;
+    }
+    for (const CLHeading& heading : events.headings) {
+      for (const double degrees : {heading.trueHeading, heading.magneticHeading}) {
+        require(degrees < 360.0 && (degrees >= 0.0 || degrees == -1.0), "a heading is a direction or unknown");
+      }
+    }
+  };
+  for (const auto piece : pieces) add(reader.feed(piece));
+  add(reader.finish());
+  return all;
+}
+
+/// Hears nothing of what it is told.
+struct Deaf final : readers::Listener {
+  void fix(const readers::SourceFix&) override {}
+  void remark(const readers::Remark&) override {}
+};
 
 }  // namespace
 
@@ -69,10 +98,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const auto whole = readPieces(kFormat, {input});
   for (const auto& fix : whole.fixes) requireSoundFix(fix);
+  for (const auto& status : whole.statuses) requireSoundStatus(status);
   requireSameEvents(whole, readPieces(kFormat, bytesOf(input)), "single bytes tell the same as the whole");
   const auto split = splitOf(input);
   requireSameEvents(whole, readPieces(kFormat, {input.substr(0, split), input.substr(split)}),
                     "two pieces tell the same as the whole");
+  require(told({input}) == told({input.substr(0, split), input.substr(split)}), "a source tells the same, too");
+
+  constexpr int kCopies = 8;
+  requireLinear(kCopies * size, [&] {
+    const auto reader = readers::makeReader(kFormat);
+    Deaf deaf;
+    for (int i = 0; i < kCopies; ++i) reader->feed(input, deaf);
+    reader->finish(deaf);
+  });
 
   for (const bool alsoWhileItGrows : {false, true}) {
     const auto live = readLive(input, alsoWhileItGrows);

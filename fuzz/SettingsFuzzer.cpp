@@ -15,5 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto read = settingsFromText(input);
   if (const auto* const settings = std::get_if<Settings>(&read)) require(roundTrips(*settings), "settings come back");
   require(roundTrips({{input.substr(0, size / 2), input.substr(size / 2)}}), "any bytes may be set");
+  std::string often;
+  for (int i = 0; i < 8; ++i) often += input;
+  requireLinear(often.size(), [&] { static_cast<void>(settingsFromText(often)); });
   return 0;
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any bytes as a packed body: however the network cuts them, what comes of them is the same.
+// Any bytes as a packed body, and as a file that may be packed: however they are cut, what comes of them is the same.
+#include <packed/MaybeGzip.h>
 #include <packed/Unpacker.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -33,6 +35,19 @@ Outcome unpacked(std::string_view bytes, std::size_t first, std::size_t length) 
   return outcome;
 }
 
+/// As a file, in pieces of `length` bytes.
+Outcome unpackedFile(std::string_view bytes, std::size_t length) {
+  Outcome outcome;
+  packed::MaybeGzip file;
+  for (bool isGood = true; isGood && !bytes.empty(); bytes.remove_prefix(std::min(length, bytes.size()))) {
+    isGood = file.feed(bytes.substr(0, length), outcome.body);
+    if (!isGood) outcome.taken = packed::Unpacker::Taken::damaged;
+  }
+  outcome.isWhole = file.isWhole();
+  if (outcome.taken != packed::Unpacker::Taken::good) outcome = {.taken = outcome.taken};
+  return outcome;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -41,5 +56,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const Outcome whole = unpacked(input, size, size);
   require(unpacked(input, 1, 1) == whole, "byte by byte it is the same");
   require(unpacked(input, 1 + data[size - 1] % size, size) == whole, "in two pieces it is the same");
+  require(unpackedFile(input, 1) == unpackedFile(input, size), "a file is the same, too");
   return 0;
 }

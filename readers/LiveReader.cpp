@@ -16,6 +16,7 @@ void LiveReader::beginConnection() {
 
 LiveEvents LiveReader::feed(std::string_view bytes) {
   reader_->feed(bytes, *this);
+  if (options_.isRecording) return take();  // nobody waits, and what has been told early could not be added to
   const bool isComplete = reader_->held() == FixReader::Held::complete;
   if (isComplete || events_.receivers == 0) reader_->tellHeld(*this);  // who is gone adds nothing, either
   return take();

@@ -30,6 +30,7 @@
 #include <ZRCore/ZROHMClassInfo.h>
 #include <ZRCore/ZROHMRegistry.h>
 #include <ZRCore/ZROHMValue.h>
+#include <ZRCore/ZRObjectsFromJSON.h>
 #include <ZRCore/ZRPlace.h>
 #include <ZRCore/ZRPlatform.h>
 #include <ZRCore/ZRPrintableText.h>

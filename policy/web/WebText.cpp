@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "web/WebText.h"
 
+#include <text/UTF8.h>
+
 #include <array>
 
 namespace policy {
@@ -48,8 +50,12 @@ std::string shownText(std::string_view text, std::size_t mostBytes) {
     } else if (const std::size_t control = controlAt(rest)) {
       shown += ' ';
       at += control;
+    } else if (const std::size_t length = text::sequenceLength(rest)) {
+      shown += rest.substr(0, length);
+      at += length;
     } else {
-      shown += text[at++];
+      shown += ' ';  // or bytes on both sides of what is left out could be one that is not
+      ++at;
     }
   }
   return end < text.size() ? shown + "…" : shown;

@@ -8,10 +8,10 @@
 
 namespace policy {
 
-/// A page's text as a bar or a dialogue of the host's may show it: one line of at most `mostBytes`, then "…"; controls
-/// and line ends are blanks, and the characters that turn the direction of what follows (U+202A to U+202E, U+2066 to
-/// U+2069) are left out: with them a title could pass for an address. Writing from right to left stays as it is.
-/// @param text  UTF-8, and the result is UTF-8 as far as it was.
+/// A page's text as a bar or a dialogue of the host's may show it: one line of at most `mostBytes`, then "…"; controls,
+/// line ends and bytes that are no UTF-8 are blanks, and the characters that turn the direction of what follows (U+202A
+/// to U+202E, U+2066 to U+2069) are left out: with them a title could pass for an address. Writing from right to left
+/// stays as it is.
 std::string shownText(std::string_view text, std::size_t mostBytes);
 
 /// Whose page an address leads to: "example.org", "example.org:8080", "[::1]:80". A name and a password in front of it

@@ -6,6 +6,7 @@
 #include "PrivateBus.h"
 #include "StreamPeer.h"
 #include "positioning/AutoSource.h"
+#include "positioning/GeoClueSource.h"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -116,6 +117,23 @@ TEST_F(GeoClue, AMissingAgentIsAnErrorAndALatePermissionIsStillGood) {
   service->say({{"Latitude", 52.5}, {"Longitude", 13.4}});
   runUntil([&] { return fixesOf(*client) == 1; });
   EXPECT_EQ(client->errors.size(), 1u);
+}
+
+TEST_F(GeoClue, AServiceThatFindsNoPlaceForLongIsToldOf) {
+  struct Told final : PositionSourceListener {
+    void sourceFails(policy::PositioningFault fault, const std::string&) override { faults.push_back(fault); }
+    std::vector<policy::PositioningFault> faults;
+  } told;
+  startService();
+  const auto source = std::make_shared<GeoClueSource>(
+      *loop, GeoClueSource::Options{.busAddress = bus->address(), .silenceSeconds = 0.05});
+  source->start(told);
+  runUntil([&] { return !told.faults.empty(); });
+  EXPECT_THAT(told.faults, ElementsAre(policy::PositioningFault::noFix));
+  source->start(told);
+  runUntil([&] { return service->starts == 2; });
+  source->stop();
+  EXPECT_FALSE(wakeUps().second) << "nothing is waited for any more";
 }
 
 TEST_F(GeoClue, ABusThatEndsBeforeTheAnswerIsOneError) {

@@ -90,6 +90,9 @@ TEST(ImagesTest, OfAnAnimationComesTheFirstPicture) {
   const auto image = decoded(animation());
   ASSERT_NE(image, nullptr);
   EXPECT_THAT(image->rgba, ElementsAre(255, 0, 0, 255));
+  std::string clear = animation();
+  clear[clear.find("!\xF9\4") + 3] = 1;  // its first colour is transparent
+  EXPECT_EQ(decoded(clear)->rgba[3], 0);
 }
 
 TEST(ImagesTest, AFileThatIsCutAnywhereIsNoPicture) {
@@ -99,6 +102,9 @@ TEST(ImagesTest, AFileThatIsCutAnywhereIsNoPicture) {
     }
     EXPECT_NE(decoded(file + "trailing bytes"), nullptr);
   }
+  std::string strange = animation();
+  strange.insert(strange.size() - 1, "\1\0", 2);
+  EXPECT_EQ(decoded(strange), nullptr) << "a block of no kind";
 }
 
 TEST(ImagesTest, PicturesWithMorePixelsThanAllowedAreRefused) {

@@ -103,6 +103,12 @@ TEST_F(XMLTest, ABadDocumentIsRefusedWithItsPlaceAndReason) {
     EXPECT_EQ(error->userInfo.at(NSXMLParserErrorColumnKey), row.column);
   }
   EXPECT_TRUE(parserOver(repeated("<a>", 10'000) + repeated("</a>", 10'000))->parse());
+  EXPECT_TRUE(parserOver("<a>" + repeated("<b/>", 10'001) + "</a>")->parse());
+  for (const int kilobytes : {500, 1300}) {  // that an entity adds to 1 MB
+    const std::string entity = "<!DOCTYPE a [<!ENTITY e '" + std::string(1000, 'e') + "'>]>\n<a>";
+    const auto parser = parserOver(entity + std::string(1'000'000, 'x') + repeated("&e;", kilobytes) + "</a>");
+    EXPECT_EQ(parser->parse(), kilobytes < 1000) << kilobytes;
+  }
 }
 
 TEST_F(XMLTest, ADocumentOfTooManyValuesIsAnErrorOfItsOwn) {

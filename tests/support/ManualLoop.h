@@ -23,6 +23,7 @@ class ManualLoop final : public Loop {
   void post(std::function<void()> work) override { posted_.push_back(std::move(work)); }
 
   std::unique_ptr<Wait> after(double seconds, Callback<> fire) override {
+    longestWait = std::max(longestWait, seconds);
     return wait({.isTimer = true, .due = now_ + seconds, .fire = [fire = std::move(fire)](Readiness) { fire(); }});
   }
 
@@ -55,6 +56,8 @@ class ManualLoop final : public Loop {
 
   /// How often a descriptor was ready.
   int readiness = 0;
+  /// Seconds that were asked for.
+  double longestWait = 0.0;
 
  private:
   struct Entry {

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "LocationSupport.h"
+#include "TestSeed.h"
 #include "WithFakePlatform.h"
 
 using testing::Each;
@@ -268,7 +269,7 @@ TEST_F(FanOutTest, RandomStartsAndStopsKeepCountsAndReceiverInBalance) {
     managers.push_back(ZRLocationManager::init());
     managers.back()->setDelegate(client);
   }
-  unsigned random = 1;
+  unsigned random = testSeed(1);
   for (int step = 0; step < 2000; ++step) {
     random = random * 1664525u + 1013904223u;
     auto& manager = managers[(random >> 8) % managers.size()];

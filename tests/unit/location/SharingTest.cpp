@@ -269,8 +269,4 @@ TEST_F(SharingTest, OnlyTwoOfTheFiveStatusValuesAuthorize) {
   }
 }
 
-TEST(NotificationNames, AreTheirOwnText) {
-  EXPECT_STREQ(ZRLocationLocationFailedNotification, "ZRLocationLocationFailedNotification");
-}
-
 }  // namespace

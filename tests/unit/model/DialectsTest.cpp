@@ -50,8 +50,8 @@ const std::vector<DialectRow> kRows{
      R"({"lat":50.5,"lon":7.25,"addresstype":"state","address":{"state":"Gau","ISO3166-2-lvl4":"XY-GA"}})",
      "-|-|-|-|-|Gau|-|-|state|8"},
     {"NominatimCityTakesTheStatesLetters", Dialect::nominatim,
-     R"({"lat":50.5,"lon":7.25,"address":{"city":"Ort","state":"Gau","ISO3166-2-lvl4":"XY-GA","country_code":"xy"}})",
-     "-|-|-|Ort|-|GA|-|XY|-|0"},
+     R"({"lat":50.5,"lon":7.25,"address":{"city":"Ort","state":"Gau","ISO3166-2-lvl4":"CZ-GA","country_code":"cz"}})",
+     "-|-|-|Ort|-|GA|-|CZ|-|0"},
     {"NominatimFeature", Dialect::nominatim,
      R"({"geometry":{"coordinates":[7.25,50.5]},"properties":{"osm_type":"way","osm_id":5,"address":{"city":"Ort"}}})",
      "W5|-|-|Ort|-|-|-|-|-|0"},
@@ -119,9 +119,15 @@ TEST(DialectReading, NamesWhatItCannotUseAndWhatItDoesNotKnow) {
   EXPECT_EQ(reading.address->street(), "Gasse");
   EXPECT_EQ(reading.address->zrid(), std::nullopt);
 
-  reading =
-      ZRReadGeoAddress(valueOf(R"({"properties":{"city":"a"},"geometry":{"coordinates":[7.25]}})"), Dialect::photon);
-  EXPECT_THAT(reading.unusableKeys, ElementsAre("geometry.coordinates"));
+  for (const std::string half : {"[7.25]", "[7.25,null]", "[\"7,5\",50.5]"}) {
+    const std::string json = R"({"properties":{"city":"a"},"geometry":{"coordinates":)" + half + "}}";
+    reading = ZRReadGeoAddress(valueOf(json.c_str()), Dialect::photon);
+    EXPECT_THAT(reading.unusableKeys, ElementsAre("geometry.coordinates")) << half;
+    EXPECT_EQ(reading.address->coordinate(), CLLocationCoordinate2D{}) << half;
+  }
+  for (const char* const half : {R"({"lat":"50.5","osm_id":1})", R"({"lon":"7.25","osm_id":1})"}) {
+    EXPECT_EQ(ZRGeoAddressFromNominatim(valueOf(half))->coordinate(), CLLocationCoordinate2D{}) << half;
+  }
 
   reading = ZRReadGeoAddress(valueOf(R"({"Street":{},"city":null,"LatLng":"x","geoQuality":1,"town":"a"})"),
                              Dialect::documented);

@@ -226,6 +226,13 @@ TEST(PlaceMapping, FillsThePlaceFromItsTwoKeysAndANamedOneFromNone) {
   ASSERT_NE(place->geoAddress(), nullptr);
   EXPECT_EQ(place->geoAddress()->city(), "Ulm");
   EXPECT_EQ(place->zrid(), "12");
+  const auto plain = ZRPlace::init();
+  plain->setValuesForKeysWithDictionary({{"title", "a"}, {"subtitle", "b"}, {"isNavigable", false}});
+  EXPECT_EQ(plain->title(), "a");
+  EXPECT_EQ(plain->subtitle(), "b");
+  EXPECT_FALSE(plain->isNavigable());
+  plain->setValuesForKeysWithDictionary({{"coordinate", CLLocationCoordinate2D{1, 2}}});
+  EXPECT_EQ(plain->coordinate(), (CLLocationCoordinate2D{1, 2}));
   const auto namedPlace = ZRNamedPlace::init();
   namedPlace->setValuesForKeysWithDictionary(dictionary);
   EXPECT_EQ(namedPlace->geoAddress(), nullptr) << "tables are of the exact type";

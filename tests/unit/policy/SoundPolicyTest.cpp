@@ -8,7 +8,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
+#include <random>
 #include <utility>
+
+#include "TestSeed.h"
 
 using policy::ChannelVolumes;
 using policy::DuckPlan;
@@ -86,8 +90,9 @@ TEST(WavStreamReader, RefusesWhatIsNoSuchWavAndStaysRefused) {
       {"8 bits", riff(format(1, 1, 22050, 8))},
       {"floating point", riff(format(3, 1, 22050, 16))},
       {"no channel", riff(format(1, 0, 22050, 16))},
-      {"many channels", riff(format(1, 9, 22050, 16))},
-      {"no rate", riff(format(1, 1, 0, 16))},
+      {"many channels", riff(format(1, 3, 22050, 16))},
+      {"a low rate", riff(format(1, 1, 3999, 16))},
+      {"a high rate", riff(format(1, 1, 192001, 16))},
       {"samples without a format", riff(chunk("data", "\1\1", 2))},
       {"a short format", riff(chunk("fmt ", "\1\1", 2))},
       {"an endless chunk", riff(chunk("LIST", "", 0xffffffff))},
@@ -138,6 +143,10 @@ TEST(UtteranceQueue, OneIsSpokenTheOthersWaitAndEachEndsOnce) {
   EXPECT_TRUE(queue.isEmpty());
   EXPECT_EQ(shown(queue.end(true)) + shown(queue.stop()) + shown(queue.setPaused(true)), "");
   EXPECT_EQ(shown(queue.add("five")), "start five");
+  EXPECT_EQ(shown(queue.setPaused(true)), "paused five, ");
+  EXPECT_EQ(shown(queue.stop()), "cancelled five, ");
+  EXPECT_EQ(shown(queue.add("six")), "start six");
+  EXPECT_EQ(shown(queue.setPaused(true)), "paused six, ") << "it started unpaused, too";
 }
 
 /// "7 down, 8 up" and the like; applies the changes to the streams, as the server would. All other processes live.
@@ -176,6 +185,24 @@ TEST(DuckPlan, LowersWhatIsAudibleOnceBy18DecibelsAndRestoresItToTheUnit) {
   EXPECT_EQ(changed(plan, false, streams), "7 up, 8 up, ");
   for (std::size_t i = 0; i < streams.size(); ++i) EXPECT_EQ(streams[i].volumes, before[i].volumes);
   EXPECT_TRUE(plan.isEmpty());
+}
+
+TEST(DuckPlan, WhateverComesAndGoesStandsAtItsOwnVolumeWhenNobodySpeaks) {
+  std::mt19937 random(testSeed(11));
+  DuckPlan plan;
+  std::vector<OtherStream> streams;
+  std::map<std::uint32_t, ChannelVolumes> own;
+  for (std::uint32_t step = 0; step < 1000; ++step) {
+    const auto oneOf = [&random](std::size_t count) { return static_cast<std::uint32_t>(random() % count); };
+    if (oneOf(3) == 0) streams.push_back(stream(step, own[step] = {1000 + oneOf(64000)}));
+    if (oneOf(4) == 0 && !streams.empty()) streams.erase(streams.begin() + oneOf(streams.size()));
+    const bool isDucking = random() % 2 == 0;
+    changed(plan, isDucking, streams);
+    for (const OtherStream& each : streams) {
+      const ChannelVolumes& usual = own[each.index];
+      ASSERT_EQ(each.volumes, isDucking ? policy::loweredVolumes(usual) : usual) << "step " << step;
+    }
+  }
 }
 
 TEST(DuckPlan, LeavesAloneWhatSomebodyElseHasChanged) {

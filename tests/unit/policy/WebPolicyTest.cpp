@@ -106,6 +106,7 @@ TEST(WebNavigationTest, AddressesGoWhereTheyBelong) {
       {"-bad scheme:x", window, true, refuse},
       {"ssh://-oProxyCommand=touch%20x/", page, true, askFirst},
       {"SMB://host/share", window, true, askFirst},
+      {"web+x-9.y:http://site/", page, true, askFirst},
       {"ssh://host/", page, false, refuse},
   };
   const policy::WebSchemes schemes{{"http", "https", "about"}, {"http", "https", "mailto"}};
@@ -125,7 +126,8 @@ TEST(WebTextTest, ATitleIsOneLineThatTurnsNothingRound) {
       {"one\ntwo\tthree\u2028four\u0085five\x7F", "one two three four five "},
       {"\u05E9\u05DC\u05D5\u05DD \u200F\u2026 \u2065", "\u05E9\u05DC\u05D5\u05DD \u200F\u2026 \u2065"},
       {"012345678901234567890123456789012345678\u00E9", "012345678901234567890123456789012345678…"},
-      {"\xE2\x80", "\xE2\x80"},
+      {"a\xE2\x80", "a  "},
+      {"a\xE2\x80\u2066\xAE", "a   "},  // what is left out joins no bytes
   };
   for (const auto& [text, shown] : rows) EXPECT_EQ(policy::shownText(text, 40), shown);
 }

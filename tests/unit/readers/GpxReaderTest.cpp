@@ -110,10 +110,17 @@ TEST(GpxReader, APointWithoutAUsablePlaceIsDroppedAlone) {
 
 TEST(GpxReader, AnUnreadableValueCostsTheValueOnly) {
   const auto events = readGpx(track("<trkpt lat='1' lon='2'><time>noon</time><ele>1,5</ele><hdop>" +
-                                    std::string(100000, '1') + "</hdop><speed> </speed></trkpt>"));
+                                    std::string(100000, '1') + "&#49;</hdop><speed> </speed></trkpt>"));
   ASSERT_EQ(events.fixes.size(), 1u);
-  EXPECT_EQ(events.faults.size(), 3u);
+  ASSERT_EQ(events.faults.size(), 3u);
+  EXPECT_NE(events.faults[2].text.find("64 KiB"), std::string::npos);
   EXPECT_FALSE(events.fixes[0].secondsSince1970 || events.fixes[0].altitudeMeters || events.fixes[0].hdop);
+}
+
+TEST(GpxReader, AValueIsTheTextOfItsOwnElement) {
+  const auto events = readGpx(track("<trkpt lat='1' lon='2'><ele>12<x>3</x></ele></trkpt>"));
+  ASSERT_EQ(events.fixes.size(), 1u);
+  EXPECT_EQ(events.fixes[0].altitudeMeters, 12.0);
 }
 
 TEST(GpxReader, WithoutATrackThereIsOneFaultThatSaysSo) {

@@ -85,7 +85,7 @@ TEST(NmeaReader, TheDateIsCarriedOnOverMidnight) {
 
 TEST(NmeaReader, OneKindAtOneTimeAndTwoPlacesIsTwoFixes) {
   const std::string here = rmc("100000", "110922");
-  const std::string there = sentence("GPRMC,100000,A,5100.100,N,00730.000,E,,,110922,,,A");
+  const std::string there = sentence("GPRMC,100000,A,5100.100,N,730.000,E,,,110922,,,A");  // without leading zeros
   EXPECT_EQ(readNmea(here + there).fixes.size(), 2u);
   EXPECT_EQ(readNmea(here + here).fixes.size(), 1u);
 }
@@ -104,6 +104,8 @@ TEST(NmeaReader, DamageIsReportedWhereItStandsAndTheRestIsRead) {
       sentence("GPRMC,106001,A,5100.000,N,00730.000,E,,,110922,,,A"),
       sentence("GPRMC,1000,A,5100.000,N,00730.000,E,,,110922,,,A"),
       sentence("GPRMC,100001,A,5160.000,N,00730.000,E,,,110922,,,A"),
+      sentence("GPRMC,100001,A,51-1.000,N,00730.000,E,,,110922,,,A"),
+      sentence("GPRMC,100001,A,005100.000,N,00730.000,E,,,110922,,,A"),
       sentence("GPRMC,100001,A,00730.000,E,5100.000,N,,,110922,,,A"),
       sentence("GPRMC,100001,A,5100.000,N,,,,,110922,,,A"),
       sentence("GPRMC,100001,A,5100.000,N,18100.000,E,,,110922,,,A"),

@@ -129,18 +129,16 @@ TEST(EscaperTest, TextsBeyondASCIIBecomeTheirBytesAndWhatIsNoUTF8IsAbsent) {
   EXPECT_THAT(urlQueryParameterEscaped("%41%zz 50%"), Optional(std::string("%41%zz%2050%")));
   EXPECT_THAT(urlQueryParameterKeyEscaped(""), Optional(std::string()));
   EXPECT_EQ(urlQueryParameterEscaped(std::nullopt), std::nullopt);
-  const std::string_view damaged[] = {"\x80",
-                                      "a\xC3",
-                                      "\xC3(",
-                                      "\xC0\x80",
-                                      "\xE0\x80\x80",
-                                      "\xED\xA0\x80",
-                                      "\xE2\x82",
-                                      "\xF0\x80\x80\x80",
-                                      "\xFF",
-                                      "\xF0\x9F\x98",
-                                      "\xF4\x90\x80\x80",
-                                      "\xF8\x88\x80\x80\x80"};
+  // The first and the last of each length, and what stands beside the surrogates.
+  for (const std::string_view text :
+       {"\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xE1\x80\x80", "\xED\x9F\xBF", "\xEE\xBF\xBF", "\xEE\x80\x80",
+        "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF1\x80\x80\x80", "\xF3\xBF\xBF\xBF", "\xF4\x8F\xBF\xBF"}) {
+    EXPECT_EQ(urlQueryParameterEscaped(text).value_or("").size(), 3 * text.size()) << testing::PrintToString(text);
+  }
+  const std::string_view damaged[] = {
+      "\x80",          "a\xC3",        "\xC3(",        "\xC0\x80",         "\xC1\xBF",
+      "\xE0\x9F\xBF",  "\xED\xA0\x80", "\xE2\x82",     "\xE2(\x80",        "\xF0\x8F\xBF\xBF",
+      "\xF0\x9F(\x80", "\xFF",         "\xF0\x9F\x98", "\xF4\x90\x80\x80", "\xF8\x88\x80\x80\x80"};
   for (const std::string_view bytes : damaged) {
     EXPECT_EQ(urlQueryParameterEscaped(bytes), std::nullopt) << testing::PrintToString(bytes);
     EXPECT_EQ(urlQueryParameterKeyEscaped(bytes), std::nullopt);

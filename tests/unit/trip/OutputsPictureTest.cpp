@@ -190,9 +190,23 @@ TEST(Picture, DrawsNothingOverAGapInTime) {
     }
     return count;
   };
+  const auto drawn = [&rows](const std::string& what) {  // so often in the other format
+    const std::string svg = drawSvg(pictureOf(rows), {});
+    std::size_t count = 0;
+    for (std::size_t at = svg.find(what); at != svg.npos; at = svg.find(what, at + 1)) ++count;
+    return count;
+  };
+  const auto later = [&rows](std::size_t first, double seconds) {
+    for (std::size_t i = first; i < rows.size(); ++i) *rows[i].secondsSince1970 += seconds;
+  };
   EXPECT_EQ(middleOf(), 0);
-  for (std::size_t i = 10; i < rows.size(); ++i) *rows[i].secondsSince1970 -= 60.0;
+  const std::size_t strokes = drawn("M"), dots = drawn("<circle");
+  later(9, 60.0);  // one fix alone
+  EXPECT_GT(drawn("<circle"), dots);
+  later(9, -60.0);
+  later(10, -60.0);
   EXPECT_GT(middleOf(), 0);
+  EXPECT_LT(drawn("M"), strokes);
 }
 
 TEST(Picture, SaysWhyItHasNoSpeeds) {
