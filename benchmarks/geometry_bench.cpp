@@ -3,6 +3,8 @@
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <benchmark/benchmark.h>
 
+#include <ZRCore/ZRRuler.hpp>
+
 #include "geometry_places.h"
 #include "geometry_rivals.h"
 
@@ -31,6 +33,23 @@ void distance(benchmark::State& state) {
 }
 BENCHMARK(distance<ZRGreatCircleDistance>)->Name("distance/ZRCore");
 BENCHMARK(distance<plain::haversine>)->Name("distance/plain");
+
+/// Neighbours 300 m from each other; the ruler's rival is the distance on the sphere.
+void shortDistance(benchmark::State& state, auto measure) {
+  std::vector<CLLocationCoordinate2D> line;
+  for (std::size_t i = 0; i <= kPlaces; ++i) {
+    line.push_back({52.5 + 0.002 * static_cast<double>(i % 2), 13.0 + 0.002 * static_cast<double>(i % 7)});
+  }
+  timeEach(state, [&](std::size_t i) { return measure(line[i], line[i + 1]); });
+}
+void shortDistanceRuler(benchmark::State& state) {
+  shortDistance(state, [ruler = ZRRuler(52.5)](const auto& a, const auto& b) { return ruler.distance(a, b); });
+}
+BENCHMARK(shortDistanceRuler)->Name("short distance/ZRRuler");
+void shortDistanceHaversine(benchmark::State& state) {
+  shortDistance(state, [](const auto& a, const auto& b) { return plain::haversine(a, b); });
+}
+BENCHMARK(shortDistanceHaversine)->Name("short distance/plain");
 
 template <auto Combine>
 void combine(benchmark::State& state) {

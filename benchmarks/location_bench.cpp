@@ -3,6 +3,8 @@
 #include <ZRCore/ZRCore.h>
 #include <benchmark/benchmark.h>
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -37,6 +39,21 @@ void BM_OneBearingAndOneHaversine(benchmark::State& state) {
 }
 BENCHMARK(BM_OneBearingAndOneHaversine);
 
+/// The same rules without objects, 1024 fixes at once.
+void BM_FilterFlatRecords(benchmark::State& state) {
+  std::vector<ZRPositionFix> fixes;
+  for (const auto& fix : manyFixes()) fixes.push_back(fix->fix());
+  std::vector<ZRFilteredFix> results(fixes.size());
+  ZRLocationBatchFilter filter(true);
+  for (auto _ : state) {
+    filter.filter(fixes.data(), results.data(), fixes.size());
+    benchmark::DoNotOptimize(results.data());
+  }
+  state.counters["time_per_fix"] = benchmark::Counter(
+      static_cast<double>(fixes.size()), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(BM_FilterFlatRecords);
+
 /// A fix becomes a record and passes the filter, with the making of the record and of the batch.
 void BM_FilterOneFix(benchmark::State& state) {
   ZRLocationManager::setFiltersMeasuredValues(true);
@@ -51,23 +68,36 @@ BENCHMARK(BM_FilterOneFix);
 
 class CountingClient : public ZRDidUpdateLocations {
  public:
-  void locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLocations&) override { ++count_; }
+  void locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLocations&) override {
+    ++count_;
+    if (onFix) [[unlikely]]
+      onFix();
+  }
+  std::function<void()> onFix;
 
  private:
   long count_ = 0;
 };
 
-/// One fix is filtered and goes to `state.range(0)` clients.
-void fanOut(benchmark::State& state) {
-  struct Pair {
-    std::shared_ptr<ZRLocationManager> manager = ZRLocationManager::init();
-    std::shared_ptr<CountingClient> client = std::make_shared<CountingClient>();
-  };
-  std::vector<Pair> clients(static_cast<std::size_t>(state.range(0)));
-  for (const Pair& pair : clients) {
-    pair.manager->setDelegate(pair.client);
-    pair.manager->startUpdatingLocation();
-  }
+struct Pair {
+  std::shared_ptr<ZRLocationManager> manager;
+  std::shared_ptr<CountingClient> client;
+};
+
+template <class Make>
+Pair started(Make make) {
+  const Pair pair{ZRLocationManager::init(), make()};
+  pair.manager->setDelegate(pair.client);
+  pair.manager->startUpdatingLocation();
+  return pair;
+}
+
+/// One fix is filtered and goes to `state.range(0)` clients. `change(clients)` is what one of them does inside.
+template <class Make, class Change>
+void fanOut(benchmark::State& state, Make make, Change change) {
+  std::vector<Pair> clients;
+  for (std::int64_t i = 0; i < state.range(0); ++i) clients.push_back(started(make));
+  clients.front().client->onFix = [&] { change(clients); };
   const auto first = ZRLocationManager::firstInstance();
   const CLLocations batch{fixNumber(1)};
   for (auto _ : state) first->locationManagerDidUpdateLocations(*first, batch);
@@ -75,15 +105,36 @@ void fanOut(benchmark::State& state) {
       static_cast<double>(state.range(0)), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
-void BM_FanOut(benchmark::State& state) { fanOut(state); }
+const auto makePlain = [] { return std::make_shared<CountingClient>(); };
+const auto makeWaiting = [] { return ZRMakeLocationClient<CountingClient>(); };
+const auto noChange = [](std::vector<Pair>&) {};
+
+void BM_FanOut(benchmark::State& state) { fanOut(state, makePlain, noChange); }
 BENCHMARK(BM_FanOut)->Arg(1)->Arg(10)->Arg(1000);
+void BM_FanOutToWaitingClients(benchmark::State& state) { fanOut(state, makeWaiting, noChange); }
+BENCHMARK(BM_FanOutToWaitingClients)->Arg(1)->Arg(10)->Arg(1000);
+
+/// With each fix one client stops one, starts another, lets one go and makes a new one.
+void BM_FanOutToWaitingClientsThatChange(benchmark::State& state) {
+  fanOut(state, makeWaiting, [i = std::size_t{0}](std::vector<Pair>& clients) mutable {
+    const std::size_t others = clients.size() - 3;
+    i = i % others + 1;
+    clients[i].manager->setShouldUpdateLocation(false);
+    clients[i + 1].manager->setShouldUpdateLocation(true);
+    clients[i + 2] = {};
+    clients[i + 2] = started(makeWaiting);
+  });
+}
+BENCHMARK(BM_FanOutToWaitingClientsThatChange)->Arg(1000);
 
 /// The same once the process has ever had a second thread: reference counts are atomic from then on. Runs last.
 void BM_FanOutInAThreadedProcess(benchmark::State& state) {
   std::thread([] {}).join();
-  fanOut(state);
+  fanOut(state, makePlain, noChange);
 }
 BENCHMARK(BM_FanOutInAThreadedProcess)->Arg(1000);
+void BM_FanOutToWaitingClientsInAThreadedProcess(benchmark::State& state) { fanOut(state, makeWaiting, noChange); }
+BENCHMARK(BM_FanOutToWaitingClientsInAThreadedProcess)->Arg(1000);
 
 }  // namespace
 

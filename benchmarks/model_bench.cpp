@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// From the bytes of a service's answer to addresses, against the two libraries that a programmer would take with a
-// plain struct; the mapping engine alone against code written by hand for the one type; and the display texts.
+// From the bytes of a service's answer to addresses, against the libraries that a programmer would take with a plain
+// struct; the mapping engine alone against code written by hand for the one type; and the display texts.
+#include <ZRCore/NSURLSession_ZR.h>
 #include <ZRCore/ZRGeoAddress.h>
 #include <ZRCore/ZRJSON.h>
+#include <ZRCore/ZROHMClassInfo.h>
+#include <ZRCore/ZRObjectsFromJSON.h>
+#include <ZRCore/ZRPlatform.h>
 #include <benchmark/benchmark.h>
 #include <rapidjson/document.h>
+#include <simdjson.h>
 
 #include <nlohmann/json.hpp>
 
@@ -14,7 +19,7 @@ namespace {
 
 constexpr int kResults = 100;
 
-/// What both libraries fill: the same fields as an address.
+/// What the libraries fill: the same fields as an address.
 struct PlainAddress {
   std::optional<std::string> zrid, street, neighborhood, city, county, state, zip, country, sideOfStreet, resultCode,
       qualityCode, type;
@@ -67,41 +72,62 @@ void read(const rapidjson::Value& value, double& latitude, double& longitude) {
   longitude = degrees("lng");
 }
 
+void read(simdjson::dom::element value, std::optional<std::string>& text) {
+  if (value.is_string()) text.emplace(value.get_string().value_unsafe());
+  if (value.is_int64()) text = std::to_string(value.get_int64().value_unsafe());
+}
+
+void read(simdjson::dom::element value, double& latitude, double& longitude) {
+  for (const auto [key, degrees] : value.get_object()) {
+    if (key == "lat") latitude = degrees.get_double();
+    if (key == "lng") longitude = degrees.get_double();
+  }
+}
+
+template <class Value>
+void take(std::string_view key, const Value& value, PlainAddress& address) {
+  if (key == "zrID") {
+    read(value, address.zrid);
+  } else if (key == "streetAddress") {
+    read(value, address.street);
+  } else if (key == "adminArea6") {
+    read(value, address.neighborhood);
+  } else if (key == "adminArea5") {
+    read(value, address.city);
+  } else if (key == "adminArea4") {
+    read(value, address.county);
+  } else if (key == "adminArea3") {
+    read(value, address.state);
+  } else if (key == "postalCode") {
+    read(value, address.zip);
+  } else if (key == "adminArea1") {
+    read(value, address.country);
+  } else if (key == "SideOfStreet") {
+    read(value, address.sideOfStreet);
+  } else if (key == "resultCode") {
+    read(value, address.resultCode);
+  } else if (key == "geocodeQualityCode") {
+    read(value, address.qualityCode);
+  } else if (key == "type") {
+    read(value, address.type);
+  } else if (key == "latLng") {
+    read(value, address.latitude, address.longitude);
+  } else if (key == "displayLatLng") {
+    read(value, address.displayLatitude, address.displayLongitude);
+  }
+}
+
 PlainAddress addressFrom(const rapidjson::Value& object) {
   PlainAddress address;
   for (const auto& member : object.GetObject()) {
-    const std::string_view key(member.name.GetString(), member.name.GetStringLength());
-    const rapidjson::Value& value = member.value;
-    if (key == "zrID") {
-      read(value, address.zrid);
-    } else if (key == "streetAddress") {
-      read(value, address.street);
-    } else if (key == "adminArea6") {
-      read(value, address.neighborhood);
-    } else if (key == "adminArea5") {
-      read(value, address.city);
-    } else if (key == "adminArea4") {
-      read(value, address.county);
-    } else if (key == "adminArea3") {
-      read(value, address.state);
-    } else if (key == "postalCode") {
-      read(value, address.zip);
-    } else if (key == "adminArea1") {
-      read(value, address.country);
-    } else if (key == "SideOfStreet") {
-      read(value, address.sideOfStreet);
-    } else if (key == "resultCode") {
-      read(value, address.resultCode);
-    } else if (key == "geocodeQualityCode") {
-      read(value, address.qualityCode);
-    } else if (key == "type") {
-      read(value, address.type);
-    } else if (key == "latLng") {
-      read(value, address.latitude, address.longitude);
-    } else if (key == "displayLatLng") {
-      read(value, address.displayLatitude, address.displayLongitude);
-    }
+    take({member.name.GetString(), member.name.GetStringLength()}, member.value, address);
   }
+  return address;
+}
+
+PlainAddress addressFrom(simdjson::dom::object object) {
+  PlainAddress address;
+  for (const auto [key, value] : object) take(key, value, address);
   return address;
 }
 
@@ -175,6 +201,69 @@ void BM_BytesToAddresses(benchmark::State& state) {
 }
 BENCHMARK(BM_BytesToAddresses);
 
+void BM_BytesStraightToAddresses(benchmark::State& state) {
+  const std::string answer = answerOf(kResults);
+  const auto json = ZRMakeJSONService();
+  for (auto _ : state) {
+    auto addresses = std::get<0>(ZRGeoAddressesFromJSON(answer, {}, json.get()));
+    benchmark::DoNotOptimize(addresses);
+  }
+  reportPerAddress(state);
+}
+BENCHMARK(BM_BytesStraightToAddresses);
+
+/// A session that has the answer already.
+class ReadySession final : public NSURLSession {
+ public:
+  struct Task final : NSURLSessionDataTask {
+    Task(const std::string& body, CompletionHandler handler) : answer(body), complete(std::move(handler)) {}
+    void resume() override { complete(NSData(answer), nullptr, std::nullopt); }
+    void cancel() override {}
+    NSURLSessionTaskState state() const override { return NSURLSessionTaskState::suspended; }
+    const std::string& answer;
+    CompletionHandler complete;
+  };
+  std::shared_ptr<NSURLSessionDataTask> dataTaskWithRequest(NSMutableURLRequest, CompletionHandler complete) override {
+    return std::make_shared<Task>(answer_, std::move(complete));
+  }
+
+ private:
+  const std::string answer_ = answerOf(kResults);
+};
+
+void BM_JSONTaskToAddresses(benchmark::State& state) {
+  struct Queue final : ZRMainQueue {
+    void post(std::function<void()> work) override { posted = std::move(work); }
+    std::function<void()> posted;
+  };
+  static const auto queue = std::make_shared<Queue>();
+  static const bool isInstalled = [] {
+    ZRPlatform platform;
+    platform.json = ZRMakeJSONService();
+    platform.mainQueue = queue;
+    platform.httpSession = std::make_shared<ReadySession>();
+    return ZRPlatformInstall(platform);
+  }();
+  if (!isInstalled) state.SkipWithError("the platform was used before");
+  for (auto _ : state) {
+    std::vector<std::shared_ptr<ZRGeoAddress>> addresses;
+    const auto task = NSURLSession_ZR::jsonDataTaskWithRequestSuccessFailure(
+        NSMutableURLRequest(),
+        [&addresses](const auto&, const ZROHMValue& document) {
+          for (const ZROHMValue& result : *document.array()) {
+            addresses.push_back(ZRGeoAddress::geoAddressFromDictionary(*result.dictionary()));
+          }
+        },
+        nullptr);
+    task->resume();
+    std::exchange(queue->posted, nullptr)();
+    benchmark::DoNotOptimize(addresses);
+    if (addresses.size() != kResults) state.SkipWithError("no addresses came");
+  }
+  reportPerAddress(state);
+}
+BENCHMARK(BM_JSONTaskToAddresses);
+
 void BM_BytesToPlainStructsByNlohmann(benchmark::State& state) {
   const std::string answer = answerOf(kResults);
   for (auto _ : state) {
@@ -197,6 +286,20 @@ void BM_BytesToPlainStructsByRapidJSON(benchmark::State& state) {
   reportPerAddress(state);
 }
 BENCHMARK(BM_BytesToPlainStructsByRapidJSON);
+
+void BM_BytesToPlainStructsBySimdjson(benchmark::State& state) {
+  const std::string answer = answerOf(kResults);
+  simdjson::dom::parser parser;
+  for (auto _ : state) {
+    std::vector<PlainAddress> addresses;
+    for (const simdjson::dom::object result : parser.parse(answer).get_array()) {
+      addresses.push_back(addressFrom(result));
+    }
+    benchmark::DoNotOptimize(addresses);
+  }
+  reportPerAddress(state);
+}
+BENCHMARK(BM_BytesToPlainStructsBySimdjson);
 
 void BM_BytesToValues(benchmark::State& state) {
   const std::string answer = answerOf(kResults);
@@ -228,6 +331,15 @@ BENCHMARK(BM_EngineAlone);
 
 void BM_ByHandAlone(benchmark::State& state) { fromReadyValues(state, addressByHand); }
 BENCHMARK(BM_ByHandAlone);
+
+void BM_Export(benchmark::State& state) {
+  const auto parsed = ZRMakeJSONService()->valueFromJSON(answerOf(1), ZRJSONFragments::refused);
+  const auto address =
+      ZRGeoAddress::geoAddressFromDictionary(*std::get<ZROHMValue>(parsed).array()->front().dictionary());
+  const auto& keys = ZRGeoAddress::staticClassInfo().propertyNames();
+  for (auto _ : state) benchmark::DoNotOptimize(address->dictionaryWithValuesForKeys(keys));
+}
+BENCHMARK(BM_Export);
 
 void BM_StringForFormat(benchmark::State& state) {
   const auto parsed = ZRMakeJSONService()->valueFromJSON(answerOf(1), ZRJSONFragments::refused);

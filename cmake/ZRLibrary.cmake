@@ -14,9 +14,14 @@ target_include_directories(ZRCore INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_D
                                             $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_compile_features(ZRCore INTERFACE cxx_std_20)
 set(zr_version_script "${PROJECT_SOURCE_DIR}/cmake/zrcore.map")
-target_link_options(ZRCore PRIVATE "LINKER:--version-script=${zr_version_script}" "LINKER:--as-needed")
+target_link_options(ZRCore PRIVATE "LINKER:--version-script=${zr_version_script}" "LINKER:--as-needed"
+                                   "LINKER:-Bsymbolic-functions")  # it calls its own functions, whoever else has some
 if(NOT ZRCORE_SANITIZE)
   target_link_options(ZRCore PRIVATE "LINKER:--no-undefined")
+endif()
+# The names of what is hidden are a fifth of the file. Benchmarks keep them, for profiles.
+if(NOT ZRCORE_BUILD_BENCHMARKS)
+  target_link_options(ZRCore PRIVATE $<$<CONFIG:Release>:LINKER:--strip-all>)
 endif()
 set_target_properties(ZRCore PROPERTIES LINK_DEPENDS "${zr_version_script}")
 

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # zr_room(NAME [PART_OF library | APART] [FOLDER folder] [PUBLIC_HEADERS header...] [ROOM_HEADERS header...]
-#         [SOURCES source...] [MAY_INCLUDE room...] [LIBRARIES target...])
+#         [SOURCES source...] [MAY_INCLUDE room...] [LIBRARIES target...] [SMALL])
 #
 # Declares a room: the library zr_NAME of the current folder, or of FOLDER in it. PUBLIC_HEADERS are the headers in
 # include/ZRCore that the room owns; ROOM_HEADERS are those of its own folder that the rooms built on it may read too,
@@ -10,9 +10,10 @@
 #
 # A room is part of libZRCore, or of the library that PART_OF names; one that is APART is a static library. Rooms of
 # other libraries are seen, not linked: whoever links a room links these too, as libraries or as their objects.
-# LIBRARIES are what the room stands on besides. A room without sources has headers alone.
+# LIBRARIES are what the room stands on besides. A room without sources has headers alone. SMALL: it is compiled for
+# size, because nothing in it is done often.
 function(zr_room name)
-  cmake_parse_arguments(PARSE_ARGV 1 room "APART" "PART_OF;FOLDER"
+  cmake_parse_arguments(PARSE_ARGV 1 room "APART;SMALL" "PART_OF;FOLDER"
                         "PUBLIC_HEADERS;ROOM_HEADERS;SOURCES;MAY_INCLUDE;LIBRARIES")
   cmake_path(SET home NORMALIZE "${CMAKE_CURRENT_SOURCE_DIR}/${room_FOLDER}/.")
   cmake_path(GET home PARENT_PATH home)
@@ -47,6 +48,9 @@ function(zr_room name)
     list(TRANSFORM room_SOURCES PREPEND "${home}/")
     target_sources(zr_${name} PRIVATE ${room_SOURCES})
     target_include_directories(zr_${name} PRIVATE "${home}" "${shelf}.own")
+  endif()
+  if(room_SMALL)
+    target_compile_options(zr_${name} PRIVATE $<$<CONFIG:Release>:-Os>)
   endif()
   set_target_properties(zr_${name} PROPERTIES ZR_LIBRARY "${library}")
   target_include_directories(zr_${name} ${scope} "${shelf}")

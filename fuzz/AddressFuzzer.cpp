@@ -3,6 +3,7 @@
 #include <ZRCore/ZRGeoAddressDialects.h>
 #include <ZRCore/ZRJSON.h>
 #include <ZRCore/ZROHMClassInfo.h>
+#include <ZRCore/ZRObjectsFromJSON.h>
 #include <ZRCore/ZRPlace.h>
 
 #include <place/PlaceDocument.h>
@@ -13,6 +14,7 @@
 #include <string_view>
 #include <variant>
 
+#include "ExactText.h"
 #include "FuzzLaws.h"
 
 namespace {
@@ -56,6 +58,21 @@ void requireSoundIn(const ZROHMValue& result, ZRGeoAddressDialect dialect) {
   if (reading.address) requireSound(*reading.address);
 }
 
+/// Straight from the bytes come the addresses that come by way of a value.
+void requireSameStraight(std::string_view bytes, const ZRJSONService& json, const ZROHMValue* document) {
+  const auto straight = ZRGeoAddressesFromJSON(bytes, {}, &json);
+  require(std::holds_alternative<NSError>(straight) == (document == nullptr), "both ways read it, or neither");
+  if (document == nullptr) return;
+  std::size_t count = 0;
+  for (const ZROHMValue& element : document->array() != nullptr ? *document->array() : ZROHMArray{*document}) {
+    if (element.dictionary() == nullptr) continue;
+    const auto general = ZRGeoAddress::geoAddressFromDictionary(*element.dictionary());
+    require(exactText(contentOf(*std::get<0>(straight).at(count++))) == exactText(contentOf(*general)),
+            "both ways give the same address");
+  }
+  require(count == std::get<0>(straight).size(), "both ways give as many");
+}
+
 /// Reads the bytes as a tool does.
 void requireSoundAccount(std::string_view bytes, std::optional<ZRGeoAddressDialect> dialect, bool isJSON) {
   std::uint64_t results = 0, last = 0;
@@ -77,6 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   const auto parsed = json->valueFromJSON(bytes, ZRJSONFragments::refused);
   const ZROHMValue* const document = std::get_if<ZROHMValue>(&parsed);
+  requireSameStraight(bytes, *json, document);
   requireSoundAccount(bytes, std::nullopt, document != nullptr);
   for (const ZRGeoAddressDialect dialect : ZRGeoAddressDialects()) {
     requireSoundAccount(bytes, dialect, document != nullptr);

@@ -1,23 +1,32 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any bytes as a JSON document: what is read once reads the same for ever after, and fills any object without harm.
+// Any bytes as a JSON document: the quick reader and the careful one say the same of it, what is read once reads the
+// same for ever after, and fills any object without harm.
 #include <ZRCore/ZRJSON.h>
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
+#include "ExactText.h"
 #include "FuzzLaws.h"
+#include "JSON.h"
 #include "MappingModel.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto json = ZRMakeJSONService();
-  const std::string_view input(reinterpret_cast<const char*>(data), size);
-  const auto read = json->valueFromJSON(input, ZRJSONFragments::allowed);
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  const auto read = json->valueFromJSON(bytes, ZRJSONFragments::allowed);
   std::string often = "[";
-  for (int i = 0; i < 8; ++i) (often += input) += i < 7 ? ',' : ']';
+  for (int i = 0; i < 8; ++i) (often += bytes) += i < 7 ? ',' : ']';
   requireLinear(often.size(), [&] { static_cast<void>(json->valueFromJSON(often, ZRJSONFragments::refused)); });
-  if (std::holds_alternative<NSError>(read)) return 0;
+  const auto careful = readJSONCarefully(bytes, ZRJSONFragments::allowed, ZRMostDocumentValues);
+  require(read.index() == careful.index(), "both readers read it, or neither");
+  if (const NSError* const error = std::get_if<NSError>(&read)) {
+    require(error->userInfo == std::get<NSError>(careful).userInfo, "they tell the same fault");
+    return 0;
+  }
   const ZROHMValue& value = std::get<ZROHMValue>(read);
+  require(exactText(value) == exactText(std::get<ZROHMValue>(careful)), "they read the same value");
 
   for (const ZRJSONLayout layout : {ZRJSONLayout::compact, ZRJSONLayout::pretty}) {
     const auto written = json->JSONFromValue(value, layout);

@@ -55,6 +55,13 @@ void requireSoundFix(const readers::SourceFix& fix) {
   require(!fix.courseDegrees || (*fix.courseDegrees >= 0.0 && *fix.courseDegrees < 360.0), "a course lies in [0, 360)");
 }
 
+void requireSoundStatus(const readers::SourceStatus& status) {
+  for (const auto& heading : {status.trueHeadingDegrees, status.magneticHeadingDegrees}) {
+    require(!heading || (*heading >= 0.0 && *heading < 360.0), "a heading lies in [0, 360)");
+  }
+  require(std::isfinite(status.headingSecondsSince1970.value_or(0.0)), "a heading's time is finite");
+}
+
 /// What came of the pieces by way of the reader that sources use, to the last bit.
 std::string told(const std::vector<std::string_view>& pieces) {
   readers::LiveReader reader(kFormat, {.isRecording = true});
@@ -91,6 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const auto whole = readPieces(kFormat, {input});
   for (const auto& fix : whole.fixes) requireSoundFix(fix);
+  for (const auto& status : whole.statuses) requireSoundStatus(status);
   requireSameEvents(whole, readPieces(kFormat, bytesOf(input)), "single bytes tell the same as the whole");
   const auto split = splitOf(input);
   requireSameEvents(whole, readPieces(kFormat, {input.substr(0, split), input.substr(split)}),

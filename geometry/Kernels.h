@@ -8,6 +8,8 @@
 
 #include <cstdint>
 
+#include "KnownPlace.h"
+
 /// What is computed often, compiled for several processors: the projection, distances and bearings, singly and in
 /// batches. All builds give the same bits, but for the fast forms.
 namespace geometry {
@@ -21,6 +23,7 @@ struct Kernels {
   double (*metersBetween)(ZRMapPoint a, ZRMapPoint b) noexcept;
   /// Degrees clockwise from north, in [-180, 180].
   double (*initialBearing)(CLLocationCoordinate2D from, CLLocationCoordinate2D to) noexcept;
+  double (*bearingBetween)(const KnownPlace& from, const KnownPlace& to) noexcept;
 
   void (*mapPoints)(const CLLocationCoordinate2D* from, ZRMapPoint* to, std::uint64_t count) noexcept;
   void (*coordinates)(const ZRMapPoint* from, CLLocationCoordinate2D* to, std::uint64_t count) noexcept;
@@ -31,6 +34,11 @@ struct Kernels {
                         std::uint64_t count) noexcept;
   /// Of each of `count` places to the next in `line`, which has one more.
   void (*distancesAlong)(const CLLocationCoordinate2D* line, double* meters, std::uint64_t count) noexcept;
+  /// Bit i % 64 of bits[i / 64]: whether `rect` and rects[i] intersect.
+  void (*intersects)(const ZRMapRect& rect, const ZRMapRect* rects, std::uint64_t count, std::uint64_t* bits) noexcept;
+  ZRMapRect (*unionOf)(const ZRMapRect* rects, std::uint64_t count) noexcept;
+  /// Of two or more points.
+  ZRMapRect (*bounds)(const ZRMapPoint* points, std::uint64_t count) noexcept;
   void (*bearingsAlong)(const CLLocationCoordinate2D* line, float* degrees, std::uint64_t count) noexcept;
 };
 

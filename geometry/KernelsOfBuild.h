@@ -7,6 +7,7 @@
 #include "Bearing.h"
 #include "FastProjection.h"
 #include "Kernels.h"
+#include "RectBatches.h"
 #include "SphereFormulas.h"
 
 namespace geometry::ZR_EXACT_BUILD {
@@ -124,12 +125,20 @@ const Kernels kKernels = {
     .greatCircleDistance = distanceOf,
     .metersBetween = [](ZRMapPoint a, ZRMapPoint b) noexcept { return distanceOf(coordinateOf(a), coordinateOf(b)); },
     .initialBearing = bearingOf,
+    .bearingBetween =
+        [](const KnownPlace& from, const KnownPlace& to) noexcept {
+          return initialBearing<double>({from.sine, from.cosine}, {to.sine, to.cosine},
+                                        to.coordinate.longitude - from.coordinate.longitude, none);
+        },
     .mapPoints = mapPointsOf,
     .coordinates = coordinatesOf,
     .mapPointsFast = mapPointsFastOf,
     .coordinatesFast = coordinatesFastOf,
     .distancesFrom = distancesFromOf,
     .distancesAlong = distancesAlongOf,
+    .intersects = intersectsOf,
+    .unionOf = unionOf,
+    .bounds = boundsOf,
     .bearingsAlong = bearingsAlongOf,
 };
 

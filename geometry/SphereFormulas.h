@@ -19,15 +19,21 @@ ZR_INLINE R greatCircleDistance(const Two<R>& from, const Two<R>& to, exact::Dou
   return 2.0 * exact::atan2<R>(exact::squareRoot<R>(h), exact::squareRoot<R>(left), doubt) * kEarthRadius;
 }
 
-/// The course at `from` of the great circle to `to`: degrees clockwise from north, in [-180, 180].
+/// The course at `from` of the great circle to `to`: degrees clockwise from north, in [-180, 180]. Of the latitudes it
+/// takes sine and cosine, of the longitudes the difference in degrees.
+template <class R>
+ZR_INLINE R initialBearing(const exact::CirclePoint<R>& from, const exact::CirclePoint<R>& to, const R& eastDegrees,
+                           exact::Doubt<R>& doubt) {
+  const auto [lonSine, lonCosine] = exact::sincos<R>(eastDegrees * kRadiansPerDegree, doubt);
+  const R east = lonSine * to.cosine;
+  const R north = from.cosine * to.sine - to.cosine * from.sine * lonCosine;
+  return exact::atan2<R>(east, north, doubt) * kDegreesPerRadian;
+}
 template <class R>
 ZR_INLINE R initialBearing(const Two<R>& from, const Two<R>& to, exact::Doubt<R>& doubt) {
-  const auto [fromSine, fromCosine] = exact::sincos<R>(from.first * kRadiansPerDegree, doubt);
-  const auto [toSine, toCosine] = exact::sincos<R>(to.first * kRadiansPerDegree, doubt);
-  const auto [lonSine, lonCosine] = exact::sincos<R>((to.second - from.second) * kRadiansPerDegree, doubt);
-  const R east = lonSine * toCosine;
-  const R north = fromCosine * toSine - toCosine * fromSine * lonCosine;
-  return exact::atan2<R>(east, north, doubt) * kDegreesPerRadian;
+  const auto fromLatitude = exact::sincos<R>(from.first * kRadiansPerDegree, doubt);
+  const auto toLatitude = exact::sincos<R>(to.first * kRadiansPerDegree, doubt);
+  return initialBearing<R>(fromLatitude, toLatitude, to.second - from.second, doubt);
 }
 
 }  // namespace geometry::ZR_EXACT_BUILD

@@ -26,6 +26,14 @@ void ZRBearingsAlong(const CLLocationCoordinate2D* line, uint64_t count, float* 
   if (count > 1) geometry::kernels().bearingsAlong(line, degrees, count - 1);
 }
 
+void ZRMapRectIntersectsRects(ZRMapRect rect, const ZRMapRect* rects, uint64_t count, uint64_t* bits) noexcept {
+  geometry::kernels().intersects(rect, rects, count, bits);
+}
+
+ZRMapRect ZRMapRectUnionOfRects(const ZRMapRect* rects, uint64_t count) noexcept {
+  return geometry::kernels().unionOf(rects, count);
+}
+
 void ZRMapPointsForCoordinatesFast(const CLLocationCoordinate2D* coordinates, ZRMapPoint* mapPoints,
                                    uint64_t count) noexcept {
   geometry::kernels().mapPointsFast(coordinates, mapPoints, count);

@@ -6,22 +6,39 @@
 
 void InstanceList::append(std::shared_ptr<Node> node) {
   const std::lock_guard guard(lock_);
-  changeable().push_back(std::move(node));
+  nodes_.push_back(std::move(node));
 }
 
 void InstanceList::remove(const Node* node) {
   const std::lock_guard guard(lock_);
-  const auto isNode = [node](const auto& candidate) { return candidate.get() == node; };
-  if (std::none_of(nodes_->begin(), nodes_->end(), isNode)) return;
-  std::erase_if(changeable(), isNode);
+  const auto found =
+      std::find_if(nodes_.begin(), nodes_.end(), [node](const auto& each) { return each.get() == node; });
+  if (found == nodes_.end()) return;
+  removed_.push_back(std::move(*found));
+  if (depth_ == 0) closeGaps();
 }
 
 int InstanceList::count() const {
   const std::lock_guard guard(lock_);
-  return static_cast<int>(nodes_->size());
+  return static_cast<int>(nodes_.size() - removed_.size());
 }
 
-InstanceList::Nodes& InstanceList::changeable() {
-  if (nodes_.use_count() > 1) nodes_ = std::make_shared<Nodes>(*nodes_);
-  return *nodes_;
+void InstanceList::end(std::unique_ptr<CLLocationManagerDelegate> client) {
+  const std::lock_guard guard(lock_);
+  for (const auto& node : nodes_) {
+    if (node && node->waitingDelegate == client.get()) node->waitingDelegate = nullptr;
+  }
+  if (depth_ > 0) ended_.push_back(std::move(client));
+}
+
+void InstanceList::endClients() {
+  while (depth_ == 1 && !ended_.empty()) {
+    const auto ending = std::exchange(ended_, {});  // whose ends may leave others
+  }
+}
+
+void InstanceList::closeGaps() {
+  if (removed_.empty()) return;
+  std::erase(nodes_, nullptr);
+  removed_.clear();
 }

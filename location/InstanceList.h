@@ -4,14 +4,23 @@
 
 #include <ZRCore/ZRLocationManager.h>
 
+#include <cstddef>
 #include <memory>
 #include <mutex>
 #include <vector>
 
+/// The delegate, if it is one whose end waits for the walks: it can be called without a reference to it.
+struct WaitingDelegate {
+  ZRDidUpdateLocations* waitingDelegate = nullptr;
+};
+
+/// A manager's node, as the list has them. What a walk reads of it comes first, so that it lies together.
+struct ClientNode : WaitingDelegate, ZRLocationManagerInstanceNode {};
+
 /// The managers alive, in the order of their creation. Any thread.
 class InstanceList {
  public:
-  using Node = ZRLocationManagerInstanceNode;
+  using Node = ClientNode;
 
   void append(std::shared_ptr<Node> node);
   /// Takes the node out; one that is not in the list changes nothing.
@@ -22,24 +31,42 @@ class InstanceList {
   /// changes the list on the same thread.
   std::recursive_mutex& lock() const { return lock_; }
 
-  /// Calls `visit(node)` for each node that was in the list when the walk began, holding the lock. The node of a
-  /// manager that a visit released stays in the walk; it wants nothing any more.
+  /// Calls `visit(node)` for each node that was in the list when the walk began and still is, holding the lock.
   template <class Visit>
-  void forEach(Visit&& visit) const {
+  void forEach(Visit&& visit) {
     const std::lock_guard guard(lock_);
-    const std::shared_ptr<const Nodes> walked = nodes_;
-    for (const auto& node : *walked) visit(*node);
+    const Walk walk(*this);
+    const std::size_t count = nodes_.size();
+    for (std::size_t i = 0; i < count; ++i) {
+      if (Node* const node = nodes_[i].get()) visit(*node);
+      if (!ended_.empty()) [[unlikely]]
+        endClients();
+    }
   }
 
- private:
-  using Nodes = std::vector<std::shared_ptr<Node>>;
+  /// Ends a client that may be a waiting delegate, or keeps it until the visit that is under way returns.
+  void end(std::unique_ptr<CLLocationManagerDelegate> client);
 
-  /// The nodes, for a change. A walk shares them, so that it goes over the list as it was without copying it each time;
-  /// what is being walked is copied here, by the rare change during a walk.
-  Nodes& changeable();
+ private:
+  struct Walk {
+    explicit Walk(InstanceList& walked) : list(walked) { ++list.depth_; }
+    ~Walk() {
+      if (--list.depth_ == 0) list.closeGaps();
+    }
+    Walk(const Walk&) = delete;
+    InstanceList& list;
+  };
+
+  /// Ends what visits have left to end, if no visit is under way any more.
+  void endClients();
+  void closeGaps();
 
   mutable std::recursive_mutex lock_;
-  std::shared_ptr<Nodes> nodes_ = std::make_shared<Nodes>();
+  int depth_ = 0;  // of walks within visits of walks
+  /// What is removed during walks leaves a gap until they have ended, and what is added goes behind what is walked.
+  std::vector<std::shared_ptr<Node>> nodes_;
+  std::vector<std::shared_ptr<Node>> removed_;
+  std::vector<std::unique_ptr<CLLocationManagerDelegate>> ended_;
 };
 
 #endif

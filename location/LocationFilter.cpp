@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "LocationFilter.h"
 
-#include <ZRCore/ZRGeometry.hpp>
+#include <ZRCore/ZRGeometryAdditions.h>
 
 #include <cmath>
-#include <cstddef>
 #include <numbers>
 #include <numeric>
-#include <vector>
 
 namespace {
 
@@ -16,28 +14,19 @@ constexpr unsigned kStabilityRun = 3;
 constexpr double kMovementLimitMetersPerSecond = 54.0;
 constexpr unsigned kForcedAcceptCount = 2;
 constexpr double kSignificantDistanceMeters = 8.0;
-constexpr std::size_t kHistoryLength = 3;
-
-template <class Entry>
-void appendToHistory(std::vector<Entry>& history, const Entry& entry) {
-  history.push_back(entry);
-  while (history.size() > kHistoryLength) history.erase(history.begin());
-}
 
 /// A sieve that spares most fixes the trigonometry: no way is longer than that along the meridian and then as far as if
 /// the parallel were the equator. The thousandth keeps rounding out of it.
-bool isSurelyWithin(const CLLocation& a, const CLLocation& b, double meters) {
-  const CLLocationCoordinate2D from = a.coordinate(), to = b.coordinate();
+bool isSurelyWithin(CLLocationCoordinate2D from, CLLocationCoordinate2D to, double meters) {
   const double degrees = std::fabs(to.latitude - from.latitude) + std::fabs(to.longitude - from.longitude);
   return degrees * std::numbers::pi / 180.0 * EarthRadius < 0.999 * meters;
 }
 
 }  // namespace
 
-void LocationFilter::updateStability(const ZRLocation& location) {
-  const double accuracy = location.horizontalAccuracy();
-  if (!(accuracy > 0.0)) return;
-  if (accuracy <= kAccuracyLimitMeters) {
+void LocationFilter::updateStability(double horizontalAccuracyMeters) {
+  if (!(horizontalAccuracyMeters > 0.0)) return;
+  if (horizontalAccuracyMeters <= kAccuracyLimitMeters) {
     state_.__badLocationCount = 0;
     if (++state_.__goodLocationCount >= kStabilityRun) state_.__gpsStable = true;
   } else {
@@ -46,12 +35,32 @@ void LocationFilter::updateStability(const ZRLocation& location) {
   }
 }
 
-void LocationFilter::updateDynamicProperties(const std::shared_ptr<ZRLocation>& location, JumpSigns signs) {
-  markImplausibleJump(*location, signs);
-  chooseGuidanceLocation(location);
-  markSignificantMovement(location);
-  smoothCourse(*location);
-  smoothSpeed(*location);
+ZRFilteredFix LocationFilter::judged(const Reading& fix, JumpSigns signs) {
+  bool isJump = fix.isMarked;
+  if (isImplausibleJump(fix, signs)) {
+    isJump = true;
+    ++state_.__rejectCount;
+  }
+  chooseGuidanceLocation(fix, isJump);
+  const geometry::KnownPlace place = geometry::knownPlace(fix.coordinate);
+  ZRFilteredFix result;
+  result.exceedsMovementLimit = isJump;
+  result.significantChange = isSignificant(place, isJump);
+  result.smoothCourse = smoothCourse(place);
+  result.smoothSpeed = smoothSpeed(fix.speed, isJump);
+  return result;
+}
+
+void LocationFilter::updateDynamicProperties(ZRLocation& record, JumpSigns signs) {
+  const ZRFilteredFix found = judged({.coordinate = record.coordinate(),
+                                      .timestamp = record.timestamp(),
+                                      .speed = record.speed(),
+                                      .isMarked = record.exceedsMovementLimit()},
+                                     signs);
+  record.setExceedsMovementLimit(found.exceedsMovementLimit);
+  if (found.significantChange) record.setSignificantChange(true);
+  record.setSmoothCourse(found.smoothCourse);
+  record.setSmoothSpeed(found.smoothSpeed);
 }
 
 void LocationFilter::lockSmoothCourse(double courseDegrees, double distanceMeters) {
@@ -60,60 +69,52 @@ void LocationFilter::lockSmoothCourse(double courseDegrees, double distanceMeter
   state_.__smoothCourseMinDistance = distanceMeters;
 }
 
-void LocationFilter::markImplausibleJump(ZRLocation& location, JumpSigns signs) {
-  if (!state_.__gpsStable) return;
-  const bool isTooFast = location.speed() >= kMovementLimitMetersPerSecond;
-  if (!isTooFast && !(signs == JumpSigns::ownSpeedAndPlace && liesTooFarAway(location))) return;
-  location.setExceedsMovementLimit(true);
-  ++state_.__rejectCount;
+bool LocationFilter::isImplausibleJump(const Reading& fix, JumpSigns signs) const {
+  if (!state_.__gpsStable) return false;
+  return fix.speed >= kMovementLimitMetersPerSecond || (signs == JumpSigns::ownSpeedAndPlace && liesTooFarAway(fix));
 }
 
 /// Without time between them, two places say nothing about a speed: undated fixes, reports of one instant.
-bool LocationFilter::liesTooFarAway(const ZRLocation& location) const {
+bool LocationFilter::liesTooFarAway(const Reading& fix) const {
   const auto& guidance = state_.__previousGuidanceLocation;
   if (!guidance) return false;
-  const double seconds = location.timestamp().secondsSince1970 - guidance->timestamp().secondsSince1970;
-  if (!(seconds > 0.0) || isSurelyWithin(location, *guidance, kMovementLimitMetersPerSecond * seconds)) return false;
-  return location.distanceFromLocation(*guidance) / seconds >= kMovementLimitMetersPerSecond;
+  const double seconds = fix.timestamp.secondsSince1970 - guidance->timestamp.secondsSince1970;
+  if (!(seconds > 0.0)) return false;
+  if (isSurelyWithin(fix.coordinate, guidance->coordinate, kMovementLimitMetersPerSecond * seconds)) return false;
+  return ZRGreatCircleDistance(fix.coordinate, guidance->coordinate) / seconds >= kMovementLimitMetersPerSecond;
 }
 
-void LocationFilter::chooseGuidanceLocation(const std::shared_ptr<ZRLocation>& location) {
+void LocationFilter::chooseGuidanceLocation(const Reading& fix, bool isJump) {
   // After a run of rejections the receiver is believed after all: the third in a row is taken, and stays marked.
-  if (state_.__rejectCount <= kForcedAcceptCount && location->exceedsMovementLimit()) return;
-  state_.__previousGuidanceLocation = location;
+  if (state_.__rejectCount <= kForcedAcceptCount && isJump) return;
+  state_.__previousGuidanceLocation = {fix.coordinate, fix.timestamp};
   state_.__rejectCount = 0;
 }
 
-void LocationFilter::markSignificantMovement(const std::shared_ptr<ZRLocation>& location) {
+bool LocationFilter::isSignificant(const geometry::KnownPlace& place, bool isJump) {
   auto& history = state_.__significantLocations;
   if (history.empty()) {
-    history.push_back(location);  // where the trip begins: no movement yet, and taken even when it is marked as a jump
-    return;
+    history.append(place);  // where the trip begins: no movement yet, and taken even when it is marked as a jump
+    return false;
   }
-  if (location->exceedsMovementLimit()) return;
-  if (!(location->distanceFromLocation(*history.back()) >= kSignificantDistanceMeters)) return;
-  location->setSignificantChange(true);
-  appendToHistory(history, location);
+  if (isJump || !geometry::isAtLeast(place, history.back(), kSignificantDistanceMeters)) return false;
+  history.append(place);
+  return true;
 }
 
-void LocationFilter::smoothCourse(ZRLocation& location) {
-  const auto& start = state_.__smoothCourseStartPoint;
-  if (start && location.distanceFromLocation(*start) < state_.__smoothCourseMinDistance) {
-    location.setSmoothCourse(state_.__smoothCourseLock);
-    return;
+double LocationFilter::smoothCourse(const geometry::KnownPlace& place) {
+  auto& start = state_.__smoothCourseStartPoint;
+  if (start && ZRGreatCircleDistance(place.coordinate, start->coordinate) < state_.__smoothCourseMinDistance) {
+    return state_.__smoothCourseLock;
   }
-  const ZRLocation& reference = *state_.__significantLocations.front();
-  location.setSmoothCourse(
-      static_cast<double>(ZRCoordinateUtils::bearingFromTo(reference.coordinate(), location.coordinate())));
-  state_.__smoothCourseStartPoint.reset();
+  start.reset();
+  return static_cast<double>(geometry::bearingFromTo(state_.__significantLocations.front(), place));
 }
 
-void LocationFilter::smoothSpeed(ZRLocation& location) {
-  const double speed = location.speed();
-  location.setSmoothSpeed(speed);
-  if (!(speed >= 0.0)) return;  // negative or NaN: unknown, and passed on as such
+double LocationFilter::smoothSpeed(double speed, bool isJump) {
+  if (!(speed >= 0.0)) return speed;  // negative or NaN: unknown, and passed on as such
   auto& history = state_.__previousSpeeds;
-  if (!location.exceedsMovementLimit()) appendToHistory(history, speed);
-  if (history.empty()) return;  // only jumps so far: the record keeps its own speed
-  location.setSmoothSpeed(std::accumulate(history.begin(), history.end(), 0.0) / static_cast<double>(history.size()));
+  if (!isJump) history.append(speed);
+  if (history.empty()) return speed;  // only jumps so far: the record keeps its own speed
+  return std::accumulate(history.begin(), history.end(), 0.0) / static_cast<double>(history.size());
 }

@@ -61,19 +61,25 @@ std::shared_ptr<ZRLocation> ZRLocationManager::snapToRoute(const std::shared_ptr
   return filter ? filter(location) : location;
 }
 
-void ZRLocationManager::updateStability(ZRLocation& location) { locationStatics().filter.updateStability(location); }
+void ZRLocationManager::updateStability(ZRLocation& location) {
+  locationStatics().filter.updateStability(location.horizontalAccuracy());
+}
 
 void ZRLocationManager::updateDynamicProperties(const std::shared_ptr<ZRLocation>& location) {
   auto& statics = locationStatics();
-  statics.filter.updateDynamicProperties(location, statics.filtersMeasuredValues
-                                                       ? LocationFilter::JumpSigns::ownSpeedAndPlace
-                                                       : LocationFilter::JumpSigns::ownSpeed);
+  statics.filter.updateDynamicProperties(*location, statics.filtersMeasuredValues
+                                                        ? LocationFilter::JumpSigns::ownSpeedAndPlace
+                                                        : LocationFilter::JumpSigns::ownSpeed);
 }
 
 void ZRLocationManager::locationManagerDidUpdateLocations(CLLocationManager&, const CLLocations& locations) {
   const ZRLocations smoothed = smoothLocationsWithLocations(locations);
-  locationStatics().__instanceList.forEach([&](const ZRLocationManagerInstanceNode& client) {
+  locationStatics().__instanceList.forEach([&](const ClientNode& client) {
     if (!client.shouldUpdateLocation_) return;
+    if (client.waitingDelegate != nullptr && !client.snaps_) [[likely]] {
+      client.waitingDelegate->locationManagerDidUpdateLocations(*this, smoothed);
+      return;
+    }
     const auto delegate = client.didUpdateLocations_.lock();
     if (!delegate) return;
     if (!client.snaps_) {

@@ -14,7 +14,10 @@ constexpr const char* kLngKey = "lng";
 }  // namespace
 
 std::shared_ptr<ZRLocation> ZRLocation::initWithCLLocation(const CLLocation& source) {
-  return std::shared_ptr<ZRLocation>(new ZRLocation(source.fix()));
+  struct Constructible : ZRLocation {  // opens the protected constructor to make_shared: record and count in one piece
+    explicit Constructible(const ZRPositionFix& fix) : ZRLocation(fix) {}
+  };
+  return std::make_shared<Constructible>(source.fix());
 }
 
 std::shared_ptr<ZRLocation> ZRLocation::initWithCoder(const NSCoder& coder) {

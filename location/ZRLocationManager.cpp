@@ -77,6 +77,10 @@ ZRDidUpdateLocations::~ZRDidUpdateLocations() = default;
 ZRDidUpdateHeading::~ZRDidUpdateHeading() = default;
 ZRDidFailWithError::~ZRDidFailWithError() = default;
 
+void ZRLocationClientEnd::operator()(CLLocationManagerDelegate* client) const noexcept {
+  locationStatics().__instanceList.end(std::unique_ptr<CLLocationManagerDelegate>(client));
+}
+
 void ZRLocationManagerInstanceNode::setInstance(std::weak_ptr<ZRLocationManager> instance) {
   instance_ = std::move(instance);
 }
@@ -88,14 +92,14 @@ std::shared_ptr<ZRLocationManager> ZRLocationManager::init() {
   return manager;
 }
 
-ZRLocationManager::ZRLocationManager() : instanceNode_(std::make_shared<ZRLocationManagerInstanceNode>()) {}
+ZRLocationManager::ZRLocationManager() : instanceNode_(std::make_shared<ClientNode>()) {}
 
 void ZRLocationManager::enlist(const std::shared_ptr<ZRLocationManager>& manager) {
   LocationStatics& shared = locationStatics();
   const std::lock_guard guard(shared.__instanceList.lock());
   if (!shared.__singletonInstance) becomeFirst(shared, manager);
   manager->instanceNode_->setInstance(manager);
-  shared.__instanceList.append(manager->instanceNode_);
+  shared.__instanceList.append(std::static_pointer_cast<ClientNode>(manager->instanceNode_));
 }
 
 // The shared manager runs on even if this was the last client that wanted updates; a later stop, or the move to the
@@ -103,13 +107,20 @@ void ZRLocationManager::enlist(const std::shared_ptr<ZRLocationManager>& manager
 ZRLocationManager::~ZRLocationManager() {
   InstanceList& list = locationStatics().__instanceList;
   const std::lock_guard guard(list.lock());
-  *instanceNode_ = {};  // a walk that is under way still has it
-  list.remove(instanceNode_.get());
+  auto& node = static_cast<ClientNode&>(*instanceNode_);
+  node = {};  // a walk that is under way still has it
+  list.remove(&node);
 }
 
 void ZRLocationManager::setDelegate(std::weak_ptr<CLLocationManagerDelegate> delegate) {
   const auto asked = delegate.lock();
-  instanceNode_->didUpdateLocations_ = std::dynamic_pointer_cast<ZRDidUpdateLocations>(asked);
+  const auto updates = std::dynamic_pointer_cast<ZRDidUpdateLocations>(asked);
+  {
+    const std::lock_guard guard(locationStatics().__instanceList.lock());  // a client's end looks at the nodes
+    static_cast<ClientNode&>(*instanceNode_).waitingDelegate =
+        std::get_deleter<ZRLocationClientEnd>(asked) != nullptr ? updates.get() : nullptr;
+  }
+  instanceNode_->didUpdateLocations_ = updates;
   instanceNode_->didUpdateHeading_ = std::dynamic_pointer_cast<ZRDidUpdateHeading>(asked);
   instanceNode_->didFailWithError_ = std::dynamic_pointer_cast<ZRDidFailWithError>(asked);
   CLLocationManager::setDelegate(std::move(delegate));

@@ -31,13 +31,11 @@ ZROHMClassInfo::ZROHMClassInfo(ZROHMClassParts parts) : parts_(std::move(parts))
 }
 
 ZROHMClassInfo::~ZROHMClassInfo() {
-  for (const auto& slot : slots_) {
-    for (const Snapshot* snapshot = slot.load(std::memory_order_acquire); snapshot != nullptr;) {
-      const Snapshot* const older = snapshot->older;
-      delete snapshot;
-      snapshot = older;
-    }
-  }
+  const auto deleteAll = [](const Snapshot* snapshot) {
+    while (snapshot != nullptr) delete std::exchange(snapshot, snapshot->older);
+  };
+  deleteAll(plan_.load(std::memory_order_acquire));
+  for (const auto& slot : slots_) deleteAll(slot.load(std::memory_order_acquire));
 }
 
 const ZROHMProperty* ZROHMClassInfo::propertyNamed(std::string_view name) const {

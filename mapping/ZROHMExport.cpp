@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "TableEntries.h"
+#include "ZROHMPlan.h"
 
 namespace {
 
@@ -72,23 +73,41 @@ void exportObjectsIn(ZROHMValue& value) {
   }
 }
 
-/// Each mapped property under the first source key that maps to it, in the order of the table; then the others under
-/// their own names, which replace what a source key of the same text brought.
-ZROHMDictionary underSourceKeys(const ZROHMTable& mapping, ZROHMDictionary properties) {
-  ZROHMDictionary result;
-  result.reserve(properties.size());
-  std::vector<bool> isTaken(properties.size());
-  for (const auto& [sourceKey, entry] : mapping) {
-    const auto* const property = std::get_if<std::string>(&entry);
-    const std::size_t position = property != nullptr ? properties.indexOf(*property) : properties.size();
-    if (position >= properties.size() || isTaken[position]) continue;
-    isTaken[position] = true;
-    result.set(sourceKey, std::move(properties.valueAt(position)));
+/// The export of properties that were read, from the one at that position on.
+ZROHMDictionary exportedByTables(const ZROHMClassInfo& type, ZROHMDictionary properties, std::size_t position = 0) {
+  for (; position < properties.size(); ++position) {
+    ZROHMValue& value = properties.valueAt(position);
+    exportObjectsIn(value);
+    const std::string& name = (properties.begin() + static_cast<std::ptrdiff_t>(position))->first;
+    if (const ZROHMAdapter* const adapter = adapterIn(type, Slot::reverseAdapter, name)) value = (*adapter)(value);
   }
-  std::size_t position = 0;
-  for (const auto& [name, value] : properties) {
-    if (!isTaken[position++]) result.set(name, value);
+  const ZROHMTable* const mapping = ZROHMRegistry::table(type, Slot::mapping);
+  return mapping != nullptr ? underSourceKeys(*mapping, std::move(properties)) : properties;
+}
+
+/// The export of all properties.
+ZROHMDictionary exportedByPlan(const NSObject& object, const ZROHMPlan& plan) {
+  const ZROHMClassInfo& type = object.classInfo();
+  const auto named = [&type](std::vector<ZROHMValue>& values) {
+    ZROHMDictionary properties;
+    std::size_t next = 0;
+    for (const std::string& name : type.propertyNames()) {
+      if (!properties.contains(name)) properties.set(name, std::move(values[next++]));
+    }
+    return properties;
+  };
+  std::vector<ZROHMValue> values;
+  values.reserve(plan.outlets().size());
+  for (const ZROHMPlan::Outlet& outlet : plan.outlets()) values.push_back(outlet.property->get(object));
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    if (!plan.isCurrent()) return exportedByTables(type, named(values), i);  // a getter or an adapter stored a table
+    exportObjectsIn(values[i]);
+    if (const ZROHMAdapter* const adapter = plan.outlets()[i].reverseAdapter) values[i] = (*adapter)(values[i]);
   }
+  if (!plan.isCurrent()) return exportedByTables(type, named(values), values.size());
+  ZROHMDictionary result = plan.exportedKeys();
+  const std::vector<std::size_t>& outlets = plan.exportedOutlets();
+  for (std::size_t i = 0; i < outlets.size(); ++i) result.valueAt(i) = std::move(values[outlets[i]]);
   return result;
 }
 
@@ -97,16 +116,11 @@ ZROHMDictionary underSourceKeys(const ZROHMTable& mapping, ZROHMDictionary prope
 ZROHMDictionary NSObject::dictionaryWithValuesForKeys(const std::vector<std::string>& keys) const {
   const NestedExport nested(*this);
   const ZROHMClassInfo& type = classInfo();
-  ZROHMDictionary result = zrohm_dictionaryWithValuesForKeys(*this, keys);
-  std::size_t position = 0;
-  for (const std::string& key : keys) {
-    if (result.indexOf(key) != position) continue;  // listed twice
-    ZROHMValue& value = result.valueAt(position++);
-    exportObjectsIn(value);
-    if (const ZROHMAdapter* const adapter = adapterIn(type, Slot::reverseAdapter, key)) value = (*adapter)(value);
+  if (&keys == &type.propertyNames()) {
+    const ZROHMPlan& plan = ZROHMPlan::of(type);
+    if (!plan.outlets().empty()) return exportedByPlan(*this, plan);
   }
-  const ZROHMTable* const mapping = ZROHMRegistry::table(type, Slot::mapping);
-  return mapping != nullptr ? underSourceKeys(*mapping, std::move(result)) : result;
+  return exportedByTables(type, zrohm_dictionaryWithValuesForKeys(*this, keys));
 }
 
 ZROHMDictionary zrohm_dictionaryWithValuesForKeys(const NSObject& object, const std::vector<std::string>& keys) {

@@ -54,6 +54,7 @@ void ZROHMRegistry::store(ZROHMClassInfo& type, Slot slot, std::optional<ZROHMTa
   stored->older = current.load(std::memory_order_relaxed);
   while (!current.compare_exchange_weak(stored->older, stored, std::memory_order_release, std::memory_order_relaxed)) {
   }
+  type.generation_.fetch_add(1, std::memory_order_release);
 }
 
 ZROHMTable ohm_mutableDictionary(const ZROHMTable* table) { return table != nullptr ? *table : ZROHMTable(); }

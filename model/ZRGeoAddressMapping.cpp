@@ -4,6 +4,8 @@
 #include <ZRCore/ZROHMClassInfo.h>
 #include <ZRCore/ZROHMRegistry.h>
 
+#include <optional>
+
 namespace {
 
 ZROHMTable mappingTable() {
@@ -42,18 +44,41 @@ ZROHMTable mappingTable() {
   };
 }
 
-ZROHMValue identifierFrom(const ZROHMValue& value) { return value.isNull() ? value : ZROHMValue(value.text()); }
+ZROHMPart identifierFrom(const ZROHMDocument& document, ZROHMDocument::Place place) {
+  ZROHMPart part = document.partAt(place);
+  const bool isTaken = part.kind == ZROHMValue::Kind::string || part.kind == ZROHMValue::Kind::null;
+  return isTaken ? part : ZROHMPart::of(ZROHMValue(document.valueAt(place).text()));
+}
 
-ZROHMValue coordinateFrom(const ZROHMValue& value) {
-  const ZROHMDictionary* const position = value.dictionary();
-  if (position == nullptr) return CLLocationCoordinate2D{};
-  const auto degreesUnder = [position](std::string_view key) {
-    const ZROHMValue* const degrees = position->find(key);
-    return degrees != nullptr ? degrees->doubleValue() : 0.0;
+/// "Lat" and "Lng", or without a "Lat" "lat" and "lng"; of several entries with one key the last.
+ZROHMPart coordinateFrom(const ZROHMDocument& document, ZROHMDocument::Place place) {
+  std::optional<ZROHMDocument::Place> capitalLatitude, capitalLongitude, latitude, longitude;
+  if (document.partAt(place).kind == ZROHMValue::Kind::dictionary) {
+    for (auto content = document.contentOf(place); !content.isAtEnd();) {
+      std::string_view key;
+      const ZROHMDocument::Place entry = document.nextEntry(content, key);
+      if (key == "lat") {
+        latitude = entry;
+      } else if (key == "lng") {
+        longitude = entry;
+      } else if (key == "Lat") {
+        capitalLatitude = entry;
+      } else if (key == "Lng") {
+        capitalLongitude = entry;
+      }
+    }
+  }
+  const auto degreesAt = [&document](std::optional<ZROHMDocument::Place> entry) {
+    if (!entry) return 0.0;
+    const ZROHMPart degrees = document.partAt(*entry);
+    return degrees.kind == ZROHMValue::Kind::number ? degrees.value.doubleValue()
+                                                    : document.valueAt(*entry).doubleValue();
   };
-  if (position->contains("Lat")) return CLLocationCoordinate2D{degreesUnder("Lat"), degreesUnder("Lng")};
-  if (position->contains("lat")) return CLLocationCoordinate2D{degreesUnder("lat"), degreesUnder("lng")};
-  return CLLocationCoordinate2D{};
+  if (capitalLatitude) {
+    return ZROHMPart::of(CLLocationCoordinate2D{degreesAt(capitalLatitude), degreesAt(capitalLongitude)});
+  }
+  if (latitude) return ZROHMPart::of(CLLocationCoordinate2D{degreesAt(latitude), degreesAt(longitude)});
+  return ZROHMPart::of(CLLocationCoordinate2D{});
 }
 
 ZROHMValue qualityFrom(const ZROHMValue& value) {
@@ -63,9 +88,9 @@ ZROHMValue qualityFrom(const ZROHMValue& value) {
 
 ZROHMTable adapterTable() {
   return {
-      {"zrid", identifierFrom},
-      {"coordinate", coordinateFrom},
-      {"displayCoordinate", coordinateFrom},
+      {"zrid", ZROHMPartAdapter{identifierFrom}},
+      {"coordinate", ZROHMPartAdapter{coordinateFrom}},
+      {"displayCoordinate", ZROHMPartAdapter{coordinateFrom}},
       {"geoQuality", qualityFrom},
   };
 }

@@ -40,7 +40,10 @@ CLLocation::initWithCoordinateAltitudeHorizontalAccuracyVerticalAccuracyCourseSp
 }
 
 std::shared_ptr<CLLocation> CLLocation::initWithFix(const ZRPositionFix& fix) {
-  return std::shared_ptr<CLLocation>(new CLLocation(fix));
+  struct Constructible : CLLocation {  // opens the protected constructor to make_shared: fix and count in one piece
+    explicit Constructible(const ZRPositionFix& given) : CLLocation(given) {}
+  };
+  return std::make_shared<Constructible>(fix);
 }
 
 std::shared_ptr<CLLocation> CLLocation::initWithLatitudeLongitude(double latitude, double longitude) {

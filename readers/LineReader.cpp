@@ -36,7 +36,7 @@ void LineReader::takeLine(const Line& line, Listener& listener) {
   lastLine_ = line.number;
   const Reporter reporter{listener, line.number, line.cut};
   if (line.tooLong) {
-    reporter.fault("the line is longer than 64 KiB and is skipped; check that the file is what it seems to be");
+    reporter.fault("the line is longer than 64 KiB and is skipped; check that these are positions at all");
   } else {
     readLine(line.text, reporter);
   }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "DataTasks.h"
 
+#include <new>
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -16,6 +18,26 @@ NSError tooLong(std::size_t bytes, std::uint64_t longestBytes) {
           {{NSLocalizedDescriptionKey, "The body has " + std::to_string(bytes) + " bytes, and no more than " +
                                            std::to_string(longestBytes) +
                                            " are parsed: ask for less, or raise the platform's limit."}}};
+}
+
+/// What `parse` makes of the body; absent where there is no memory for that. One body too many is its request's
+/// failure, not the program's.
+template <class Parse>
+auto parsedWithin(Parse parse) -> std::optional<decltype(parse())> {
+  try {
+    return parse();
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
+  }
+}
+
+std::string_view bytesOf(const std::optional<NSData>& body) { return body ? std::string_view(*body) : ""; }
+
+NSError noMemory() {
+  return {
+      NSURLErrorDomain,
+      NSURLErrorUnknown,
+      {{NSLocalizedDescriptionKey, "There is no memory for what the body says: close something, or ask for less."}}};
 }
 
 }  // namespace
@@ -53,12 +75,13 @@ Task DataTasks::json(const std::shared_ptr<NSURLSession>& session, NSMutableURLR
                      NSURLSession_ZR::JSONSuccess success, Failure failure) const {
   auto parse = [json = platform_.json, success = std::move(success), failure](const Response& response,
                                                                               std::optional<NSData> body) {
-    auto parsed = json->valueFromJSON(body.value_or(NSData()), ZRJSONFragments::refused);
-    auto* const document = std::get_if<ZROHMValue>(&parsed);
+    auto parsed = parsedWithin([&] { return json->valueFromJSON(bytesOf(body), ZRJSONFragments::refused); });
+    if (!parsed) parsed = noMemory();
+    auto* const document = std::get_if<ZROHMValue>(&*parsed);
     if (document && !document->isNull()) {
       if (success) success(response, std::move(*document));
     } else if (failure) {
-      failure(response, document ? std::nullopt : std::optional(std::get<NSError>(std::move(parsed))));
+      failure(response, document ? std::nullopt : std::optional(std::get<NSError>(*std::move(parsed))));
     }
   };
   return parsed(session, std::move(request), std::move(parse), std::move(failure));
@@ -68,7 +91,8 @@ Task DataTasks::image(const std::shared_ptr<NSURLSession>& session, NSMutableURL
                       NSURLSession_ZR::ImageSuccess success, Failure failure) const {
   auto decode = [images = platform_.images, success = std::move(success), failure](const Response& response,
                                                                                    std::optional<NSData> body) {
-    if (auto image = images->imageWithData(body.value_or(NSData()))) {
+    auto image = parsedWithin([&] { return images->imageWithData(bytesOf(body)); }).value_or(nullptr);
+    if (image) {
       if (success) success(response, std::move(image));
     } else if (failure) {
       failure(response,

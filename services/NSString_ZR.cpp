@@ -57,6 +57,15 @@ std::optional<std::string> urlQueryParameterKeyEscaped(std::optional<std::string
   return escaped(string, QueryPart::key);
 }
 
+std::optional<std::size_t> urlQueryParameterEscapedInto(char* buffer, std::size_t capacity, std::string_view string) {
+  return escapeInto(buffer, capacity, string, QueryPart::value);
+}
+
+std::optional<std::size_t> urlQueryParameterKeyEscapedInto(char* buffer, std::size_t capacity,
+                                                           std::string_view string) {
+  return escapeInto(buffer, capacity, string, QueryPart::key);
+}
+
 std::string stringWithBaseUrlStringPath(std::string_view base, std::optional<std::string_view> path) {
   std::string joined;
   joined.reserve(longestJoined(base, path));

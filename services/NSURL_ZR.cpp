@@ -15,14 +15,20 @@ std::string_view textOf(const ZROHMValue& value, std::string& scratch) {
   return scratch;
 }
 
+/// What an escaped text takes at most. Short ones are not measured, which would take as long as escaping them.
+std::size_t longestEscaped(std::string_view text, QueryPart part) {
+  constexpr std::size_t kShort = 64;
+  return text.size() <= kShort ? 3 * text.size() : escapedLength(text, part);
+}
+
 /// How much the pairs of a query add, "&" and "=" included: as a rule no less, which saves growing.
 std::size_t queryLength(const ZROHMDictionary& parameters) {
   constexpr std::size_t kLongestNumber = 32;
   std::size_t sum = 0;
   for (const auto& [key, value] : parameters) {
     const std::string* const text = value.string();
-    sum += escapedLength(key, QueryPart::key) + 2;
-    sum += text ? escapedLength(*text, QueryPart::value) : kLongestNumber;
+    sum += longestEscaped(key, QueryPart::key) + 2;
+    sum += text ? longestEscaped(*text, QueryPart::value) : kLongestNumber;
   }
   return sum;
 }

@@ -64,10 +64,36 @@ bool isUTF8(std::string_view text) {
   return true;
 }
 
+/// Whether letters, digits and "-._~" are left alone everywhere, on which the next function relies.
+constexpr bool leavesPlainCharactersAlone(const EscapeTable& table) {
+  for (const char c : std::string_view("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-._~")) {
+    if (table[static_cast<unsigned char>(c)].length != 1) return false;
+  }
+  return true;
+}
+static_assert(leavesPlainCharactersAlone(kValueTable) && leavesPlainCharactersAlone(kKeyTable));
+
+/// How many bytes at the beginning are plain characters: a multiple of 16, so that 16 are judged at once.
+std::size_t plainPrefix(std::string_view text) {
+  using Bytes [[gnu::vector_size(16)]] = unsigned char;
+  using Words [[gnu::vector_size(16)]] = std::uint64_t;
+  std::size_t length = 0;
+  for (; text.size() - length >= sizeof(Bytes); length += sizeof(Bytes)) {
+    Bytes of;
+    std::memcpy(&of, text.data() + length, sizeof of);
+    const auto isPlain =
+        (((of | 0x20) - 'a') <= 25) | ((of - '0') <= 9) | (of == '-') | (of == '.') | (of == '_') | (of == '~');
+    const auto words = reinterpret_cast<Words>(isPlain);
+    if ((words[0] & words[1]) != ~std::uint64_t{0}) break;
+  }
+  return length;
+}
+
 /// Texts of up to this size are escaped without having been measured.
 constexpr std::size_t kChunk = 4096;
+constexpr std::size_t kShort = 128;  // for which less of the stack is touched
 
-/// Escapes up to kChunk bytes. @param begin  has room for three times as many, and one more. @return how much it took.
+/// Escapes. @param begin  has room for three times as many, and one more. @return how much it took.
 std::size_t escapeChunk(std::string_view chunk, const EscapeTable& table, char* const begin) {
   char* out = begin;
   for (const char c : chunk) {
@@ -77,6 +103,14 @@ std::size_t escapeChunk(std::string_view chunk, const EscapeTable& table, char* 
     out += escape.length;
   }
   return static_cast<std::size_t>(out - begin);
+}
+
+template <std::size_t kSize>
+void appendChunks(std::string& to, std::string_view text, const EscapeTable& table) {
+  std::array<char, 3 * kSize + 1> buffer;
+  for (; !text.empty(); text.remove_prefix(std::min(kSize, text.size()))) {
+    to.append(buffer.data(), escapeChunk(text.substr(0, kSize), table, buffer.data()));
+  }
 }
 
 }  // namespace
@@ -89,11 +123,27 @@ std::size_t escapedLength(std::string_view text, QueryPart part) noexcept {
 }
 
 bool appendEscaped(std::string& to, std::string_view text, QueryPart part) {
-  if (!isUTF8(text)) return false;
-  if (text.size() > kChunk) to.reserve(to.size() + escapedLength(text, part));
-  std::array<char, 3 * kChunk + 1> buffer;
-  for (; !text.empty(); text.remove_prefix(std::min(kChunk, text.size()))) {
-    to.append(buffer.data(), escapeChunk(text.substr(0, kChunk), tableOf(part), buffer.data()));
+  const std::size_t plain = plainPrefix(text);
+  const std::string_view rest = text.substr(plain);
+  if (!isUTF8(rest)) return false;
+  if (text.size() > kChunk) to.reserve(to.size() + plain + escapedLength(rest, part));
+  to.append(text.substr(0, plain));
+  if (rest.size() <= kShort) {
+    appendChunks<kShort>(to, rest, tableOf(part));
+  } else {
+    appendChunks<kChunk>(to, rest, tableOf(part));
   }
   return true;
+}
+
+std::optional<std::size_t> escapeInto(char* buffer, std::size_t capacity, std::string_view text, QueryPart part) {
+  if (!isUTF8(text)) return std::nullopt;
+  if (capacity > 3 * text.size()) return escapeChunk(text, tableOf(part), buffer);
+  const std::size_t length = escapedLength(text, part);
+  for (std::size_t written = 0; length <= capacity && !text.empty(); text.remove_prefix(1)) {
+    const Escape& escape = tableOf(part)[static_cast<unsigned char>(text.front())];
+    std::memcpy(buffer + written, escape.text, escape.length);
+    written += escape.length;
+  }
+  return length;
 }

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <limits>
 #include <optional>
+#include <sstream>
 #include <type_traits>
 
 #include "ExitCodes.h"
@@ -30,11 +31,18 @@ std::vector<std::string> commandNames(const CLI::App& tool) {
   return names;
 }
 
+/// None of an argument.
+std::vector<std::string> namesOf(const CLI::Option& option) {
+  std::vector<std::string> names;
+  for (const std::string& name : option.get_lnames()) names.push_back("--" + name);
+  for (const std::string& name : option.get_snames()) names.push_back("-" + name);
+  return names;
+}
+
 std::vector<std::string> optionNames(const CLI::App& command) {
   std::vector<std::string> names;
   for (const CLI::Option* option : command.get_options()) {
-    for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
-    for (const std::string& name : option->get_snames()) names.push_back("-" + name);
+    for (std::string& name : namesOf(*option)) names.push_back(std::move(name));
   }
   return names;
 }
@@ -68,7 +76,7 @@ std::string commandLineFault(const CLI::App& tool, std::string_view text) {
 
 /// @param faultOf  what is wrong with a text; empty when nothing is
 Rule check(std::function<std::string(const std::string& text)> faultOf) {
-  return [faultOf = std::move(faultOf)](CLI::Option& option) { option.check(faultOf); };
+  return [faultOf = std::move(faultOf)](AnyOption& option) { option.handle().check(faultOf); };
 }
 
 /// CLI11's own checks let "nan" pass, and tell the greatest double with all its 309 digits.
@@ -81,12 +89,22 @@ Rule within(double lowest, double highest, const std::string& range) {
   });
 }
 
+/// Help or version, which end the parsing like faults.
+int show(const CLI::App& tool, const CLI::ParseError& asked) {
+  std::ostringstream text;
+  tool.exit(asked, text, text);
+  StandardOutput output;
+  output.write(text.str());
+  output.flush();
+  return kExitDone;
+}
+
 }  // namespace
 
 namespace rule {
 
 Rule required() {
-  return [](CLI::Option& option) { option.required(); };
+  return [](AnyOption& option) { option.handle().required(); };
 }
 
 Rule notEmpty() {
@@ -94,7 +112,10 @@ Rule notEmpty() {
 }
 
 Rule oneOf(std::vector<std::string> values) {
-  return [values = std::move(values)](CLI::Option& option) { option.check(CLI::IsMember(values)); };
+  return [values = std::move(values)](AnyOption& option) {
+    option.handle().check(CLI::IsMember(values));
+    for (const std::string& value : values) option.offers.push_back({value});
+  };
 }
 
 Rule from0To1() { return within(0.0, 1.0, "from 0 to 1"); }
@@ -112,11 +133,15 @@ Rule wholeNumber() {
 }
 
 Rule needs(const AnyOption& other) {
-  return [&other](CLI::Option& option) { option.needs(&other.handle()); };
+  return [&other](AnyOption& option) { option.handle().needs(&other.handle()); };
 }
 
 Rule excludes(const AnyOption& other) {
-  return [&other](CLI::Option& option) { option.excludes(&other.handle()); };
+  return [&other](AnyOption& option) { option.handle().excludes(&other.handle()); };
+}
+
+Rule offers(std::vector<Offer> all) {
+  return [all = std::move(all)](AnyOption& option) { option.offers = all; };
 }
 
 }  // namespace rule
@@ -124,8 +149,8 @@ Rule excludes(const AnyOption& other) {
 bool AnyOption::isIgnored() const { return option_->count() > 0 && !isRead_; }
 
 template <class Value>
-CLI::Option* Options::declare(const AnyOption& member, const std::string& name, Value& value,
-                              const std::string& description, const std::vector<Rule>& rules) {
+void Options::declare(AnyOption& member, const std::string& name, Value& value, const std::string& description,
+                      const std::vector<Rule>& rules) {
   const auto blank = std::min(name.find(' '), name.size());
   CLI::Option* option = nullptr;
   if constexpr (std::is_same_v<Value, bool>) {
@@ -135,34 +160,39 @@ CLI::Option* Options::declare(const AnyOption& member, const std::string& name, 
   } else {
     option = command_->add_option(name.substr(0, blank), value, description);
   }
-  if (blank < name.size()) option->type_name(name.substr(blank + 1));
-  for (const Rule& rule : rules) rule(*option);
+  const bool isArgument = !name.starts_with('-');
+  if (blank < name.size() || isArgument) option->type_name(isArgument ? "" : name.substr(blank + 1));
+  member.option_ = option;
+  for (const Rule& rule : rules) rule(member);
   members_.push_back(&member);
-  return option;
 }
 
 using Read = std::function<void(const std::string&)>;
 using Rules = std::vector<Rule>;
-template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::string&, const std::string&,
-                                       const Rules&);
-template CLI::Option* Options::declare(const AnyOption&, const std::string&, bool&, const std::string&, const Rules&);
-template CLI::Option* Options::declare(const AnyOption&, const std::string&, float&, const std::string&, const Rules&);
-template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::int64_t&, const std::string&,
-                                       const Rules&);
-template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::optional<std::string>&,
-                                       const std::string&, const Rules&);
-template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::optional<float>&, const std::string&,
-                                       const Rules&);
-template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::optional<double>&, const std::string&,
-                                       const Rules&);
-template CLI::Option* Options::declare(const AnyOption&, const std::string&, std::vector<std::string>&,
-                                       const std::string&, const Rules&);
-template CLI::Option* Options::declare(const AnyOption&, const std::string&, Read&, const std::string&, const Rules&);
+template void Options::declare(AnyOption&, const std::string&, std::string&, const std::string&, const Rules&);
+template void Options::declare(AnyOption&, const std::string&, bool&, const std::string&, const Rules&);
+template void Options::declare(AnyOption&, const std::string&, float&, const std::string&, const Rules&);
+template void Options::declare(AnyOption&, const std::string&, std::int64_t&, const std::string&, const Rules&);
+template void Options::declare(AnyOption&, const std::string&, std::optional<std::string>&, const std::string&,
+                               const Rules&);
+template void Options::declare(AnyOption&, const std::string&, std::optional<float>&, const std::string&, const Rules&);
+template void Options::declare(AnyOption&, const std::string&, std::optional<double>&, const std::string&,
+                               const Rules&);
+template void Options::declare(AnyOption&, const std::string&, std::vector<std::string>&, const std::string&,
+                               const Rules&);
+template void Options::declare(AnyOption&, const std::string&, Read&, const std::string&, const Rules&);
 
 void Options::requireHeeded() const {
   for (const AnyOption* const option : members_) {
     if (option->isIgnored()) throw std::logic_error(option->handle().get_name() + " was given, and nothing heeds it");
   }
+}
+
+std::vector<Offer> Options::offersFor(const CLI::Option& option) const {
+  for (const AnyOption* const member : members_) {
+    if (&member->handle() == &option) return member->offers;
+  }
+  return {};
 }
 
 CommandLine::CommandLine(const std::string& name, const std::string& version, const std::string& description)
@@ -180,6 +210,7 @@ CLI::App& CommandLine::addCommand(const std::string& name, const std::string& de
 }
 
 void CommandLine::setRun(const Options& options, const std::string& name, std::function<int()> run) {
+  options_[name] = &options;
   tool_->get_subcommand(name)->callback([this, &options, name, run = std::move(run)] {
     if (beforeRun_) beforeRun_(name);
     exitCode_ = run();
@@ -206,20 +237,43 @@ int CommandLine::showHelp(const std::string& name) const {
 void CommandLine::addHelp() {
   struct HelpOptions : Options {
     using Options::Options;
-    Option<std::string> command{*this, "COMMAND", "The command; without it, all are listed"};
+    Option<std::string> command{
+        *this, "COMMAND", "The command; without it, all are listed", {rule::offers({{"", Offer::What::command}})}};
   };
   add<HelpOptions>("help", "Shows what a command does, and its options.", "",
                    [this](const HelpOptions& options) { return showHelp(*options.command); });
 }
 
+std::vector<CommandText> CommandLine::texts() const {
+  const CLI::Formatter formatter;
+  const auto textOf = [&](const CLI::App& app, const std::string& title, const Options* options) {
+    CommandText text{title, app.get_description(), formatter.make_usage(&app, title), app.get_footer(), {}};
+    for (const CLI::Option* option : app.get_options()) {
+      const bool isArgument = option->get_positional();
+      OptionText of{namesOf(*option)};
+      of.head = formatter.make_option_name(option, isArgument) + formatter.make_option_opts(option);
+      of.description = formatter.make_option_desc(option);
+      of.takesValue = option->get_expected_min() > 0;
+      if (options != nullptr) of.offers = options->offersFor(*option);
+      text.options.push_back(std::move(of));
+    }
+    return text;
+  };
+  std::vector<CommandText> texts{textOf(*tool_, tool_->get_name(), nullptr)};
+  for (const CLI::App* command : tool_->get_subcommands({})) {
+    const std::string& name = command->get_name();
+    texts.push_back(textOf(*command, tool_->get_name() + " " + name, options_.at(name)));
+  }
+  return texts;
+}
+
 int CommandLine::run(int argc, char** argv) {
-  addHelp();
   std::string fault;
   try {
     tool_->parse(argc, argv);
     return exitCode_;
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return tool_->exit(error);  // it prints help and version
+    if (error.get_exit_code() == 0) return show(*tool_, error);
     fault = error.what();
   } catch (const UsageFault& usage) {
     fault = usage.option() + ": " + usage.what();

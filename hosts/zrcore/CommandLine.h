@@ -3,11 +3,14 @@
 #define ZRCORE_HOSTS_ZRCORE_COMMANDLINE_H
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "CommandText.h"
 
 // The tool's command line. CLI11 reads it, in one file: each that sees its templates compiles for some seconds more.
 
@@ -36,16 +39,21 @@ class AnyOption {
   /// Whether it was given on the command line, and nobody has read it.
   bool isIgnored() const;
 
+  std::vector<Offer> offers;  ///< of completion, for the value
+
  protected:
   AnyOption() = default;
   ~AnyOption() = default;
 
-  CLI::Option* option_ = nullptr;
   mutable bool isRead_ = false;
+
+ private:
+  friend class Options;
+  CLI::Option* option_ = nullptr;
 };
 
-/// What an option's value must be like, or which others must stand beside it.
-using Rule = std::function<void(CLI::Option& option)>;
+/// What an option's value must be like, which others must stand beside it, or what completion offers for it.
+using Rule = std::function<void(AnyOption& option)>;
 
 namespace rule {
 
@@ -57,6 +65,7 @@ Rule positive();
 Rule wholeNumber();  ///< of 32 bits
 Rule needs(const AnyOption& other);
 Rule excludes(const AnyOption& other);
+Rule offers(std::vector<Offer> all);
 
 }  // namespace rule
 
@@ -77,6 +86,8 @@ class Options {
 
   /// @throws std::logic_error  an option was given and ignored
   void requireHeeded() const;
+  /// What completion offers for the value of an option of the command, which may be none of the members.
+  std::vector<Offer> offersFor(const CLI::Option& option) const;
 
  private:
   template <class Value>
@@ -86,8 +97,8 @@ class Options {
   /// @param value  gets what is given: a std::string, bool, float, std::int64_t, std::vector<std::string>, an
   ///               std::optional of std::string, float or double, or a function of the text
   template <class Value>
-  CLI::Option* declare(const AnyOption& member, const std::string& name, Value& value, const std::string& description,
-                       const std::vector<Rule>& rules);
+  void declare(AnyOption& member, const std::string& name, Value& value, const std::string& description,
+               const std::vector<Rule>& rules);
 
   CLI::App* command_;
   std::vector<const AnyOption*> members_;
@@ -100,7 +111,7 @@ class Option final : public AnyOption {
   Option(Options& all, const std::string& name, const std::string& description, const std::vector<Rule>& rules = {},
          Value initial = {})
       : value_(std::move(initial)) {
-    option_ = all.declare(*this, name, value_, description, rules);
+    all.declare(*this, name, value_, description, rules);
   }
   /// @param read  makes the value of the text that is given; may throw UsageFault
   Option(Options& all, const std::string& name, const std::string& description,
@@ -109,7 +120,7 @@ class Option final : public AnyOption {
       : value_(std::move(initial)) {
     std::function<void(const std::string&)> take =
         [this, read, option = name.substr(0, name.find(' '))](const std::string& text) { value_ = read(option, text); };
-    option_ = all.declare(*this, name, take, description, rules);
+    all.declare(*this, name, take, description, rules);
   }
 
   const Value& operator*() const {
@@ -138,19 +149,23 @@ class CommandLine {
   }
   /// @param act  called with the name of the subcommand that was asked for, before it runs
   void beforeRun(std::function<void(const std::string& command)> act) { beforeRun_ = std::move(act); }
-  /// Does what is asked for. Help (`help [COMMAND]`, too) and version are printed, and in one line what must be
+  /// Does what is asked for. Help and version are printed, and in one line what must be
   /// changed.
   /// @return the tool's exit code
   /// @throws std::logic_error  a run ended well and has ignored an option
   int run(int argc, char** argv);
+  /// Adds `help [COMMAND]`. Call it when the others are there.
+  void addHelp();
+  /// What the help says of the tool, and then of each subcommand.
+  std::vector<CommandText> texts() const;
 
  private:
   CLI::App& addCommand(const std::string& name, const std::string& description, const std::string& footer);
   void setRun(const Options& options, const std::string& name, std::function<int()> run);
-  void addHelp();
   int showHelp(const std::string& name) const;
 
   std::unique_ptr<CLI::App> tool_;
+  std::map<std::string, const Options*> options_;  // of each subcommand
   std::function<void(const std::string&)> beforeRun_;
   int exitCode_;
 };

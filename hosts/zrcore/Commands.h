@@ -15,4 +15,9 @@ void addTripCommand(CommandLine& tool);
 void addUrlCommand(CommandLine& tool);
 void addWatchCommand(CommandLine& tool);
 
+/// All of them, and the help.
+void addCommands(CommandLine& tool);
+
+inline constexpr const char* kToolDescription = "The ZRCore navigation kit on the command line";
+
 #endif

@@ -6,6 +6,7 @@
 
 #include <ZRCore/ZRExport.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -34,6 +35,17 @@ ZR_EXPORT std::optional<std::string> urlQueryParameterEscaped(std::optional<std:
 
 /// The same for the key of a query parameter: square brackets are left alone too, so that "a[0].b" stays.
 ZR_EXPORT std::optional<std::string> urlQueryParameterKeyEscaped(std::optional<std::string_view> string);
+
+/// The same two, written into a buffer of the caller's, without an allocation. Additions. Any thread.
+/// @param buffer    `capacity` bytes, which must not overlap `string`; nothing is written behind the text, no zero
+///                  either; what is left of the buffer may have changed
+/// @param capacity  three times the text's length and one more always suffices, and is quickest
+/// @return          the escaped text's length in bytes; when that is more than `capacity`, nothing has been written.
+///                  Absent for bytes that are not UTF-8.
+ZR_EXPORT std::optional<std::size_t> urlQueryParameterEscapedInto(char* buffer, std::size_t capacity,
+                                                                  std::string_view string);
+ZR_EXPORT std::optional<std::size_t> urlQueryParameterKeyEscapedInto(char* buffer, std::size_t capacity,
+                                                                     std::string_view string);
 
 /// `base` and `path` with one "/" put between them, unless `base` ends in one; a slash that `path` begins with stays
 /// ("x/" and "/y" give "x//y"). With a blank path: `base`.

@@ -25,15 +25,18 @@
 #include <ZRCore/ZRGeometry.h>
 #include <ZRCore/ZRGeometryAdditions.h>
 #include <ZRCore/ZRLocation.h>
+#include <ZRCore/ZRLocationBatchFilter.h>
 #include <ZRCore/ZRLocationManager.h>
 #include <ZRCore/ZROHMClassInfo.h>
 #include <ZRCore/ZROHMRegistry.h>
 #include <ZRCore/ZROHMValue.h>
+#include <ZRCore/ZRObjectsFromJSON.h>
 #include <ZRCore/ZRPlace.h>
 #include <ZRCore/ZRPlatform.h>
 #include <ZRCore/ZRPrintableText.h>
 #include <ZRCore/ZRTrackingIdentity.h>
 #include <ZRCore/ZRWebViewController.h>
 #include <ZRCore/ZRGeometry.hpp>
+#include <ZRCore/ZRRuler.hpp>
 
 #endif

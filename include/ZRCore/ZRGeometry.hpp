@@ -7,10 +7,113 @@
 #include <ZRCore/ZRExport.h>
 #include <ZRCore/ZRGeometry.h>
 
+#include <bit>
+#include <cstdint>
+
 /// Straight distance in the plane, in the unit of its arguments.
 inline double distanceBetweenPoints(ZRDoublePoint a, ZRDoublePoint b) noexcept {
   return distanceBetweenPoints(ZRMapPoint{a.x, a.y}, ZRMapPoint{b.x, b.y});
 }
+
+/// The functions on map rectangles as inline code, for loops over many: the same results as the exported ones of the
+/// same name, which call these and whose documentation holds. Pure, any thread. Infinity and NaN have a meaning here:
+/// not for files that are compiled with -ffast-math.
+namespace ZRInline {
+
+/// One axis of a standardised rectangle. The length is kept because high - low may round to something else.
+struct Interval {
+  double low, high, length;
+};
+
+/// Written as processors compute minima and maxima, which need no branch: the second operand stands when the two are
+/// equal, or one is NaN.
+constexpr double smaller(double a, double b) noexcept { return a < b ? a : b; }
+constexpr double larger(double a, double b) noexcept { return a > b ? a : b; }
+
+/// `a` if so, else `b`, without a branch that processors would guess wrong.
+constexpr double pick(bool isA, double a, double b) noexcept {
+  const std::uint64_t mask = 0 - static_cast<std::uint64_t>(isA);
+  return std::bit_cast<double>((std::bit_cast<std::uint64_t>(a) & mask) | (std::bit_cast<std::uint64_t>(b) & ~mask));
+}
+
+constexpr Interval interval(double origin, double length) noexcept {
+  const double end = origin + length;
+  return {smaller(end, origin), larger(origin, end), __builtin_fabs(length)};
+}
+constexpr Interval horizontal(const ZRMapRect& r) noexcept { return interval(r.origin.x, r.size.width); }
+constexpr Interval vertical(const ZRMapRect& r) noexcept { return interval(r.origin.y, r.size.height); }
+
+inline constexpr double kInfinity = __builtin_huge_val();
+
+/// `ZRMapRectIsNull`: an infinite origin, of either sign. The size does not matter, and NaN does not count.
+constexpr bool isNullOrigin(const ZRMapRect& r) noexcept {
+  return (__builtin_fabs(r.origin.x) == kInfinity) | (__builtin_fabs(r.origin.y) == kInfinity);
+}
+/// Whether no origin is infinite or NaN, by one comparison: these less themselves are NaN, all else is 0.
+constexpr bool haveFiniteOrigins(const ZRMapRect& a, const ZRMapRect& b) noexcept {
+  const auto [ax, ay] = a.origin;
+  const auto [bx, by] = b.origin;
+  return (ax - ax) + (ay - ay) + (bx - bx) + (by - by) == 0.0;
+}
+/// What containing and intersecting take for nothing.
+constexpr bool isAtInfinity(const ZRMapRect& r) noexcept {
+  return (r.origin.x == kInfinity) | (r.origin.y == kInfinity);
+}
+
+constexpr bool meets(const Interval& a, const Interval& b) noexcept { return (a.low <= b.high) & (b.low <= a.high); }
+constexpr bool holds(const Interval& a, const Interval& b) noexcept { return (a.low <= b.low) & (b.high <= a.high); }
+constexpr bool holds(const Interval& a, double value) noexcept { return (a.low <= value) & (value <= a.high); }
+
+/// Of two intervals that meet. One that lies within the other comes out with its own length, unrounded.
+constexpr Interval common(const Interval& a, const Interval& b) noexcept {
+  const double low = larger(b.low, a.low), high = smaller(b.high, a.high);
+  const bool isA = holds(b, a), isB = !isA & holds(a, b);
+  return {pick(isB, b.low, low), pick(isB, b.high, high), pick(isA, a.length, pick(isB, b.length, high - low))};
+}
+constexpr Interval spanOf(const Interval& a, const Interval& b) noexcept {
+  const double low = smaller(b.low, a.low), high = larger(b.high, a.high);
+  return {low, high, high - low};
+}
+
+constexpr bool ZRMapRectContainsPoint(const ZRMapRect& rect, ZRMapPoint point) noexcept {
+  return holds(horizontal(rect), point.x) & holds(vertical(rect), point.y);
+}
+constexpr bool ZRMapRectContainsRect(const ZRMapRect& a, const ZRMapRect& b) noexcept {
+  return isAtInfinity(b) | (holds(horizontal(a), horizontal(b)) & holds(vertical(a), vertical(b)));
+}
+constexpr bool ZRMapRectIntersectsRect(const ZRMapRect& a, const ZRMapRect& b) noexcept {
+  return !(isAtInfinity(a) | isAtInfinity(b)) & meets(horizontal(a), horizontal(b)) & meets(vertical(a), vertical(b));
+}
+
+inline constexpr ZRMapRect kNullRect = {{kInfinity, kInfinity}, {kInfinity, kInfinity}};  // ZRMapRectNull
+
+constexpr ZRMapRect ZRMapRectUnion(const ZRMapRect& a, const ZRMapRect& b) noexcept {
+  if (!haveFiniteOrigins(a, b)) [[unlikely]] {
+    if (isNullOrigin(a)) return isNullOrigin(b) ? kNullRect : b;
+    if (isNullOrigin(b)) return a;
+  }
+  const Interval x = spanOf(horizontal(a), horizontal(b)), y = spanOf(vertical(a), vertical(b));
+  return {{x.low, y.low}, {x.length, y.length}};
+}
+constexpr ZRMapRect ZRMapRectIntersection(const ZRMapRect& a, const ZRMapRect& b) noexcept {
+  if (!haveFiniteOrigins(a, b) && (isNullOrigin(a) || isNullOrigin(b))) [[unlikely]]
+    return kNullRect;
+  const Interval ax = horizontal(a), bx = horizontal(b), ay = vertical(a), by = vertical(b);
+  const bool isSome = meets(ax, bx) & meets(ay, by);
+  const Interval x = common(ax, bx), y = common(ay, by);
+  return {{pick(isSome, x.low, kInfinity), pick(isSome, y.low, kInfinity)},
+          {pick(isSome, x.length, kInfinity), pick(isSome, y.length, kInfinity)}};
+}
+constexpr ZRMapRect ZRMapRectInset(const ZRMapRect& rect, double dx, double dy) noexcept {
+  if (isNullOrigin(rect)) return kNullRect;
+  return {{rect.origin.x + dx * 0.5, rect.origin.y + dy * 0.5}, {rect.size.width - dx, rect.size.height - dy}};
+}
+constexpr ZRMapRect ZRMapRectOffset(const ZRMapRect& rect, double dx, double dy) noexcept {
+  if (isNullOrigin(rect)) return kNullRect;
+  return {{rect.origin.x + dx, rect.origin.y + dy}, rect.size};
+}
+
+}  // namespace ZRInline
 
 /// Small helpers on coordinates in degrees. Pure, any thread; infinities and NaN are computed through.
 class ZR_EXPORT ZRCoordinateUtils {

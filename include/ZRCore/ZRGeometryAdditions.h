@@ -75,6 +75,17 @@ ZR_EXPORT void ZRGreatCircleDistancesAlong(const CLLocationCoordinate2D* line, u
 /// clockwise from north, in [0, 360].
 ZR_EXPORT void ZRBearingsAlong(const CLLocationCoordinate2D* line, uint64_t count, float* degrees) ZR_NOEXCEPT;
 
+/// `ZRMapRectIntersectsRect` of one rectangle and each of `count`.
+/// @param bits  (count + 63) / 64 words: bit i % 64 of word i / 64 tells of rects[i]; bits past the last are 0
+ZR_EXPORT void ZRMapRectIntersectsRects(ZRMapRect rect, const ZRMapRect* rects, uint64_t count,
+                                        uint64_t* bits) ZR_NOEXCEPT;
+
+/// The smallest rectangle that holds all of `count`, standardised. Null-origin rectangles and NaN edges are passed
+/// over.
+/// @return  the null rectangle when there is no other. The size is rounded once: a chain of `ZRMapRectUnion` rounds it
+///          at each step.
+ZR_EXPORT ZRMapRect ZRMapRectUnionOfRects(const ZRMapRect* rects, uint64_t count) ZR_NOEXCEPT;
+
 /// Their bits may differ between processors: the quick form of `ZRMapPointsForCoordinates`, for drawing.
 /// @return  x and y within 1.2 * 2^-27 map points (5.4 nanometres of the projected equator) of the exact value
 ///          of the projection's formula, of which the single call may be 4.7 * 2^-27 off near the edge. Clamped as it
@@ -108,6 +119,10 @@ bool operator==(const Region& a, const Region& b) noexcept {
 
 /// `ZRMBR` of all points of a span.
 inline ZRMapRect ZRMBR(std::span<const ZRMapPoint> points) noexcept { return ZRMBR(points.data(), points.size()); }
+
+inline ZRMapRect ZRMapRectUnionOfRects(std::span<const ZRMapRect> rects) noexcept {
+  return ZRMapRectUnionOfRects(rects.data(), rects.size());
+}
 
 /// The same for spans. As many elements are computed as both spans have room for.
 inline void ZRMapPointsForCoordinates(std::span<const CLLocationCoordinate2D> coordinates,

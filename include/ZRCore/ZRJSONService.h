@@ -6,9 +6,11 @@
 
 #include <ZRCore/NSError.h>
 #include <ZRCore/ZRExport.h>
+#include <ZRCore/ZROHMDocument.h>
 #include <ZRCore/ZROHMValue.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -47,5 +49,21 @@ class ZR_EXPORT ZRJSONService {
   ///         say: NaN, an infinity, a coordinate, an object reference, a text that is not UTF-8.
   virtual std::variant<std::string, NSError> JSONFromValue(const ZROHMValue& value, ZRJSONLayout layout) const = 0;
 };
+
+/// A JSON service that can read a document without making values of it says so by deriving from this, too. Any thread.
+class ZR_EXPORT ZRJSONDocuments {
+ public:
+  virtual ~ZRJSONDocuments();
+
+  /// Reads a document by the rules of `ZRJSONService::valueFromJSON`. It needs neither the bytes nor the service then.
+  /// @return never null
+  virtual std::variant<std::unique_ptr<const ZROHMDocument>, NSError> documentFromJSON(
+      std::string_view bytes, ZRJSONFragments fragments) const = 0;
+};
+
+/// A document by `service`: as it stands where the service can, else by way of a value.
+ZR_EXPORT std::variant<std::unique_ptr<const ZROHMDocument>, NSError> ZRDocumentFromJSON(const ZRJSONService& service,
+                                                                                         std::string_view bytes,
+                                                                                         ZRJSONFragments fragments);
 
 #endif

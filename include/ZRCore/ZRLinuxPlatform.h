@@ -104,6 +104,9 @@ struct ZRLinuxOptions {
   /// How many connections to one host there are at once; further requests wait for one of them. 0: no limit. Over
   /// HTTP/2 requests share a connection.
   std::uint32_t mostConnectionsPerHost = 6;
+  /// The certificates (a PEM file) of those whose word for an https server counts; empty: the system's. For hosts whose
+  /// servers are vouched for by somebody of their own, and nobody else.
+  std::string certificatesFile;
 };
 
 /// Fills the members of `platform` that its `size` reaches. Called by `makeLinuxPlatform`.
@@ -152,6 +155,9 @@ class ZR_EXPORT ZRLifeFollowing {
 
 /// Iterates a main context until `isDone` says so, for hosts that have no loop of their own. Main thread, and not from
 /// inside what the main queue runs: nothing else of the queue runs before that has returned.
+///
+/// What a host's callback throws meanwhile comes out of here, once the iteration is over; the loop may be run again. In
+/// a host's own loop it ends the process, because C code stands in between.
 /// @param isDone   asked before each iteration, which waits until something happens.
 /// @param context  a `GMainContext*`; null for the process's default context.
 ZR_EXPORT void ZRRunLinuxLoopUntil(const std::function<bool()>& isDone, struct _GMainContext* context = nullptr);

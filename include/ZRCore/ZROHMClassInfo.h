@@ -12,6 +12,7 @@
 #include <array>
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -19,6 +20,7 @@
 #include <vector>
 
 class NSCoder;
+struct ZROHMPart;
 
 /// What a property is, for those who store into it.
 enum class ZROHMPropertyKind {
@@ -42,6 +44,8 @@ struct ZR_EXPORT ZROHMProperty {
 
   std::function<void(NSObject&, const ZROHMValue&)> set;  ///< never given null when `kind` is scalar
   std::function<ZROHMValue(const NSObject&)> get;
+  /// What `set` does with a text or a coordinate of which no value was made; empty where that would save nothing.
+  std::function<void(NSObject&, const ZROHMPart&)> setPart{};
 };
 
 /// What a descriptor is made of; `ZROHMClassBuilder` fills it from member functions.
@@ -91,7 +95,9 @@ class ZR_EXPORT ZROHMClassInfo {
 
  private:
   friend class ZROHMRegistry;
-  /// A stored table. Older ones are kept behind it, because a reader may still be using them.
+  friend class ZROHMPlan;
+  /// A stored table, or what was made of all of them. Older ones are kept behind it, because a reader may still be
+  /// using them.
   struct ZR_EXPORT Snapshot {
     virtual ~Snapshot();
     const Snapshot* older = nullptr;
@@ -103,6 +109,8 @@ class ZR_EXPORT ZROHMClassInfo {
   ZROHMOrderedMap<const ZROHMProperty*> allProperties_;  // own and inherited
   std::atomic<bool> mappable_{false};
   std::array<std::atomic<const Snapshot*>, kSlots> slots_{};
+  std::atomic<std::uint64_t> generation_{0};  // of the tables: how often one was stored
+  mutable std::atomic<const Snapshot*> plan_{nullptr};
 };
 
 /// The property `name` set and read as `get` and `set` do, members of a class derived from NSObject. What becomes of a

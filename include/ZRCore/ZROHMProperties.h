@@ -5,6 +5,7 @@
 #define ZRCORE_ZROHMPROPERTIES_H
 
 #include <ZRCore/ZROHMClassInfo.h>
+#include <ZRCore/ZROHMDocument.h>
 
 #include <concepts>
 #include <memory>
@@ -38,7 +39,11 @@ struct Conversion<std::optional<std::string>> {
     if (value.isNumber()) return value.text();
     return std::nullopt;
   }
-  static ZROHMValue to(const std::optional<std::string>& text) { return text; }
+  static std::optional<std::string> from(const ZROHMPart& part) {
+    if (part.kind == ZROHMValue::Kind::string) return std::optional<std::string>(part.text);
+    return std::nullopt;  // a coordinate
+  }
+  static ZROHMValue to(const std::optional<std::string>& text) { return text ? ZROHMValue(*text) : ZROHMValue(); }
 };
 
 template <class Number>
@@ -66,6 +71,7 @@ struct Conversion<CLLocationCoordinate2D> {
     const CLLocationCoordinate2D* const coordinate = value.coordinate();
     return coordinate ? *coordinate : CLLocationCoordinate2D{};
   }
+  static CLLocationCoordinate2D from(const ZROHMPart& part) { return part.coordinate; }  // (0, 0) of a text
   static ZROHMValue to(CLLocationCoordinate2D coordinate) { return coordinate; }
 };
 
@@ -102,6 +108,11 @@ ZROHMProperty ZROHMMakeProperty(Getter get, Setter set, std::string foundationCl
   property.set = [set](NSObject& object, const ZROHMValue& value) {
     (static_cast<Object&>(object).*set)(Conversion::from(value));
   };
+  if constexpr (requires(const ZROHMPart& part) { Conversion::from(part); }) {
+    property.setPart = [set](NSObject& object, const ZROHMPart& part) {
+      (static_cast<Object&>(object).*set)(Conversion::from(part));
+    };
+  }
   property.get = [get](const NSObject& object) { return Conversion::to((static_cast<const Object&>(object).*get)()); };
   return property;
 }

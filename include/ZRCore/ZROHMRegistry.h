@@ -6,6 +6,7 @@
 
 #include <ZRCore/ZRExport.h>
 #include <ZRCore/ZROHMClassInfo.h>
+#include <ZRCore/ZROHMDocument.h>
 #include <ZRCore/ZROHMOrderedMap.h>
 #include <ZRCore/ZROHMValue.h>
 
@@ -18,6 +19,17 @@
 
 /// Turns one value into another, on the way into a property or out of it. It may be given null.
 using ZROHMAdapter = std::function<ZROHMValue(const ZROHMValue&)>;
+
+/// An adapter that looks at parts, so that a document from which an object is filled need not make a value for it. In
+/// tables it stands as any other adapter.
+struct ZR_EXPORT ZROHMPartAdapter {
+  /// @return what is to be stored; its texts live as long as the document.
+  using Adapt = ZROHMPart (*)(const ZROHMDocument& document, ZROHMDocument::Place place);
+
+  ZROHMValue operator()(const ZROHMValue& value) const;
+
+  Adapt adapt = nullptr;  ///< never null in a table
+};
 
 /// What stands in a table: a property name in mapping tables, an adapter in adapter tables, a descriptor in tables of
 /// array and dictionary classes. Any table takes any entry, because removals move texts into other tables; an entry of
@@ -110,6 +122,12 @@ ZR_EXPORT void zrohm_setDictionaryClasses_Class_IMP(ZROHMClassInfo& type, const 
 /// @}
 
 ZR_EXTERN_C_END
+
+/// What `setValuesForKeysWithDictionary` does with the dictionary at that place of a document, without making values of
+/// what the object's properties and part adapters take as it stands. Where the place has no dictionary, nothing.
+/// @throw as NSObject::setValueForKey
+ZR_EXPORT void ZROHMSetValuesFromDocument(NSObject& object, const ZROHMDocument& document,
+                                          ZROHMDocument::Place dictionary);
 
 // The steps under the entry points of NSObject.
 

@@ -9,7 +9,9 @@
 #include <string_view>
 #include <variant>
 
-std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments, std::uint64_t mostValues);
+/// The careful reader: it knows the place of each fault, and numbers of any length. `JSONTape` is the quick one.
+std::variant<ZROHMValue, NSError> readJSONCarefully(std::string_view bytes, ZRJSONFragments fragments,
+                                                    std::uint64_t mostValues);
 std::variant<std::string, NSError> writeJSON(const ZROHMValue& value, ZRJSONLayout layout);
 
 #endif

@@ -162,8 +162,8 @@ std::optional<NSError> ZRReadJSON(std::string_view bytes, ZRJSONFragments fragme
   return tell(bytes, fragments, UINT64_MAX, listener);
 }
 
-std::variant<ZROHMValue, NSError> readJSON(std::string_view bytes, ZRJSONFragments fragments,
-                                           std::uint64_t mostValues) {
+std::variant<ZROHMValue, NSError> readJSONCarefully(std::string_view bytes, ZRJSONFragments fragments,
+                                                    std::uint64_t mostValues) {
   ZRJSONBuilder builder;
   if (auto error = tell(bytes, fragments, mostValues, builder)) return *std::move(error);
   return builder.take();

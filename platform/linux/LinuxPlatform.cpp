@@ -11,6 +11,7 @@
 #include "http/CurlSession.h"
 #include "identity/LinuxDevice.h"
 #include "log/LinuxLog.h"
+#include "loop/FromC.h"
 #include "loop/GLibLoop.h"
 #include "positioning/LinuxPositioning.h"
 #include "settings/KeyFileBundle.h"
@@ -40,7 +41,7 @@ ZRLinuxOptions knownOptions(const ZRLinuxOptions& host) {
                        &Options::rootFolder, &Options::largestImagePixels, &Options::log, &Options::sound,
                        &Options::positioning, &Options::desktopId, &Options::mostDocumentValues,
                        &Options::leavesOutEstimates, &Options::repairsWeekRollover, &Options::longestRequestSeconds,
-                       &Options::mostConnectionsPerHost);
+                       &Options::mostConnectionsPerHost, &Options::certificatesFile);
 }
 
 ZRLinuxSoundOptions knownSoundOptions(const ZRLinuxOptions& options) {
@@ -108,10 +109,11 @@ void ZRFillLinuxPlatform(ZRPlatform& platform, const ZRLinuxOptions& host) {
   ZRPlatformFill(platform, &ZRPlatform::userDefaults, makeUserDefaults(options, application, loop, log));
   ZRPlatformFill(platform, &ZRPlatform::device, std::make_shared<LinuxDevice>(options.rootFolder, application));
   ZRPlatformFill(platform, &ZRPlatform::json, ZRMakeJSONService(options.mostDocumentValues));
-  ZRPlatformFill(platform, &ZRPlatform::httpSession,
-                 std::make_shared<CurlSession>(loop, std::make_shared<InstalledClock>(),
-                                               TransferLimits{options.longestBodyBytes, options.longestRequestSeconds,
-                                                              options.mostConnectionsPerHost}));
+  ZRPlatformFill(
+      platform, &ZRPlatform::httpSession,
+      std::make_shared<CurlSession>(loop, std::make_shared<InstalledClock>(),
+                                    TransferOptions{options.longestBodyBytes, options.longestRequestSeconds,
+                                                    options.mostConnectionsPerHost, options.certificatesFile}));
   ZRPlatformFill(platform, &ZRPlatform::xml, std::make_shared<ExpatXML>(options.mostDocumentValues));
   ZRPlatformFill(platform, &ZRPlatform::images, std::make_shared<PixbufImages>(options.largestImagePixels));
   fillSound(platform, options, loop);
@@ -124,7 +126,11 @@ std::shared_ptr<ZRPositioning> ZRMakeLinuxPositioning(const ZRLinuxOptions& host
 
 void ZRRunLinuxLoopUntil(const std::function<bool()>& isDone, GMainContext* context) {
   GMainContext* const iterated = context ? context : g_main_context_default();
-  while (!isDone()) g_main_context_iteration(iterated, TRUE);
+  const from_c::LoopRun run;
+  while (!isDone()) {
+    g_main_context_iteration(iterated, TRUE);
+    run.rethrow();
+  }
 }
 
 bool ZRRunLinuxLoopFor(double seconds, const std::function<bool()>& isDone, GMainContext* context) {

@@ -128,6 +128,11 @@ NSError transferFault(const TransferEnd& end) {
                                                     ", for this process can open no more files: let it close some, or "
                                                     "raise its limit (ulimit -n).");
   }
+  if (end.failure == TransferFailure::noCertificates && !end.certificatesFile.empty()) {
+    return fault(NSURLErrorSecureConnectionFailed, "No secure connection to " + host + " can be made, for " +
+                                                       ZRPrintableText(end.certificatesFile, ZRLongestExcerpt) +
+                                                       " has no certificates to judge it by: check that file.");
+  }
   const Verdict verdict = verdictOf(end);
   std::string text = verdict.before + host + verdict.after;
   if (!end.detail.empty()) text += " (" + ZRPrintableText(end.detail, ZRLongestExcerpt) + ")";

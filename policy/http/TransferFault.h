@@ -50,6 +50,7 @@ struct TransferEnd {
   double silenceSeconds = 0.0;   ///< the limits
   double longestRequestSeconds = 0.0;
   std::uint64_t longestBodyBytes = 0;
+  std::string certificatesFile = {};  ///< of the host's own; empty: the system's
 };
 
 /// The session's error: what happened, with which host, and what to do about it. Pure.

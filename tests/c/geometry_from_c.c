@@ -126,6 +126,11 @@ static void batches(void) {
   EXPECT(meters[1] == ZRGreatCircleDistance(line[1], line[2]));
   ZRBearingsAlong(line, 3, degrees);
   EXPECT(degrees[0] == 90.0F && degrees[1] == 90.0F);
+  const ZRMapRect rects[2] = {{{0.0, 0.0}, {2.0, 2.0}}, {{5.0, 5.0}, {-1.0, -1.0}}};
+  uint64_t bits = 0;
+  ZRMapRectIntersectsRects(rects[1], rects, 2, &bits);
+  EXPECT(bits == 2);
+  EXPECT(rectIs(ZRMapRectUnionOfRects(rects, 2), 0.0, 0.0, 5.0, 5.0));
 }
 
 int main(void) {

@@ -170,6 +170,11 @@ TEST_F(Trip, HelpAndVersionAreResults) {
   EXPECT_EQ(help.exitCode, 0);
   EXPECT_THAT(help.out, AllOf(HasSubstr("Examples:"), HasSubstr("Exit codes:")));
   EXPECT_EQ(help.err, "");
+  for (const std::vector<std::string>& asked :
+       {{"--version"}, {"--help"}, {"help"}, std::vector<std::string>{"trip", "-h"}}) {
+    EXPECT_EQ(waitForTool(startTool(asked, {"/dev/null", "/dev/full", folder.path("err")})).exitCode, 3);
+    EXPECT_THAT(textOfFile(folder.path("err")), HasSubstr("standard output: No space left"));
+  }
 }
 
 TEST_F(Trip, TheSameInputGivesTheSameBytes) {

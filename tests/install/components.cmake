@@ -16,6 +16,7 @@ file(GLOB libraries "${BUILD}/${LIBDIR}/libZRCore.so*" "${BUILD}/${LIBDIR}/libZR
 file(COPY ${libraries} DESTINATION "${build}/${LIBDIR}")
 file(COPY "${BUILD}/bin/zrcore" DESTINATION "${build}/bin")
 file(COPY "${BUILD}/platform/json/libZRCoreJSON.a" DESTINATION "${build}/platform/json")
+file(COPY "${BUILD}/pages" DESTINATION "${build}")
 
 expect_failure("There is no component \"tols\"" ${install} --component tols)
 if(HAS_WINDOW)

@@ -1,9 +1,22 @@
 # SPDX-License-Identifier: Apache-2.0
+# Builds and runs consumers of what is installed: in /usr by packages where PACKAGED is set, which compilers, CMake and
+# pkg-config find unasked; else of what was built in BUILD, by an installation of its own.
 include("${TESTS}/common.cmake")
 
 file(REMOVE_RECURSE "${STAGE}")
-run(${CMAKE_COMMAND} --install "${BUILD}" --prefix "${STAGE}/first")
-file(RENAME "${STAGE}/first" "${STAGE}/prefix")  # an installed tree may be moved
+if(PACKAGED)
+  set(prefix /usr)
+  set(find "")
+  set(load "")
+  file(MAKE_DIRECTORY "${STAGE}")
+else()
+  set(prefix "${STAGE}/prefix")
+  set(find "-DCMAKE_PREFIX_PATH=${prefix}")
+  set(load "-Wl,-rpath,${prefix}/${LIBDIR}")
+  set(ENV{PKG_CONFIG_PATH} "${prefix}/${LIBDIR}/pkgconfig")
+  run(${CMAKE_COMMAND} --install "${BUILD}" --prefix "${STAGE}/first")
+  file(RENAME "${STAGE}/first" "${prefix}")  # an installed tree may be moved
+endif()
 
 unset(ENV{DISPLAY})
 unset(ENV{WAYLAND_DISPLAY})
@@ -13,13 +26,13 @@ if(SANITIZE)
 endif()
 set(components JSON Fake)
 foreach(component IN ITEMS Linux Gtk)  # an installation may be without
-  if(EXISTS "${STAGE}/prefix/${LIBDIR}/libZRCore${component}.so")
+  if(EXISTS "${prefix}/${LIBDIR}/libZRCore${component}.so")
     list(APPEND components ${component})
   endif()
 endforeach()
 
 # By find_package.
-set(configure ${CMAKE_COMMAND} "-DCMAKE_PREFIX_PATH=${STAGE}/prefix" -DCMAKE_C_COMPILER=${CC} -DCMAKE_CXX_COMPILER=${CXX}
+set(configure ${CMAKE_COMMAND} ${find} -DCMAKE_C_COMPILER=${CC} -DCMAKE_CXX_COMPILER=${CXX}
               "-DCMAKE_C_FLAGS=${flags}" "-DCMAKE_CXX_FLAGS=${flags}")
 list(JOIN components " " names)
 foreach(consumer IN ITEMS cxx c)
@@ -31,7 +44,6 @@ expect_failure("of the components of ZRCore there are JSON" ${configure} -S "${T
                -DCOMPONENTS=Sonar)
 
 # By pkg-config.
-set(ENV{PKG_CONFIG_PATH} "${STAGE}/prefix/${LIBDIR}/pkgconfig")
 function(expect_from_pkg_config expected)
   execute_process(COMMAND pkg-config ${ARGN} OUTPUT_VARIABLE answer OUTPUT_STRIP_TRAILING_WHITESPACE
                   COMMAND_ERROR_IS_FATAL ANY)
@@ -45,7 +57,7 @@ function(builds_by_pkg_config name)
   execute_process(COMMAND pkg-config --cflags --libs ${by_PACKAGES} OUTPUT_VARIABLE found OUTPUT_STRIP_TRAILING_WHITESPACE
                   COMMAND_ERROR_IS_FATAL ANY)
   separate_arguments(found UNIX_COMMAND "${found}")
-  run(${by_COMPILE} ${flags} ${found} "-Wl,-rpath,${STAGE}/prefix/${LIBDIR}" -o "${STAGE}/${name}")
+  run(${by_COMPILE} ${flags} ${found} ${load} -o "${STAGE}/${name}")
   run("${STAGE}/${name}")
 endfunction()
 

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "loop/GLibLoop.h"
 
+#include <ZRCore/ZRLinuxPlatform.h>
 #include <gmock/gmock.h>
 #include <unistd.h>
 
+#include <functional>
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
@@ -60,6 +63,50 @@ TEST_F(GLibLoopTest, APostFromAPostWaitsForTheNextRound) {
   EXPECT_THAT(order, ElementsAre(1, 2));
   runWhatIsReady();
   EXPECT_THAT(order, ElementsAre(1, 2, 3));
+}
+
+TEST_F(GLibLoopTest, WhatACallbackThrowsComesOutOfTheRunAndHarmsNothingElse) {
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  ASSERT_EQ(write(ends[1], "x", 1), 1);
+  const std::function<void()> fail = [] { throw std::runtime_error("no"); };
+  std::unique_ptr<Loop::Wait> wait;
+  bool isReached = false;
+  const std::function<void()> ways[] = {
+      [&] {
+        loop->post(fail);
+        loop->post([&] { isReached = true; });
+      },
+      [&] {
+        wait = loop->after(0.0, fail);
+        loop->post([&] { isReached = true; });
+      },
+      [&] {
+        wait = loop->watch(ends[0], {.canRead = true}, [&](Loop::Readiness) {
+          wait.reset();
+          fail();
+        });
+        loop->post([&] { isReached = true; });
+      },
+      [&] {  // from inside a run of the loop that a callback has begun
+        loop->post([&] {
+          const auto inner = loop->after(0.0, fail);
+          ZRRunLinuxLoopUntil([] { return false; }, context);
+        });
+        isReached = true;
+      },
+  };
+  for (const auto& way : ways) {
+    isReached = false;
+    way();
+    EXPECT_THROW(ZRRunLinuxLoopFor(
+                     20.0, [] { return false; }, context),
+                 std::runtime_error);
+    EXPECT_TRUE(ZRRunLinuxLoopFor(
+        20.0, [&] { return isReached; }, context));
+  }
+  close(ends[0]);
+  close(ends[1]);
 }
 
 TEST_F(GLibLoopTest, AWaitEndsWithItsObjectAlsoInsideItsOwnCallback) {

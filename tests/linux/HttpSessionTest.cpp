@@ -10,9 +10,6 @@
 #include <zlib.h>
 
 #include <atomic>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <set>
 #include <thread>
@@ -294,21 +291,27 @@ TEST_F(HttpSession, TellsOfTheLastAnswerOnly) {
   EXPECT_THAT(outcome.response->headers, ElementsAre(Pair("X-Second", "a b"), Pair("X-Second", "c")));
 }
 
-TEST_F(HttpSession, AnswersAHundredRequestsAtOnceEachWithItsOwn) {
+TEST_F(HttpSession, AnswersMoreRequestsAtOnceThanThereAreDescriptorsEachWithItsOwn) {
+  constexpr int kRequests = 1500;
+  rlimit descriptors{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &descriptors), 0);
+  descriptors.rlim_cur = 1024;  // as usual; the server's are among them
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &descriptors), 0);
+
   server.on("/echo", [](const Server::Request& request, Server::Connection& connection) {
     Server::answering(200, request.target)(request, connection);
   });
   std::set<std::string> expected, seen;
-  for (int i = 0; i < 100; ++i) {
+  for (int i = 0; i < kRequests; ++i) {
     expected.insert("/echo?" + std::to_string(i));
     get(server.url("/echo?" + std::to_string(i)));
   }
-  runUntil([&] { return outcomes.size() == 100; });
+  runUntil([&] { return outcomes.size() == kRequests; });
   runWhatIsReady();
   for (const Outcome& outcome : outcomes) seen.insert(outcome.body.value_or(""));
   EXPECT_EQ(seen, expected);
   EXPECT_LE(server.connections(), 6);
-  EXPECT_EQ(outcomes.size(), 100U);
+  EXPECT_EQ(outcomes.size(), std::size_t{kRequests});
 }
 
 TEST_F(HttpSession, TheHostsOwnHeaderFieldsStayWithTheServerTheyAreFor) {
@@ -353,25 +356,6 @@ TEST_F(HttpSession, FindsAServerAgainThatDiedAndCameBack) {
   server.stop();
   server.start();
   EXPECT_EQ(outcomeOf(server.url("/")).status(), 200) << "the kept connection is dead, which costs the user nothing";
-}
-
-TEST_F(HttpSession, TrustsNobodyWhoseCertificateNobodyHasSigned) {
-  const std::string folder = testing::TempDir() + "zr_tls_" + std::to_string(getpid());
-  const std::string files = " -keyout " + folder + ".key -out " + folder + ".pem";
-  if (std::system(("openssl req -x509 -newkey rsa:2048 -nodes -subj /CN=127.0.0.1" + files + " 2>/dev/null").c_str())) {
-    GTEST_SKIP() << "no openssl";
-  }
-  const std::string command =
-      "exec openssl s_server -accept 127.0.0.1:0 -naccept 1 -www -key " + folder + ".key -cert " + folder + ".pem 2>&1";
-  FILE* const secure = popen(command.c_str(), "r");
-  ASSERT_NE(secure, nullptr);
-  int port = 0;
-  char line[256];
-  while (port == 0 && std::fgets(line, sizeof line, secure)) std::sscanf(line, "ACCEPT 127.0.0.1:%d", &port);
-  EXPECT_EQ(outcomeOf("https://127.0.0.1:" + std::to_string(port) + "/").code(), NSURLErrorServerCertificateUntrusted);
-  pclose(secure);
-  std::filesystem::remove(folder + ".key");
-  std::filesystem::remove(folder + ".pem");
 }
 
 TEST_F(HttpSession, ReadsJSONWhateverItIsCalled) {

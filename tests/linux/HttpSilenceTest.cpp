@@ -33,7 +33,7 @@ class HttpSessionInSilence : public testing::Test {
   std::shared_ptr<ZRFakeClock> clock = std::make_shared<ZRFakeClock>();
   std::shared_ptr<ManualLoop> loop = std::make_shared<ManualLoop>(clock);
   std::shared_ptr<CurlSession> session =
-      std::make_shared<CurlSession>(loop, clock, TransferLimits{std::uint64_t{1} << 20});
+      std::make_shared<CurlSession>(loop, clock, TransferOptions{std::uint64_t{1} << 20});
   std::vector<long> codes;
   std::counting_semaphore<> bytes{0};  ///< that the server may send
   HTTPTestServer server;               // the last: its threads end before what they use
@@ -65,7 +65,7 @@ TEST_F(HttpSessionInSilence, TimeIsUpAfterSilenceAndNotAfterAWhile) {
 }
 
 TEST_F(HttpSessionInSilence, ARequestThatDripsEndsWithItsWholeTime) {
-  session = std::make_shared<CurlSession>(loop, clock, TransferLimits{.longestRequestSeconds = 50.0});
+  session = std::make_shared<CurlSession>(loop, clock, TransferOptions{.longestRequestSeconds = 50.0});
   server.on("/drip", [this](const Server::Request&, Server::Connection& connection) {
     while (bytes.acquire(), connection.send("HTTP/1.1 100 Continue\r\n\r\n")) {
     }
@@ -86,7 +86,7 @@ TEST_F(HttpSessionInSilence, ARequestThatDripsEndsWithItsWholeTime) {
 }
 
 TEST_F(HttpSessionInSilence, WaitingForAConnectionIsNoSilence) {
-  session = std::make_shared<CurlSession>(loop, clock, TransferLimits{.mostConnectionsPerHost = 1});
+  session = std::make_shared<CurlSession>(loop, clock, TransferOptions{.mostConnectionsPerHost = 1});
   server.on("/silent", Server::staySilent);
   server.on("/", Server::answering(200, "ok"));
   resumed("/silent");

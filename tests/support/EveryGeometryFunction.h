@@ -61,6 +61,11 @@ void callEveryGeometryFunction(const GeometryArguments& with, Take&& take) {
   const std::array<ZRMapPoint, 4> points = {point, otherPoint, rect.origin, otherRect.origin};
   for (const std::uint64_t count : {0U, 1U, 4U}) take("ZRMBR", ZRMBR(points.data(), count));
   take("distanceBetweenPoints", distanceBetweenPoints(point, otherPoint));
+  const std::array<ZRMapRect, 5> rects = {rect, otherRect, {point, rect.size}, {otherPoint, rect.size}, otherRect};
+  std::uint64_t meeting = 0;
+  ZRMapRectIntersectsRects(rect, rects.data(), rects.size(), &meeting);
+  take("ZRMapRectIntersectsRects", static_cast<double>(meeting));
+  take("ZRMapRectUnionOfRects", ZRMapRectUnionOfRects(rects.data(), rects.size()));
 
   take("bearingFromTo", ZRCoordinateUtils::bearingFromTo(here, there));
   take("approximateDistanceFromTo", ZRCoordinateUtils::approximateDistanceFromTo(here, there));

@@ -37,7 +37,13 @@ class ReaderEvents final : public readers::Listener {
     log.push_back((fault ? "fault " : "warning ") + std::to_string(remark.line) + " " + remark.text);
   }
 
+  void status(const readers::SourceStatus& status) override {
+    statuses.push_back(status);
+    log.push_back("status");
+  }
+
   std::vector<readers::SourceFix> fixes;
+  std::vector<readers::SourceStatus> statuses;
   std::vector<readers::Remark> faults;
   std::vector<readers::Remark> warnings;
   std::vector<std::string> log;  ///< all of them in order, to the last bit

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <ZRCore/ZRGtkPlatform.h>
 #include <ZRCore/ZRLinuxPlatform.h>
+#include <demo/DemoOptions.h>
 #include <demo/DemoTexts.h>
 #include <demo/SpeechFaultLog.h>
 #include <glib-unix.h>
@@ -84,6 +85,15 @@ void addStyleAction(GApplication* application) {
   g_object_unref(style);
 }
 
+void addOptions(GApplication* application) {
+  for (const demo::OptionRow& row : demo::kOptions) {
+    const GOptionArg kind = row.valueName == nullptr ? G_OPTION_ARG_NONE : G_OPTION_ARG_STRING;
+    g_application_add_main_option(application, row.name, 0, G_OPTION_FLAG_NONE, kind, row.description, row.valueName);
+  }
+  g_application_set_option_context_parameter_string(application, demo::kArguments);
+  g_application_set_option_context_summary(application, demo::kSummary);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -92,25 +102,16 @@ int main(int argc, char** argv) {
 
   const demo::Ref<AdwApplication> application(adw_application_new(
       "org.zrcore.Demo", static_cast<GApplicationFlags>(G_APPLICATION_NON_UNIQUE | G_APPLICATION_HANDLES_OPEN)));
-  g_application_add_main_option(G_APPLICATION(application.get()), "print-state", 0, G_OPTION_FLAG_NONE,
-                                G_OPTION_ARG_NONE, "Print a line whenever what is shown has changed", nullptr);
-  g_application_add_main_option(G_APPLICATION(application.get()), "version", 0, G_OPTION_FLAG_NONE, G_OPTION_ARG_NONE,
-                                "Print the version and exit", nullptr);
-  g_application_add_main_option(G_APPLICATION(application.get()), "tiles", 0, G_OPTION_FLAG_NONE, G_OPTION_ARG_STRING,
-                                "Draw a base map of tiles: an address with {z}, {x} and {y}, or an MBTiles file; ''"
-                                " for none. In place of the one set in the window",
-                                "URL|FILE");
-  g_application_add_main_option(G_APPLICATION(application.get()), "tiles-attribution", 0, G_OPTION_FLAG_NONE,
-                                G_OPTION_ARG_STRING, "Whose tiles these are, to be shown with the map", "TEXT");
+  addOptions(G_APPLICATION(application.get()));
   demo::connect<int(GApplication*, GVariantDict*)>(
       application.get(), "handle-local-options", [](GApplication*, GVariantDict* given) {
-        if (g_variant_dict_contains(given, "version")) {
+        if (g_variant_dict_contains(given, demo::kVersion.name)) {
           std::puts("zrcore-demo " ZRCORE_VERSION);
           return 0;
         }
-        options.printsState = g_variant_dict_contains(given, "print-state");
-        options.tiles = textGiven(given, "tiles");
-        options.tilesAttribution = textGiven(given, "tiles-attribution");
+        options.printsState = g_variant_dict_contains(given, demo::kPrintState.name);
+        options.tiles = textGiven(given, demo::kTiles.name);
+        options.tilesAttribution = textGiven(given, demo::kTilesAttribution.name);
         return -1;  // go on
       });
   std::unique_ptr<demo::DemoWindow> window;

@@ -29,21 +29,20 @@ double latitudeAtAntimeridian(CLLocationCoordinate2D from, CLLocationCoordinate2
 }
 
 std::string pointFeature(const TripRow& row) {
-  const Json properties{
-      {"index", row.index},
-      {"time", timeOrNull(row.secondsSince1970)},
-      {"significant", row.significant},
-      {"jump", row.jump},
-      {"stable", row.stable},
-      {"altitudeMeters", orNull(row.altitudeMeters)},
-      {"accuracyMeters", orNull(row.accuracyMeters)},
-      {"speedMetersPerSecond", orNull(row.speedMetersPerSecond)},
-      {"courseDegrees", orNull(row.courseDegrees)},
-      {"smoothSpeedMetersPerSecond", orNull(knownSmoothSpeed(row))},
-      {"smoothCourseDegrees", row.smoothCourseDegrees},
-  };
+  JsonObject properties;
+  properties["index"] = row.index;
+  properties["time"] = timeOrNull(row.secondsSince1970);
+  properties["significant"] = row.significant;
+  properties["jump"] = row.jump;
+  properties["stable"] = row.stable;
+  properties["altitudeMeters"] = orNull(row.altitudeMeters);
+  properties["accuracyMeters"] = orNull(row.accuracyMeters);
+  properties["speedMetersPerSecond"] = orNull(row.speedMetersPerSecond);
+  properties["courseDegrees"] = orNull(row.courseDegrees);
+  properties["smoothSpeedMetersPerSecond"] = orNull(knownSmoothSpeed(row));
+  properties["smoothCourseDegrees"] = row.smoothCourseDegrees;
   return R"({"type":"Feature","geometry":{"type":"Point","coordinates":)" +
-         position(row.coordinate.latitude, row.coordinate.longitude) + R"(},"properties":)" + properties.dump() + "}";
+         position(row.coordinate.latitude, row.coordinate.longitude) + R"(},"properties":)" + properties.text() + "}";
 }
 
 /// A track on its way into a GeoJSON geometry, kept in a scratch file.

@@ -19,6 +19,9 @@ const char* remedyFor(int errorNumber) {
       return "free some space or choose a folder on another disk, then run again";
     case EFBIG:
       return "raise the limit of a file's size (ulimit -f)";
+    case EMFILE:
+    case ENFILE:
+      return "let this process open more files (ulimit -n)";
     case EACCES:
     case EPERM:
     case EROFS:

@@ -7,9 +7,10 @@ namespace trip {
 
 namespace {
 
-Json quantilesOrNull(const std::optional<FilterEffect::Quantiles>& quantiles) {
-  if (!quantiles) return nullptr;
-  return {{"median", quantiles->median}, {"percentile90", quantiles->percentile90}};
+void addQuantiles(Json& json, const std::optional<FilterEffect::Quantiles>& quantiles) {
+  if (!quantiles) return;  // which leaves null
+  json["median"] = quantiles->median;
+  json["percentile90"] = quantiles->percentile90;
 }
 
 class SummaryOutput final : public FileOutput {
@@ -30,29 +31,30 @@ class SummaryOutput final : public FileOutput {
 
 std::string summaryJson(const TripSummary& summary, int indent) {
   const FilterEffect& effect = summary.effect;
-  const Json json{
-      {"source", summary.source},
-      {"format", summary.format},
-      {"filter", summary.filter},
-      {"fixes", summary.fixes},
-      {"significant", summary.significant},
-      {"jumps", summary.jumps},
-      {"stableFixes", summary.stableFixes},
-      {"faults", summary.faults},
-      {"warnings", summary.warnings},
-      {"firstTime", timeOrNull(summary.firstSecondsSince1970)},
-      {"lastTime", timeOrNull(summary.lastSecondsSince1970)},
-      {"durationSeconds", orNull(durationSeconds(summary))},
-      {"distanceMeters", summary.distanceMeters},
-      {"significantDistanceMeters", summary.significantDistanceMeters},
-      {"topSpeedMetersPerSecond", {{"raw", orNull(effect.topRawSpeed)}, {"smoothed", orNull(effect.topSmoothedSpeed)}}},
-      {"courseChangeDegrees",
-       {{"fixes", effect.turns},
-        {"raw", quantilesOrNull(effect.rawTurn)},
-        {"smoothed", quantilesOrNull(effect.smoothedTurn)}}},
-      {"deliveredByClient", Json(summary.deliveredByClient)},
-  };
-  return json.dump(indent, ' ', true, Json::error_handler_t::replace);
+  JsonObject json;
+  json["source"] = summary.source;
+  json["format"] = summary.format;
+  json["filter"] = summary.filter;
+  json["fixes"] = summary.fixes;
+  json["significant"] = summary.significant;
+  json["jumps"] = summary.jumps;
+  json["stableFixes"] = summary.stableFixes;
+  json["faults"] = summary.faults;
+  json["warnings"] = summary.warnings;
+  json["firstTime"] = timeOrNull(summary.firstSecondsSince1970);
+  json["lastTime"] = timeOrNull(summary.lastSecondsSince1970);
+  json["durationSeconds"] = orNull(durationSeconds(summary));
+  json["distanceMeters"] = summary.distanceMeters;
+  json["significantDistanceMeters"] = summary.significantDistanceMeters;
+  Json& topSpeed = json["topSpeedMetersPerSecond"];
+  topSpeed["raw"] = orNull(effect.topRawSpeed);
+  topSpeed["smoothed"] = orNull(effect.topSmoothedSpeed);
+  Json& courseChange = json["courseChangeDegrees"];
+  courseChange["fixes"] = effect.turns;
+  addQuantiles(courseChange["raw"], effect.rawTurn);
+  addQuantiles(courseChange["smoothed"], effect.smoothedTurn);
+  json["deliveredByClient"] = summary.deliveredByClient;
+  return json.text(indent, true);
 }
 
 std::unique_ptr<FileOutput> makeSummaryOutput(const std::filesystem::path& target, bool force) {

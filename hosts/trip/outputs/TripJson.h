@@ -12,6 +12,31 @@ namespace trip {
 
 using Json = nlohmann::ordered_json;
 
+/// An object on its way into text. The library takes memory to destroy what is not empty, and ends the process where
+/// there is none; so it is emptied from the leaves on. Write `json["key"] = value`: lists in braces make more arrays.
+class JsonObject {
+ public:
+  JsonObject() = default;
+  JsonObject(const JsonObject&) = delete;
+  JsonObject& operator=(const JsonObject&) = delete;
+  ~JsonObject() { empty(json_); }
+
+  Json& operator[](const char* key) { return json_[key]; }
+  std::string text(int indent = -1, bool isAscii = false) const {
+    return json_.dump(indent, ' ', isAscii, Json::error_handler_t::replace);
+  }
+
+ private:
+  static void empty(Json& json) {
+    for (Json& part : json) {
+      if (part.is_structured()) empty(part);
+    }
+    json.clear();
+  }
+
+  Json json_ = Json::object();
+};
+
 inline Json orNull(std::optional<double> value) { return value ? Json(*value) : Json(nullptr); }
 
 /// In ISO 8601.

@@ -57,8 +57,8 @@ struct ConfigOptions : Options {
                                1};
   Option<std::int64_t> type{*this, "--type N", "The variant of the configuration [1]", {rule::wholeNumber()}, 1};
   Option<std::optional<std::string>> base{*this, "--base URL", "Ask here instead of the configuration host"};
-  Option<std::optional<std::string>> fallback{*this, "--fallback FILE",
-                                              "The packaged file, for when the service gives nothing"};
+  Option<std::optional<std::string>> fallback{
+      *this, "--fallback FILE", "The packaged file, for when the service gives nothing", {rule::offers(offer::kFile)}};
   Option<std::optional<double>> timeoutSeconds{
       *this, "--timeout S", "Seconds without a word from the service [30]", {rule::positive()}};
   Option<bool> json{*this, "--json", "Addresses, their source and the reason as a JSON object"};
@@ -131,16 +131,17 @@ std::string ConfigRun::whatTheServiceDid() const {
   if (fetch_->failure) return *fetch_->failure;
   const std::string answer = excerpt(fetch_->host) + " answered HTTP " + std::to_string(fetch_->statusCode);
   if (configuration_ && !fetch_->askedForPackagedFile) return answer;
-  if (fetch_->askedForPackagedFile) return answer + " with what is no JSON";
+  if (fetch_->askedForPackagedFile) return answer + " with what is " + fetch_->whyUnread;
   return answer + " without a configuration of type " + std::to_string(*options_.type) + ": check the key and the type";
 }
 
 std::string ConfigRun::why() const {
   std::string text = whatTheServiceDid();
   if (configuration_ || !fetch_->askedForPackagedFile) return text;
+  if (text.ends_with('.')) text.pop_back();
   if (!*options_.fallback) return text.append("; --fallback FILE names a packaged file for such times");
   text.append("; ").append(shownName(**options_.fallback));
-  if (!wasToldOfConfiguration_) return text.append(" is no JSON");
+  if (!wasToldOfConfiguration_) return text.append(" is ").append(fetch_->whyFileUnread);
   return text.append(" has no configuration of type ").append(std::to_string(*options_.type));
 }
 

@@ -1,11 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ConfigPlatform.h"
 
+#include <ZRCore/ZRDocumentLimits.h>
+
 #include <algorithm>
+#include <cstdint>
+#include <new>
 #include <string_view>
 #include <utility>
+#include <variant>
 
 namespace {
+
+constexpr const char* kTooLong = "longer than is read";
 
 /// Splits an address behind its scheme and host.
 std::pair<std::string_view, std::string_view> originAndRest(std::string_view address) {
@@ -18,8 +25,12 @@ std::pair<std::string_view, std::string_view> originAndRest(std::string_view add
 class RoutedSession final : public NSURLSession {
  public:
   RoutedSession(std::shared_ptr<NSURLSession> session, std::shared_ptr<ZRMainQueue> queue, const ConfigRoute& route,
-                std::shared_ptr<ConfigFetch> fetch)
-      : session_(std::move(session)), queue_(std::move(queue)), route_(route), fetch_(std::move(fetch)) {}
+                std::uint64_t longestParsedBodyBytes, std::shared_ptr<ConfigFetch> fetch)
+      : session_(std::move(session)),
+        queue_(std::move(queue)),
+        route_(route),
+        longestParsedBodyBytes_(longestParsedBodyBytes),
+        fetch_(std::move(fetch)) {}
 
   std::shared_ptr<NSURLSessionDataTask> dataTaskWithRequest(NSMutableURLRequest request,
                                                             CompletionHandler completion) override {
@@ -33,8 +44,9 @@ class RoutedSession final : public NSURLSession {
       request.URL = NSURL::URLWithString(base + std::string(rest));
     }
     return session_->dataTaskWithRequest(
-        std::move(request),
-        [queue = queue_, fetch = fetch_, completion = std::move(completion)](auto data, auto response, auto error) {
+        std::move(request), [queue = queue_, longest = longestParsedBodyBytes_, fetch = fetch_,
+                             completion = std::move(completion)](auto data, auto response, auto error) {
+          if (data && data->size() > longest) fetch->whyUnread = kTooLong;
           if (response) fetch->statusCode = response->statusCode;
           if (error) fetch->failure = error->localizedDescription();
           completion(std::move(data), std::move(response), std::move(error));
@@ -46,6 +58,36 @@ class RoutedSession final : public NSURLSession {
   const std::shared_ptr<NSURLSession> session_;
   const std::shared_ptr<ZRMainQueue> queue_;
   const ConfigRoute route_;
+  const std::uint64_t longestParsedBodyBytes_;
+  const std::shared_ptr<ConfigFetch> fetch_;
+};
+
+class ObservedJSON final : public ZRJSONService {
+ public:
+  ObservedJSON(std::shared_ptr<ZRJSONService> json, std::shared_ptr<ConfigFetch> fetch)
+      : json_(std::move(json)), fetch_(std::move(fetch)) {}
+
+  std::variant<ZROHMValue, NSError> valueFromJSON(std::string_view bytes, ZRJSONFragments fragments) const override {
+    try {
+      auto parsed = json_->valueFromJSON(bytes, fragments);
+      const auto* const fault = std::get_if<NSError>(&parsed);
+      if (fault && fault->domain == ZRDocumentErrorDomain) note(kTooLong);
+      return parsed;
+    } catch (const std::bad_alloc&) {
+      note("too long for the memory that there is");
+      throw;
+    }
+  }
+  std::variant<std::string, NSError> JSONFromValue(const ZROHMValue& value, ZRJSONLayout layout) const override {
+    return json_->JSONFromValue(value, layout);
+  }
+
+ private:
+  void note(const char* what) const {
+    (fetch_->askedForPackagedFile ? fetch_->whyFileUnread : fetch_->whyUnread) = what;
+  }
+
+  const std::shared_ptr<ZRJSONService> json_;
   const std::shared_ptr<ConfigFetch> fetch_;
 };
 
@@ -78,7 +120,9 @@ bool isBase(const std::string& text) {
 }
 
 ZRPlatform platformForConfig(ZRPlatform platform, const ConfigRoute& route, std::shared_ptr<ConfigFetch> fetch) {
-  platform.httpSession = std::make_shared<RoutedSession>(platform.httpSession, platform.mainQueue, route, fetch);
+  platform.httpSession = std::make_shared<RoutedSession>(platform.httpSession, platform.mainQueue, route,
+                                                         platform.longestParsedBodyBytes, fetch);
+  platform.json = std::make_shared<ObservedJSON>(platform.json, fetch);
   platform.bundle = std::make_shared<PackagedFileBundle>(route.packagedFile, std::move(fetch));
   return platform;
 }

@@ -10,9 +10,11 @@
 
 /// What a fetch of the configuration met on its way.
 struct ConfigFetch {
-  std::string host;                    ///< that was asked
-  int statusCode = 0;                  ///< of its answer; 0: there was none
-  std::optional<std::string> failure;  ///< of the transport
+  std::string host;                       ///< that was asked
+  int statusCode = 0;                     ///< of its answer; 0: there was none
+  std::optional<std::string> failure;     ///< of the transport
+  const char* whyUnread = "no JSON";      ///< what the answer is, if it cannot be read
+  const char* whyFileUnread = "no JSON";  ///< the same of the packaged file
   bool askedForPackagedFile = false;
   bool isOver = false;  ///< nothing more will come
 };
@@ -28,7 +30,7 @@ struct ConfigRoute {
 bool isBase(const std::string& text);
 
 /// `platform` with a session that sends requests along the route, a bundle that has the packaged file and nothing
-/// else, and both reporting to `fetch` what they meet.
+/// else, and these and the JSON service reporting to `fetch` what they meet.
 ZRPlatform platformForConfig(ZRPlatform platform, const ConfigRoute& route, std::shared_ptr<ConfigFetch> fetch);
 
 #endif

@@ -57,7 +57,8 @@ Dialect dialectNamed(const std::string&, const std::string& name) { return place
 
 struct PlaceOptions : Options {
   using Options::Options;
-  Option<std::vector<std::string>> files{*this, "FILE", "The answers; - for standard input", {rule::required()}};
+  Option<std::vector<std::string>> files{
+      *this, "FILE", "The answers; - for standard input", {rule::required(), rule::offers(offer::kPlaces)}};
   Option<Dialect> dialect{*this,
                           "--dialect NAME",
                           "The service's way of writing results; auto: told by the keys of each [auto]",

@@ -36,12 +36,16 @@ Examples:
 struct SayOptions : Options {
   using Options::Options;
   Option<std::vector<std::string>> texts{*this, "TEXT", "What to say; each is a prompt of its own", {rule::required()}};
-  Option<std::optional<std::string>> voice{*this, "--voice TAG", "A language tag, such as en-US or de [en-US]"};
+  Option<std::optional<std::string>> voice{
+      *this, "--voice TAG", "A language tag, such as en-US or de [en-US]", {rule::offers(offer::kVoice)}};
   Option<std::optional<float>> rate{*this, "--rate R", "From 0, slow, to 1, fast [0.5]", {rule::from0To1()}};
   Option<float> volume{*this, "--volume V", "From 0, silent, to 1 [1]", {rule::from0To1()}, 1.0F};
   Option<bool> interrupt{*this, "--interrupt", "Let each text silence the one before it"};
-  Option<SoundTarget> target{*this, "--to TARGET", "sound: the sound server; wav:FILE: a WAV file [sound]",
-                             SoundTarget::parse};
+  Option<SoundTarget> target{*this,
+                             "--to TARGET",
+                             "sound: the sound server; wav:FILE: a WAV file [sound]",
+                             SoundTarget::parse,
+                             {rule::offers(offer::kSoundTarget)}};
   Option<bool> force{*this, "--force", "Let --to overwrite a file"};
 };
 

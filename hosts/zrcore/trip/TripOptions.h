@@ -31,11 +31,12 @@ struct TripOptions : Options {
   using Time = std::optional<trip::TimeBound>;
   using File = std::optional<std::string>;  // "-": standard input
 
-  Option<std::string> file{*this, "FILE", "The recording; - for standard input", {rule::required()}};
+  Option<std::string> file{
+      *this, "FILE", "The recording; - for standard input", {rule::required(), rule::offers(offer::kRecording)}};
   Option<File> outputFolder{*this,
                             "--out DIR",
                             "Write trip.csv, trip.geojson, summary.json, trip.png and trip.svg there",
-                            {rule::notEmpty()}};
+                            {rule::notEmpty(), rule::offers(offer::kFolder)}};
   Option<bool> force{*this, "--force", "Let --out and --speak overwrite files"};
   Option<std::string> filter{
       *this,
@@ -62,18 +63,22 @@ struct TripOptions : Options {
                                    "Add 1024 weeks to dates, as often as they then still lie in the past: for "
                                    "receivers whose week counter has rolled over"};
   Option<File> routeFile{
-      *this, "--route FILE",
-      "A recording of the route that the second client snaps to; without it, the way already replayed"};
+      *this,
+      "--route FILE",
+      "A recording of the route that the second client snaps to; without it, the way already replayed",
+      {rule::offers(offer::kRecording)}};
   Option<File> placesFile{
       *this,
       "--places FILE",
       "Mark these places in the pictures: what a geocoding service answered, as 'zrcore place' reads it",
-      {rule::needs(outputFolder)}};
+      {rule::needs(outputFolder), rule::offers(offer::kPlaces)}};
   Option<std::optional<SoundTarget>> speech{
-      *this, "--speak TARGET",
+      *this,
+      "--speak TARGET",
       "Speak at the start, at each turn and at the end. sound: through the sound server; wav:FILE: into a WAV "
       "file, on the recording's time",
-      SoundTarget::parseOptional};
+      SoundTarget::parseOptional,
+      {rule::offers(offer::kSoundTarget)}};
   ShapeOptions shape{*this};
 };
 

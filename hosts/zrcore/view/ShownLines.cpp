@@ -41,26 +41,25 @@ class JsonLines final : public trip::TripOutput {
   explicit JsonLines(StandardOutput& output) : output_(output) {}
   void row(const trip::TripRow& row) override {
     using trip::Json, trip::orNull, trip::timeOrNull;
-    Json json{
-        {"index", row.index},
-        {"line", row.line},
-        {"time", timeOrNull(row.secondsSince1970)},
-        {"latitude", row.coordinate.latitude},
-        {"longitude", row.coordinate.longitude},
-        {"altitudeMeters", orNull(row.altitudeMeters)},
-        {"accuracyMeters", orNull(row.accuracyMeters)},
-        {"speedMetersPerSecond", orNull(row.speedMetersPerSecond)},
-        {"courseDegrees", orNull(row.courseDegrees)},
-        {"smoothSpeedMetersPerSecond", orNull(trip::knownSmoothSpeed(row))},
-        {"smoothCourseDegrees", row.smoothCourseDegrees},
-        {"significant", row.significant},
-        {"jump", row.jump},
-        {"stable", row.stable},
-        {"snappedLatitude", row.snapped ? Json(row.snapped->latitude) : Json(nullptr)},
-        {"snappedLongitude", row.snapped ? Json(row.snapped->longitude) : Json(nullptr)},
-    };
+    trip::JsonObject json;
+    json["index"] = row.index;
+    json["line"] = row.line;
+    json["time"] = timeOrNull(row.secondsSince1970);
+    json["latitude"] = row.coordinate.latitude;
+    json["longitude"] = row.coordinate.longitude;
+    json["altitudeMeters"] = orNull(row.altitudeMeters);
+    json["accuracyMeters"] = orNull(row.accuracyMeters);
+    json["speedMetersPerSecond"] = orNull(row.speedMetersPerSecond);
+    json["courseDegrees"] = orNull(row.courseDegrees);
+    json["smoothSpeedMetersPerSecond"] = orNull(trip::knownSmoothSpeed(row));
+    json["smoothCourseDegrees"] = row.smoothCourseDegrees;
+    json["significant"] = row.significant;
+    json["jump"] = row.jump;
+    json["stable"] = row.stable;
+    json["snappedLatitude"] = row.snapped ? Json(row.snapped->latitude) : Json(nullptr);
+    json["snappedLongitude"] = row.snapped ? Json(row.snapped->longitude) : Json(nullptr);
     if (row.isEstimated) json["estimated"] = true;
-    output_.write(json.dump() + '\n');
+    output_.write(json.text() + '\n');
   }
   void finish(const trip::TripSummary& summary) override {
     output_.write("{\"summary\":" + trip::summaryJson(summary, -1) + "}\n");

@@ -15,9 +15,7 @@
 #include <zrcore/view/TripView.h>
 
 #include <algorithm>
-#include <exception>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -64,26 +62,27 @@ class WatchBundle final : public ZRBundle {
   }
 };
 
-/// A GLib source of the default main context, which ends with its object.
-class MainSource {
+/// Wakes the main loop once, to see that the time is over.
+class MainTimer {
  public:
-  MainSource(GSource* source, std::function<void()> fire) : source_(source), fire_(std::move(fire)) {
+  explicit MainTimer(double seconds)
+      : source_(g_timeout_source_new(static_cast<guint>(std::min(seconds * 1000.0, 4e9)))) {
     const auto dispatch = [](gpointer self) -> gboolean {
-      static_cast<MainSource*>(self)->fire_();
+      static_cast<MainTimer*>(self)->isOver_ = true;
       return G_SOURCE_REMOVE;
     };
     g_source_set_callback(source_.get(), dispatch, this, nullptr);
     g_source_attach(source_.get(), nullptr);
   }
-  MainSource(const MainSource&) = delete;
-  MainSource& operator=(const MainSource&) = delete;
+  MainTimer(const MainTimer&) = delete;
+  MainTimer& operator=(const MainTimer&) = delete;
+
+  bool isOver() const { return isOver_; }
 
  private:
   owners::Source source_;
-  std::function<void()> fire_;
+  bool isOver_ = false;
 };
-
-guint millisecondsOf(double seconds) { return static_cast<guint>(std::min(seconds * 1000.0, 4e9)); }
 
 trip::TripSummary summaryAtStart(const WatchOptions& options) {
   trip::TripSummary summary;
@@ -120,28 +119,22 @@ class WatchRun final : public ZRDidUpdateLocations,
   bool isForced_;
   TripView view_;
   trip::SummaryCounter counter_;
-  std::unique_ptr<MainSource> redraw_;
-  std::string fault_;           ///< told last, and no fix since
-  std::exception_ptr failure_;  ///< of an output
+  std::unique_ptr<MainTimer> redraw_;
+  std::string fault_;  ///< told last, and no fix since
   bool isOver_ = false;
 };
 
 void WatchRun::locationManagerDidUpdateLocations(ZRLocationManager&, const ZRLocations& locations) {
   fault_.clear();
-  try {
-    for (const auto& location : locations) {
-      trip::TripRow row = trip::rowOfLocation(*location);
-      row.index = counter_.counts().fixes;
-      counter_.row(row);
-      view_.row(row);
-    }
-  } catch (...) {  // GLib's C code stands between here and our caller
-    failure_ = std::current_exception();
+  for (const auto& location : locations) {
+    trip::TripRow row = trip::rowOfLocation(*location);
+    row.index = counter_.counts().fixes;
+    counter_.row(row);
+    view_.row(row);
   }
-  isOver_ = isOver_ || failure_ != nullptr || view_.wantsToStop();
+  isOver_ = isOver_ || view_.wantsToStop();
   // The table is drawn at a bounded rate: the last of a quick succession is drawn by this.
-  const guint delay = millisecondsOf(LiveTable::kSecondsBetweenDrawings);
-  redraw_ = std::make_unique<MainSource>(g_timeout_source_new(delay), [this] { view_.refresh(); });
+  redraw_ = std::make_unique<MainTimer>(LiveTable::kSecondsBetweenDrawings);
 }
 
 void WatchRun::locationManagerDidFailWithError(ZRLocationManager&, const NSError& error) {
@@ -176,12 +169,15 @@ void WatchRun::listen() {
   manager->setDelegate(shared_from_this());
   manager->startUpdatingLocation();
 
-  std::unique_ptr<MainSource> timeIsUp;
-  if (const auto& seconds = *options_.forSeconds) {
-    GSource* const timer = g_timeout_source_new(millisecondsOf(*seconds));
-    timeIsUp = std::make_unique<MainSource>(timer, [this] { isOver_ = true; });
-  }
-  runLoopUntil([this] { return isOver_; });
+  std::unique_ptr<MainTimer> whole;
+  if (const auto& seconds = *options_.forSeconds) whole = std::make_unique<MainTimer>(*seconds);
+  runLoopUntil([&] {
+    if (redraw_ && redraw_->isOver()) {
+      redraw_.reset();
+      view_.refresh();
+    }
+    return isOver_ || (whole && whole->isOver());
+  });
   redraw_.reset();
   manager->stopUpdatingLocation();
 }
@@ -191,7 +187,6 @@ int WatchRun::watch() {
   if (!install()) return kExitServiceMissing;
   const auto life = ZRFollowLinuxLife();
   listen();
-  if (failure_) std::rethrow_exception(failure_);
   trip::TripSummary summary = counter_.summary();
   summary.deliveredByClient = {{"plain", summary.fixes}};
   view_.finish(summary);

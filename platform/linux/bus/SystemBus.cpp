@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "loop/ContextScope.h"
+#include "loop/FromC.h"
 
 /// Shared with what is under way in the bus library, which ends after us.
 struct SystemBus::State {
@@ -56,7 +57,7 @@ void SystemBus::open(Opened opened, Callback<> closed) {
   g_autofree gchar* found = state_->address.empty()
                                 ? g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SYSTEM, nullptr, nullptr)
                                 : g_strdup(state_->address.c_str());
-  const auto finished = [](GObject*, GAsyncResult* result, gpointer data) {
+  constexpr auto kFinished = [](GObject*, GAsyncResult* result, gpointer data) {
     const std::unique_ptr<std::shared_ptr<State>> state(static_cast<std::shared_ptr<State>*>(data));
     g_autoptr(GError) failure = nullptr;
     owners::Ref<GDBusConnection> made(g_dbus_connection_new_for_address_finish(result, &failure));
@@ -66,14 +67,12 @@ void SystemBus::open(Opened opened, Callback<> closed) {
       self.connection = std::move(made);
       GDBusConnection* const connection = self.connection.get();
       g_dbus_connection_set_exit_on_close(connection, FALSE);
-      const auto onClosed = [](GDBusConnection*, gboolean, GError*, gpointer closing) {
+      constexpr auto kOnClosed = [](GDBusConnection*, gboolean, GError*, gpointer closing) {
         const auto kept = *static_cast<std::shared_ptr<State>*>(closing);
         if (!kept->isEnded) kept->closed();
       };
       self.closedHandler = g_signal_connect_data(
-          connection, "closed",
-          G_CALLBACK(static_cast<void (*)(GDBusConnection*, gboolean, GError*, gpointer)>(onClosed)),
-          new std::shared_ptr<State>(*state),
+          connection, "closed", G_CALLBACK(from_c::entry(kOnClosed)), new std::shared_ptr<State>(*state),
           [](gpointer closing, GClosure*) { release<std::shared_ptr<State>>(closing); }, GConnectFlags{});
     }
     self.opened(failure != nullptr ? failure->message : "");
@@ -81,8 +80,8 @@ void SystemBus::open(Opened opened, Callback<> closed) {
   const ContextScope scope(state_->context.get());
   const auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                        G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-  g_dbus_connection_new_for_address(found != nullptr ? found : "", flags, nullptr, state_->cancellable.get(), finished,
-                                    new std::shared_ptr<State>(state_));
+  g_dbus_connection_new_for_address(found != nullptr ? found : "", flags, nullptr, state_->cancellable.get(),
+                                    from_c::entry(kFinished), new std::shared_ptr<State>(state_));
 }
 
 void SystemBus::call(const std::string& service, const std::string& path, const char* interface, const char* method,
@@ -91,7 +90,7 @@ void SystemBus::call(const std::string& service, const std::string& path, const 
     std::shared_ptr<State> state;
     Reply reply;
   };
-  const auto finished = [](GObject* connection, GAsyncResult* result, gpointer data) {
+  constexpr auto kFinished = [](GObject* connection, GAsyncResult* result, gpointer data) {
     const std::unique_ptr<Call> call(static_cast<Call*>(data));
     g_autoptr(GError) error = nullptr;
     g_autoptr(GVariant) answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &error);
@@ -101,7 +100,7 @@ void SystemBus::call(const std::string& service, const std::string& path, const 
   const int limit = limitSeconds > 0 ? static_cast<int>(limitSeconds * 1000.0) : G_MAXINT;
   g_dbus_connection_call(state_->connection.get(), service.c_str(), path.c_str(), interface, method, parameters,
                          nullptr, G_DBUS_CALL_FLAGS_ALLOW_INTERACTIVE_AUTHORIZATION, limit, state_->cancellable.get(),
-                         finished, new Call{state_, std::move(reply)});
+                         from_c::entry(kFinished), new Call{state_, std::move(reply)});
 }
 
 void SystemBus::subscribe(const std::string& service, const std::string& path, const char* interface,
@@ -110,8 +109,8 @@ void SystemBus::subscribe(const std::string& service, const std::string& path, c
     std::shared_ptr<State> state;
     Signal heard;
   };
-  const auto onSignal = [](GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar*,
-                           GVariant* parameters, gpointer data) {
+  constexpr auto kOnSignal = [](GDBusConnection*, const gchar*, const gchar*, const gchar*, const gchar*,
+                                GVariant* parameters, gpointer data) {
     const auto& subscription = *static_cast<Subscription*>(data);
     const auto kept = subscription.state;
     if (!kept->isEnded) subscription.heard(parameters);
@@ -119,7 +118,7 @@ void SystemBus::subscribe(const std::string& service, const std::string& path, c
   const ContextScope scope(state_->context.get());
   state_->subscriptions.push_back(g_dbus_connection_signal_subscribe(
       state_->connection.get(), service.c_str(), interface, signal, path.c_str(), nullptr, G_DBUS_SIGNAL_FLAGS_NONE,
-      onSignal, new Subscription{state_, std::move(heard)}, release<Subscription>));
+      from_c::entry(kOnSignal), new Subscription{state_, std::move(heard)}, release<Subscription>));
 }
 
 void SystemBus::unsubscribe() {
@@ -137,7 +136,7 @@ void SystemBus::watchService(const std::string& service, Callback<bool> changed)
   const ContextScope scope(state_->context.get());
   state_->serviceWatch = g_bus_watch_name_on_connection(
       state_->connection.get(), service.c_str(), G_BUS_NAME_WATCHER_FLAGS_AUTO_START,
-      [](GDBusConnection*, const gchar*, const gchar*, gpointer data) { kTell(data, true); },
-      [](GDBusConnection*, const gchar*, gpointer data) { kTell(data, false); }, new std::shared_ptr<State>(state_),
-      release<std::shared_ptr<State>>);
+      from_c::entry([](GDBusConnection*, const gchar*, const gchar*, gpointer data) { kTell(data, true); }),
+      from_c::entry([](GDBusConnection*, const gchar*, gpointer data) { kTell(data, false); }),
+      new std::shared_ptr<State>(state_), release<std::shared_ptr<State>>);
 }

@@ -35,6 +35,7 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
     isTelling_ = true;
     const bool isWellFormed = feed();
     isTelling_ = false;
+    if (thrown_ && !error_) fail(NSXMLParserDelegateAbortedParseError, "given up because the delegate threw");
     if (!isWellFormed && !error_) fail(XML_GetErrorCode(expat_.get()), XML_ErrorString(XML_GetErrorCode(expat_.get())));
     data_ = {};
     if (thrown_) std::rethrow_exception(std::exchange(thrown_, nullptr));
@@ -48,32 +49,48 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
   std::optional<NSError> parserError() const override { return error_; }
 
  private:
-  static ExpatParser& from(void* parser) { return *static_cast<ExpatParser*>(parser); }
+  /// What is thrown must not cross the library, which is C: it waits until `parse` returns.
+  template <class Work>
+  static void enter(void* parser, Work work) noexcept {
+    ExpatParser& self = *static_cast<ExpatParser*>(parser);
+    try {
+      work(self);
+    } catch (...) {
+      self.thrown_ = std::current_exception();
+      self.isTelling_ = false;
+      XML_StopParser(self.expat_.get(), XML_FALSE);
+    }
+  }
 
   static void onStart(void* parser, const XML_Char* name, const XML_Char** attributes) {
-    ExpatParser& self = from(parser);
-    if (++self.depth_ > kDeepestElement) return self.stop(XML_ERROR_ABORTED, "elements are nested too deeply");
-    self.values_ += 1 + static_cast<std::uint64_t>(XML_GetSpecifiedAttributeCount(self.expat_.get())) / 2;
-    if (self.values_ > self.mostValues_) return self.refuse();
-    self.tell([&](NSXMLParserDelegate& delegate) {
-      ZRXMLAttributes pairs;
-      for (; *attributes; attributes += 2) pairs.emplace_back(attributes[0], attributes[1]);
-      delegate.parserDidStartElement(self, name, pairs);
+    enter(parser, [&](ExpatParser& self) {
+      if (++self.depth_ > kDeepestElement) return self.stop(XML_ERROR_ABORTED, "elements are nested too deeply");
+      self.values_ += 1 + static_cast<std::uint64_t>(XML_GetSpecifiedAttributeCount(self.expat_.get())) / 2;
+      if (self.values_ > self.mostValues_) return self.refuse();
+      self.tell([&](NSXMLParserDelegate& delegate) {
+        ZRXMLAttributes pairs;
+        for (; *attributes; attributes += 2) pairs.emplace_back(attributes[0], attributes[1]);
+        delegate.parserDidStartElement(self, name, pairs);
+      });
     });
   }
   static void onEnd(void* parser, const XML_Char* name) {
-    ExpatParser& self = from(parser);
-    --self.depth_;
-    self.tell([&](NSXMLParserDelegate& delegate) { delegate.parserDidEndElement(self, name); });
+    enter(parser, [&](ExpatParser& self) {
+      --self.depth_;
+      self.tell([&](NSXMLParserDelegate& delegate) { delegate.parserDidEndElement(self, name); });
+    });
   }
   static void onText(void* parser, const XML_Char* text, int length) {
-    ExpatParser& self = from(parser);
-    self.tell([&](NSXMLParserDelegate& delegate) {
-      delegate.parserFoundCharacters(self, {text, static_cast<std::size_t>(length)});
+    enter(parser, [&](ExpatParser& self) {
+      self.tell([&](NSXMLParserDelegate& delegate) {
+        delegate.parserFoundCharacters(self, {text, static_cast<std::size_t>(length)});
+      });
     });
   }
   static void onSkipped(void* parser, const XML_Char* name, int) {
-    from(parser).stop(XML_ERROR_UNDEFINED_ENTITY, "the document does not say what &" + std::string(name) + "; is");
+    enter(parser, [&](ExpatParser& self) {
+      self.stop(XML_ERROR_UNDEFINED_ENTITY, "the document does not say what &" + std::string(name) + "; is");
+    });
   }
 
   /// The library gets the document in slices, so that it is seen when one tag, comment or instruction has no end.
@@ -93,18 +110,10 @@ class ExpatParser final : public NSXMLParser, public std::enable_shared_from_thi
     }
   }
 
-  /// What a delegate throws must not cross the library, which is C: it waits until `parse` returns.
   template <class Call>
   void tell(Call call) {
     if (!isTelling_) return;  // the library still reports the end of an empty element
-    const auto delegate = delegate_.lock();
-    if (!delegate) return;
-    try {
-      call(*delegate);
-    } catch (...) {
-      thrown_ = std::current_exception();
-      stop(NSXMLParserDelegateAbortedParseError, "given up because the delegate threw");
-    }
+    if (const auto delegate = delegate_.lock()) call(*delegate);
   }
 
   void refuse() {

@@ -3,6 +3,8 @@
 
 #include <new>
 
+#include "loop/FromC.h"
+
 namespace {
 
 /// How many idle connections are kept for requests to come.
@@ -48,9 +50,11 @@ int CurlMulti::watchSocket(CURL*, curl_socket_t socket, int what, void* self, vo
     return 0;
   }
   const Loop::Readiness interest{.canRead = (what & CURL_POLL_IN) != 0, .canWrite = (what & CURL_POLL_OUT) != 0};
-  multi.sockets_[socket] = multi.loop_.watch(socket, interest, [&multi, socket](Loop::Readiness readiness) {
-    multi.act(socket, (readiness.canRead ? CURL_CSELECT_IN : 0) | (readiness.canWrite ? CURL_CSELECT_OUT : 0) |
-                          (readiness.hasFailed ? CURL_CSELECT_ERR : 0));
+  from_c::guarded([&multi, socket, interest] {
+    multi.sockets_[socket] = multi.loop_.watch(socket, interest, [&multi, socket](Loop::Readiness readiness) {
+      multi.act(socket, (readiness.canRead ? CURL_CSELECT_IN : 0) | (readiness.canWrite ? CURL_CSELECT_OUT : 0) |
+                            (readiness.hasFailed ? CURL_CSELECT_ERR : 0));
+    });
   });
   return 0;
 }

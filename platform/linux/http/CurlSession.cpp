@@ -6,11 +6,11 @@
 
 #include "http/CurlWords.h"
 
-CurlSession::CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock, TransferLimits limits)
+CurlSession::CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock, TransferOptions options)
     : loop_(std::move(loop)),
       clock_(std::move(clock)),
-      limits_(limits),
-      multi_(*loop_, *this, limits.mostConnectionsPerHost) {}
+      options_(std::move(options)),
+      multi_(*loop_, *this, options_.mostConnectionsPerHost) {}
 
 CurlSession::~CurlSession() {
   while (!running_.empty()) takeOut(running_.begin())->task()->cancel();
@@ -29,10 +29,10 @@ void CurlSession::start(const std::shared_ptr<CurlTask>& task) {
     return;
   }
   Running& running = running_[task.get()];
-  running.transfer = std::make_unique<CurlTransfer>(task, std::move(destination), *clock_, limits_, std::move(spare_));
+  running.transfer = std::make_unique<CurlTransfer>(task, std::move(destination), *clock_, options_, std::move(spare_));
   waitForSilence(running, running.transfer->silenceLimitSeconds());
-  if (limits_.longestRequestSeconds > 0) {
-    running.end = loop_->after(limits_.longestRequestSeconds, [this, asked = task.get()] { endForTime(asked); });
+  if (options_.longestRequestSeconds > 0) {
+    running.end = loop_->after(options_.longestRequestSeconds, [this, asked = task.get()] { endForTime(asked); });
   }
   if (multi_.add(running.transfer->handle())) return;
   const auto transfer = takeOut(running_.find(task.get()));

@@ -10,7 +10,7 @@
 
 #include "http/CurlMulti.h"
 #include "http/CurlTransfer.h"
-#include "http/TransferLimits.h"
+#include "http/TransferOptions.h"
 #include "loop/Loop.h"
 
 /// HTTP through libcurl. Completion handlers are called on the loop's thread, in which the session is to be released;
@@ -19,7 +19,7 @@ class CurlSession final : public NSURLSession,
                           public std::enable_shared_from_this<CurlSession>,
                           private CurlMulti::Client {
  public:
-  CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock, TransferLimits limits);
+  CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock, TransferOptions options);
   ~CurlSession() override;
 
   std::shared_ptr<NSURLSessionDataTask> dataTaskWithRequest(NSMutableURLRequest request,
@@ -46,7 +46,7 @@ class CurlSession final : public NSURLSession,
 
   const std::shared_ptr<Loop> loop_;
   const std::shared_ptr<const ZRClock> clock_;
-  const TransferLimits limits_;
+  const TransferOptions options_;
   CurlMulti multi_;
   Transfers running_;
   CurlHandle spare_;  ///< of the last transfer that ended, for the next one

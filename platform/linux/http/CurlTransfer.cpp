@@ -36,11 +36,11 @@ bool hasNoDescriptors() {
 }  // namespace
 
 CurlTransfer::CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination asked, const ZRClock& clock,
-                           TransferLimits limits, CurlHandle spare)
+                           const TransferOptions& options, CurlHandle spare)
     : task_(std::move(task)),
       asked_(std::move(asked)),
       clock_(clock),
-      limits_(limits),
+      options_(options),
       idle_(task_->request().timeoutSeconds, clock.now()),
       easy_(spare ? std::move(spare) : CurlHandle(curl_easy_init())) {
   if (!easy_) throw std::bad_alloc();
@@ -74,6 +74,10 @@ void CurlTransfer::configure() {
   curl_easy_setopt(easy_.get(), CURLOPT_ACCEPT_ENCODING, "gzip, deflate");
   curl_easy_setopt(easy_.get(), CURLOPT_HTTP_CONTENT_DECODING, 0L);  // libcurl 7.88 takes a cut body for a whole one
   curl_easy_setopt(easy_.get(), CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+  if (const auto& file = options_.certificatesFile; !file.empty()) {
+    curl_easy_setopt(easy_.get(), CURLOPT_CAINFO, file.c_str());
+    curl_easy_setopt(easy_.get(), CURLOPT_CAPATH, nullptr);  // nor whom the system trusts
+  }
   // Silence is what we measure, not the time that libcurl gives a connection.
   curl_easy_setopt(easy_.get(), CURLOPT_CONNECTTIMEOUT_MS,
                    static_cast<long>(std::clamp(idle_.limitSeconds() * 2000.0, 300000.0, 2e9)));
@@ -172,10 +176,10 @@ bool CurlTransfer::takeBody(std::string_view bytes) {
   }
   auto taken = packed::Unpacker::Taken::good;
   bodyBytes_ += bytes.size();  // packed ones may stand for nothing, without end
-  if (bodyBytes_ > limits_.longestBodyBytes) {
+  if (bodyBytes_ > options_.longestBodyBytes) {
     taken = packed::Unpacker::Taken::tooLong;
   } else if (unpacker_) {
-    taken = unpacker_->take(bytes, body_, limits_.longestBodyBytes);
+    taken = unpacker_->take(bytes, body_, options_.longestBodyBytes);
   } else {
     body_.append(bytes);
   }
@@ -191,7 +195,7 @@ std::size_t CurlTransfer::takeHeaderLine(char* bytes, std::size_t, std::size_t c
 bool CurlTransfer::takeHeaderLine(std::string_view line) {
   idle_.hear(clock_.now());
   headerBytes_ += line.size();
-  if (headerBytes_ > limits_.longestBodyBytes) {
+  if (headerBytes_ > options_.longestBodyBytes) {
     stoppedBy_ = policy::TransferFailure::length;
     return false;
   }
@@ -276,7 +280,8 @@ TransferResult CurlTransfer::failure(policy::TransferFailure why, const char* de
   if (!end.destination.isHTTP()) end.destination.host = asked_.host;  // which leads there
   end.detail = detail_[0] ? detail_ : detail;
   end.silenceSeconds = idle_.limitSeconds();
-  end.longestRequestSeconds = limits_.longestRequestSeconds;
-  end.longestBodyBytes = limits_.longestBodyBytes;
+  end.longestRequestSeconds = options_.longestRequestSeconds;
+  end.longestBodyBytes = options_.longestBodyBytes;
+  end.certificatesFile = options_.certificatesFile;
   return {.response = response(), .error = policy::transferFault(end)};
 }

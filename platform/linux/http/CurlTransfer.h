@@ -16,7 +16,7 @@
 #include <string_view>
 
 #include "http/CurlTask.h"
-#include "http/TransferLimits.h"
+#include "http/TransferOptions.h"
 
 struct CurlHandleEnd {
   void operator()(CURL* handle) const { curl_easy_cleanup(handle); }
@@ -27,8 +27,8 @@ using CurlHandle = std::unique_ptr<CURL, CurlHandleEnd>;
 class CurlTransfer {
  public:
   /// @param spare  a handle to use; null for a new one
-  CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination asked, const ZRClock& clock, TransferLimits limits,
-               CurlHandle spare);
+  CurlTransfer(std::shared_ptr<CurlTask> task, policy::Destination asked, const ZRClock& clock,
+               const TransferOptions& options, CurlHandle spare);
   CurlTransfer(const CurlTransfer&) = delete;
   CurlTransfer& operator=(const CurlTransfer&) = delete;
   ~CurlTransfer();
@@ -70,7 +70,7 @@ class CurlTransfer {
   std::shared_ptr<CurlTask> task_;
   policy::Destination asked_;
   const ZRClock& clock_;
-  TransferLimits limits_;
+  const TransferOptions& options_;
   policy::IdleLimit idle_;
   CurlHandle easy_;
   curl_slist* requestHeaders_ = nullptr;

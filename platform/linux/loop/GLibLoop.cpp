@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <deque>
 #include <mutex>
+#include <vector>
+
+#include "loop/FromC.h"
 
 Loop::Wait::~Wait() = default;
 Loop::~Loop() = default;
@@ -20,21 +22,21 @@ struct GLibLoop::Queue {
   }
 
   /// Runs what was posted before this call. What is posted meanwhile waits its turn behind the loop's other sources.
+  /// One that throws keeps no other from running.
   void run() noexcept {
-    std::deque<std::function<void()>> works;
+    std::vector<std::function<void()>> works;
     {
       const std::lock_guard lock(mutex);
       works.swap(posted);
     }
-    while (!works.empty()) {
-      const auto work = std::move(works.front());
-      works.pop_front();
-      work();
+    for (auto& next : works) {
+      const auto work = std::move(next);  // which ends with its turn
+      from_c::guarded(work);
     }
   }
 
   std::mutex mutex;
-  std::deque<std::function<void()>> posted;
+  std::vector<std::function<void()>> posted;
 };
 
 namespace {
@@ -101,7 +103,7 @@ std::unique_ptr<Loop::Wait> GLibLoop::after(double seconds, Callback<> fire) {
   g_source_set_callback(
       source,
       [](gpointer function) -> gboolean {
-        (*static_cast<Fire*>(function))();
+        from_c::guarded(*static_cast<Fire*>(function));
         return G_SOURCE_REMOVE;
       },
       new Fire(std::move(fire)), release<Fire>);
@@ -116,9 +118,10 @@ std::unique_ptr<Loop::Wait> GLibLoop::watch(int fileDescriptor, Readiness intere
   GSource* const source = g_unix_fd_source_new(fileDescriptor, static_cast<GIOCondition>(conditions));
   using Fire = Callback<Readiness>;
   const auto dispatch = [](gint, GIOCondition condition, gpointer function) -> gboolean {
-    (*static_cast<Fire*>(function))({.canRead = (condition & G_IO_IN) != 0,
-                                     .canWrite = (condition & G_IO_OUT) != 0,
-                                     .hasFailed = (condition & (G_IO_ERR | G_IO_HUP | G_IO_NVAL)) != 0});
+    const Readiness readiness{.canRead = (condition & G_IO_IN) != 0,
+                              .canWrite = (condition & G_IO_OUT) != 0,
+                              .hasFailed = (condition & (G_IO_ERR | G_IO_HUP | G_IO_NVAL)) != 0};
+    from_c::guarded([&] { (*static_cast<Fire*>(function))(readiness); });
     return G_SOURCE_CONTINUE;
   };
   g_source_set_callback(source, G_SOURCE_FUNC(static_cast<GUnixFDSourceFunc>(dispatch)), new Fire(std::move(fire)),

@@ -7,7 +7,7 @@
 
 #include "loop/Loop.h"
 
-/// The loop of a GLib main context. What throws inside a callback ends the process: C code stands in between.
+/// The loop of a GLib main context. What a callback throws comes out of `ZRRunLinuxLoopUntil`.
 class GLibLoop final : public Loop {
  public:
   /// @param context  null for the default context. Held.

@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "loop/ContextScope.h"
+#include "loop/FromC.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ class SocketConnector final : public Connector {
     g_autoptr(GSocketClient) client = g_socket_client_new();
     g_socket_client_set_enable_proxy(client, FALSE);
     // The attempt owns its `done`: it ends after a cancellation, when this object may be gone.
-    g_socket_client_connect_async(client, address_.get(), cancellable_.get(), onConnected,
+    g_socket_client_connect_async(client, address_.get(), cancellable_.get(), from_c::entry(kOnConnected),
                                   new Attempt{std::move(done), owners::refTo(cancellable_.get())});
   }
 
@@ -57,7 +58,7 @@ class SocketConnector final : public Connector {
     owners::Ref<GCancellable> cancellable;
   };
 
-  static void onConnected(GObject* client, GAsyncResult* result, gpointer data) {
+  static constexpr auto kOnConnected = [](GObject* client, GAsyncResult* result, gpointer data) {
     const std::unique_ptr<Attempt> attempt(static_cast<Attempt*>(data));
     g_autoptr(GError) error = nullptr;
     g_autoptr(GSocketConnection) connection = g_socket_client_connect_finish(G_SOCKET_CLIENT(client), result, &error);
@@ -70,7 +71,7 @@ class SocketConnector final : public Connector {
     }
     const std::string failure = error != nullptr ? error->message : "";
     if (g_cancellable_is_cancelled(attempt->cancellable.get()) == FALSE) attempt->done(std::move(descriptor), failure);
-  }
+  };
 
   owners::Ref<GSocketConnectable> address_;
   GMainContext* context_;

@@ -138,6 +138,7 @@ void EngineProcess::readOutput() {
   if (count > 0) {
     events_.output(std::string_view(bytes.data(), static_cast<std::size_t>(count)));
   } else if (count == 0 || (errno != EAGAIN && errno != EINTR)) {
+    if (count < 0) exitFault_ = std::string("cannot be listened to: ") + std::strerror(errno);
     outputWait_.reset();
     stdout_.close();
     endIfDone();

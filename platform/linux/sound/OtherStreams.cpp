@@ -8,6 +8,7 @@
 #include <cstring>
 #include <utility>
 
+#include "loop/FromC.h"
 #include "sound/PulseValues.h"
 #include "sound/SoundOwner.h"
 
@@ -93,23 +94,22 @@ void OtherStreams::serverIsReady() {
   isLearning_ = true;
   pa_context* const context = connection_.context();
   ::pa_context_set_subscribe_callback(
-      context,
-      [](pa_context*, pa_subscription_event_type_t type, std::uint32_t, void* self) {
+      context, from_c::entry([](pa_context*, pa_subscription_event_type_t type, std::uint32_t, void* self) {
         auto* const others = static_cast<OtherStreams*>(self);
         const bool isOfModule = (type & PA_SUBSCRIPTION_EVENT_FACILITY_MASK) == PA_SUBSCRIPTION_EVENT_MODULE;
         isOfModule ? others->lookAtModules() : others->synchronize();
-      },
+      }),
       this);
   const auto facilities =
       static_cast<pa_subscription_mask_t>(PA_SUBSCRIPTION_MASK_SINK_INPUT | PA_SUBSCRIPTION_MASK_MODULE);
   release(::pa_context_subscribe(context, facilities, nullptr, nullptr));
-  const auto learnServer = [](pa_context*, const pa_server_info* info, void* self) {
+  const auto learnServer = from_c::entry([](pa_context*, const pa_server_info* info, void* self) {
     auto* const others = static_cast<OtherStreams*>(self);
     const std::uint32_t cookie = info != nullptr ? info->cookie : 0;
     if (std::exchange(others->serverCookie_, cookie) != cookie) others->plan_.forgetServer();
     others->memory_.setServer(info != nullptr && info->server_name != nullptr ? info->server_name : "");
     others->lookAtModules();
-  };
+  });
   release(::pa_context_get_server_info(context, learnServer, this));
 }
 
@@ -123,7 +123,7 @@ void OtherStreams::serverIsLost(const std::string&) {
 /// Looks whether the server lowers streams itself. Then we do not, too.
 void OtherStreams::lookAtModules() {
   hasSeenDucking_ = false;
-  const auto look = [](pa_context*, const pa_module_info* info, int end, void* self) {
+  const auto look = from_c::entry([](pa_context*, const pa_module_info* info, int end, void* self) {
     auto* const others = static_cast<OtherStreams*>(self);
     if (end == 0) {
       others->hasSeenDucking_ |= info->name != nullptr && std::strcmp(info->name, "module-role-ducking") == 0;
@@ -133,7 +133,7 @@ void OtherStreams::lookAtModules() {
       others->isLearning_ = false;
       others->synchronize();
     }
-  };
+  });
   release(::pa_context_get_module_info_list(connection_.context(), look, this));
 }
 
@@ -148,12 +148,12 @@ void OtherStreams::synchronize() {
     const FileDescriptor lock = file_.lock();
     noted_ = lookAtNotes();
   }
-  const auto list = [](pa_context*, const pa_sink_input_info* info, int end, void* self) {
+  const auto list = from_c::entry([](pa_context*, const pa_sink_input_info* info, int end, void* self) {
     auto* const others = static_cast<OtherStreams*>(self);
     if (end == 0) return others->streams_.push_back(otherStream(*info));
     others->isListing_ = false;
     if (end > 0) others->listed();  // otherwise the server has failed, and the list may lack streams
-  };
+  });
   release(::pa_context_get_sink_input_info_list(connection_.context(), list, this));
 }
 
@@ -192,10 +192,10 @@ void OtherStreams::note() {
 void OtherStreams::apply(const std::vector<policy::DuckPlan::Change>& changes) {
   for (const auto& change : changes) {
     const pa_cvolume volume = pulseVolume(change.volumes);
-    const auto done = [](pa_context*, int success, void* underWay) {
+    const auto done = from_c::entry([](pa_context*, int success, void* underWay) {
       const ChangeUnderWay ended = *static_cast<ChangeUnderWay*>(underWay);
       ended.self->changeDone(ended.index, success != 0);
-    };
+    });
     changesUnderWay_.push_back({this, change.index});
     pa_operation* const operation = ::pa_context_set_sink_input_volume(connection_.context(), change.index, &volume,
                                                                        done, &changesUnderWay_.back());
@@ -260,11 +260,11 @@ bool askWhetherOthersPlay() {
   constexpr int kMicrosecondsToWait = 250000;
   pa_mainloop* const mainloop = ::pa_mainloop_new();
   pa_context* const context = ::pa_context_new(::pa_mainloop_get_api(mainloop), "ZRCore");
-  const auto list = [](pa_context*, const pa_sink_input_info* info, int end, void* asked) {
+  const auto list = from_c::entry([](pa_context*, const pa_sink_input_info* info, int end, void* asked) {
     auto& answer = *static_cast<Question*>(asked);
     if (end == 0) return answer.streams.push_back(otherStream(*info));
     answer.isAnswered = true;
-  };
+  });
   bool isAsked = false;
   const pa_usec_t deadline = ::pa_rtclock_now() + kMicrosecondsToWait;
   bool isGood = ::pa_context_connect(context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) >= 0;

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "loop/FromC.h"
+
 PulseConnection::PulseConnection(std::shared_ptr<GLibLoop> loop)
     : loop_(std::move(loop)), mainloop_(::pa_glib_mainloop_new(loop_->context())) {}
 
@@ -15,7 +17,8 @@ PulseConnection::~PulseConnection() {
 void PulseConnection::connect() {
   if (context_ != nullptr || deadline_) return;
   context_ = ::pa_context_new(::pa_glib_mainloop_get_api(mainloop_), "ZRCore");
-  const auto changed = [](pa_context*, void* self) { static_cast<PulseConnection*>(self)->stateChanged(); };
+  const auto changed =
+      from_c::entry([](pa_context*, void* self) { static_cast<PulseConnection*>(self)->stateChanged(); });
   if (::pa_context_connect(context_, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) < 0) {
     const std::string why = ::pa_strerror(::pa_context_errno(context_));
     deadline_ = loop_->after(0.0, [this, why] { lose(why); });

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <utility>
 
+#include "loop/FromC.h"
 #include "sound/SoundGuard.h"
 #include "sound/SoundOwner.h"
 #include "sound/SoundRestoring.h"
@@ -125,13 +126,14 @@ class PulseSound::Stream final : public SoundStream, private PulseListener {
     ::pa_proplist_free(properties);
     if (stream_ == nullptr) return failLater();
     ::pa_stream_set_state_callback(
-        stream_, [](pa_stream*, void* self) { static_cast<Stream*>(self)->stateChanged(); }, this);
+        stream_, from_c::entry([](pa_stream*, void* self) { static_cast<Stream*>(self)->stateChanged(); }), this);
     ::pa_stream_set_write_callback(
-        stream_, [](pa_stream*, std::size_t, void* self) { static_cast<Stream*>(self)->tellWantsMore(); }, this);
-    ::pa_stream_set_event_callback(
         stream_,
-        [](pa_stream*, const char* name, pa_proplist*, void* self) { static_cast<Stream*>(self)->serverAsks(name); },
-        this);
+        from_c::entry([](pa_stream*, std::size_t, void* self) { static_cast<Stream*>(self)->tellWantsMore(); }), this);
+    ::pa_stream_set_event_callback(stream_, from_c::entry([](pa_stream*, const char* name, pa_proplist*, void* self) {
+                                     static_cast<Stream*>(self)->serverAsks(name);
+                                   }),
+                                   this);
     constexpr pa_usec_t kLatency = kLatencyMilliseconds * 1000;
     constexpr auto kServersChoice = static_cast<std::uint32_t>(-1);
     pa_buffer_attr buffer{};
@@ -185,7 +187,7 @@ class PulseSound::Stream final : public SoundStream, private PulseListener {
   }
 
   void askWhenHeard() {
-    const auto answered = [](pa_stream*, int, void* self) { static_cast<Stream*>(self)->timingCame(); };
+    const auto answered = from_c::entry([](pa_stream*, int, void* self) { static_cast<Stream*>(self)->timingCame(); });
     if (timing_ != nullptr) ::pa_operation_unref(timing_);
     timing_ = ::pa_stream_update_timing_info(stream_, answered, this);
   }

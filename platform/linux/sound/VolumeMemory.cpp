@@ -4,15 +4,16 @@
 #include <algorithm>
 #include <utility>
 
+#include "loop/FromC.h"
 #include "sound/PulseValues.h"
 
 void VolumeMemory::read(std::function<void(bool, const Remembered&)> told) {
   entries_.clear();
   toldRead_ = std::move(told);
-  const auto list = [](pa_context*, const pa_ext_stream_restore_info* info, int end, void* self) {
+  const auto list = from_c::entry([](pa_context*, const pa_ext_stream_restore_info* info, int end, void* self) {
     auto* const memory = static_cast<VolumeMemory*>(self);
     end == 0 ? memory->add(*info) : memory->tellRead(end > 0);
-  };
+  });
   pa_operation* const operation = ::pa_ext_stream_restore_read(connection_.context(), list, this);
   if (operation == nullptr) return tellRead(false);
   release(operation);
@@ -58,10 +59,10 @@ void VolumeMemory::write(const std::vector<policy::RememberedVolume>& volumes, s
     infos.insert(infos.end() - 1, infos.back());
     for (pa_volume_t& channel : (infos.end() - 2)->volume.values) channel ^= 1U;
   }
-  const auto done = [](pa_context*, int success, void* self) {
+  const auto done = from_c::entry([](pa_context*, int success, void* self) {
     const auto toldNow = std::exchange(static_cast<VolumeMemory*>(self)->toldWritten_, nullptr);
     toldNow(success != 0);
-  };
+  });
   pa_operation* const operation = ::pa_ext_stream_restore_write(connection_.context(), PA_UPDATE_REPLACE, infos.data(),
                                                                 static_cast<unsigned>(infos.size()), 0, done, this);
   if (operation == nullptr) return std::exchange(toldWritten_, nullptr)(false);

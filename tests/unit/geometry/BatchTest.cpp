@@ -31,6 +31,18 @@ std::vector<Coordinate> places(std::size_t count) {
   return result;
 }
 
+/// `ZRMBR` of two or more, as it is documented.
+ZRMapRect plainBounds(const std::vector<ZRMapPoint>& points) {
+  double left = 0x1p63, top = 0x1p63, right = -0x1p63, bottom = -0x1p63;
+  for (const auto& [x, y] : points) {
+    left = x < left ? x : left;
+    top = y < top ? y : top;
+    right = x > right ? x : right;
+    bottom = y > bottom ? y : bottom;
+  }
+  return {{left, top}, {right - left, bottom - top}};
+}
+
 class EveryBuild : public testing::TestWithParam<exact::Build> {
  protected:
   void SetUp() override {
@@ -61,6 +73,43 @@ TEST_P(EveryBuild, GivesEachElementOfABatchTheBitsOfTheSingleCall) {
       ASSERT_EQ(bits(static_cast<double>(bearings[i])),
                 bits(static_cast<double>(ZRCoordinateUtils::bearingFromTo(line[i], line[i + 1]))))
           << i;
+    }
+  }
+}
+
+TEST_P(EveryBuild, GivesRectanglesAndBoundsTheResultsOfTheSingleCalls) {
+  const double special[] = {kInf, -kInf, kNaN, 0.0, -0.0};
+  Dice dice;
+  const auto number = [&](double low, double high) {
+    return dice.roll() < 0.02 ? special[static_cast<int>(dice.roll() * std::size(special))] : dice.between(low, high);
+  };
+  for (const std::uint64_t count : {0U, 1U, 2U, 3U, 9U, 63U, 64U, 65U, 1000U}) {
+    for (int round = 0; round < 20; ++round) {
+      std::vector<ZRMapRect> rects(count);
+      std::vector<ZRMapPoint> points;
+      for (ZRMapRect& rect : rects) {
+        rect = {{number(-9.0, 9.0), number(-9.0, 9.0)}, {number(-9.0, 9.0), number(-9.0, 9.0)}};
+        points.push_back(round % 4 == 0 ? ZRMapPoint{rect.origin.x > 0.0 ? 0.0 : -0.0, rect.origin.y} : rect.origin);
+      }
+      const ZRMapRect one = {{number(-9.0, 9.0), number(-9.0, 9.0)}, {number(-9.0, 9.0), number(-9.0, 9.0)}};
+      std::vector<std::uint64_t> found((count + 63) / 64, ~std::uint64_t{0});
+      kernels().intersects(one, rects.data(), count, found.data());
+      double left = kInf, top = kInf, right = -kInf, bottom = -kInf;
+      for (std::uint64_t i = 0; i < (count + 63) / 64 * 64; ++i) {
+        ASSERT_EQ(found[i / 64] >> (i % 64) & 1U, i < count && ZRMapRectIntersectsRect(one, rects[i]) ? 1U : 0U) << i;
+        if (i >= count || ZRMapRectIsNull(rects[i])) continue;
+        const auto [origin, size] = rects[i];
+        left = std::min(left, size.width < 0.0 ? origin.x + size.width : origin.x);
+        right = std::max(right, size.width < 0.0 ? origin.x : origin.x + size.width);
+        top = std::min(top, size.height < 0.0 ? origin.y + size.height : origin.y);
+        bottom = std::max(bottom, size.height < 0.0 ? origin.y : origin.y + size.height);
+      }
+      const bool isNone = left > right || top > bottom;
+      const ZRMapRect all = {{left + 0.0, top + 0.0}, {right + 0.0 - left, bottom + 0.0 - top}};
+      ASSERT_EQ(bits(kernels().unionOf(rects.data(), count)), bits(isNone ? ZRMapRectNull : all)) << count;
+      if (count > 1) {
+        ASSERT_EQ(bits(kernels().bounds(points.data(), count)), bits(plainBounds(points))) << count;
+      }
     }
   }
 }

@@ -194,6 +194,54 @@ TEST_F(FanOutTest, ADelegateMayMakeStartStopAndReleaseManagers) {
   EXPECT_EQ(ZRLocationManager::instanceCount(), 2);
 }
 
+TEST_F(FanOutTest, AWaitingClientIsToldWithoutAReferenceAndEndsWhenNobodyIsTold) {
+  struct Ending : Client {
+    explicit Ending(std::vector<std::string>& shared) : log(shared) {}
+    ~Ending() override { log.push_back("ended"); }
+    std::vector<std::string>& log;
+  };
+  std::vector<std::string> log;
+  auto itself = ZRMakeLocationClient<Ending>(log), other = ZRMakeLocationClient<Ending>(log);
+  const auto a = started(itself), b = started(other), c = started(client);
+  other->onLocations = [&] { log.push_back("never told"); };
+  itself->onLocations = [&, token = std::make_shared<int>(7)] {
+    other.reset();
+    itself.reset();
+    log.push_back("told " + std::to_string(*token));
+  };
+  client->onLocations = [&] { log.push_back("next"); };
+  deliver({fixAt(1.0, 1.0)});
+  EXPECT_THAT(log, ElementsAre("told 7", "ended", "ended", "next")) << "the ends waited for the one that was told";
+  EXPECT_TRUE(a->delegate().expired());
+  deliver({fixAt(2.0, 2.0)});
+  EXPECT_THAT(client->batches, SizeIs(2));
+
+  auto idle = ZRMakeLocationClient<Ending>(log);
+  b->setDelegate(idle);
+  b->setDelegate(client);
+  idle.reset();
+  EXPECT_EQ(log.back(), "ended") << "at once where nobody is told";
+  const auto snapping = ZRMakeLocationClient<Client>();
+  a->setDelegate(snapping);
+  a->setSnapFilter([](const std::shared_ptr<ZRLocation>& location) { return location; });
+  deliver({fixAt(3.0, 3.0), fixAt(4.0, 4.0)});
+  EXPECT_THAT(snapping->batches, ElementsAre(SizeIs(1)));
+}
+
+TEST_F(FanOutTest, AWaitingClientMayEndOnAnotherThreadWhileFixesArrive) {
+  const auto manager = ZRLocationManager::init();
+  for (int round = 0; round < 200; ++round) {
+    auto waiting = ZRMakeLocationClient<Client>();
+    manager->setDelegate(waiting);
+    manager->startUpdatingLocation();
+    std::thread ending([&waiting] { waiting.reset(); });
+    deliver({fixAt(round * 0.01, 0.0)});
+    ending.join();
+    deliver({fixAt(round * 0.01, 1.0)});
+    EXPECT_TRUE(manager->delegate().expired());
+  }
+}
+
 TEST_F(FanOutTest, ASnapFilterMayReplaceItself) {
   const auto map = started(client);
   map->setSnapFilter([&, big = std::vector<int>(1000, 7)](const std::shared_ptr<ZRLocation>& location) {

@@ -9,6 +9,7 @@ namespace readers {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 
 TEST(GeoClueValues, WhatIsUnknownThereIsUnknownHere) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -72,6 +73,14 @@ TEST(LiveReading, RemarksAboutRubbishAreBoundedForEachConnection) {
     EXPECT_EQ(events.remarks.size(), static_cast<std::size_t>(LiveReader::kMostRemarks));
     EXPECT_THAT(events.remarks.back(), HasSubstr("left out"));
     EXPECT_TRUE(reader.feed(rubbish).remarks.empty());
+  }
+}
+
+TEST(LiveReading, ALineWithoutEndIsNoFilesFault) {
+  for (const Format format : {Format::nmea, Format::gpsdJson}) {
+    const auto events = LiveReader(format).feed(std::string(70'000, 'x') + "\n");
+    ASSERT_EQ(events.remarks.size(), 1u);
+    EXPECT_THAT(events.remarks[0], AllOf(HasSubstr("longer than 64 KiB"), Not(HasSubstr("file"))));
   }
 }
 

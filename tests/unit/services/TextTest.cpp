@@ -95,6 +95,35 @@ TEST(EscaperTest, EachByteOfASCIIIsEscapedOrLeftAlone) {
   }
 }
 
+TEST(EscaperTest, TheFormForABufferWritesTheSameWhereItFits) {
+  // Plain runs around the sixteen bytes that are judged at once, and a character to escape at each place in them.
+  for (std::size_t length = 0; length < 70; ++length) {
+    for (const char* const odd : {"", "/", "é", "[", "%", "\xFF"}) {
+      const std::string text = std::string(length, 'a') + odd + std::string(length % 5, 'Z');
+      const auto value = urlQueryParameterEscaped(text), key = urlQueryParameterKeyEscaped(text);
+      std::string buffer(3 * text.size() + 1, '?');
+      for (const bool isKey : {false, true}) {
+        const auto& expected = isKey ? key : value;
+        const auto into =
+            isKey ? NSString_ZR::urlQueryParameterKeyEscapedInto : NSString_ZR::urlQueryParameterEscapedInto;
+        const auto written = into(buffer.data(), buffer.size(), text);
+        ASSERT_EQ(written.has_value(), expected.has_value()) << text;
+        if (!expected) continue;
+        EXPECT_EQ(buffer.substr(0, *written), *expected);
+        std::string exact(expected->size() + 1, '?');
+        EXPECT_EQ(into(exact.data(), expected->size(), text), expected->size());
+        EXPECT_EQ(exact, *expected + '?') << "not a byte beyond";
+        if (expected->empty()) continue;
+        exact.assign(expected->size() + 1, '?');
+        EXPECT_EQ(into(exact.data(), expected->size() - 1, text), expected->size());
+        EXPECT_EQ(exact, std::string(expected->size() + 1, '?')) << "nothing where it does not fit";
+      }
+    }
+  }
+  const std::string plain(100'000, 'x');
+  EXPECT_THAT(urlQueryParameterEscaped(plain + " " + plain), Optional(plain + "%20" + plain));
+}
+
 TEST(EscaperTest, TextsBeyondASCIIBecomeTheirBytesAndWhatIsNoUTF8IsAbsent) {
   EXPECT_THAT(urlQueryParameterEscaped("é€😀"), Optional(std::string("%C3%A9%E2%82%AC%F0%9F%98%80")));
   EXPECT_THAT(urlQueryParameterEscaped("%41%zz 50%"), Optional(std::string("%41%zz%2050%")));
