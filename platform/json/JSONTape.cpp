@@ -63,7 +63,8 @@ JSONTape::~JSONTape() = default;
 bool JSONTape::read(std::string_view bytes, std::uint64_t mostValues) {
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
-  if (bytes.size() > kLongestAtOnce || !isOrdinary(bytes) || !hasAtMost(bytes, mostValues)) return false;
+  if (bytes.empty() || bytes.size() > kLongestAtOnce) return false;
+  if (!isOrdinary(bytes) || !hasAtMost(bytes, mostValues)) return false;
   if (!parser_) parser_ = std::make_unique<Parser>();
   simdjson::dom::parser& parser = parser_->parser;
   if (parser.capacity() < bytes.size() || parser.max_depth() != ZRJSONDeepestNesting) {

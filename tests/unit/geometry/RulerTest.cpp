@@ -39,7 +39,7 @@ TEST(Ruler, FindsTheNearestPointOfALine) {
       {{9.99, 179.98}, 0, 0.0, {10.0, 179.99}},        // before the start
       {{9.995, -179.995}, 0, 0.75, {10.0, -179.995}},  // across the antimeridian
       {{9.99, -179.98}, 0, 1.0, {10.0, -179.99}},      // the corner, and a segment without length
-      {{10.01, -179.98}, 2, 0.5, {10.01, -179.99}},    {{10.5, -179.99}, 2, 1.0, {10.02, -179.99}},
+      {{10.01, -179.98}, 2, 0.5, {10.01, -179.99}},   {{10.5, -179.99}, 2, 1.0, {10.02, -179.99}},
   };
   for (const auto& row : rows) {
     const auto found = ruler.nearestPoint(row.place, line, std::size(line));
