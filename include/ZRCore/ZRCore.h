@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 /// @file
-/// All of ZRCore.
+/// All of ZRCore but for ZRRuler.hpp, whose inline code needs all of <cmath>.
 #ifndef ZRCORE_ZRCORE_H
 #define ZRCORE_ZRCORE_H
 
@@ -37,6 +37,5 @@
 #include <ZRCore/ZRTrackingIdentity.h>
 #include <ZRCore/ZRWebViewController.h>
 #include <ZRCore/ZRGeometry.hpp>
-#include <ZRCore/ZRRuler.hpp>
 
 #endif
