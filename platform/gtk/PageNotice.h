@@ -3,6 +3,7 @@
 #define ZRCORE_PLATFORM_GTK_PAGENOTICE_H
 
 #include <gtk/gtk.h>
+#include <owners/GLib.h>
 
 #include <functional>
 #include <string>
