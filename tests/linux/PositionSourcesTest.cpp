@@ -3,6 +3,8 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 
 #include "ManualLoop.h"
