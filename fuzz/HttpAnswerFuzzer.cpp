@@ -73,7 +73,7 @@ class Exchange {
     Outcome outcome;
     {
       const auto session = std::make_shared<CurlSession>(loop_, std::make_shared<StandingClock>(),
-                                                         TransferLimits{.longestBodyBytes = kLongestBody});
+                                                         TransferOptions{.longestBodyBytes = kLongestBody});
       const auto completed = [&](auto data, const auto& response, const auto& error) {
         ++completions;
         if (error) outcome.error = error->code;

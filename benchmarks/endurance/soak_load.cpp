@@ -121,7 +121,7 @@ TEST(Soak, RequestsOfEveryFateCompleteOnceEachAndLeaveNothing) {
   for (std::size_t i = 0; i < fates.size(); ++i) server.on("/" + std::to_string(i), fates[i]);
 
   const auto loop = std::make_shared<GLibLoop>();
-  const auto session = std::make_shared<CurlSession>(loop, std::make_shared<ZRFakeClock>(), TransferLimits{});
+  const auto session = std::make_shared<CurlSession>(loop, std::make_shared<ZRFakeClock>(), TransferOptions{});
   constexpr std::size_t kAtOnce = 50;
   std::size_t asked = 0, completed = 0, errors = 0;
   const auto ask = [&] {

@@ -55,19 +55,23 @@ constexpr bool haveFiniteOrigins(const ZRMapRect& a, const ZRMapRect& b) noexcep
   const auto [bx, by] = b.origin;
   return (ax - ax) + (ay - ay) + (bx - bx) + (by - by) == 0.0;
 }
+/// Both and either without a branch, which two comparisons joined by && or || may become.
+constexpr bool both(bool a, bool b) noexcept { return (unsigned{a} & unsigned{b}) != 0; }
+constexpr bool either(bool a, bool b) noexcept { return (unsigned{a} | unsigned{b}) != 0; }
+
 /// What containing and intersecting take for nothing.
 constexpr bool isAtInfinity(const ZRMapRect& r) noexcept {
-  return (r.origin.x == kInfinity) | (r.origin.y == kInfinity);
+  return either(r.origin.x == kInfinity, r.origin.y == kInfinity);
 }
 
-constexpr bool meets(const Interval& a, const Interval& b) noexcept { return (a.low <= b.high) & (b.low <= a.high); }
-constexpr bool holds(const Interval& a, const Interval& b) noexcept { return (a.low <= b.low) & (b.high <= a.high); }
-constexpr bool holds(const Interval& a, double value) noexcept { return (a.low <= value) & (value <= a.high); }
+constexpr bool meets(const Interval& a, const Interval& b) noexcept { return both(a.low <= b.high, b.low <= a.high); }
+constexpr bool holds(const Interval& a, const Interval& b) noexcept { return both(a.low <= b.low, b.high <= a.high); }
+constexpr bool holds(const Interval& a, double value) noexcept { return both(a.low <= value, value <= a.high); }
 
 /// Of two intervals that meet. One that lies within the other comes out with its own length, unrounded.
 constexpr Interval common(const Interval& a, const Interval& b) noexcept {
   const double low = larger(b.low, a.low), high = smaller(b.high, a.high);
-  const bool isA = holds(b, a), isB = !isA & holds(a, b);
+  const bool isA = holds(b, a), isB = both(!isA, holds(a, b));
   return {pick(isB, b.low, low), pick(isB, b.high, high), pick(isA, a.length, pick(isB, b.length, high - low))};
 }
 constexpr Interval spanOf(const Interval& a, const Interval& b) noexcept {
@@ -76,13 +80,14 @@ constexpr Interval spanOf(const Interval& a, const Interval& b) noexcept {
 }
 
 constexpr bool ZRMapRectContainsPoint(const ZRMapRect& rect, ZRMapPoint point) noexcept {
-  return holds(horizontal(rect), point.x) & holds(vertical(rect), point.y);
+  return both(holds(horizontal(rect), point.x), holds(vertical(rect), point.y));
 }
 constexpr bool ZRMapRectContainsRect(const ZRMapRect& a, const ZRMapRect& b) noexcept {
-  return isAtInfinity(b) | (holds(horizontal(a), horizontal(b)) & holds(vertical(a), vertical(b)));
+  return either(isAtInfinity(b), both(holds(horizontal(a), horizontal(b)), holds(vertical(a), vertical(b))));
 }
 constexpr bool ZRMapRectIntersectsRect(const ZRMapRect& a, const ZRMapRect& b) noexcept {
-  return !(isAtInfinity(a) | isAtInfinity(b)) & meets(horizontal(a), horizontal(b)) & meets(vertical(a), vertical(b));
+  return both(!either(isAtInfinity(a), isAtInfinity(b)),
+              both(meets(horizontal(a), horizontal(b)), meets(vertical(a), vertical(b))));
 }
 
 inline constexpr ZRMapRect kNullRect = {{kInfinity, kInfinity}, {kInfinity, kInfinity}};  // ZRMapRectNull
@@ -99,7 +104,7 @@ constexpr ZRMapRect ZRMapRectIntersection(const ZRMapRect& a, const ZRMapRect& b
   if (!haveFiniteOrigins(a, b) && (isNullOrigin(a) || isNullOrigin(b))) [[unlikely]]
     return kNullRect;
   const Interval ax = horizontal(a), bx = horizontal(b), ay = vertical(a), by = vertical(b);
-  const bool isSome = meets(ax, bx) & meets(ay, by);
+  const bool isSome = both(meets(ax, bx), meets(ay, by));
   const Interval x = common(ax, bx), y = common(ay, by);
   return {{pick(isSome, x.low, kInfinity), pick(isSome, y.low, kInfinity)},
           {pick(isSome, x.length, kInfinity), pick(isSome, y.length, kInfinity)}};
