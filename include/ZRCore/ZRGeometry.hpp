@@ -56,8 +56,8 @@ constexpr bool haveFiniteOrigins(const ZRMapRect& a, const ZRMapRect& b) noexcep
   return (ax - ax) + (ay - ay) + (bx - bx) + (by - by) == 0.0;
 }
 /// Both and either without a branch, which two comparisons joined by && or || may become.
-constexpr bool both(bool a, bool b) noexcept { return (unsigned{a} & unsigned{b}) != 0; }
-constexpr bool either(bool a, bool b) noexcept { return (unsigned{a} | unsigned{b}) != 0; }
+constexpr bool both(bool a, bool b) noexcept { return a & b; }
+constexpr bool either(bool a, bool b) noexcept { return a | b; }
 
 /// What containing and intersecting take for nothing.
 constexpr bool isAtInfinity(const ZRMapRect& r) noexcept {
