@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: Apache-2.0
-# Runs the blocks of code in README.md and docs/ as a reader would, with a home folder of the test's own into which
-# README.md's own command has installed what was built. run_blocks.sh SOURCES BUILD FOLDER
+# Runs the blocks of code in README.md, docs/ and docs/guide/ as a reader would, with a home folder of the test's own
+# into which README.md's own command has installed what was built. run_blocks.sh SOURCES BUILD FOLDER
 #
 # A block is, by the word after its fence:
 #   cpp c cmake  a file, under the name in its first line's comment
@@ -105,7 +105,7 @@ rm -rf "$folder"
 mkdir -p "$folder/home"
 export HOME=$folder/home PATH=$folder/home/.local/bin:$PATH LC_ALL=C.UTF-8 PULSE_SERVER=unix:$folder/no-sound
 unset DISPLAY WAYLAND_DISPLAY LD_LIBRARY_PATH
-cd "$sources" && pages=(README.md docs/*.md) || exit 2
+cd "$sources" && pages=(README.md docs/*.md docs/guide/*.md) || exit 2
 for page in "${pages[@]}"; do
   work=$folder/work/$page
   mkdir -p "$work/build"
