@@ -119,8 +119,8 @@ void BM_FanOutToWaitingClientsThatChange(benchmark::State& state) {
   fanOut(state, makeWaiting, [i = std::size_t{0}](std::vector<Pair>& clients) mutable {
     const std::size_t others = clients.size() - 3;
     i = i % others + 1;
-    clients[i].manager->setShouldUpdateLocation(false);
-    clients[i + 1].manager->setShouldUpdateLocation(true);
+    clients[i].manager->setShouldUpdateLocation(true);  // the one that the fix before stopped
+    clients[i + 1].manager->setShouldUpdateLocation(false);
     clients[i + 2] = {};
     clients[i + 2] = started(makeWaiting);
   });

@@ -30,7 +30,7 @@ BoostBox made(double x, double y, double width, double height) {
   return {{x, y}, {x + width, y + height}};
 }
 
-/// Neighbours of which about half meet.
+/// Neighbours of which about one pair in six meets.
 template <class Rect>
 std::vector<Rect> rects(std::size_t count) {
   std::mt19937_64 random(3);
@@ -141,7 +141,11 @@ void BoundsOfPoints(benchmark::State& state) {
 BENCHMARK(BoundsOfPoints)->Arg(kCount)->Arg(8'000'000);
 
 /// What reading the memory takes, at the very least.
-[[gnu::target("avx2"), gnu::optimize("O3")]] std::uint64_t sumOfWords(const std::uint64_t* words, std::size_t count) {
+#if defined(__x86_64__)
+[[gnu::target_clones("avx2", "default"), gnu::optimize("O3")]]
+#endif
+std::uint64_t
+sumOfWords(const std::uint64_t* words, std::size_t count) {
   std::uint64_t sum = 0;
   for (std::size_t i = 0; i < count; ++i) sum += words[i];
   return sum;

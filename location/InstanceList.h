@@ -51,6 +51,7 @@ class InstanceList {
   struct Walk {
     explicit Walk(InstanceList& walked) : list(walked) { ++list.depth_; }
     ~Walk() {
+      list.endClients();  // what a visit left that threw
       if (--list.depth_ == 0) list.closeGaps();
     }
     Walk(const Walk&) = delete;

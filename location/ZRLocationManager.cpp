@@ -115,10 +115,11 @@ ZRLocationManager::~ZRLocationManager() {
 void ZRLocationManager::setDelegate(std::weak_ptr<CLLocationManagerDelegate> delegate) {
   const auto asked = delegate.lock();
   const auto updates = std::dynamic_pointer_cast<ZRDidUpdateLocations>(asked);
+  const auto* const end = std::get_deleter<ZRLocationClientEnd>(asked);
+  const bool waits = end != nullptr && end->made == asked.get();  // a part of such a client does not
   {
     const std::lock_guard guard(locationStatics().__instanceList.lock());  // a client's end looks at the nodes
-    static_cast<ClientNode&>(*instanceNode_).waitingDelegate =
-        std::get_deleter<ZRLocationClientEnd>(asked) != nullptr ? updates.get() : nullptr;
+    static_cast<ClientNode&>(*instanceNode_).waitingDelegate = waits ? updates.get() : nullptr;
   }
   instanceNode_->didUpdateLocations_ = updates;
   instanceNode_->didUpdateHeading_ = std::dynamic_pointer_cast<ZRDidUpdateHeading>(asked);

@@ -26,8 +26,9 @@ class OwnedValueDocument final : public ZROHMDocument {
 template <class Elements>
 ZROHMDocument::Content contentIn(const Elements& elements) {
   if (elements.empty()) return {};
-  const auto* const first = &*elements.begin();
-  return {ValueDocument::placeOf(*first), ValueDocument::placeOf(*(first + elements.size()))};
+  const auto& first = *elements.begin();
+  const ZROHMDocument::Place begin = ValueDocument::placeOf(first);
+  return {begin, begin + elements.size() * sizeof first};
 }
 
 }  // namespace

@@ -104,10 +104,10 @@ void ZROHMPlan::fill(Row& row) const {
 
 void ZROHMPlan::makeIndex() {
   constexpr int kAttempts = 200;
-  const std::size_t places = std::bit_ceil(4 * rows_.size() + 1);
+  const std::size_t places = std::bit_ceil(4 * rows_.size() + 2);  // two at least: no shift goes by all 64 bits
   shift_ = 64U - static_cast<unsigned>(std::countr_zero(places));
   bool isPerfect = false;
-  for (int attempt = 0; attempt < kAttempts && !isPerfect; ++attempt) {
+  for (int attempt = 1; attempt <= kAttempts && !isPerfect; ++attempt) {
     factor_ = factor_ * 6364136223846793005U + 1442695040888963407U;  // Knuth's sequence, of which all are odd
     factor_ |= 1U;
     index_.assign(places, nullptr);
@@ -115,6 +115,7 @@ void ZROHMPlan::makeIndex() {
     for (const Row& row : rows_) {
       std::size_t place = placeOf(row.key);
       isPerfect = isPerfect && index_[place] == nullptr;
+      if (!isPerfect && attempt < kAttempts) break;  // the last attempt is taken as it comes
       while (index_[place] != nullptr) place = (place + 1) & (places - 1);
       index_[place] = &row;
     }

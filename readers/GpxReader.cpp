@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include "Text.h"
 
@@ -15,8 +16,6 @@ std::string_view localName(std::string_view name) {
   const auto colon = name.rfind(':');
   return colon == std::string_view::npos ? name : name.substr(colon + 1);
 }
-
-GpxReader& from(void* reader) { return *static_cast<GpxReader*>(reader); }
 
 }  // namespace
 
@@ -72,6 +71,7 @@ void GpxReader::parse(std::string_view bytes, bool last) {
   fedBytes_ += waiting_.size();
   const auto status = XML_Parse(parser_.get(), waiting_.data(), static_cast<int>(waiting_.size()), last);
   waiting_.clear();
+  if (thrown_) std::rethrow_exception(std::exchange(thrown_, nullptr));
   if (status != XML_STATUS_OK) {
     if (!finished_) tellError();
     finished_ = true;
@@ -188,6 +188,16 @@ void GpxReader::endElement() {
   --depth_;
 }
 
+void GpxReader::addText(std::string_view text) {
+  if (valueDepth_ == 0 || depth_ != valueDepth_) return;
+  if (textTooLong_ || text_.size() + text.size() > kLongestText) {
+    textTooLong_ = true;
+    text_.clear();
+  } else {
+    text_.append(text);
+  }
+}
+
 void GpxReader::takeValue() {
   if (textTooLong_) here().fault("a value is longer than 64 KiB and is left out of the fix");
   switch (value_) {
@@ -216,35 +226,41 @@ void GpxReader::takeValue() {
   textTooLong_ = false;
 }
 
+template <class Work>
+void GpxReader::enter(void* reader, Work work) noexcept {
+  GpxReader& self = *static_cast<GpxReader*>(reader);
+  if (self.finished_) return;
+  try {
+    work(self);
+  } catch (...) {
+    self.thrown_ = std::current_exception();
+    self.finished_ = true;
+    XML_StopParser(self.parser_.get(), XML_FALSE);
+  }
+}
+
 void XMLCALL GpxReader::onStart(void* reader, const XML_Char* name, const XML_Char** attributes) {
-  if (!from(reader).finished_) from(reader).startElement(name, attributes);
+  enter(reader, [&](GpxReader& self) { self.startElement(name, attributes); });
 }
 
 void XMLCALL GpxReader::onEnd(void* reader, const XML_Char* /*name*/) {
-  if (!from(reader).finished_) from(reader).endElement();
+  enter(reader, [](GpxReader& self) { self.endElement(); });
 }
 
 void XMLCALL GpxReader::onText(void* reader, const XML_Char* text, int length) {
-  auto& self = from(reader);
-  if (self.valueDepth_ == 0 || self.depth_ != self.valueDepth_) return;
-  const auto count = static_cast<std::size_t>(length);
-  if (self.textTooLong_ || self.text_.size() + count > kLongestText) {
-    self.textTooLong_ = true;
-    self.text_.clear();
-  } else {
-    self.text_.append(text, count);
-  }
+  enter(reader, [&](GpxReader& self) { self.addText({text, static_cast<std::size_t>(length)}); });
 }
 
 /// Comments, instructions and the like; long runs of blanks, which come in pieces, do not count.
 void XMLCALL GpxReader::onOther(void* reader, const XML_Char* text, int length) {
-  if (!from(reader).finished_ && length > 0 && *text == '<') from(reader).tokenFits();
+  if (length > 0 && *text == '<') enter(reader, [](GpxReader& self) { self.tokenFits(); });
 }
 
 void XMLCALL GpxReader::onDoctype(void* reader, const XML_Char* /*name*/, const XML_Char* /*systemId*/,
                                   const XML_Char* /*publicId*/, int hasInternalSubset) {
   // Declarations can make a small file expand without bound, and no recorder writes any.
-  if (hasInternalSubset != 0) from(reader).refuse("the XML declares entities or a document type of its own");
+  constexpr const char* kDeclares = "the XML declares entities or a document type of its own";
+  if (hasInternalSubset != 0) enter(reader, [](GpxReader& self) { self.refuse(kDeclares); });
 }
 
 }  // namespace readers

@@ -5,6 +5,7 @@
 #include <expat.h>
 
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <set>
 #include <string>
@@ -39,9 +40,15 @@ class GpxReader final : public FixReader {
   static void XMLCALL onDoctype(void* reader, const XML_Char* name, const XML_Char* systemId, const XML_Char* publicId,
                                 int hasInternalSubset);
 
+  /// Does what the parser has called us for. What is thrown must not cross the parser, which is C: it waits until the
+  /// parser returns.
+  template <class Work>
+  static void enter(void* reader, Work work) noexcept;
+
   void startElement(std::string_view name, const XML_Char** attributes);
   void startPoint(const XML_Char** attributes);
   void endElement();
+  void addText(std::string_view text);
   void takeValue();
   Value valueNamed(std::string_view name) const;
 
@@ -63,6 +70,7 @@ class GpxReader final : public FixReader {
   bool begun_ = false;          // something other than blanks has come
   bool begunDocument_ = false;  // the outermost element has come
   bool finished_ = false;       // the XML was damaged or refused
+  std::exception_ptr thrown_;
   std::uint64_t leadingLines_ = 0;
   std::uint64_t fedBytes_ = 0;
   std::uint64_t heldBytes_ = 0;  // of them: given to the parser, and not yet parsed by it

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <utility>
 
+#include "Completion.h"
+
 namespace pages {
 namespace {
 
@@ -104,14 +106,6 @@ class Paragraphs {
   bool isVerbatim_ = false;
 };
 
-/// The description's first sentence, as a catalogue of pages shows it.
-std::string purpose(const CommandText& command) {
-  std::string first = command.description.substr(0, command.description.find('\n'));
-  first = first.substr(0, first.find(". "));
-  if (first.ends_with('.')) first.pop_back();
-  return first;
-}
-
 std::string section(const char* title, const std::vector<OptionText>& options, bool ofArguments) {
   std::string text;
   for (const OptionText& option : options) {
@@ -134,14 +128,16 @@ std::string manPage(const CommandText& command, const std::string& version, cons
   std::string title = pageName(command);
   std::transform(title.begin(), title.end(), title.begin(), [](unsigned char c) { return std::toupper(c); });
   std::string page = ".\\\" Made from what its --help says.\n.TH " + plain(title) + " 1 \"\" \"" + version +
-                     "\" \"User Commands\"\n.SH NAME\n" + plain(pageName(command)) + " \\- " + plain(purpose(command)) +
-                     "\n.SH SYNOPSIS\n";
+                     "\" \"User Commands\"\n.SH NAME\n" + plain(pageName(command)) + " \\- " +
+                     plain(brief(command.description)) + "\n.SH SYNOPSIS\n";
   std::string_view usage = command.usage;
   usage = usage.substr(usage.find(command.name) + command.name.size());
   page += bold(command.name) + plain(usage.substr(0, usage.find('\n'))) + "\n.SH DESCRIPTION\n";
   for (const std::string& line : linesIn(command.description)) page += plain(line) + "\n.br\n";
   if (!commands.empty()) page += ".SH COMMANDS\n";
-  for (const CommandText& each : commands) page += ".TP\n" + bold(each.name) + "\n" + plain(purpose(each)) + ".\n";
+  for (const CommandText& each : commands) {
+    page += ".TP\n" + bold(each.name) + "\n" + plain(brief(each.description)) + ".\n";
+  }
   page += section("ARGUMENTS", command.options, true) + section("OPTIONS", command.options, false);
   Paragraphs footer;
   for (const std::string& line : linesIn(command.footer)) footer.add(line);

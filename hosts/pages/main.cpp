@@ -47,7 +47,10 @@ void writeAll(const std::filesystem::path& folder) {
     write(folder / program / "man/man1" / (pages::pageName(text) + ".1"),
           pages::manPage(text, "zrcore " ZRCORE_VERSION, its, names));
   };
-  std::filesystem::remove_all(folder);  // a command that is no more has no page
+  // A command that is no more has no page.
+  for (const char* const program : {"zrcore", "zrcore-demo"}) {
+    std::filesystem::remove_all(folder / program / "man/man1");
+  }
   writePage(texts.front(), commands, "zrcore");
   for (const CommandText& command : commands) writePage(command, {}, "zrcore");
   writePage(demo, {}, "zrcore-demo");

@@ -37,8 +37,8 @@ ZR_EXPORT std::optional<std::string> urlQueryParameterEscaped(std::optional<std:
 ZR_EXPORT std::optional<std::string> urlQueryParameterKeyEscaped(std::optional<std::string_view> string);
 
 /// The same two, written into a buffer of the caller's, without an allocation. Additions. Any thread.
-/// @param buffer    `capacity` bytes, which must not overlap `string`; nothing is written behind the text, no zero
-///                  either; what is left of the buffer may have changed
+/// @param buffer    `capacity` bytes, which must not overlap `string`; no zero ends the text, and what is left of the
+///                  buffer behind it may have changed
 /// @param capacity  three times the text's length and one more always suffices, and is quickest
 /// @return          the escaped text's length in bytes; when that is more than `capacity`, nothing has been written.
 ///                  Absent for bytes that are not UTF-8.

@@ -50,20 +50,23 @@ class ZR_EXPORT ZRDidFailWithError : public virtual CLLocationManagerDelegate {
   virtual void locationManagerDidFailWithError(ZRLocationManager& manager, const NSError& error) = 0;
 };
 
-/// How a client that `ZRMakeLocationClient` made ends: at once, unless clients are just being told of fixes. Then its
-/// end waits: on the thread that tells them until the client that is being told has returned, on any other until all
-/// have been told (as a manager's does).
+/// How a client that `ZRMakeLocationClient` made ends: at once, unless clients are just being told of something. Then
+/// its end waits: on the thread that tells them until the client that is being told has returned, on any other until
+/// all have been told (as a manager's does).
 struct ZR_EXPORT ZRLocationClientEnd {
   void operator()(CLLocationManagerDelegate* client) const noexcept;
+  const CLLocationManagerDelegate* made = nullptr;  ///< the client; parts of it that are delegates have no such end
 };
 
 /// A client whose end waits while clients are told of fixes, so that telling it needs no reference to it. An addition,
 /// for processes with very many clients. Everything else is as with a client made otherwise: managers hold it weakly,
-/// and whoever has the result owns it. One exception: a client that gives up the last reference to itself while it is
-/// told lives on until it returns, but without references: `shared_from_this` throws from then on.
+/// and whoever has the result owns it. One exception: a client whose last reference goes while clients are told, given
+/// up by itself while it is told or by another thread, may still be told, or be in the middle of it, without a
+/// reference: `shared_from_this` throws then. A client that one thread may end uses `weak_from_this().lock()`.
 template <std::derived_from<ZRDidUpdateLocations> Client, class... Arguments>
 std::shared_ptr<Client> ZRMakeLocationClient(Arguments&&... arguments) {
-  return std::shared_ptr<Client>(new Client(std::forward<Arguments>(arguments)...), ZRLocationClientEnd());
+  auto* const made = new Client(std::forward<Arguments>(arguments)...);
+  return std::shared_ptr<Client>(made, ZRLocationClientEnd{made});
 }
 
 /// One manager's place in the list of managers. The list holds nodes, so that it keeps no manager alive.

@@ -23,7 +23,9 @@ using ZROHMAdapter = std::function<ZROHMValue(const ZROHMValue&)>;
 /// An adapter that looks at parts, so that a document from which an object is filled need not make a value for it. In
 /// tables it stands as any other adapter.
 struct ZR_EXPORT ZROHMPartAdapter {
-  /// @return what is to be stored; its texts live as long as the document.
+  /// @return what is to be stored; its texts live as long as the document. An array or a dictionary as a value,
+  ///         `ZROHMPart::of(document.valueAt(place))`: a part that stands in a document holds none, and would store
+  ///         null.
   using Adapt = ZROHMPart (*)(const ZROHMDocument& document, ZROHMDocument::Place place);
 
   ZROHMValue operator()(const ZROHMValue& value) const;

@@ -18,7 +18,8 @@ class ZRJSONService;
 
 /// @name Objects from JSON
 /// What reading the bytes into a value and filling an object from each dictionary gives, without the value: texts go
-/// from the document into the objects. Values are made only where an adapter of the type wants one.
+/// from the document into the objects. Values are made only of what neither a property nor a part adapter of the
+/// type takes as it stands.
 ///
 /// The document is an array of dictionaries, each of which makes an object, in order, and whose other elements are
 /// passed over; or it is one dictionary, which makes one object.

@@ -18,7 +18,7 @@
 /// geodesic's length, and of up to 10 km within 1e-3 m. Farther from its latitude and between farther places it gets
 /// worse without a warning. Longitudes go the short way round.
 ///
-/// A plain value without allocations. NaN and infinite arguments give NaN. Any thread.
+/// A plain value without allocations. Any thread. NaN and infinite arguments give NaN, in what depends on them.
 ///
 /// Source: Gauss' mid-latitude formulas with the spherical terms of third order (Torge and Mueller, Geodesy, 2012,
 /// section 6.3), radii of curvature as power series about the ruler's latitude.
@@ -48,7 +48,8 @@ class ZR_EXPORT ZRRuler {
     std::uint64_t segment;              ///< the number of the point of the line before it
     double fraction;                    ///< how far between that point and the next, in [0, 1]
   };
-  /// @param line  `count` points, of segments that are straight in the ruler's plane; may be null when `count` is 0
+  /// @param line  `count` points, of segments that are straight in the ruler's plane; may be null when `count` is 0. A
+  ///              first point that is NaN or infinite gives NaN; later ones are passed over with their segments
   NearestPoint nearestPoint(CLLocationCoordinate2D place, const CLLocationCoordinate2D* line,
                             std::uint64_t count) const noexcept;
 

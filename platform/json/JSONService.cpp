@@ -74,7 +74,9 @@ class JSONService final : public ZRJSONService, public ZRJSONDocuments {
   std::unique_ptr<JSONTape> tapeOf(std::string_view bytes, ZRJSONFragments fragments) const {
     auto tape = rack_->take();
     const bool isRead = tape->read(bytes, mostValues_);
-    return isRead && (fragments == ZRJSONFragments::allowed || !tape->isFragment()) ? std::move(tape) : nullptr;
+    if (isRead && (fragments == ZRJSONFragments::allowed || !tape->isFragment())) return tape;
+    rack_->putBack(std::move(tape));
+    return nullptr;
   }
 
   const std::uint64_t mostValues_;

@@ -32,6 +32,9 @@ check() {
 
 for program; do
   check "$program" ''
-  for command in $("$program" --help | sed -n '/^Subcommands:/,$ s/^  \([a-z]\+\) .*/\1/p'); do check "$program" "$command"; done
+  commands=$("$program" --help | sed -n '/^Subcommands:/,$ s/^  \([a-z]\+\) .*/\1/p')
+  for command in $commands; do check "$program" "$command"; done
+  there=("$pages/$(basename "$program")"/man/man1/*.1)
+  [ "${#there[@]}" -eq $(($(wc -w <<<"$commands") + 1)) ] || fail "$program has ${#there[@]} pages for: $commands"
 done
 exit $failed

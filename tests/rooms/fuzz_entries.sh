@@ -23,7 +23,7 @@ for target in $formats $targets; do
   has "\`fuzz_$target\` | \`corpus/$target\`" "the target $target"
   [ -n "$(ls -A "fuzz/corpus/$target" 2>/dev/null)" ] || { echo "fuzz/corpus/$target has no seeds"; missing=1; }
 done
-for header in $(grep -lE 'std::string_view|\(std::string ' policy/*.h policy/*/*.h packed/*.h); do
+for header in $(grep -lE 'std::string_view|[(,] *(const )?std::string[ &]' policy/*.h policy/*/*.h packed/*.h); do
   grep -q "#include <$header>" fuzz/*.cpp || has "\`$header\`" "$header, which no target includes,"
 done
 exit "$missing"

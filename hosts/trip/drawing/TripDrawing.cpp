@@ -8,6 +8,7 @@
 #include <array>
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <stdexcept>
 
 #include "CairoCanvas.h"
@@ -108,12 +109,17 @@ struct DestroySurface {
 };
 using Surface = std::unique_ptr<cairo_surface_t, DestroySurface>;
 
-cairo_status_t append(void* text, const unsigned char* bytes, unsigned length) {
-  static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(bytes), length);
-  return CAIRO_STATUS_SUCCESS;
+cairo_status_t append(void* text, const unsigned char* bytes, unsigned length) noexcept {
+  try {
+    static_cast<std::string*>(text)->append(reinterpret_cast<const char*>(bytes), length);
+    return CAIRO_STATUS_SUCCESS;
+  } catch (const std::exception&) {  // which must not cross cairo
+    return CAIRO_STATUS_NO_MEMORY;
+  }
 }
 
 void requireSuccess(cairo_status_t status) {
+  if (status == CAIRO_STATUS_NO_MEMORY) throw std::bad_alloc();
   if (status != CAIRO_STATUS_SUCCESS) {
     throw std::runtime_error(std::string("drawing: ") + cairo_status_to_string(status));
   }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "http/CurlSession.h"
 
+#include <new>
 #include <utility>
 #include <vector>
 
 #include "http/CurlWords.h"
+#include "loop/FromC.h"
 
 CurlSession::CurlSession(std::shared_ptr<Loop> loop, std::shared_ptr<const ZRClock> clock, TransferOptions options)
     : loop_(std::move(loop)),
@@ -28,14 +30,23 @@ void CurlSession::start(const std::shared_ptr<CurlTask>& task) {
     task->complete({.error = std::move(fault)});
     return;
   }
+  std::unique_ptr<CurlTransfer> transfer;
+  try {
+    transfer = std::make_unique<CurlTransfer>(task, destination, *clock_, options_, std::move(spare_));
+  } catch (const std::bad_alloc&) {
+    policy::TransferEnd end{.failure = policy::TransferFailure::memory};
+    end.destination = std::move(destination);
+    task->complete({.error = policy::transferFault(end)});
+    return;
+  }
   Running& running = running_[task.get()];
-  running.transfer = std::make_unique<CurlTransfer>(task, std::move(destination), *clock_, options_, std::move(spare_));
+  running.transfer = std::move(transfer);
   waitForSilence(running, running.transfer->silenceLimitSeconds());
   if (options_.longestRequestSeconds > 0) {
     running.end = loop_->after(options_.longestRequestSeconds, [this, asked = task.get()] { endForTime(asked); });
   }
   if (multi_.add(running.transfer->handle())) return;
-  const auto transfer = takeOut(running_.find(task.get()));
+  transfer = takeOut(running_.find(task.get()));
   task->complete(transfer->result(CURLE_FAILED_INIT));
 }
 
@@ -61,7 +72,9 @@ void CurlSession::transfersEnded(const CurlMulti::Ended& ended) {
     results.emplace_back(taken->task(), taken->result(code));
     spare_ = taken->takeHandle();
   }
-  for (auto& [task, result] : results) task->complete(std::move(result));
+  for (auto& each : results) {
+    from_c::guarded([&each] { each.first->complete(std::move(each.second)); });  // one that throws keeps no other back
+  }
 }
 
 void CurlSession::waitForSilence(Running& running, double seconds) {

@@ -108,7 +108,12 @@ void FileSource::next() {
   const auto tellFirst = [this] {
     const ZRPositionFix fix = waiting_.front();
     waiting_.pop_front();
-    listener_->sourceFixes({fix});
+    try {
+      listener_->sourceFixes({fix});
+    } catch (...) {  // a client's, which is not the end of the recording
+      if (listener_.isThere()) due_ = loop_.after(0.0, {this, &FileSource::next});
+      throw;
+    }
     if (listener_.isThere()) next();
   };
   due_ = loop_.after(due - monotonicSeconds_(), {this, tellFirst});

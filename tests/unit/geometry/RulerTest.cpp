@@ -61,6 +61,9 @@ TEST(Ruler, ComputesThroughWhatIsNoPlace) {
     EXPECT_TRUE(std::isnan(ruler.distance({2.0, 3.0}, {1.0, odd})));
     EXPECT_TRUE(std::isnan(ruler.destination({odd, 1.0}, 2.0, 3.0).latitude));
     EXPECT_TRUE(std::isnan(ZRRuler(odd).distance({50.0, 1.0}, {50.0, 1.1})));
+    const CLLocationCoordinate2D line[] = {{50.0, 7.0}, {odd, 7.0}, {50.0, 8.0}};
+    EXPECT_EQ(ruler.nearestPoint({50.0, 8.0}, line, 3).segment, 0U);
+    EXPECT_TRUE(std::isnan(ruler.nearestPoint({50.0, 8.0}, line + 1, 2).distanceMeters));
   }
   EXPECT_EQ(ruler.distance({50.0, 7.0}, {50.0, 7.0}), 0.0);
   EXPECT_EQ(ruler.bearing({50.0, 7.0}, {50.0, 7.0}), 0.0);

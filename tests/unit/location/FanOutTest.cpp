@@ -226,6 +226,14 @@ TEST_F(FanOutTest, AWaitingClientIsToldWithoutAReferenceAndEndsWhenNobodyIsTold)
   a->setSnapFilter([](const std::shared_ptr<ZRLocation>& location) { return location; });
   deliver({fixAt(3.0, 3.0), fixAt(4.0, 4.0)});
   EXPECT_THAT(snapping->batches, ElementsAre(SizeIs(1)));
+
+  struct Owner : Client {
+    Client part;
+  };
+  auto owner = ZRMakeLocationClient<Owner>();
+  b->setDelegate(std::shared_ptr<CLLocationManagerDelegate>(owner, &owner->part));
+  owner.reset();
+  deliver({fixAt(5.0, 5.0)});  // a part of such a client is held as any other, and has gone with it
 }
 
 TEST_F(FanOutTest, AWaitingClientMayEndOnAnotherThreadWhileFixesArrive) {

@@ -9,11 +9,12 @@
 
 #include "MappingModel.h"
 #include "MappingWorld.h"
+#include "TestSeed.h"
 
 namespace {
 
 TEST(Plan, DoesWhatThePlainEngineDoes) {
-  std::mt19937 random(20261122);
+  std::mt19937 random(testSeed(20261122));
   for (int round = 0; round < 2500; ++round) {
     std::vector<std::uint8_t> bytes(random() % 400);
     for (std::uint8_t& byte : bytes) byte = static_cast<std::uint8_t>(random());
@@ -52,6 +53,26 @@ TEST(Plan, KnowsThousandsOfKeysApart) {
     ASSERT_EQ(item.name().has_value(), i % 2 == 0) << i;
     ASSERT_EQ(item.tags().isNull(), i % 2 == 0) << i;
   }
+
+  ZROHMDictionary content;
+  for (const auto& entry : mapping) content.set(entry.first, entry.first);
+  const auto document = ZROHMDocumentOfValue(content);
+  Item item;
+  ZROHMSetValuesFromDocument(item, *document, document->root());
+  EXPECT_EQ(item.name(), "the same beginning 12998 and end");
+  EXPECT_EQ(item.tags(), ZROHMValue("the same beginning 12999 and end"));
+}
+
+TEST(Plan, OfATypeWithoutPropertiesAndTablesDropsEveryKey) {
+  ZROHMClassInfo type({.name = "Bare", .superclass = &NSObject::staticClassInfo()});
+  ZROHMMappable(type);
+  struct Bare final : NSObject {
+    explicit Bare(ZROHMClassInfo& info) : info_(info) {}
+    ZROHMClassInfo& classInfo() const override { return info_; }
+    ZROHMClassInfo& info_;
+  } bare(type);
+  for (const char* const key : {"", "a", "something longer"}) bare.setValueForKey("x", key);
+  EXPECT_TRUE(bare.dictionaryWithValuesForKeys({}).empty());
 }
 
 TEST(Plan, IsWholeForReadersWhileTablesAreStored) {

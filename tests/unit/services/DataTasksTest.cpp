@@ -2,6 +2,8 @@
 #include <ZRCore/NSURLSession_ZR.h>
 #include <gmock/gmock.h>
 
+#include <new>
+
 #include "WithFakePlatform.h"
 
 using testing::ElementsAre;
@@ -198,6 +200,20 @@ TEST_F(DataTasksTest, AJSONServiceThatReadsNothingFailsWithoutAnError) {
   ASSERT_TRUE(ZRPlatformInstall(fake.platform()));
   answer(json(*this, true), "{}");
   EXPECT_THAT(outcomes, ElementsAre("200 failure without error"));
+}
+
+TEST_F(DataTasksTest, ABodyThatFindsNoMemoryIsItsRequestsFailure) {
+  class FullJSON final : public ZRJSONService {
+    std::variant<ZROHMValue, NSError> valueFromJSON(std::string_view, ZRJSONFragments) const override {
+      throw std::bad_alloc();
+    }
+    std::variant<std::string, NSError> JSONFromValue(const ZROHMValue&, ZRJSONLayout) const override { return {}; }
+  };
+  PlatformTestPeer::forget();
+  fake.json = std::make_shared<FullJSON>();
+  ASSERT_TRUE(ZRPlatformInstall(fake.platform()));
+  answer(json(*this, true), "{}");
+  EXPECT_THAT(outcomes, ElementsAre("200 failure " + std::string(NSURLErrorDomain) + " -1"));
 }
 
 TEST_F(DataTasksTest, TheGivenSessionIsUsedAndNoSessionGivesNoTask) {

@@ -92,6 +92,8 @@ TEST(EscaperTest, EachByteOfASCIIIsEscapedOrLeftAlone) {
     const bool passes = leftAlone.find(text) != std::string::npos;
     EXPECT_THAT(urlQueryParameterEscaped(text), Optional(passes ? text : escaped));
     EXPECT_THAT(urlQueryParameterKeyEscaped(text), Optional(passes || text == "[" || text == "]" ? text : escaped));
+    const std::string run(15, 'x');  // sixteen are judged at once
+    EXPECT_THAT(urlQueryParameterEscaped(run + text), Optional(run + (passes ? text : escaped)));
   }
 }
 
