@@ -10,15 +10,11 @@
 #include <ctime>
 #include <string_view>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define ZR_COUNTS_MEMORY
-#elif defined(__has_feature)
+#if defined(__has_feature)  // clang, whose sanitizer comes with the header; GCC's does not
 #if __has_feature(address_sanitizer)
 #define ZR_COUNTS_MEMORY
-#endif
-#endif
-#ifdef ZR_COUNTS_MEMORY
 #include <sanitizer/allocator_interface.h>
+#endif
 #endif
 
 /// Stops the fuzzer where a law is broken.
