@@ -15,7 +15,7 @@ namespace {
 struct Outcome {
   packed::Unpacker::Taken taken = packed::Unpacker::Taken::good;
   bool isWhole = false;
-  std::string body;
+  std::string body{};
   bool operator==(const Outcome&) const = default;
 };
 
